@@ -68,12 +68,12 @@ struct _vexapi_protocol_t {
                                  ///< the D-Port test, 30 virtual lane capable, 31 throttling configured
     VX_UINT8 DriverFeatureFlags; ///< mask 2: the driver updates transceiver firmware
     char RunningFwVersion[32];
-    char BiosVersion[32];           ///< flash BIOS version
-    VX_UINT16 PortInterfaceType;    ///< 1 physical port, 3 NPIV virtual port
-    VX_UINT8 OptionRomMask;         ///< 0x08 ROM BIOS present, 0x02 ROM UEFI present
-    VX_UINT8 FlashFwVersion[3];     ///< major, minor, sub; all zero: no image
-    VX_UINT8 FlashEfiVersion[2];    ///< major, minor; zero: no image
-    VX_UINT8 FlashFCodeVersion[2];  ///< major, minor; zero: no image
+    char BiosVersion[32];          ///< flash BIOS version
+    VX_UINT16 PortInterfaceType;   ///< 1 physical port, 3 NPIV virtual port
+    VX_UINT8 OptionRomMask;        ///< 0x08 ROM BIOS present, 0x02 ROM UEFI present
+    VX_UINT8 FlashFwVersion[3];    ///< major, minor, sub; all zero: no image
+    VX_UINT8 FlashEfiVersion[2];   ///< major, minor; zero: no image
+    VX_UINT8 FlashFCodeVersion[2]; ///< major, minor; zero: no image
     VX_UINT8 RunningMpiFwVersion[3];
     VX_UINT8 RunningPepFwVersion[3];
     VX_UINT8 PortId[3];
@@ -526,8 +526,8 @@ typedef struct _VEXAPI_DiagnosticsDPortResult {
     VX_UINT8 LinkTrafficStatus;
     char StartTime[64];
     char StopTime[64];
-    VX_UINT16 Mbx1; ///< 0x4005: the mailbox command failed
-    VX_UINT16 Mbx2; ///< mailbox status, or reason of the failure
+    VX_UINT16 Mbx1;          ///< 0x4005: the mailbox command failed
+    VX_UINT16 Mbx2;          ///< mailbox status, or reason of the failure
     VX_UINT16 RemoteRxPower; ///< big-endian, 0.1 microwatt, as are the three that follow
     VX_UINT16 RemoteTxPower;
     VX_UINT16 LocalRxPower;
@@ -653,15 +653,16 @@ VX_UINT32 VEXAPI_SetSCMRProfile(VX_PORT_HANDLE* handle, _VEXAPI_SCMRProfile* pro
 /// Runs one loopback test. No status: the verdict is `TestStatus`.
 _VEXAPI_LoopbackTestResult VEXAPI_DiagnosticsLoopBackTest(VX_PORT_HANDLE* handle, DiagTestParams* parameters);
 /// Runs one read/write buffer test. Gives a list that `VEXAPI_FreeRWBufferTestResultList` releases.
-_VEXAPI_ReadWriteBufferTestResult* VEXAPI_DiagnosticsReadWriteBufferTest(VX_PORT_HANDLE* handle, DiagTestParams* parameters);
+_VEXAPI_ReadWriteBufferTestResult* VEXAPI_DiagnosticsReadWriteBufferTest(VX_PORT_HANDLE* handle,
+                                                                         DiagTestParams* parameters);
 /// Releases a result list.
 VX_UINT32 VEXAPI_FreeRWBufferTestResultList(_VEXAPI_ReadWriteBufferTestResult* list);
 /// Pings a target by port name ("xx:xx:…"). `*output` is 0 and `buffer` (of `size`, 256) zeroed on entry.
 VX_UINT32 VEXAPI_DiagnosticsFCPingTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count, VX_UINT32 stopOnError,
                                        VX_UINT32* output, void* buffer, VX_UINT32 size);
 /// Sends `count` (1) Echo ELS frames. `destinationType` is 2 for a target, 3 for the fabric.
-VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count, VX_UINT32 stopOnError,
-                                        VX_UINT32 destinationType, _VEXAPI_ECHO_RESULTS* result);
+VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
+                                        VX_UINT32 stopOnError, VX_UINT32 destinationType, _VEXAPI_ECHO_RESULTS* result);
 /// Sends CT pass-through commands; arguments as for the ping, then the test type, 1 or 2.
 VX_UINT32 VEXAPI_DiagnosticsCTCommand(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count, VX_UINT32 stopOnError,
                                       VX_UINT32* output, void* buffer, VX_UINT32 size, VX_UINT32 testType);
@@ -670,7 +671,8 @@ VX_UINT32 VEXAPI_CheckAdapterDPortOption(VX_PORT_HANDLE* handle);
 /// Switches diagnostic mode on (1) or off (0). `reserved` is 0.
 VX_UINT32 VEXAPI_ConfigureAdapterDPortSettings(VX_PORT_HANDLE* handle, VX_UINT32 enable, VX_UINT32 reserved);
 /// Runs the diagnostic port test, first form. No status: the record comes back by value.
-_VEXAPI_DiagnosticsDPortResult VEXAPI_DiagnosticDPortTest(VX_PORT_HANDLE* handle, _VEXAPI_DiagnosticsDPortResult* result);
+_VEXAPI_DiagnosticsDPortResult VEXAPI_DiagnosticDPortTest(VX_PORT_HANDLE* handle,
+                                                          _VEXAPI_DiagnosticsDPortResult* result);
 /// Runs the diagnostic port test, second form, and fills the record.
 VX_UINT32 VEXAPI_DiagnosticDPortTestV2(VX_PORT_HANDLE* handle, _VEXAPI_DiagnosticsDPortResult* result);
 /// Fetches the Read Diagnostic Parameters payload; `*size` is 508 in and the payload's size out.
@@ -683,7 +685,8 @@ VX_UINT32 VEXAPI_GetTargetLinkSpeed(VX_PORT_HANDLE* handle, VX_UINT16 targetNumb
 /// Sets the speed code of the link to a target.
 VX_UINT32 VEXAPI_SetTargetLinkSpeed(VX_PORT_HANDLE* handle, VX_UINT16 targetNumber, VX_UINT32 speed);
 /// Fills the statistics of the remote port that the selector names. `reserved` is 0.
-VX_UINT32 VEXAPI_GetPortStatisticsFC(VX_UINT32 word, VX_UINT32 reserved, VX_PORT_SELECTOR* selector, __STATISTICS* statistics);
+VX_UINT32 VEXAPI_GetPortStatisticsFC(VX_UINT32 word, VX_UINT32 reserved, VX_PORT_SELECTOR* selector,
+                                     __STATISTICS* statistics);
 
 #ifdef __cplusplus
 }

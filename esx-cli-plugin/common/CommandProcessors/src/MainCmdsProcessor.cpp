@@ -1,0 +1,254 @@
+#include "MainCmdsProcessor.h"
+
+#include "AdapterCmdsProcessor.h"
+#include "LibraryCall.h"
+#include "PhysicalPortCmdsProcessor.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+/// The tool to the library.
+constexpr VX_UINT32 TOOL_ID = 11;
+constexpr VX_UINT32 LIBRARY_DEBUG_LEVEL = 31;
+/// Value of ORFC_DEBUG_LEVEL that turns the library's own debug output on.
+constexpr long LIBRARY_DEBUG_REQUEST = 65535;
+
+constexpr SubFamily FAMILIES[] = {
+    {"adapter", "use this command to get/set/list Orvane adapters", CreateFamily<AdapterCmdsProcessor>},
+    {"port", "use this command to get/set/list Orvane Ports", CreateFamily<PhysicalPortCmdsProcessor>},
+};
+
+constexpr UsageText USAGES[] = {
+    {1, "Usage: q\r\n    return to the parent prompt.\r\n"},
+    {2, "Usage: log [<filename>]\r\n"
+        "    filename    : The file to log all the output to. \r\n"
+        "                    If no filename is supplied, the currently open log \r\n"
+        "                    file will be closed.\r\n"},
+    {3, "Usage: version\r\n    display version of this program.\r\n"},
+};
+
+constexpr char HELP_DESCRIPTION[] = "list of available commands";
+
+VX_UINT32 RefuseParameters() {
+    Output(OUTPUT_ERROR, "Command parameter Error!\r\n");
+    return RC_PARAM_ERROR;
+}
+
+/// How a read of the prompt that gave no line goes on.
+enum class Interruption { QUIT, BREAK, END_OF_INPUT };
+
+/// A signal that interrupts the read has five seconds to show.
+Interruption WaitForInterruption() {
+    for (int seconds = 0;; ++seconds) {
+        if (HasProgramFlag(FLAG_QUIT)) {
+            return Interruption::QUIT;
+        }
+        if (HasProgramFlag(FLAG_BREAK)) {
+            return Interruption::BREAK;
+        }
+        if (seconds == 5) {
+            return Interruption::END_OF_INPUT;
+        }
+        sleep(1);
+    }
+}
+
+} // namespace
+
+MainCmdsProcessor* MainCmdsProcessor::mpMainCmdsProcessor = nullptr;
+
+const Leaf MainCmdsProcessor::LEAVES[] = {
+    {"q", "quit the program", 1, CmdQuit, Usage},
+    {"log", "log all command input and output to a file", 2, CmdLog, Usage},
+    {"version", "display version of this program", 3, CmdVersion, Usage},
+    {"help", HELP_DESCRIPTION, 0, CmdHelp, Usage},
+    {"?", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
+    {"/h", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
+    {"/help", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
+    {"/?", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
+};
+
+MainCmdsProcessor::MainCmdsProcessor()
+    : MultipleCmdsProcessor(nullptr, "main", "", "the main commands processor", false, 0, 0) {}
+
+MainCmdsProcessor* MainCmdsProcessor::getMainCmdsProcessor() {
+    if (mpMainCmdsProcessor == nullptr) {
+        mpMainCmdsProcessor = new MainCmdsProcessor;
+    }
+    return mpMainCmdsProcessor;
+}
+
+void MainCmdsProcessor::destroyMainCmdsProcessor() {
+    delete mpMainCmdsProcessor;
+    mpMainCmdsProcessor = nullptr;
+}
+
+VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
+    LibraryOutputRedirection redirection;
+    if (!redirection.Open()) {
+        TavuDebug::Print(TRACE_INFORMATION, "MainCmdsProcessor::%s: Failed to open /var/tmp/vexapi-output.log file",
+                         __func__);
+        return RC_FILE_ERROR;
+    }
+    const char* value = std::getenv("ORFC_DEBUG_LEVEL");
+    const long requested = value != nullptr ? std::strtol(value, nullptr, 10) : 0;
+    const VX_UINT32 level = requested == LIBRARY_DEBUG_REQUEST ? LIBRARY_DEBUG_LEVEL : 0;
+    std::printf("FC ESXCLI Debug level = %ld\n", requested);
+    std::printf("VEXAPI Debug level = %d\n", static_cast<int>(level));
+    const VX_UINT32 status = VEXAPI_Initialize(level, 0);
+    VEXAPI_SetToolID(TOOL_ID);
+    VEXAPI_SetToolVersion(1, 3, 6, 0); // as TOOL_VERSION
+    redirection.Close();
+    TavuDebug::Print(TRACE_INFORMATION, "MainCmdsProcessor::%s: VEXAPI_Initialize=%d", __func__,
+                     static_cast<int>(status));
+    CreateSubFamilies("-t", FAMILIES);
+    return RC_SUCCESS;
+}
+
+VX_UINT32 MainCmdsProcessor::Uninitialize(TavuStringArray&) {
+    VEXAPI_Uninitialize();
+    DeleteSubFamilies();
+    return RC_SUCCESS;
+}
+
+std::vector<CmdProcessor*>& MainCmdsProcessor::GetSubCmdProcessors() {
+    return BuildChildren(LEAVES);
+}
+
+VX_UINT32 MainCmdsProcessor::PrintUsage(TavuStringArray&, VX_UINT32) {
+    Output(OUTPUT_LIST, "Usage: legacy\r\n    legacy commands are supported in this mode.\r\n");
+    return RC_SUCCESS;
+}
+
+VX_UINT32 MainCmdsProcessor::DoCmd(TavuStringArray& args) {
+    if (!HasProgramFlag(FLAG_COMMAND_LINE) && args.empty()) {
+        return HandleInteractiveCmds();
+    }
+    // A word "version" or "q" anywhere on a command line ends the run in silence, even as a value: both
+    // commands exist at the prompt only.
+    if (IsCommandDone(args)) {
+        return RC_SUCCESS;
+    }
+    return ExecCmd(args);
+}
+
+bool MainCmdsProcessor::IsCommandDone(const TavuStringArray& args) {
+    return std::any_of(args.begin(), args.end(), [](const TavuString& word) {
+        return word.CompareNoCase("version") == 0 || word.CompareNoCase("q") == 0;
+    });
+}
+
+VX_UINT32 MainCmdsProcessor::ExecCmd(TavuStringArray& args) {
+    CmdProcessor* node = GetCmdProcessor(this, args);
+    if (node == nullptr) {
+        Output(OUTPUT_ERROR, "Unknown command or invalid target identifier!\r\n");
+        return RC_CMD_NOT_FOUND;
+    }
+    return InvokeCmdProcessor(this, node, args);
+}
+
+bool MainCmdsProcessor::ConvertCmdLineToStrArray(const char* line, TavuStringArray& args) {
+    int argc = 0;
+    char** const argv = ParseCommandLineToArgv(line, argc);
+    if (argv == nullptr) {
+        return false;
+    }
+    args.insert(args.end(), argv, argv + argc);
+    std::free(argv);
+    return true;
+}
+
+VX_UINT32 MainCmdsProcessor::HandleInteractiveCmds() {
+    char line[2048];
+    for (;;) {
+        g_uFlags &= ~VX_UINT32{FLAG_BREAK};
+        Output(OUTPUT_TEXT, "%s>", GetPrompt());
+        std::fflush(stdout);
+        if (std::fgets(line, sizeof line, stdin) == nullptr) {
+            switch (WaitForInterruption()) {
+            case Interruption::QUIT:
+                return RC_SUCCESS;
+            case Interruption::BREAK:
+                std::clearerr(stdin);
+                continue;
+            case Interruption::END_OF_INPUT:
+                Output(OUTPUT_ERROR, "Unknown input problem!\r\nQuit...\r\n");
+                return RC_PARAM_ERROR;
+            }
+        }
+        LogToFile(line);
+        if (const std::size_t length = std::strlen(line); length > 0 && line[length - 1] == '\n') {
+            line[length - 1] = '\0';
+        }
+        TavuStringArray args;
+        if (!ConvertCmdLineToStrArray(line, args)) {
+            Output(OUTPUT_ERROR, "Error parsing command input string!\n");
+            continue;
+        }
+        if (args.empty()) {
+            continue;
+        }
+        const VX_UINT32 result = ExecCmd(args);
+        if (result == RC_EXIT || result == RC_QUIT || HasProgramFlag(FLAG_QUIT)) {
+            return RC_SUCCESS;
+        }
+    }
+}
+
+VX_UINT32 MainCmdsProcessor::CmdQuit(MultipleCmdsProcessor*, TavuStringArray& args) {
+    if (!args.empty()) {
+        return RefuseParameters();
+    }
+    TavuDebug::Print(TRACE_INFORMATION, "Exiting the program...\r\n");
+    return RC_QUIT;
+}
+
+VX_UINT32 MainCmdsProcessor::CmdVersion(MultipleCmdsProcessor*, TavuStringArray& args) {
+    if (!args.empty()) {
+        return RefuseParameters();
+    }
+    Output(OUTPUT_TEXT, "%s v%s\r\n", TOOL_TITLE, TOOL_VERSION);
+    return RC_SUCCESS;
+}
+
+VX_UINT32 MainCmdsProcessor::CmdLog(MultipleCmdsProcessor*, TavuStringArray& args) {
+    if (args.empty()) {
+        if (g_hLogFile != -1) {
+            close(g_hLogFile);
+            g_hLogFile = -1;
+        }
+        return RC_SUCCESS;
+    }
+    // A log that is still open stays open behind the new one. Only its owner's programs may write the file.
+    const char* name = ArgText(args, 0);
+    g_hLogFile = open(name, O_WRONLY | O_CREAT | O_TRUNC, 0200);
+    if (g_hLogFile == -1) {
+        TavuDebug::Print(TRACE_DEBUG, "open() %s failed %d (%s)\n", name, errno, std::strerror(errno));
+        Output(OUTPUT_ERROR, "Failed to create file %s\n", name);
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 MainCmdsProcessor::CmdHelp(MultipleCmdsProcessor* self, TavuStringArray& args) {
+    Output(OUTPUT_HEADING, "\r\nFollowing is the list of available commands.\r\n"
+                           "For detailed information of each command, please type 'command ?'\r\n");
+    Output(OUTPUT_NOTE, "All commands are case insensitive.\r\n\r\n");
+    self->CmdHelp(args);
+    if (HasProgramFlag(FLAG_COMMAND_LINE)) {
+        Output(OUTPUT_LIST, "\nFor a complete help. Please refer to ORFC_ESXCLI_Readme.txt in the same folder.\r\n");
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 MainCmdsProcessor::Usage(MultipleCmdsProcessor* self, TavuStringArray&, VX_UINT32 id) {
+    if (id == 0) {
+        TavuStringArray none;
+        return CmdHelp(self, none);
+    }
+    return ShowUsage(USAGES, id);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "MultipleCmdsProcessor.h"
+
+/// Identity of the tool, for people and for the library.
+inline constexpr char TOOL_TITLE[] = "Kerrith Orvane Sorvenna FC ESXCLI Plugin";
+inline constexpr char TOOL_VERSION[] = "1.3.6";
+
+/// The root of the command tree: the session with the library, the prompt, and the root's own leaves.
+class MainCmdsProcessor final : public MultipleCmdsProcessor {
+public:
+    /// The root, made at the first call.
+    static MainCmdsProcessor* getMainCmdsProcessor();
+    static void destroyMainCmdsProcessor();
+
+    /// Starts the library and makes the top-level families. `RC_FILE_ERROR`, with neither, when the
+    /// library's output can't be redirected.
+    VX_UINT32 Initialize(TavuStringArray& args) override;
+    /// Ends the library, whether it was started or not, and deletes the families.
+    VX_UINT32 Uninitialize(TavuStringArray& args) override;
+    VX_UINT32 PrintUsage(TavuStringArray& args, VX_UINT32 id) override;
+    /// Runs one command, or the prompt when the run has no arguments.
+    VX_UINT32 DoCmd(TavuStringArray& args) override;
+    std::vector<CmdProcessor*>& GetSubCmdProcessors() override;
+
+    VX_UINT32 ExecCmd(TavuStringArray& args);
+    /// True when any word is "version" or "q".
+    static bool IsCommandDone(const TavuStringArray& args);
+    /// Appends the words of a line; false when its quotes stay open.
+    static bool ConvertCmdLineToStrArray(const char* line, TavuStringArray& args);
+
+private:
+    MainCmdsProcessor();
+
+    VX_UINT32 HandleInteractiveCmds();
+    static const char* GetPrompt() { return "$"; }
+
+    static VX_UINT32 CmdQuit(MultipleCmdsProcessor* self, TavuStringArray& args);
+    static VX_UINT32 CmdVersion(MultipleCmdsProcessor* self, TavuStringArray& args);
+    static VX_UINT32 CmdLog(MultipleCmdsProcessor* self, TavuStringArray& args);
+    using MultipleCmdsProcessor::CmdHelp;
+    static VX_UINT32 CmdHelp(MultipleCmdsProcessor* self, TavuStringArray& args);
+    static VX_UINT32 Usage(MultipleCmdsProcessor* self, TavuStringArray& args, VX_UINT32 id);
+
+    static const Leaf LEAVES[];
+    static MainCmdsProcessor* mpMainCmdsProcessor;
+};

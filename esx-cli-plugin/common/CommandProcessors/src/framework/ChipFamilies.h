@@ -1,0 +1,26 @@
+/// @file
+/// The predicates that sort chips into families, by the ids of PCI configuration space. A chip of another
+/// vendor than 0x1D0C is in no family. The sets overlap on purpose: 0x8031, say, is a 10G chip and a Rowan.
+#pragma once
+
+#include "vexapi.h"
+
+bool Is4GAdapter(__CHIPPROPERTY chip);
+bool Is8GAdapter(__CHIPPROPERTY chip);
+bool Is10GAdapter(__CHIPPROPERTY chip);
+bool IsBirchAdapter(__CHIPPROPERTY chip);
+bool IsRowanAdapter(__CHIPPROPERTY chip);
+bool IsRowanFCAdapter(__CHIPPROPERTY chip);
+bool IsRowanCNAAdapter(__CHIPPROPERTY chip);
+bool IsHazelAdapter(__CHIPPROPERTY chip);
+bool IsWillowAdapter(__CHIPPROPERTY chip);
+bool IsLarchAdapter(__CHIPPROPERTY chip);
+bool IsAlderAdapter(__CHIPPROPERTY chip);
+bool IsDellAdapter(__CHIPPROPERTY chip);
+bool Is64GAdapter(__CHIPPROPERTY chip);
+bool IsEncryptionAdapter(__CHIPPROPERTY chip);
+bool Is16GN4FCOnlyAdapter(__CHIPPROPERTY chip);
+bool IsCedarAdapter(__CHIPPROPERTY chip);
+bool IsMapleAdapter(__CHIPPROPERTY chip);
+bool IsMezz32GAdapter(__CHIPPROPERTY chip);
+bool IsMezz16GAdapter(__CHIPPROPERTY chip);

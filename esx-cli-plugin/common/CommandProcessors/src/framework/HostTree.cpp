@@ -1,0 +1,51 @@
+#include "HostTree.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr char PREFIX[] = "FC_";
+constexpr std::size_t PREFIX_LENGTH = sizeof PREFIX - 1;
+constexpr char HEX_DIGITS[] = "0123456789abcdef";
+
+/// Value of a lower-case hexadecimal digit, or -1.
+int DigitValue(char digit) {
+    if (digit >= '0' && digit <= '9') {
+        return digit - '0';
+    }
+    return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
+}
+
+} // namespace
+
+void FormatWwn(char* text, const VX_UINT8 (&name)[8]) {
+    for (const VX_UINT8 byte : name) {
+        *text++ = HEX_DIGITS[byte >> 4];
+        *text++ = HEX_DIGITS[byte & 0xF];
+        *text++ = ':';
+    }
+    text[-1] = '\0';
+}
+
+PortIdentifier::PortIdentifier(const VX_UINT8 (&wwpn)[8]) {
+    std::memcpy(text, PREFIX, PREFIX_LENGTH);
+    FormatWwn(text + PREFIX_LENGTH, wwpn);
+}
+
+bool ParsePortIdentifier(const char* text, VX_UINT8 (&wwpn)[8]) {
+    if (std::strncmp(text, PREFIX, PREFIX_LENGTH) != 0) {
+        return false;
+    }
+    text += PREFIX_LENGTH;
+    for (std::size_t at = 0; at < sizeof wwpn; ++at) {
+        const int high = DigitValue(text[0]);
+        const int low = high >= 0 ? DigitValue(text[1]) : -1;
+        const char end = at + 1 < sizeof wwpn ? ':' : '\0';
+        if (low < 0 || text[2] != end) {
+            return false;
+        }
+        wwpn[at] = static_cast<VX_UINT8>(high << 4 | low);
+        text += 3;
+    }
+    return true;
+}

@@ -1,0 +1,47 @@
+/// @file
+/// The text of a data-block report.
+#pragma once
+
+#include "TavuString.h"
+
+#include <cstdlib>
+#include <memory>
+
+/// A report of many lines in one bounded buffer. The first line begins at once, because in text form it
+/// stands behind the label "Data"; all others are indented with six blanks. A line that the size rule
+/// refuses is left out without a word, and a later shorter one can still go in. Each line is traced at
+/// level 1, whether it goes in or not, and is cut at `TavuString::MAX_FORMATTED` characters.
+class ReportBlock {
+public:
+    /// The size that each append is checked against, as the whole text must stay below it.
+    enum class SizeRule {
+        FULL,       ///< the buffer's size: a report fills its buffer
+        SPACE_LEFT, ///< the space that is left in it: a report fills about half, as clients know it
+    };
+
+    /// `owner` names the display function in traces, as "Class::Function"; it must outlive the block.
+    ReportBlock(std::size_t size, SizeRule rule, const char* owner);
+
+    /// False when the buffer could not be had; nothing else may be called then.
+    bool IsAllocated() const { return mText != nullptr; }
+
+    /// Adds "LABEL: VALUE", with its line end.
+    void Line(const char* label, const char* value);
+    /// The same with a value formatted as `printf` does.
+    void LineF(const char* label, const char* format, ...) __attribute__((format(printf, 3, 4)));
+    /// Adds a text as it stands: no indentation, no line end. It counts as a line.
+    void Raw(const char* text);
+
+    const char* GetText() const { return mText.get(); }
+
+private:
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+
+    std::unique_ptr<char, Free> mText;
+    std::size_t mSize;
+    SizeRule mRule;
+    const char* mOwner;
+    bool mIsFirst = true;
+};

@@ -1,0 +1,167 @@
+#include "PhysicalPortCmdsProcessor.h"
+
+#include "CodeTable.h"
+#include "HostTree.h"
+#include "LibraryCall.h"
+#include "PhysicalPortFECCmdsProcessor.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr char OUT_STRUCT_NAME[] = "PortList";
+constexpr char OUT_PORTS[] = "Ports";
+constexpr char OUT_UPDATE_NVRAM[] = "UpdateNVRAM";
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_SUCCESS, OUT_SUCCESS},
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, NVRAM update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+};
+
+/// `updatenvramcli` has no usage text although it carries the usage function.
+constexpr UsageText USAGES[] = {
+    {3, "Usage: list\r\n"},
+};
+
+constexpr LibraryCall UPDATE_NVRAM = {"PhysicalPortCmdsProcessor", "", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
+
+/// What stands ahead of the first "_" or "'" of an identifier, at most 15 characters.
+TavuString PrefixOf(const char* identifier) {
+    constexpr std::size_t MAX_PREFIX = 15;
+    return {identifier, std::min(std::strcspn(identifier, "'_"), MAX_PREFIX)};
+}
+
+} // namespace
+
+const Leaf PhysicalPortCmdsProcessor::LEAVES[] = {
+    {"list", "Discover list of Orvane physical ports", 0, Xml<"CmdList", CmdListCommon>, nullptr},
+    {"updatenvram", "Update NVRAM of Orvane physical port", 1, Xml<"CmdUpdateNvram", CmdUpdateNvramCommon>, nullptr},
+    {"help", "list of available commands", 2, CmdHelp, Usage},
+    {"listcli", "Discover list of Orvane physical ports", 3, Text<"CmdListCli", CmdListCommon>, Usage},
+    {"updatenvramcli", "Update NVRAM of Orvane physical port", 4, Text<"CmdUpdateNvramCli", CmdUpdateNvramCommon>,
+     Usage},
+};
+
+const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
+    {"fec", "use this command to get/set Orvane Fibre Channel Port's FEC info",
+     CreateFamily<PhysicalPortFECCmdsProcessor>},
+};
+
+const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
+    .className = "PhysicalPortCmdsProcessor",
+    .helpWord = "Port",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .subOption = "-s",
+    .subFamilies = SUB_FAMILIES,
+};
+
+VX_UINT32 PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                   eOutputFormat format) {
+    TraceEntered(__func__);
+    if (IsInvokingHelp(ArgText(args, 0))) {
+        return RC_HELP_REQUESTED;
+    }
+    const VX_ADAPTER_LIST* host = VEXAPI_GetAdapterList();
+    if (host == nullptr) {
+        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::CmdListCommon: List is NULL");
+        return RC_HOST_NOT_FOUND;
+    }
+    WriteList(*self, format, [&] {
+        ForEachFcPort(*host, [&](auto&, auto&, const _vexapi_protocol_t& protocol) {
+            const PortIdentifier identifier(protocol.WWPN);
+            WriteStructure(*self, OUT_STRUCT_NAME, [&] { self->output_field(OUT_PORTS, identifier.text); });
+            return true;
+        });
+    });
+    TraceExiting(__func__);
+    return RC_SUCCESS;
+}
+
+VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
+                                                              _vexapi_phy_port_t** port,
+                                                              _vexapi_protocol_t** protocol) {
+    TraceEntered(__func__);
+    const char* identifier = ArgText(args, 0);
+    if (IsInvokingHelp(identifier)) {
+        return RC_HELP_REQUESTED;
+    }
+    if (PrefixOf(identifier).CompareNoCase("FC") != 0) {
+        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: Invalid Port identifier %s", __func__,
+                         identifier);
+        return RC_INVALID_PARAMETER;
+    }
+    const VX_ADAPTER_LIST* host = VEXAPI_GetAdapterList();
+    if (host == nullptr) {
+        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: Adapter List is NULL", __func__);
+        return RC_HOST_NOT_FOUND;
+    }
+    // The prefix passes in any letter case, yet only the exact text of a port finds it.
+    VX_UINT8 wwpn[8];
+    if (!ParsePortIdentifier(identifier, wwpn)) {
+        return RC_INVALID_PARAMETER;
+    }
+    VX_UINT32 result = RC_INVALID_PARAMETER;
+    ForEachFcPort(
+        *host, [&](_vexapi_adapter_t& adapterEntry, _vexapi_phy_port_t& portEntry, _vexapi_protocol_t& protocolEntry) {
+            if (std::memcmp(protocolEntry.WWPN, wwpn, sizeof wwpn) != 0) {
+                return true;
+            }
+            *adapter = &adapterEntry;
+            *port = &portEntry;
+            *protocol = &protocolEntry;
+            result = RC_SUCCESS;
+            return false;
+        });
+    TraceExiting(__func__);
+    return result;
+}
+
+VX_UINT32 PhysicalPortCmdsProcessor::CmdUpdateNvramCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                          eOutputFormat format) {
+    TraceEntered(__func__);
+    bool rebootRequired = false;
+    const VX_UINT32 code = UpdateNvram(args, rebootRequired);
+    DisplayUpdateNvram(self, code, format, rebootRequired);
+    TraceExiting(__func__);
+    return code;
+}
+
+/// The command but for its document. `rebootRequired` is only written on success.
+VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bool& rebootRequired) {
+    _vexapi_adapter_t* adapter = nullptr;
+    _vexapi_phy_port_t* port = nullptr;
+    _vexapi_protocol_t* protocol = nullptr;
+    if (const VX_UINT32 code = GetPhyPortFromPortString(args, &adapter, &port, &protocol); code != RC_SUCCESS) {
+        return code;
+    }
+    if (IsVirtualPort(*protocol)) {
+        return RC_NOT_SUPPORTED_FOR_VPORT;
+    }
+    const char* path = ArgText(args, 1);
+    if (!FileExists(path)) {
+        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: NVRAM file [%s] does not exist", __func__, path);
+        return RC_FILE_ERROR;
+    }
+    const VX_UINT32 code = CallLibrary(UPDATE_NVRAM, __func__,
+                                       [&] { return VEXAPI_UpdateAdapterNVRAMFromFile(&protocol->PortHandle, path); });
+    if (code == RC_SUCCESS) {
+        rebootRequired = IsRebootRequired();
+    }
+    return code;
+}
+
+void PhysicalPortCmdsProcessor::DisplayUpdateNvram(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
+                                                   bool rebootRequired) {
+    WriteFlat(*self, format, OUT_UPDATE_NVRAM, [&] {
+        self->output_field(OUT_REBOOT_REQUIRED, rebootRequired);
+        self->output_field(OUT_MESSAGE, ResultTextOf(RESULT_TEXTS, code));
+    });
+}

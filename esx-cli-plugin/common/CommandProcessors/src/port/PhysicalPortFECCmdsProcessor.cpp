@@ -1,0 +1,237 @@
+#include "PhysicalPortFECCmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "CmdLineParser.h"
+#include "CodeTable.h"
+#include "HostTree.h"
+#include "LibraryCall.h"
+#include "PhysicalPortCmdsProcessor.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortFECCmdsProcessor";
+
+constexpr ReportNames OUT_NAMES = {"FECInfo", "FEC", "FECList"};
+constexpr char OUT_FEC_STATUS[] = "FEC_Status";
+constexpr char OUT_CORRECTABLE_ERRORS[] = "Correctable FEC errors";
+constexpr char OUT_UNCORRECTABLE_ERRORS[] = "Uncorrectable FEC errors";
+constexpr char OUT_TRUE[] = "true";
+constexpr char OUT_FALSE[] = "false";
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, FEC read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, FEC update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported"},
+    {RC_READ_ONLY_MODE, "Failed, Read-Only parameter for non 16Gbps or Unknown speed or mezz adapter"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+};
+
+constexpr UsageText USAGES[] = {
+    {3, "Usage: get\r\n"},
+    {4, "Usage: set\r\n"},
+};
+
+constexpr LibraryCall READ_STATUS = {CLASS_NAME, " before FEC read", "Get FEC Info failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {CLASS_NAME, " before Mezz adapter check", "Mezz adapter check failed",
+                                        RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_COUNTERS = {CLASS_NAME, " before FW Priv Stats read", "Get FW Private stats failed",
+                                       RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATUS = {CLASS_NAME, " before FEC set", "Update FEC failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall RESET_COUNTERS = {CLASS_NAME, " before FEC counter reset", "Reset FEC counters failed",
+                                        RC_CFG_UPDATE_FAILED};
+
+} // namespace
+
+const Leaf PhysicalPortFECCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane adapter's FEC information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"set", "set Orvane adapter's FEC information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"help", "list of available commands", 2, CmdHelp, Usage},
+    {"getcli", "get Orvane adapter's FEC information", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"setcli", "set Orvane adapter's FEC information", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+};
+
+const FamilyDescription PhysicalPortFECCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FEC",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+};
+
+VX_UINT32 EffectiveFecStatus(bool isMezzanine, const _vexapi_protocol_t& protocol, VX_UINT32 libraryStatus) {
+    if (isMezzanine) {
+        return 1;
+    }
+    if (protocol.PortState == PORT_STATE_ONLINE && protocol.PortSpeed < SPEED_16_GBPS) {
+        return 0;
+    }
+    if (protocol.PortState == PORT_STATE_ONLINE && protocol.PortSpeed >= SPEED_32_GBPS) {
+        return 1;
+    }
+    return libraryStatus;
+}
+
+bool IsFecChangeAllowed(bool isMezzanine, const _vexapi_protocol_t& protocol) {
+    return !isMezzanine && (protocol.PortState != PORT_STATE_ONLINE ||
+                            (protocol.PortSpeed >= SPEED_16_GBPS && protocol.PortSpeed < SPEED_32_GBPS));
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                     eOutputFormat format) {
+    TraceEntered(__func__);
+    FecState fec;
+    const VX_UINT32 code = Get(args, fec);
+    if (code != RC_SUCCESS) {
+        DisplayError(self, code, format, REBOOT_NOT_SHOWN);
+        return code;
+    }
+    DisplayFECInfo(self, fec, format, REBOOT_NOT_SHOWN);
+    TraceExiting(__func__);
+    return code;
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::CmdSetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                     eOutputFormat format) {
+    TraceEntered(__func__);
+    FecState fec;
+    bool rebootRequired = false;
+    const VX_UINT32 code = Set(args, fec, rebootRequired);
+    if (code != RC_SUCCESS) {
+        DisplayError(self, code, format, false);
+        return code;
+    }
+    DisplayFECInfo(self, fec, format, rebootRequired);
+    TraceExiting(__func__);
+    return code;
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::Get(const TavuStringArray& args, FecState& fec) {
+    VX_UINT32 code = ResolvePort(args, fec);
+    if (code == RC_SUCCESS) {
+        code = ReadStatus(fec);
+    }
+    if (code == RC_SUCCESS) {
+        code = ReadMezzanine(fec);
+    }
+    if (code == RC_SUCCESS) {
+        code = ReadCounters(fec);
+    }
+    fec.status = code == RC_SUCCESS ? EffectiveFecStatus(fec.isMezzanine, *fec.protocol, fec.status) : 0;
+    return code;
+}
+
+/// `rebootRequired` is true once the library was asked to change something, whatever came of it.
+VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecState& fec, bool& rebootRequired) {
+    VX_UINT32 code = ResolvePort(args, fec);
+    if (code == RC_SUCCESS) {
+        code = ReadStatus(fec);
+    }
+    if (code == RC_SUCCESS) {
+        code = ReadCounters(fec);
+    }
+    if (code == RC_SUCCESS) {
+        code = ReadMezzanine(fec);
+    }
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    fec.status = EffectiveFecStatus(fec.isMezzanine, *fec.protocol, fec.status);
+    // A status goes to the library before the reset's word is looked at: a bad word then leaves it written.
+    TavuString value;
+    if (CmdLineParser::GetCommandValueFromArgs(args, "-f", "--fec-status", value) != 0) {
+        code = ChangeStatus(value, fec, rebootRequired);
+    }
+    if (code == RC_SUCCESS && CmdLineParser::GetCommandValueFromArgs(args, "-r", "--reset", value) != 0) {
+        code = ResetCounters(value, fec, rebootRequired);
+    }
+    return code;
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args, FecState& fec) {
+    _vexapi_adapter_t* adapter = nullptr;
+    _vexapi_phy_port_t* port = nullptr;
+    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, &adapter, &port, &fec.protocol);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    if (IsVirtualPort(*fec.protocol)) {
+        return RC_NOT_SUPPORTED_FOR_VPORT;
+    }
+    const __CHIPPROPERTY chip = fec.protocol->ChipProperty;
+    if (!IsRowanFCAdapter(chip) && !IsLarchAdapter(chip) && !IsAlderAdapter(chip) && !IsBirchAdapter(chip)) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        return RC_FEATURE_NOT_SUPPORTED;
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::ReadStatus(FecState& fec) {
+    return CallLibrary(READ_STATUS, __func__,
+                       [&] { return VEXAPI_FCGetFECSupportInfo(&fec.protocol->PortHandle, &fec.status); });
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::ReadMezzanine(FecState& fec) {
+    VX_UINT8 flag = 0;
+    const VX_UINT32 code =
+        CallLibrary(READ_MEZZANINE, __func__, [&] { return VEXAPI_IsMezzAdapter(&fec.protocol->PortHandle, &flag); });
+    fec.isMezzanine = flag == 1;
+    return code;
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
+    _VEXAPI_FWPRIVATESTATSEntry* entries = nullptr;
+    VX_UINT32 count = 0;
+    const VX_UINT32 code = CallLibrary(
+        READ_COUNTERS, __func__, [&] { return VEXAPI_GetFWPrivateStats(&fec.protocol->PortHandle, &entries, &count); });
+    fec.entries.reset(entries);
+    return code == RC_SUCCESS && (entries == nullptr || count == 0) ? VX_UINT32{RC_CFG_READ_FAILED} : code;
+}
+
+VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec, bool& rebootRequired) {
+    // A port without a choice refuses even a misspelt word so.
+    if (!IsFecChangeAllowed(fec.isMezzanine, *fec.protocol)) {
+        TavuDebug::Print(TRACE_DEBUG,
+                         "%s::%s: Modification of fec-status is supported at 16Gbps and Unknown speed for "
+                         "non-mezz adapters only",
+                         CLASS_NAME, __func__);
+        return RC_READ_ONLY_MODE;
+    }
+    const bool isOn = value.CompareNoCase(OUT_TRUE) == 0;
+    if (!isOn && value.CompareNoCase(OUT_FALSE) != 0) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: fec-status=%s not supported", CLASS_NAME, __func__, value.c_str());
+        return RC_INVALID_PARAMETER;
+    }
+    fec.status = isOn ? 1 : 0;
+    rebootRequired = true;
+    return CallLibrary(CHANGE_STATUS, __func__,
+                       [&] { return VEXAPI_FCSetFECSupportInfo(&fec.protocol->PortHandle, fec.status); });
+}
+
+/// The counters read before stay what the document shows; only the next `get` sees the reset.
+VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec, bool& rebootRequired) {
+    if (value.CompareNoCase("reset") != 0) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: reset=%s not supported", CLASS_NAME, __func__, value.c_str());
+        return RC_INVALID_PARAMETER;
+    }
+    rebootRequired = true;
+    return CallLibrary(RESET_COUNTERS, __func__, [&] { return VEXAPI_ResetFECCounters(&fec.protocol->PortHandle); });
+}
+
+void PhysicalPortFECCmdsProcessor::DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec,
+                                                  eOutputFormat format, RebootRequired reboot) {
+    WriteFieldReport(*self, format, OUT_NAMES, reboot, [&] {
+        self->output_field(OUT_FEC_STATUS, fec.status != 0 ? OUT_TRUE : OUT_FALSE);
+        // The counters have 64 bits; the low 32 are shown.
+        self->output_field(OUT_CORRECTABLE_ERRORS, fec.entries->CorrectableFecErrors, INT_U32);
+        self->output_field(OUT_UNCORRECTABLE_ERRORS, fec.entries->UncorrectableFecErrors, INT_U32);
+    });
+}
+
+void PhysicalPortFECCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
+                                                RebootRequired reboot) {
+    WriteReportError(*self, format, OUT_NAMES, reboot, ResultTextOf(RESULT_TEXTS, code));
+}

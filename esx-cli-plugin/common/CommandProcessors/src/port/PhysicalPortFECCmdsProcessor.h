@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Document.h"
+#include "Family.h"
+
+#include <cstdlib>
+#include <memory>
+
+/// Forward error correction as a port's speed and adapter decide it. Below 16 Gbps there is none, at 32
+/// Gbps and above and on a mezzanine adapter it is always on; only at 16 Gbps, and while the port is not
+/// online, does the library's own value count and can be changed.
+VX_UINT32 EffectiveFecStatus(bool isMezzanine, const _vexapi_protocol_t& protocol, VX_UINT32 libraryStatus);
+bool IsFecChangeAllowed(bool isMezzanine, const _vexapi_protocol_t& protocol);
+
+/// `port -s fec`: forward error correction of a port and its counters. Writes at once, without a cache file.
+class PhysicalPortFECCmdsProcessor final : public Family<PhysicalPortFECCmdsProcessor> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+
+private:
+    struct Free {
+        void operator()(_VEXAPI_FWPRIVATESTATSEntry* entries) const { std::free(entries); }
+    };
+    /// What a command finds out about a port.
+    struct FecState {
+        _vexapi_protocol_t* protocol = nullptr;
+        bool isMezzanine = false;
+        VX_UINT32 status = 0; ///< 0 off, 1 on
+        std::unique_ptr<_VEXAPI_FWPRIVATESTATSEntry, Free> entries;
+    };
+
+    static const Leaf LEAVES[];
+
+    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static VX_UINT32 CmdSetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+
+    static VX_UINT32 Get(const TavuStringArray& args, FecState& fec);
+    static VX_UINT32 Set(const TavuStringArray& args, FecState& fec, bool& rebootRequired);
+    static VX_UINT32 ResolvePort(const TavuStringArray& args, FecState& fec);
+    static VX_UINT32 ReadStatus(FecState& fec);
+    static VX_UINT32 ReadMezzanine(FecState& fec);
+    static VX_UINT32 ReadCounters(FecState& fec);
+    static VX_UINT32 ChangeStatus(const TavuString& value, FecState& fec, bool& rebootRequired);
+    static VX_UINT32 ResetCounters(const TavuString& value, FecState& fec, bool& rebootRequired);
+
+    static void DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec, eOutputFormat format,
+                               RebootRequired reboot);
+    static void DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format, RebootRequired reboot);
+};
