@@ -47,13 +47,14 @@ VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuS
         TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::CmdListCommon: List is NULL");
         return RC_HOST_NOT_FOUND;
     }
-    WriteList(*self, format, [&] {
+    Document document(*self, format, FAMILY.className, __func__);
+    document.List([&] {
         for (const _vexapi_adapter_t* adapter = host->pHead; adapter != nullptr; adapter = adapter->pNext) {
-            WriteStructure(*self, OUT_STRUCT_NAME, [&] {
+            document.Structure(OUT_STRUCT_NAME, [&] {
                 TavuString identifier;
                 identifier.Format("Adapter_%.*s_%.*s", int{sizeof adapter->Model}, adapter->Model,
                                   int{sizeof adapter->SerialNumber}, adapter->SerialNumber);
-                self->output_field(OUT_ADAPTERS, identifier);
+                document.Field(OUT_ADAPTERS, identifier);
             });
         }
     });

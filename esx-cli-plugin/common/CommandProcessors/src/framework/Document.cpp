@@ -1,30 +1,47 @@
 #include "Document.h"
 
-void WriteSuccess(Serializer& out, RebootRequired reboot) {
-    out.output_field(OUT_MESSAGE, OUT_SUCCESS);
-    if (reboot.has_value()) {
-        out.output_field(OUT_REBOOT_REQUIRED, *reboot);
-    }
+#include "TavuDebug.h"
+
+void Document::Field(const char* label, const char* value) {
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%s", mClassName, mFunction, label, value);
+    mOut.output_field(label, value);
 }
 
-void WriteBlockReport(Serializer& out, Serializer::eOutputFormat format, const ReportNames& names,
-                      RebootRequired reboot, const char* block) {
-    WriteFieldReport(out, format, names, reboot, [&] {
-        out.begin_field_output(OUT_DATA);
-        out.output_text(block);
-        out.end_field_output();
+void Document::Field(const char* label, bool value) {
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%s", mClassName, mFunction, label, value ? "true" : "false");
+    mOut.output_field(label, value);
+}
+
+void Document::Field(const char* label, unsigned long long value, Serializer::eIntType type) {
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%llu", mClassName, mFunction, label, value);
+    mOut.output_field(label, value, type);
+}
+
+void Document::BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block) {
+    FieldReport(names, reboot, [&] {
+        mOut.begin_field_output(OUT_DATA);
+        mOut.output_text(block.GetText());
+        mOut.end_field_output();
     });
 }
 
-void WriteReportError(Serializer& out, Serializer::eOutputFormat format, const ReportNames& names,
-                      RebootRequired reboot, const char* message) {
-    WriteReport(
-        out, format, names,
+void Document::ReportError(const ReportNames& names, RebootRequired reboot, const char* message) {
+    Frame(
+        names,
         [&] {
-            if (reboot.has_value()) {
-                out.output_field(OUT_REBOOT_REQUIRED, *reboot);
-            }
-            out.output_field(OUT_MESSAGE, message);
+            Reboot(reboot);
+            Field(OUT_MESSAGE, message);
         },
         [] {});
+}
+
+void Document::Success(RebootRequired reboot) {
+    Field(OUT_MESSAGE, OUT_SUCCESS);
+    Reboot(reboot);
+}
+
+void Document::Reboot(RebootRequired reboot) {
+    if (reboot.has_value()) {
+        Field(OUT_REBOOT_REQUIRED, *reboot);
+    }
 }

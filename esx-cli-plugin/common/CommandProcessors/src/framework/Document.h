@@ -1,13 +1,8 @@
 /// @file
-/// The shapes of a command's document. Each shape exists once, takes its names, and closes what it opens.
-///
-/// Flat:      a structure with fields.
-/// List:      a list of structures, one a row.
-/// Report:    a structure with "Message" and one field, which holds a list of structures. In a data-block
-///            report that is one structure with the field "Data", the whole report as one text. In an
-///            error the list is empty.
+/// The shapes of a command's document.
 #pragma once
 
+#include "ReportBlock.h"
 #include "Serializer.h"
 
 #include <optional>
@@ -29,59 +24,82 @@ struct ReportNames {
     const char* list;
 };
 
-template <typename Fields> void WriteStructure(Serializer& out, const char* name, Fields fields) {
-    out.begin_struct_output(name);
-    fields();
-    out.end_struct_output();
-}
+/// One document of a command. Each shape exists once, takes its names, and closes what it opens:
+///
+/// Flat:    a structure with fields.
+/// List:    a list of structures, one a row.
+/// Report:  a structure with "Message" and one field, which holds a list of structures. In a data-block
+///          report that is one structure with the field "Data", the whole report as one text; in an error
+///          the list is empty.
+///
+/// Every field is traced at level 1 as "CLASS::FUNCTION: LABEL=VALUE".
+class Document {
+public:
+    using Format = Serializer::eOutputFormat;
 
-/// The flat document; `fields()` writes its fields.
-template <typename Fields>
-void WriteFlat(Serializer& out, Serializer::eOutputFormat format, const char* structure, Fields fields) {
-    out.begin_output(format);
-    WriteStructure(out, structure, fields);
-    out.end_output();
-}
+    /// The names must outlive the document.
+    Document(Serializer& out, Format format, const char* className, const char* function)
+        : mOut(out), mFormat(format), mClassName(className), mFunction(function) {}
 
-/// The list document; `rows()` writes its structures.
-template <typename Rows> void WriteList(Serializer& out, Serializer::eOutputFormat format, Rows rows) {
-    out.begin_output(format);
-    out.begin_list_output(Serializer::LIST_STRUCTURE);
-    rows();
-    out.end_list_output();
-    out.end_output();
-}
+    void Field(const char* label, const char* value);
+    void Field(const char* label, const TavuString& value) { Field(label, value.c_str()); }
+    void Field(const char* label, bool value);
+    void Field(const char* label, unsigned long long value, Serializer::eIntType type);
 
-/// A report with fields of its own; `head()` writes the fields ahead of the list, `rows()` the list's
-/// structures.
-template <typename Head, typename Rows>
-void WriteReport(Serializer& out, Serializer::eOutputFormat format, const ReportNames& names, Head head, Rows rows) {
-    WriteFlat(out, format, names.structure, [&] {
-        head();
-        out.begin_field_output(names.field);
-        out.begin_list_output(Serializer::LIST_STRUCTURE);
+    /// A structure inside a shape; `fields()` writes its fields.
+    template <typename Fields> void Structure(const char* name, Fields fields) {
+        mOut.begin_struct_output(name);
+        fields();
+        mOut.end_struct_output();
+    }
+
+    template <typename Fields> void Flat(const char* structure, Fields fields) {
+        mOut.begin_output(mFormat);
+        Structure(structure, fields);
+        mOut.end_output();
+    }
+
+    /// `rows()` writes the structures.
+    template <typename Rows> void List(Rows rows) {
+        mOut.begin_output(mFormat);
+        StructureList(rows);
+        mOut.end_output();
+    }
+
+    /// A report of structures with fields of their own, which `rows()` writes.
+    template <typename Rows> void Report(const ReportNames& names, RebootRequired reboot, Rows rows) {
+        Frame(
+            names, [&] { Success(reboot); }, rows);
+    }
+    /// A report of one structure, whose fields `fields()` writes.
+    template <typename Fields> void FieldReport(const ReportNames& names, RebootRequired reboot, Fields fields) {
+        Report(names, reboot, [&] { Structure(names.list, fields); });
+    }
+    /// A data-block report.
+    void BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block);
+    /// The error form of every report. "Reboot Required", where it is shown, stands ahead of "Message" here
+    /// and behind it in a success: clients see both orders.
+    void ReportError(const ReportNames& names, RebootRequired reboot, const char* message);
+
+private:
+    template <typename Rows> void StructureList(Rows rows) {
+        mOut.begin_list_output(Serializer::LIST_STRUCTURE);
         rows();
-        out.end_list_output();
-        out.end_field_output();
-    });
-}
+        mOut.end_list_output();
+    }
+    template <typename Head, typename Rows> void Frame(const ReportNames& names, Head head, Rows rows) {
+        Flat(names.structure, [&] {
+            head();
+            mOut.begin_field_output(names.field);
+            StructureList(rows);
+            mOut.end_field_output();
+        });
+    }
+    void Success(RebootRequired reboot);
+    void Reboot(RebootRequired reboot);
 
-/// "Message" of a success, then "Reboot Required" where it is shown.
-void WriteSuccess(Serializer& out, RebootRequired reboot = REBOOT_NOT_SHOWN);
-
-/// A report of one structure with real fields, which `fields()` writes.
-template <typename Fields>
-void WriteFieldReport(Serializer& out, Serializer::eOutputFormat format, const ReportNames& names,
-                      RebootRequired reboot, Fields fields) {
-    WriteReport(
-        out, format, names, [&] { WriteSuccess(out, reboot); }, [&] { WriteStructure(out, names.list, fields); });
-}
-
-/// A data-block report.
-void WriteBlockReport(Serializer& out, Serializer::eOutputFormat format, const ReportNames& names,
-                      RebootRequired reboot, const char* block);
-
-/// The error form of every report: an empty list. "Reboot Required", where it is shown, stands ahead of
-/// "Message" here and behind it in a success; clients see both orders.
-void WriteReportError(Serializer& out, Serializer::eOutputFormat format, const ReportNames& names,
-                      RebootRequired reboot, const char* message);
+    Serializer& mOut;
+    Format mFormat;
+    const char* mClassName;
+    const char* mFunction;
+};

@@ -3,15 +3,16 @@
 #include "BoundedText.h"
 #include "TavuDebug.h"
 
-ReportBlock::ReportBlock(std::size_t size, SizeRule rule, const char* owner)
-    : mText(static_cast<char*>(std::calloc(size, 1))), mSize(size), mRule(rule), mOwner(owner) {
+ReportBlock::ReportBlock(std::size_t size, SizeRule rule, const char* className, const char* function)
+    : mText(static_cast<char*>(std::calloc(size, 1))), mSize(size), mRule(rule), mClassName(className),
+      mFunction(function) {
     if (!IsAllocated()) {
-        TavuDebug::Print(TRACE_DEBUG, "%s: Output memory alloc failed", owner);
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Output memory alloc failed", className, function);
     }
 }
 
 void ReportBlock::Line(const char* label, const char* value) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s: %s=%s", mOwner, label, value);
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%s", mClassName, mFunction, label, value);
     TavuString line;
     line.Format("%s%s: %s\n", mIsFirst ? "" : "      ", label, value);
     Raw(line.c_str());

@@ -19,8 +19,8 @@ public:
         SPACE_LEFT, ///< the space that is left in it: a report fills about half, as clients know it
     };
 
-    /// `owner` names the display function in traces, as "Class::Function"; it must outlive the block.
-    ReportBlock(std::size_t size, SizeRule rule, const char* owner);
+    /// The names of the display function stand in the traces; they must outlive the block.
+    ReportBlock(std::size_t size, SizeRule rule, const char* className, const char* function);
 
     /// False when the buffer could not be had; nothing else may be called then.
     bool IsAllocated() const { return mText != nullptr; }
@@ -42,6 +42,7 @@ private:
     std::unique_ptr<char, Free> mText;
     std::size_t mSize;
     SizeRule mRule;
-    const char* mOwner;
+    const char* mClassName;
+    const char* mFunction;
     bool mIsFirst = true;
 };

@@ -74,10 +74,11 @@ VX_UINT32 PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, 
         TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::CmdListCommon: List is NULL");
         return RC_HOST_NOT_FOUND;
     }
-    WriteList(*self, format, [&] {
+    Document document(*self, format, FAMILY.className, __func__);
+    document.List([&] {
         ForEachFcPort(*host, [&](auto&, auto&, const _vexapi_protocol_t& protocol) {
             const PortIdentifier identifier(protocol.WWPN);
-            WriteStructure(*self, OUT_STRUCT_NAME, [&] { self->output_field(OUT_PORTS, identifier.text); });
+            document.Structure(OUT_STRUCT_NAME, [&] { document.Field(OUT_PORTS, identifier.text); });
             return true;
         });
     });
@@ -160,8 +161,9 @@ VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bo
 
 void PhysicalPortCmdsProcessor::DisplayUpdateNvram(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
                                                    bool rebootRequired) {
-    WriteFlat(*self, format, OUT_UPDATE_NVRAM, [&] {
-        self->output_field(OUT_REBOOT_REQUIRED, rebootRequired);
-        self->output_field(OUT_MESSAGE, ResultTextOf(RESULT_TEXTS, code));
+    Document document(*self, format, FAMILY.className, __func__);
+    document.Flat(OUT_UPDATE_NVRAM, [&] {
+        document.Field(OUT_REBOOT_REQUIRED, rebootRequired);
+        document.Field(OUT_MESSAGE, ResultTextOf(RESULT_TEXTS, code));
     });
 }

@@ -223,15 +223,16 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, F
 
 void PhysicalPortFECCmdsProcessor::DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec,
                                                   eOutputFormat format, RebootRequired reboot) {
-    WriteFieldReport(*self, format, OUT_NAMES, reboot, [&] {
-        self->output_field(OUT_FEC_STATUS, fec.status != 0 ? OUT_TRUE : OUT_FALSE);
+    Document document(*self, format, CLASS_NAME, __func__);
+    document.FieldReport(OUT_NAMES, reboot, [&] {
+        document.Field(OUT_FEC_STATUS, fec.status != 0 ? OUT_TRUE : OUT_FALSE);
         // The counters have 64 bits; the low 32 are shown.
-        self->output_field(OUT_CORRECTABLE_ERRORS, fec.entries->CorrectableFecErrors, INT_U32);
-        self->output_field(OUT_UNCORRECTABLE_ERRORS, fec.entries->UncorrectableFecErrors, INT_U32);
+        document.Field(OUT_CORRECTABLE_ERRORS, fec.entries->CorrectableFecErrors, INT_U32);
+        document.Field(OUT_UNCORRECTABLE_ERRORS, fec.entries->UncorrectableFecErrors, INT_U32);
     });
 }
 
 void PhysicalPortFECCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
                                                 RebootRequired reboot) {
-    WriteReportError(*self, format, OUT_NAMES, reboot, ResultTextOf(RESULT_TEXTS, code));
+    Document(*self, format, CLASS_NAME, __func__).ReportError(OUT_NAMES, reboot, ResultTextOf(RESULT_TEXTS, code));
 }
