@@ -89,25 +89,20 @@ void MainCmdsProcessor::destroyMainCmdsProcessor() {
 }
 
 VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
-    LibraryOutputRedirection redirection;
-    if (!redirection.Open()) {
-        TavuDebug::Print(TRACE_INFORMATION, "MainCmdsProcessor::%s: Failed to open /var/tmp/vexapi-output.log file",
-                         __func__);
-        return RC_FILE_ERROR;
-    }
     const char* value = std::getenv("ORFC_DEBUG_LEVEL");
     const long requested = value != nullptr ? std::strtol(value, nullptr, 10) : 0;
     const VX_UINT32 level = requested == LIBRARY_DEBUG_REQUEST ? LIBRARY_DEBUG_LEVEL : 0;
-    std::printf("FC ESXCLI Debug level = %ld\n", requested);
-    std::printf("VEXAPI Debug level = %d\n", static_cast<int>(level));
-    const VX_UINT32 status = VEXAPI_Initialize(level, 0);
-    VEXAPI_SetToolID(TOOL_ID);
-    VEXAPI_SetToolVersion(1, 3, 6, 0); // as TOOL_VERSION
-    redirection.Close();
-    TavuDebug::Print(TRACE_INFORMATION, "MainCmdsProcessor::%s: VEXAPI_Initialize=%d", __func__,
-                     static_cast<int>(status));
-    CreateSubFamilies("-t", FAMILIES);
-    return RC_SUCCESS;
+    const VX_UINT32 code = MakeLibraryCalls("MainCmdsProcessor", __func__, [&] {
+        std::printf("FC ESXCLI Debug level = %ld\n", requested);
+        std::printf("VEXAPI Debug level = %d\n", static_cast<int>(level));
+        TraceStatus("VEXAPI_Initialize", VEXAPI_Initialize(level, 0));
+        VEXAPI_SetToolID(TOOL_ID);
+        VEXAPI_SetToolVersion(1, 3, 6, 0); // as TOOL_VERSION
+    });
+    if (code == RC_SUCCESS) {
+        CreateSubFamilies("-t", FAMILIES);
+    }
+    return code;
 }
 
 VX_UINT32 MainCmdsProcessor::Uninitialize(TavuStringArray&) {

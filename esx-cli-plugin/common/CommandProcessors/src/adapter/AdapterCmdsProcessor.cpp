@@ -1,5 +1,6 @@
 #include "AdapterCmdsProcessor.h"
 
+#include "AdapterInfoCmdsProcessor.h"
 #include "BoundedText.h"
 #include "Document.h"
 #include "HostTree.h"
@@ -28,12 +29,18 @@ const Leaf AdapterCmdsProcessor::LEAVES[] = {
     {"listcli", "Discover list of Orvane adapters", 3, Text<"CmdListCli", CmdListCommon>, Usage},
 };
 
+const SubFamily AdapterCmdsProcessor::SUB_FAMILIES[] = {
+    {"info", "use this command to get Orvane Adapter info", CreateFamily<AdapterInfoCmdsProcessor>},
+};
+
 const FamilyDescription AdapterCmdsProcessor::FAMILY = {
     .className = "AdapterCmdsProcessor",
     .helpWord = "Adapter",
     .helpId = 2,
     .leaves = LEAVES,
     .usages = USAGES,
+    .subOption = "-s",
+    .subFamilies = SUB_FAMILIES,
 };
 
 VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
@@ -120,4 +127,9 @@ VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArra
     }
     TraceExiting(__func__);
     return RC_SUCCESS;
+}
+
+VX_UINT32 AdapterCmdsProcessor::GetFcPortFromAdapterString(const TavuStringArray& args, AdapterEntry& entry) {
+    const VX_UINT32 code = GetPhyPortFromAdapterString(args, entry);
+    return code == RC_SUCCESS && entry.fc == nullptr ? VX_UINT32{RC_ADAPTER_NOT_FOUND} : code;
 }

@@ -2,6 +2,15 @@
 
 #include "Family.h"
 
+/// An adapter with what its identifier resolves to.
+struct AdapterEntry {
+    _vexapi_adapter_t* adapter = nullptr;
+    _vexapi_phy_port_t* port = nullptr;
+    _vexapi_protocol_t* nic = nullptr;
+    _vexapi_protocol_t* fc = nullptr;
+    _vexapi_protocol_t* iscsi = nullptr;
+};
+
 /// `adapter`: lists the adapters and resolves their identifiers, "Adapter_<Model>_<SerialNumber>".
 class AdapterCmdsProcessor final : public Family<AdapterCmdsProcessor> {
 public:
@@ -18,9 +27,15 @@ public:
     static VX_UINT32 GetPhyPortFromAdapterString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
                                                  _vexapi_phy_port_t** port, _vexapi_protocol_t** nic,
                                                  _vexapi_protocol_t** fc, _vexapi_protocol_t** iscsi);
+    static VX_UINT32 GetPhyPortFromAdapterString(const TavuStringArray& args, AdapterEntry& entry) {
+        return GetPhyPortFromAdapterString(args, &entry.adapter, &entry.port, &entry.nic, &entry.fc, &entry.iscsi);
+    }
+    /// The same for commands that need an FC protocol: `RC_ADAPTER_NOT_FOUND` for an adapter without one.
+    static VX_UINT32 GetFcPortFromAdapterString(const TavuStringArray& args, AdapterEntry& entry);
 
 private:
     static const Leaf LEAVES[];
+    static const SubFamily SUB_FAMILIES[];
 
     static VX_UINT32 CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
 };

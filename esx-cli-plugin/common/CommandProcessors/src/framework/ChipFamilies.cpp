@@ -156,3 +156,7 @@ bool IsMezz32GAdapter(__CHIPPROPERTY chip) {
 bool IsMezz16GAdapter(__CHIPPROPERTY chip) {
     return IsOneOf(chip, {{0x2261, 0x1D0C, 0x2B8}});
 }
+
+bool IsUefiCapableAdapter(__CHIPPROPERTY chip) {
+    return IsLarchAdapter(chip) || IsAlderAdapter(chip) || IsBirchAdapter(chip);
+}

@@ -24,3 +24,6 @@ bool IsCedarAdapter(__CHIPPROPERTY chip);
 bool IsMapleAdapter(__CHIPPROPERTY chip);
 bool IsMezz32GAdapter(__CHIPPROPERTY chip);
 bool IsMezz16GAdapter(__CHIPPROPERTY chip);
+
+/// The UEFI-capable chips: Larch, Alder and Birch.
+bool IsUefiCapableAdapter(__CHIPPROPERTY chip);

@@ -21,13 +21,19 @@ void LibraryOutputRedirection::Close() {
     stdout = mSaved;
 }
 
-VX_UINT32 RefuseLibraryCall(const LibraryCall& what, const char* function) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Failed to open %s file%s", what.className, function, LIBRARY_LOG,
-                     what.purpose);
+VX_UINT32 RefuseLibraryCalls(const char* className, const char* function, const char* purpose) {
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Failed to open %s file%s", className, function, LIBRARY_LOG, purpose);
     return RC_FILE_ERROR;
 }
 
-VX_UINT32 FailLibraryCall(const LibraryCall& what, const char* function, VX_UINT32 status) {
+void TraceStatus(const char* libraryFunction, VX_UINT32 status) {
+    TavuDebug::Print(TRACE_INFORMATION, "%s=%d", libraryFunction, static_cast<int>(status));
+}
+
+VX_UINT32 ResultOf(const LibraryCall& what, const char* function, VX_UINT32 status) {
+    if (status == 0) {
+        return RC_SUCCESS;
+    }
     TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s err=%d", what.className, function, what.failed, static_cast<int>(status));
     return what.failureCode;
 }

@@ -21,7 +21,27 @@ private:
     FILE* mSaved = nullptr;
 };
 
-/// How the failures of a library call are told.
+/// Traces a redirection that can't be opened, with `purpose` behind it, and gives `RC_FILE_ERROR`.
+VX_UINT32 RefuseLibraryCalls(const char* className, const char* function, const char* purpose);
+
+/// Traces the status of a library function whose failure is no failure of the command.
+void TraceStatus(const char* libraryFunction, VX_UINT32 status);
+
+/// Makes library calls inside the redirection, when what they give is no matter of result codes. The names
+/// are the caller's, for the traces. `RC_FILE_ERROR`, with no call made, when the redirection can't be
+/// opened.
+template <typename Calls>
+VX_UINT32 MakeLibraryCalls(const char* className, const char* function, Calls calls, const char* purpose = "") {
+    LibraryOutputRedirection redirection;
+    if (!redirection.Open()) {
+        return RefuseLibraryCalls(className, function, purpose);
+    }
+    calls();
+    redirection.Close();
+    return RC_SUCCESS;
+}
+
+/// A library call whose failure ends the command.
 struct LibraryCall {
     const char* className; ///< the calling family, as its traces name it
     const char* purpose;   ///< behind the trace of a redirection that can't be opened, such as " before FEC read"
@@ -29,22 +49,17 @@ struct LibraryCall {
     VX_UINT32 failureCode; ///< result code of a failing status
 };
 
-/// Traces, and gives `RC_FILE_ERROR`.
-VX_UINT32 RefuseLibraryCall(const LibraryCall& what, const char* function);
-/// Traces, and gives the failure code.
-VX_UINT32 FailLibraryCall(const LibraryCall& what, const char* function, VX_UINT32 status);
+/// Traces a failing status and gives the failure code; `RC_SUCCESS` for status 0.
+VX_UINT32 ResultOf(const LibraryCall& what, const char* function, VX_UINT32 status);
 
-/// Makes a library call, or a tight group of them, inside the redirection. `call()` gives a status;
-/// `function` is the caller's name for the traces. `RC_SUCCESS` for status 0, `RC_FILE_ERROR` with no call
-/// made when the redirection can't be opened, else the failure code.
+/// Makes one library call, or a tight group of them, inside the redirection; `call()` gives a status.
+/// `RC_SUCCESS` for status 0, `RC_FILE_ERROR` with no call made when the redirection can't be opened, else
+/// the failure code.
 template <typename Call> VX_UINT32 CallLibrary(const LibraryCall& what, const char* function, Call call) {
-    LibraryOutputRedirection redirection;
-    if (!redirection.Open()) {
-        return RefuseLibraryCall(what, function);
-    }
-    const VX_UINT32 status = call();
-    redirection.Close();
-    return status == 0 ? VX_UINT32{RC_SUCCESS} : FailLibraryCall(what, function, status);
+    VX_UINT32 status = 0;
+    const VX_UINT32 code = MakeLibraryCalls(
+        what.className, function, [&] { status = call(); }, what.purpose);
+    return code == RC_SUCCESS ? ResultOf(what, function, status) : code;
 }
 
 /// Whether the change just made needs a reboot; true when the library can't answer. The caller decides

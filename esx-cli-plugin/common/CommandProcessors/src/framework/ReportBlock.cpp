@@ -11,10 +11,11 @@ ReportBlock::ReportBlock(std::size_t size, SizeRule rule, const char* className,
     }
 }
 
-void ReportBlock::Line(const char* label, const char* value) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%s", mClassName, mFunction, label, value);
+void ReportBlock::Line(const char* label, std::string_view value) {
+    const auto length = static_cast<int>(value.size());
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%.*s", mClassName, mFunction, label, length, value.data());
     TavuString line;
-    line.Format("%s%s: %s\n", mIsFirst ? "" : "      ", label, value);
+    line.Format("%s%s: %.*s\n", mIsFirst ? "" : "      ", label, length, value.data());
     Raw(line.c_str());
 }
 
@@ -24,7 +25,7 @@ void ReportBlock::LineF(const char* label, const char* format, ...) {
     va_start(arguments, format);
     value.FormatV(format, arguments);
     va_end(arguments);
-    Line(label, value.c_str());
+    Line(label, value);
 }
 
 void ReportBlock::Raw(const char* text) {

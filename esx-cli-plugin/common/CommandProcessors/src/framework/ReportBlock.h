@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string_view>
 
 /// A report of many lines in one bounded buffer. The first line begins at once, because in text form it
 /// stands behind the label "Data"; all others are indented with six blanks. A line that the size rule
@@ -26,7 +27,7 @@ public:
     bool IsAllocated() const { return mText != nullptr; }
 
     /// Adds "LABEL: VALUE", with its line end.
-    void Line(const char* label, const char* value);
+    void Line(const char* label, std::string_view value);
     /// The same with a value formatted as `printf` does.
     void LineF(const char* label, const char* format, ...) __attribute__((format(printf, 3, 4)));
     /// Adds a text as it stands: no indentation, no line end. It counts as a line.

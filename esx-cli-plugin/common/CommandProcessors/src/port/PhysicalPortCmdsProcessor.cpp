@@ -4,6 +4,7 @@
 #include "HostTree.h"
 #include "LibraryCall.h"
 #include "PhysicalPortFECCmdsProcessor.h"
+#include "PhysicalPortInfoCmdsProcessor.h"
 
 #include <cstring>
 
@@ -49,6 +50,7 @@ const Leaf PhysicalPortCmdsProcessor::LEAVES[] = {
 };
 
 const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
+    {"info", "use this command to get Orvane Fibre Channel Port's info", CreateFamily<PhysicalPortInfoCmdsProcessor>},
     {"fec", "use this command to get/set Orvane Fibre Channel Port's FEC info",
      CreateFamily<PhysicalPortFECCmdsProcessor>},
 };
@@ -137,13 +139,11 @@ VX_UINT32 PhysicalPortCmdsProcessor::CmdUpdateNvramCommon(MultipleCmdsProcessor*
 
 /// The command but for its document. `rebootRequired` is only written on success.
 VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bool& rebootRequired) {
-    _vexapi_adapter_t* adapter = nullptr;
-    _vexapi_phy_port_t* port = nullptr;
-    _vexapi_protocol_t* protocol = nullptr;
-    if (const VX_UINT32 code = GetPhyPortFromPortString(args, &adapter, &port, &protocol); code != RC_SUCCESS) {
+    PortEntry entry;
+    if (const VX_UINT32 code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
-    if (IsVirtualPort(*protocol)) {
+    if (IsVirtualPort(*entry.protocol)) {
         return RC_NOT_SUPPORTED_FOR_VPORT;
     }
     const char* path = ArgText(args, 1);
@@ -151,8 +151,8 @@ VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bo
         TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: NVRAM file [%s] does not exist", __func__, path);
         return RC_FILE_ERROR;
     }
-    const VX_UINT32 code = CallLibrary(UPDATE_NVRAM, __func__,
-                                       [&] { return VEXAPI_UpdateAdapterNVRAMFromFile(&protocol->PortHandle, path); });
+    const VX_UINT32 code = CallLibrary(
+        UPDATE_NVRAM, __func__, [&] { return VEXAPI_UpdateAdapterNVRAMFromFile(&entry.protocol->PortHandle, path); });
     if (code == RC_SUCCESS) {
         rebootRequired = IsRebootRequired();
     }

@@ -3,6 +3,13 @@
 #include "Document.h"
 #include "Family.h"
 
+/// A port with the records around it.
+struct PortEntry {
+    _vexapi_adapter_t* adapter = nullptr;
+    _vexapi_phy_port_t* port = nullptr;
+    _vexapi_protocol_t* protocol = nullptr;
+};
+
 /// `port`: lists the FC and FCoE ports, resolves their identifiers, "FC_<WWPN>", and writes NVRAM files.
 class PhysicalPortCmdsProcessor final : public Family<PhysicalPortCmdsProcessor> {
 public:
@@ -16,6 +23,9 @@ public:
     /// nothing, `RC_HOST_NOT_FOUND` without an adapter list. The pointers are only written on success.
     static VX_UINT32 GetPhyPortFromPortString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
                                               _vexapi_phy_port_t** port, _vexapi_protocol_t** protocol);
+    static VX_UINT32 GetPhyPortFromPortString(const TavuStringArray& args, PortEntry& entry) {
+        return GetPhyPortFromPortString(args, &entry.adapter, &entry.port, &entry.protocol);
+    }
 
 private:
     static const Leaf LEAVES[];

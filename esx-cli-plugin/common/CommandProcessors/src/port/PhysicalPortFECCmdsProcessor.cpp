@@ -6,6 +6,7 @@
 #include "HostTree.h"
 #include "LibraryCall.h"
 #include "PhysicalPortCmdsProcessor.h"
+#include "ReportTexts.h"
 
 namespace {
 
@@ -15,8 +16,6 @@ constexpr ReportNames OUT_NAMES = {"FECInfo", "FEC", "FECList"};
 constexpr char OUT_FEC_STATUS[] = "FEC_Status";
 constexpr char OUT_CORRECTABLE_ERRORS[] = "Correctable FEC errors";
 constexpr char OUT_UNCORRECTABLE_ERRORS[] = "Uncorrectable FEC errors";
-constexpr char OUT_TRUE[] = "true";
-constexpr char OUT_FALSE[] = "false";
 
 constexpr CodeText RESULT_TEXTS[] = {
     {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
@@ -152,9 +151,9 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecStat
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args, FecState& fec) {
-    _vexapi_adapter_t* adapter = nullptr;
-    _vexapi_phy_port_t* port = nullptr;
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, &adapter, &port, &fec.protocol);
+    PortEntry entry;
+    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
+    fec.protocol = entry.protocol;
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -162,7 +161,7 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args,
         return RC_NOT_SUPPORTED_FOR_VPORT;
     }
     const __CHIPPROPERTY chip = fec.protocol->ChipProperty;
-    if (!IsRowanFCAdapter(chip) && !IsLarchAdapter(chip) && !IsAlderAdapter(chip) && !IsBirchAdapter(chip)) {
+    if (!IsRowanFCAdapter(chip) && !IsUefiCapableAdapter(chip)) {
         TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
         return RC_FEATURE_NOT_SUPPORTED;
     }

@@ -1,0 +1,213 @@
+#include "PhysicalPortInfoCmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "LibraryCall.h"
+#include "ReportTexts.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortInfoCmdsProcessor";
+
+constexpr ReportNames OUT_NAMES = {"PortInformation", "PortInfo", "PortInfoList"};
+constexpr std::size_t REPORT_SIZE = 4096;
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
+
+/// Bits of `PciMaxLink` and `PciNegotiatedLink`.
+constexpr unsigned LinkSpeedCode(VX_UINT16 link) {
+    return link & 0xF;
+}
+constexpr unsigned LinkWidthCode(VX_UINT16 link) {
+    return link >> 4 & 0x3F;
+}
+
+constexpr CodeText LINK_WIDTHS[] = {{1, "x1"}, {2, "x2"}, {4, "x4"}, {8, "x8"}, {16, "x16"}, {24, "x32"}};
+constexpr CodeText LINK_SPEEDS[] = {
+    {1, "2.5 Gtps"}, {2, "5 Gtps"}, {3, "8 Gtps"}, {4, "16 Gtps"}, {8, "32 Gtps"},
+};
+constexpr CodeText INTERFACE_TYPES[] = {{1, "Physical Port"}, {3, "NPIV Virtual Port"}};
+constexpr CodeText PROTOCOL_TYPES[] = {{0, "FC"}, {1, "FCoE"}, {2, "NIC"}, {3, "ISCSI"}};
+constexpr CodeText PORT_TYPES[] = {
+    {1, "Node Port"},           {2, "Loop Port"},      {3, "Fabric Private Loop Port"},
+    {4, "Node Or Loop Port"},   {5, "Fabric Port"},    {6, "Fabric Public Loop Port"},
+    {7, "Loop Transport Port"}, {8, "Expansion Port"}, {9, "Bridge Port"},
+};
+constexpr CodeText CONNECTION_MODES[] = {{1, "Point to Point"}, {2, "Loop"}};
+constexpr CodeText PORT_SPEEDS[] = {
+    {1, "1 Gbps"},   {2, "2 Gbps"},   {4, "4 Gbps"},   {8, "8 Gbps"},
+    {16, "10 Gbps"}, {22, "16 Gbps"}, {50, "32 Gbps"}, {100, "64 Gbps"},
+};
+/// Bits of `SupportedSpeeds`, the first set one counting: 10 Gbps stands ahead of 8, and 1 and 2 Gbps count
+/// for nothing.
+constexpr CodeText MAXIMUM_SPEEDS[] = {
+    {0x80, "64 Gbps"}, {0x40, "32 Gbps"}, {0x20, "16 Gbps"}, {0x04, "10 Gbps"}, {0x10, "8 Gbps"}, {0x08, "4 Gbps"},
+};
+/// The same bits in the order of the list of supported speeds, where 10 stands behind 8.
+constexpr CodeText SUPPORTED_SPEEDS[] = {
+    {0x01, "1 "}, {0x02, "2 "}, {0x08, "4 "}, {0x10, "8 "}, {0x04, "10 "}, {0x20, "16 "}, {0x40, "32 "}, {0x80, "64 "},
+};
+
+const char* MaximumSpeed(VX_UINT8 speeds) {
+    const auto* row = std::find_if(std::begin(MAXIMUM_SPEEDS), std::end(MAXIMUM_SPEEDS),
+                                   [speeds](const CodeText& speed) { return (speeds & speed.code) != 0; });
+    return row != std::end(MAXIMUM_SPEEDS) ? row->text : OUT_UNKNOWN;
+}
+
+/// "1 2 4 … Gbps"; an empty mask still gives the unit.
+TavuString SupportedSpeeds(VX_UINT8 speeds) {
+    TavuString text;
+    for (const CodeText& speed : SUPPORTED_SPEEDS) {
+        text += (speeds & speed.code) != 0 ? speed.text : "";
+    }
+    return text + "Gbps";
+}
+
+/// 32 digits, or "NA" when all bytes are zero.
+TavuString HostIdText(const VX_UINT8 (&id)[16]) {
+    if (IsZero(id)) {
+        return OUT_NA;
+    }
+    TavuString text;
+    for (const VX_UINT8 byte : id) {
+        TavuString digits;
+        digits.Format("%02x", byte);
+        text += digits;
+    }
+    return text;
+}
+
+/// The state of a lockdown reads "false" whatever it is as long as its status is 0: clients know it so.
+const char* LockdownText(VX_UINT32 status) {
+    static constexpr CodeText TEXTS[] = {
+        {0, OUT_FALSE},
+        {118, "Unsupported Driver"},
+        {134, "Unsupported Firmware"},
+    };
+    return TextOf(TEXTS, status, OUT_UNKNOWN);
+}
+
+} // namespace
+
+const Leaf PhysicalPortInfoCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane Physical Port information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"getcli", "get Orvane Physical Port information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+};
+
+const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "port info",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+};
+
+VX_UINT32 PhysicalPortInfoCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                      eOutputFormat format) {
+    TraceEntered(__func__);
+    PortEntry entry;
+    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
+    PortRecords records;
+    if (code == RC_SUCCESS) {
+        code = MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+            VX_PORT_HANDLE* const handle = &entry.protocol->PortHandle;
+            TraceStatus("VEXAPI_GetAdapterAsicBoardTemperature",
+                        VEXAPI_GetAdapterAsicBoardTemperature(handle, &records.temperature));
+            TraceStatus("VEXAPI_GetLockdownStatus", VEXAPI_GetLockdownStatus(handle, &records.lockdown));
+            TraceStatus("VEXAPI_GetFlashComponentVersion",
+                        VEXAPI_GetFlashComponentVersion(handle, &records.components));
+        });
+    }
+    if (code != RC_SUCCESS) {
+        DisplayError(self, code, format);
+        return code;
+    }
+    DisplayPortInfo(self, entry, records, format);
+    TraceExiting(__func__);
+    return RC_SUCCESS;
+}
+
+void PhysicalPortInfoCmdsProcessor::DisplayPortInfo(MultipleCmdsProcessor* self, const PortEntry& entry,
+                                                    const PortRecords& records, eOutputFormat format) {
+    ReportBlock block(REPORT_SIZE, ReportBlock::SizeRule::FULL, CLASS_NAME, __func__);
+    if (!block.IsAllocated()) {
+        DisplayError(self, RC_NO_MEMORY, format);
+        return;
+    }
+    const _vexapi_protocol_t& protocol = *entry.protocol;
+    const __CHIPPROPERTY chip = protocol.ChipProperty;
+    const bool isUefiCapable = IsUefiCapableAdapter(chip);
+    const _VEXAPI_FlashComponentVersion& flash = records.components;
+
+    block.Line("Model", OrNa(BoundedText(entry.adapter->Model)));
+    block.LineF("Port Number", "%u", entry.port->PortNumber);
+    block.LineF("PCI Bus Number", "0x%x", protocol.PciBusNumber);
+    block.LineF("PCI Device Number", "0x%x", protocol.PciDeviceNumber);
+    block.LineF("PCI Function Number", "0x%x", protocol.PciFunctionNumber);
+    block.Line("PCI Bus Max Width", TextOf(LINK_WIDTHS, LinkWidthCode(chip.PciMaxLink), OUT_UNKNOWN));
+    block.Line("PCI Bus Negotiated Width", TextOf(LINK_WIDTHS, LinkWidthCode(chip.PciNegotiatedLink), OUT_UNKNOWN));
+    block.Line("PCI Bus Max Speed", TextOf(LINK_SPEEDS, LinkSpeedCode(chip.PciMaxLink), OUT_UNKNOWN));
+    block.Line("PCI Bus Negotiated Speed", TextOf(LINK_SPEEDS, LinkSpeedCode(chip.PciNegotiatedLink), OUT_UNKNOWN));
+    block.Line("Driver Version", BoundedText(protocol.DriverVersion));
+    if (isUefiCapable) {
+        block.Line("Host NQN", OrNa(BoundedText(protocol.HostNQN)));
+        block.Line("Host ID", HostIdText(protocol.HostId));
+    }
+    block.Line("Node Name", WwnText(protocol.WWNN));
+    block.Line("Port Name", WwnText(protocol.WWPN));
+    block.Line("Principal Fabric WWN", WwnText(protocol.PrincipalFabricWWN));
+    block.Line("Adjacent Fabric WWN", WwnText(protocol.AdjacentFabricWWN));
+    block.Line("Maximum Speed", MaximumSpeed(protocol.SupportedSpeeds));
+    block.Line("Supported Speeds", SupportedSpeeds(protocol.SupportedSpeeds));
+    block.Line("Port Interface Type", TextOf(INTERFACE_TYPES, protocol.PortInterfaceType, OUT_UNKNOWN));
+    block.Line("Protocol Type", TextOf(PROTOCOL_TYPES, protocol.ProtocolType, OUT_UNKNOWN));
+    block.Line("Port Type", TextOf(PORT_TYPES, protocol.PortType, OUT_UNKNOWN));
+    block.Line("Port State", TextOf(PORT_STATE_TEXTS, protocol.PortState, OUT_UNKNOWN));
+    block.Line("Port Connection Mode", TextOf(CONNECTION_MODES, protocol.PortConnectionMode, OUT_UNKNOWN));
+    block.Line("Port Speed", TextOf(PORT_SPEEDS, protocol.PortSpeed, OUT_UNKNOWN));
+    block.Line("Port ID", PortIdText(protocol.PortId));
+    if (isUefiCapable || IsRowanAdapter(chip)) {
+        // Below zero it prints as the large unsigned number that the same bits make: clients know it so.
+        block.LineF("Temperature In Celsius", "%u", static_cast<unsigned>(int{records.temperature.Temperature}));
+    }
+    block.Line("Flash Firmware Version", ImageVersionText(protocol.FlashFwVersion));
+    block.Line("Flash BIOS Version", OrNa(BoundedText(protocol.BiosVersion)));
+    block.Line("Flash FCode Version", ImageVersionText(protocol.FlashFCodeVersion));
+    block.Line("Flash EFI Version", ImageVersionText(protocol.FlashEfiVersion));
+    block.Line("Flash Preload Firmware Area Version", ImageVersionText(flash.PreloadFwArea));
+    block.Line("Flash FC Board Config Version", ImageVersionText(flash.FcBoardConfig));
+    if (isUefiCapable) {
+        block.Line("Flash MPI Firmware Version", ImageVersionText(flash.MpiFirmware));
+        block.Line("Flash PEP Firmware Version", ImageVersionText(flash.PepFirmware));
+        block.Line("Flash PEP Board Config Version", ImageVersionText(flash.PepBoardConfig));
+        // The label of the absent case differs from that of the present one: clients match on it.
+        block.Line(IsAbsent(flash.PepSoftRom) ? "Flash MPI SoftROM Version" : "Flash PEP SoftROM Version",
+                   ImageVersionText(flash.PepSoftRom));
+    }
+    if (IsBirchAdapter(chip)) {
+        block.Line("Flash MPI SoftROM Version", ImageVersionText(flash.MpiSoftRom));
+        block.Line("Flash PCIE Serdes Version", ImageVersionText(flash.PcieSerdes));
+    }
+    block.Line("Running Firmware Version", OrNa(BoundedText(protocol.RunningFwVersion)));
+    if (isUefiCapable) {
+        block.Line("Running MPI Firmware Version", VersionText(protocol.RunningMpiFwVersion));
+        block.Line("Running PEP Firmware Version", VersionText(protocol.RunningPepFwVersion));
+        block.Line("Config Lockdown", LockdownText(records.lockdown.ConfigStatus));
+        block.Line("Firmware Update Lockdown", LockdownText(records.lockdown.FirmwareStatus));
+        block.Line("MPI Lockdown", LockdownText(records.lockdown.MpiStatus));
+    }
+    Document(*self, format, CLASS_NAME, __func__).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, block);
+}
+
+void PhysicalPortInfoCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+    Document(*self, format, CLASS_NAME, __func__)
+        .ReportError(OUT_NAMES, REBOOT_NOT_SHOWN, ResultTextOf(RESULT_TEXTS, code));
+}
