@@ -1,0 +1,37 @@
+"""What both measurements share: where things lie, and one timed run of a program."""
+import argparse
+import pathlib
+import subprocess
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+def parser(description):
+    result = argparse.ArgumentParser(description=description)
+    result.add_argument("--build", type=pathlib.Path, default=ROOT / "build/release", help="the build folder")
+    return result
+
+
+class Programs:
+    """The programs of a build, all over the in-memory host."""
+
+    def __init__(self, build, ports=2):
+        build = build.resolve()
+        self.tool = str(build / "orfc-esxcli")
+        self.empty = str(build / "bench/empty_program")
+        self.host_only = str(build / "bench/host_only")
+        self.stopwatch = str(build / "bench/stopwatch")
+        self.environment = {
+            "PATH": "/usr/bin:/bin",
+            "LD_LIBRARY_PATH": str(build / "bench/memory_host"),
+            "VEXAPI_BENCH_PORTS": str(ports),
+        }
+
+    def run(self, command, output=subprocess.DEVNULL):
+        """Runs a command. Gives its wall time in seconds and its peak memory in KiB."""
+        run = subprocess.run([self.stopwatch, *command], env=self.environment, stdout=output, stderr=subprocess.PIPE,
+                             text=True)
+        if run.returncode != 0:
+            raise SystemExit(f"{' '.join(command)}: {run.stderr}")
+        nanoseconds, kibibytes = run.stderr.split()
+        return int(nanoseconds) / 1e9, int(kibibytes)

@@ -1,0 +1,32 @@
+/// @file
+/// Times a command: `stopwatch COMMAND [ARGUMENT...]` runs it and prints its wall time in nanoseconds and its
+/// peak memory in KiB on standard error. A small program starts it, since a child inherits the peak of the
+/// process that it is made of.
+#define _GNU_SOURCE
+#include <spawn.h>
+#include <stdio.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <time.h>
+
+extern char** environ;
+
+static long long Now(void) {
+    struct timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec * 1000000000LL + now.tv_nsec;
+}
+
+int main(int argc, char** argv) {
+    pid_t child = 0;
+    int status = 0;
+    struct rusage usage;
+    const long long begin = Now();
+    if (argc < 2 || posix_spawn(&child, argv[1], NULL, NULL, argv + 1, environ) != 0 ||
+        wait4(child, &status, 0, &usage) != child || status != 0) {
+        fprintf(stderr, "the command failed\n");
+        return 1;
+    }
+    fprintf(stderr, "%lld %ld\n", Now() - begin, usage.ru_maxrss);
+    return 0;
+}
