@@ -1,0 +1,11 @@
+/// @file
+/// The library's interface with its functions exported. Every source of the simulator includes the
+/// interface through this file: all other symbols stay hidden.
+#ifndef SIMULATOR_API_H
+#define SIMULATOR_API_H
+
+#pragma GCC visibility push(default)
+#include "vexapi.h"
+#pragma GCC visibility pop
+
+#endif

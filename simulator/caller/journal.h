@@ -1,0 +1,16 @@
+/// @file
+/// The journal of calls: the variable VEXAPI_SIM_JOURNAL.
+#ifndef SIMULATOR_CALLER_JOURNAL_H
+#define SIMULATOR_CALLER_JOURNAL_H
+
+#include "description/fields.h"
+
+namespace sim {
+
+/// Appends one JSON line to the journal with a single write, when there is a journal. A journal that can't
+/// be written is complained about on standard error, once.
+void writeJournal(const Json& line);
+
+} // namespace sim
+
+#endif

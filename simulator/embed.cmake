@@ -1,0 +1,30 @@
+# Writes a C++ source that holds files as byte arrays.
+#   OUTPUT     the source to write
+#   DIRECTORY  where the files are
+#   NAMES      their names, separated by "|"
+string(REPLACE "|" ";" names "${NAMES}")
+set(arrays "")
+set(table "")
+set(number 0)
+foreach(name IN LISTS names)
+    file(READ "${DIRECTORY}/${name}" hex HEX)
+    string(REGEX REPLACE "(..)" "'\\\\x\\1'," bytes "${hex}")
+    string(APPEND arrays "constexpr char file${number}[] = {${bytes}};\n")
+    string(APPEND table "    {\"${name}\", {file${number}, sizeof file${number}}},\n")
+    math(EXPR number "${number} + 1")
+endforeach()
+file(WRITE "${OUTPUT}" "#include \"description/files.h\"
+
+namespace sim {
+namespace {
+
+${arrays}
+constexpr EmbeddedFile files[] = {
+${table}};
+
+} // namespace
+
+std::span<const EmbeddedFile> labFiles() { return files; }
+
+} // namespace sim
+")
