@@ -1,14 +1,19 @@
 #include "AdapterCmdsProcessor.h"
 
+#include "AdapterFlashInfoCmdsProcessor.h"
 #include "AdapterInfoCmdsProcessor.h"
+#include "AdapterPersonalityCmdsProcessor.h"
 #include "BoundedText.h"
 #include "Document.h"
+#include "FlashUpdate.h"
 #include "HostTree.h"
+#include "LibraryCall.h"
 
 namespace {
 
 constexpr char OUT_STRUCT_NAME[] = "AdapterList";
 constexpr char OUT_ADAPTERS[] = "Adapters";
+constexpr char OUT_FLASH_UPDATE[] = "FlashUpdate";
 
 constexpr UsageText USAGES[] = {
     {3, "Usage: list\r\n"},
@@ -25,12 +30,18 @@ template <std::size_t N> bool EqualsNoCase(const char (&array)[N], const TavuStr
 
 const Leaf AdapterCmdsProcessor::LEAVES[] = {
     {"list", "Discover list of Orvane adapters", 0, Xml<"CmdList", CmdListCommon>, nullptr},
+    {"update", "Update firmware on the Orvane Adapter", 1, Xml<"CmdUpdate", CmdUpdateCommon>, nullptr},
     {"help", "List of available commands", 2, CmdHelp, Usage},
     {"listcli", "Discover list of Orvane adapters", 3, Text<"CmdListCli", CmdListCommon>, Usage},
+    {"updatecli", "Update firmware on the Orvane Adapter", 4, Text<"CmdUpdateCli", CmdUpdateCommon>, Usage},
 };
 
 const SubFamily AdapterCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane Adapter info", CreateFamily<AdapterInfoCmdsProcessor>},
+    {"personality", "use this command to get/set Orvane Adapter personality",
+     CreateFamily<AdapterPersonalityCmdsProcessor>},
+    {"flashinfo", "use this command to get Orvane Adapter flash information",
+     CreateFamily<AdapterFlashInfoCmdsProcessor>},
 };
 
 const FamilyDescription AdapterCmdsProcessor::FAMILY = {
@@ -45,7 +56,6 @@ const FamilyDescription AdapterCmdsProcessor::FAMILY = {
 
 VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                               eOutputFormat format) {
-    TraceEntered(__func__);
     if (IsInvokingHelp(ArgText(args, 0))) {
         return RC_HELP_REQUESTED;
     }
@@ -65,14 +75,13 @@ VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuS
             });
         }
     });
-    TraceExiting(__func__);
     return RC_SUCCESS;
 }
 
 VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
                                                             _vexapi_phy_port_t** port, _vexapi_protocol_t** nic,
                                                             _vexapi_protocol_t** fc, _vexapi_protocol_t** iscsi) {
-    TraceEntered(__func__);
+    TavuDebug::Print(TRACE_INFORMATION, "AdapterCmdsProcessor::%s: Entered", __func__);
     const TavuString identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier.c_str())) {
         return RC_HELP_REQUESTED;
@@ -125,11 +134,67 @@ VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArra
     if (*adapter == nullptr || *port == nullptr || (*nic == nullptr && *fc == nullptr && *iscsi == nullptr)) {
         return RC_INVALID_PARAMETER;
     }
-    TraceExiting(__func__);
+    TavuDebug::Print(TRACE_INFORMATION, "AdapterCmdsProcessor::%s: Exiting", __func__);
     return RC_SUCCESS;
 }
 
 VX_UINT32 AdapterCmdsProcessor::GetFcPortFromAdapterString(const TavuStringArray& args, AdapterEntry& entry) {
     const VX_UINT32 code = GetPhyPortFromAdapterString(args, entry);
     return code == RC_SUCCESS && entry.fc == nullptr ? VX_UINT32{RC_ADAPTER_NOT_FOUND} : code;
+}
+
+VX_UINT32 AdapterCmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                eOutputFormat format) {
+    bool reboot = false;
+    const VX_UINT32 code = Update(args, reboot);
+    DisplayUpdateInfo(self, code, format, reboot);
+    return code;
+}
+
+/// The command but for its document. `reboot` is only written on success.
+VX_UINT32 AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboot) {
+    if (args.size() < 3) {
+        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Invalid number of arguments", __func__);
+        return RC_PARAM_ERROR;
+    }
+    AdapterEntry entry;
+    if (const VX_UINT32 code = GetPhyPortFromAdapterString(args, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    const char* path = ArgText(args, 1);
+    if (!FileExists(path)) {
+        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Firmware file [%s] does not exist", __func__, path);
+        return RC_FILE_ERROR;
+    }
+    LibraryOutputRedirection redirection;
+    if (!redirection.Open()) {
+        return RefuseLibraryCalls("AdapterCmdsProcessor", __func__, "");
+    }
+    // A bad kind is no usage error but a failed update, as is an adapter without an FC protocol.
+    const FlashImageKind* kind = entry.fc != nullptr ? FindFlashImageKind(ArgText(args, 2)) : nullptr;
+    if (kind != nullptr && !kind->isAllowed(entry.fc->ChipProperty)) {
+        // The redirection stays open: the document goes into the library's log, and clients see nothing.
+        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: %s not supported for this adapter", __func__,
+                         kind->word);
+        return RC_FEATURE_NOT_SUPPORTED;
+    }
+    const VX_UINT32 status = kind != nullptr ? kind->write(&entry.fc->PortHandle, path) : FLASH_STATUS_NONE;
+    redirection.Close();
+    if (status != FLASH_STATUS_DONE && status != FLASH_STATUS_REBOOT_NEEDED) {
+        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Update operation failed. uReturnCode=%d", __func__,
+                         static_cast<int>(status));
+        return FlashUpdateResult(status);
+    }
+    TavuDebug::Print(TRACE_INFORMATION, "AdapterCmdsProcessor::%s: Update operation successful", __func__);
+    reboot = status == FLASH_STATUS_REBOOT_NEEDED || !kind->runsAtOnce(entry.fc->ChipProperty);
+    return RC_SUCCESS;
+}
+
+void AdapterCmdsProcessor::DisplayUpdateInfo(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
+                                             bool reboot) {
+    Document document(*self, format, FAMILY.className, __func__);
+    document.Flat(OUT_FLASH_UPDATE, [&] {
+        document.Field(OUT_REBOOT_REQUIRED, reboot);
+        document.Field(OUT_MESSAGE, FlashUpdateText(code));
+    });
 }

@@ -11,7 +11,7 @@ struct AdapterEntry {
     _vexapi_protocol_t* iscsi = nullptr;
 };
 
-/// `adapter`: lists the adapters and resolves their identifiers, "Adapter_<Model>_<SerialNumber>".
+/// `adapter`: lists the adapters, writes their flash and resolves their identifiers, "Adapter_<Model>_<SerialNumber>".
 class AdapterCmdsProcessor final : public Family<AdapterCmdsProcessor> {
 public:
     using Family::Family;
@@ -37,5 +37,8 @@ private:
     static const Leaf LEAVES[];
     static const SubFamily SUB_FAMILIES[];
 
+    static VX_UINT32 CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static VX_UINT32 Update(const TavuStringArray& args, bool& reboot);
+    static void DisplayUpdateInfo(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format, bool reboot);
     static VX_UINT32 CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
 };

@@ -11,16 +11,16 @@ public:
     static const FamilyDescription FAMILY;
 
 private:
-    /// What the library is asked for; a record that it fails to fill stays zero.
-    struct FlashRecords {
+    /// A record that the library fails to fill stays zero.
+    struct AdapterInfo {
+        AdapterEntry entry;
         _VEXAPI_FlashComponentVersion components{};
         VX_SFlashMemoBlock memo{};
     };
 
-    static const Leaf LEAVES[];
+    static VX_UINT32 Get(const TavuStringArray& args, AdapterInfo& info);
+    static void DisplayAdapterInfo(MultipleCmdsProcessor* self, const AdapterInfo& info, eOutputFormat format);
 
-    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static void DisplayAdapterInfo(MultipleCmdsProcessor* self, const AdapterEntry& entry, const FlashRecords& flash,
-                                   eOutputFormat format);
-    static void DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format);
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayAdapterInfo, DisplayError>;
+    static const Leaf LEAVES[];
 };

@@ -24,6 +24,13 @@ struct ReportNames {
     const char* list;
 };
 
+/// A data-block report: its frame, the size of its block and the rule by which the block fills.
+struct BlockShape {
+    ReportNames names;
+    std::size_t size;
+    ReportBlock::SizeRule rule;
+};
+
 /// One document of a command. Each shape exists once, takes its names, and closes what it opens:
 ///
 /// Flat:    a structure with fields.

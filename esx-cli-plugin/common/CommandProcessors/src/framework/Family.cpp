@@ -1,5 +1,7 @@
 #include "Family.h"
 
+#include <string_view>
+
 VX_UINT32 ShowFamilyHelp(MultipleCmdsProcessor* self, TavuStringArray& args, const char* helpWord) {
     Output(OUTPUT_HEADING,
            "\r\nFollowing is the list of available commands in the %s command mode.\r\n"
@@ -18,4 +20,21 @@ VX_UINT32 ShowUsage(std::span<const UsageText> usages, VX_UINT32 cmdId) {
         }
     }
     return RC_NO_USAGE;
+}
+
+VX_UINT32 RunCommon(const char* className, const char* name, CommonFunction common, MultipleCmdsProcessor* self,
+                    TavuStringArray& args, Serializer::eOutputFormat format) {
+    // The common function is named after the plain leaf's.
+    std::string_view stem = name;
+    if (stem.ends_with("Cli")) {
+        stem.remove_suffix(3);
+    }
+    const auto length = static_cast<int>(stem.size());
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Entered", className, name);
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%.*sCommon: Entered", className, length, stem.data());
+    const VX_UINT32 code = common(self, args, format);
+    if (code == RC_SUCCESS) {
+        TavuDebug::Print(TRACE_INFORMATION, "%s::%.*sCommon: Exiting", className, length, stem.data());
+    }
+    return code;
 }

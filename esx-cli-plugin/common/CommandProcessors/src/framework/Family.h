@@ -6,7 +6,9 @@
 /// members; they get the family object as `self` and use it as their serializer.
 #pragma once
 
+#include "CodeTable.h"
 #include "Console.h"
+#include "Document.h"
 #include "MultipleCmdsProcessor.h"
 #include "ResultCodes.h"
 #include "TavuDebug.h"
@@ -26,6 +28,8 @@ struct FamilyDescription {
     VX_UINT32 helpId;      ///< id of its `help` leaf
     std::span<const Leaf> leaves;
     std::span<const UsageText> usages = {};
+    std::span<const CodeText> resultTexts = {}; ///< "Message" of a result code, in this family's words
+    ReportNames report = {};                    ///< of a family whose documents are reports
     const char* subOption = "";
     std::span<const SubFamily> subFamilies = {};
 };
@@ -39,6 +43,11 @@ VX_UINT32 ShowUsage(std::span<const UsageText> usages, VX_UINT32 cmdId);
 /// The whole of a command; `format` is what distinguishes a plain leaf from its `cli` twin.
 using CommonFunction = VX_UINT32 (*)(MultipleCmdsProcessor* self, TavuStringArray& args,
                                      Serializer::eOutputFormat format);
+
+/// Runs a common function for the command function `name`, and traces both: a command that fails does not
+/// exit in the traces.
+VX_UINT32 RunCommon(const char* className, const char* name, CommonFunction common, MultipleCmdsProcessor* self,
+                    TavuStringArray& args, Serializer::eOutputFormat format);
 
 /// A literal as a template argument.
 template <std::size_t Size> struct FixedText {
@@ -76,20 +85,61 @@ protected:
     /// Command function `Name` of a plain leaf: `common` as an XML document.
     template <FixedText Name, CommonFunction common>
     static VX_UINT32 Xml(MultipleCmdsProcessor* self, TavuStringArray& args) {
-        TraceEntered(Name.text);
-        return common(self, args, FORMAT_XML);
+        return RunCommon(Self::FAMILY.className, Name.text, common, self, args, FORMAT_XML);
     }
     /// Command function `Name` of a `cli` leaf: `common` as text.
     template <FixedText Name, CommonFunction common>
     static VX_UINT32 Text(MultipleCmdsProcessor* self, TavuStringArray& args) {
-        TraceEntered(Name.text);
-        return common(self, args, FORMAT_TEXT);
+        return RunCommon(Self::FAMILY.className, Name.text, common, self, args, FORMAT_TEXT);
     }
 
-    static void TraceEntered(const char* function) {
-        TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Entered", Self::FAMILY.className, function);
+    /// Message of a result code.
+    static const char* ResultText(VX_UINT32 code) { return ResultTextOf(Self::FAMILY.resultTexts, code); }
+
+    /// The error form of the family's report.
+    static void DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+        DisplayReportError(self, code, format, REBOOT_NOT_SHOWN);
     }
-    static void TraceExiting(const char* function) {
-        TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Exiting", Self::FAMILY.className, function);
+    /// The same for a command that may write to the adapter: "Reboot Required" is false.
+    static void DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+        DisplayReportError(self, code, format, false);
     }
+    /// A data-block report, whose lines `fill(block)` writes; `function` is the caller's name for the traces.
+    /// Without memory for the block it shows that failure, and the command's result stays.
+    template <typename Fill>
+    static void DisplayBlock(MultipleCmdsProcessor* self, eOutputFormat format, const char* function,
+                             const BlockShape& shape, Fill fill) {
+        ReportBlock block(shape.size, shape.rule, Self::FAMILY.className, function);
+        if (!block.IsAllocated()) {
+            Self::DisplayError(self, RC_NO_MEMORY, format);
+            return;
+        }
+        fill(block);
+        Document(*self, format, Self::FAMILY.className, function).BlockReport(shape.names, REBOOT_NOT_SHOWN, block);
+    }
+
+    /// The common function of most commands: `fetch(args, state)` resolves, admits, parses and calls the
+    /// library, and gives a result code; then `display(self, state, format)` describes the state, or
+    /// `displayError(self, code, format)` the failure.
+    template <auto fetch, auto display, auto displayError>
+    static VX_UINT32 FetchThenDisplay(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
+        StateOf<fetch> state{};
+        const VX_UINT32 code = fetch(args, state);
+        if (code == RC_SUCCESS) {
+            display(self, state, format);
+        } else {
+            displayError(self, code, format);
+        }
+        return code;
+    }
+
+private:
+    static void DisplayReportError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
+                                   RebootRequired reboot) {
+        Document(*self, format, Self::FAMILY.className, "DisplayError")
+            .ReportError(Self::FAMILY.report, reboot, ResultText(code));
+    }
+
+    template <typename State> static State StateOfFunction(VX_UINT32 (*)(const TavuStringArray&, State&));
+    template <auto fetch> using StateOf = decltype(StateOfFunction(fetch));
 };

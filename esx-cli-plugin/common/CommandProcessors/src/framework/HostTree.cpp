@@ -18,6 +18,12 @@ int DigitValue(char digit) {
 
 } // namespace
 
+VX_UINT32 HandleWord(const VX_PORT_HANDLE& handle) {
+    VX_UINT32 word = 0;
+    std::memcpy(&word, handle.opaque + 4, sizeof word);
+    return word;
+}
+
 void FormatWwn(char* text, const VX_UINT8 (&name)[8]) {
     for (const VX_UINT8 byte : name) {
         *text++ = HEX_DIGITS[byte >> 4];

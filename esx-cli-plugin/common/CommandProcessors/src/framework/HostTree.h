@@ -23,6 +23,9 @@ inline bool IsVirtualPort(const _vexapi_protocol_t& protocol) {
     return protocol.PortInterfaceType == PORT_INTERFACE_VIRTUAL;
 }
 
+/// The word of a handle that some library functions take in its place, in host order.
+VX_UINT32 HandleWord(const VX_PORT_HANDLE& handle);
+
 /// First entry of a list, or null.
 template <typename List> auto HeadOf(const List* list) {
     return list != nullptr ? list->pHead : nullptr;

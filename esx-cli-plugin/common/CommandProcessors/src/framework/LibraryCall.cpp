@@ -38,6 +38,13 @@ VX_UINT32 ResultOf(const LibraryCall& what, const char* function, VX_UINT32 stat
     return what.failureCode;
 }
 
+VX_UINT32 AskMezzanine(const LibraryCall& what, const char* function, VX_PORT_HANDLE& handle, bool& isMezzanine) {
+    VX_UINT8 flag = 0;
+    const VX_UINT32 code = CallLibrary(what, function, [&] { return VEXAPI_IsMezzAdapter(&handle, &flag); });
+    isMezzanine = flag == 1;
+    return code;
+}
+
 bool IsRebootRequired() {
     VX_UINT32 required = 1;
     if (VEXAPI_IsRebootRequired(&required) != 0) {

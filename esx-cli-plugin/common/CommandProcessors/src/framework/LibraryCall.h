@@ -62,6 +62,9 @@ template <typename Call> VX_UINT32 CallLibrary(const LibraryCall& what, const ch
     return code == RC_SUCCESS ? ResultOf(what, function, status) : code;
 }
 
+/// Asks, as `CallLibrary` does, whether a port belongs to a mezzanine adapter.
+VX_UINT32 AskMezzanine(const LibraryCall& what, const char* function, VX_PORT_HANDLE& handle, bool& isMezzanine);
+
 /// Whether the change just made needs a reboot; true when the library can't answer. The caller decides
 /// whether this stands inside the redirection.
 bool IsRebootRequired();

@@ -3,8 +3,12 @@
 #include "CodeTable.h"
 #include "HostTree.h"
 #include "LibraryCall.h"
+#include "PhysicalPortBeaconCmdsProcessor.h"
+#include "PhysicalPortFCStatsCmdsProcessor.h"
 #include "PhysicalPortFECCmdsProcessor.h"
+#include "PhysicalPortFwDumpCmdsProcessor.h"
 #include "PhysicalPortInfoCmdsProcessor.h"
+#include "PhysicalPortVPDCmdsProcessor.h"
 
 #include <cstring>
 
@@ -51,8 +55,15 @@ const Leaf PhysicalPortCmdsProcessor::LEAVES[] = {
 
 const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane Fibre Channel Port's info", CreateFamily<PhysicalPortInfoCmdsProcessor>},
+    {"stats", "use this command to get Orvane Fibre Chanel Port Statistics",
+     CreateFamily<PhysicalPortFCStatsCmdsProcessor>},
+    {"vpd", "use this command to get Orvane Fibre Channel Port's VPD info", CreateFamily<PhysicalPortVPDCmdsProcessor>},
     {"fec", "use this command to get/set Orvane Fibre Channel Port's FEC info",
      CreateFamily<PhysicalPortFECCmdsProcessor>},
+    {"fwdump", "use this command to get Orvane Fibre Channel Port's Firmware Dump info",
+     CreateFamily<PhysicalPortFwDumpCmdsProcessor>},
+    {"beacon", "use this command to get/set Orvane Fibre Channel Port's Beacon info",
+     CreateFamily<PhysicalPortBeaconCmdsProcessor>},
 };
 
 const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
@@ -67,7 +78,6 @@ const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
 
 VX_UINT32 PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                    eOutputFormat format) {
-    TraceEntered(__func__);
     if (IsInvokingHelp(ArgText(args, 0))) {
         return RC_HELP_REQUESTED;
     }
@@ -84,14 +94,13 @@ VX_UINT32 PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, 
             return true;
         });
     });
-    TraceExiting(__func__);
     return RC_SUCCESS;
 }
 
 VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
                                                               _vexapi_phy_port_t** port,
                                                               _vexapi_protocol_t** protocol) {
-    TraceEntered(__func__);
+    TavuDebug::Print(TRACE_INFORMATION, "PhysicalPortCmdsProcessor::%s: Entered", __func__);
     const char* identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier)) {
         return RC_HELP_REQUESTED;
@@ -123,28 +132,28 @@ VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringAr
             result = RC_SUCCESS;
             return false;
         });
-    TraceExiting(__func__);
+    TavuDebug::Print(TRACE_INFORMATION, "PhysicalPortCmdsProcessor::%s: Exiting", __func__);
     return result;
+}
+
+VX_UINT32 PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(const TavuStringArray& args, PortEntry& entry) {
+    const VX_UINT32 code = GetPhyPortFromPortString(args, entry);
+    return code == RC_SUCCESS && IsVirtualPort(*entry.protocol) ? VX_UINT32{RC_NOT_SUPPORTED_FOR_VPORT} : code;
 }
 
 VX_UINT32 PhysicalPortCmdsProcessor::CmdUpdateNvramCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                           eOutputFormat format) {
-    TraceEntered(__func__);
     bool rebootRequired = false;
     const VX_UINT32 code = UpdateNvram(args, rebootRequired);
     DisplayUpdateNvram(self, code, format, rebootRequired);
-    TraceExiting(__func__);
     return code;
 }
 
 /// The command but for its document. `rebootRequired` is only written on success.
 VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bool& rebootRequired) {
     PortEntry entry;
-    if (const VX_UINT32 code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const VX_UINT32 code = GetPhysicalPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
-    }
-    if (IsVirtualPort(*entry.protocol)) {
-        return RC_NOT_SUPPORTED_FOR_VPORT;
     }
     const char* path = ArgText(args, 1);
     if (!FileExists(path)) {

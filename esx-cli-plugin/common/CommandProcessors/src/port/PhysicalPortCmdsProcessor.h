@@ -26,6 +26,8 @@ public:
     static VX_UINT32 GetPhyPortFromPortString(const TavuStringArray& args, PortEntry& entry) {
         return GetPhyPortFromPortString(args, &entry.adapter, &entry.port, &entry.protocol);
     }
+    /// The same for commands that a virtual port can't take: `RC_NOT_SUPPORTED_FOR_VPORT` for one.
+    static VX_UINT32 GetPhysicalPortFromPortString(const TavuStringArray& args, PortEntry& entry);
 
 private:
     static const Leaf LEAVES[];

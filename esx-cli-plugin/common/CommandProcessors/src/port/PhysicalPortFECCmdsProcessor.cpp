@@ -59,6 +59,8 @@ const FamilyDescription PhysicalPortFECCmdsProcessor::FAMILY = {
     .helpId = 2,
     .leaves = LEAVES,
     .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_NAMES,
 };
 
 VX_UINT32 EffectiveFecStatus(bool isMezzanine, const _vexapi_protocol_t& protocol, VX_UINT32 libraryStatus) {
@@ -79,35 +81,6 @@ bool IsFecChangeAllowed(bool isMezzanine, const _vexapi_protocol_t& protocol) {
                             (protocol.PortSpeed >= SPEED_16_GBPS && protocol.PortSpeed < SPEED_32_GBPS));
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                     eOutputFormat format) {
-    TraceEntered(__func__);
-    FecState fec;
-    const VX_UINT32 code = Get(args, fec);
-    if (code != RC_SUCCESS) {
-        DisplayError(self, code, format, REBOOT_NOT_SHOWN);
-        return code;
-    }
-    DisplayFECInfo(self, fec, format, REBOOT_NOT_SHOWN);
-    TraceExiting(__func__);
-    return code;
-}
-
-VX_UINT32 PhysicalPortFECCmdsProcessor::CmdSetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                     eOutputFormat format) {
-    TraceEntered(__func__);
-    FecState fec;
-    bool rebootRequired = false;
-    const VX_UINT32 code = Set(args, fec, rebootRequired);
-    if (code != RC_SUCCESS) {
-        DisplayError(self, code, format, false);
-        return code;
-    }
-    DisplayFECInfo(self, fec, format, rebootRequired);
-    TraceExiting(__func__);
-    return code;
-}
-
 VX_UINT32 PhysicalPortFECCmdsProcessor::Get(const TavuStringArray& args, FecState& fec) {
     VX_UINT32 code = ResolvePort(args, fec);
     if (code == RC_SUCCESS) {
@@ -123,8 +96,8 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::Get(const TavuStringArray& args, FecStat
     return code;
 }
 
-/// `rebootRequired` is true once the library was asked to change something, whatever came of it.
-VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecState& fec, bool& rebootRequired) {
+VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecState& fec) {
+    fec.reboot = false;
     VX_UINT32 code = ResolvePort(args, fec);
     if (code == RC_SUCCESS) {
         code = ReadStatus(fec);
@@ -142,24 +115,21 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecStat
     // A status goes to the library before the reset's word is looked at: a bad word then leaves it written.
     TavuString value;
     if (CmdLineParser::GetCommandValueFromArgs(args, "-f", "--fec-status", value) != 0) {
-        code = ChangeStatus(value, fec, rebootRequired);
+        code = ChangeStatus(value, fec);
     }
     if (code == RC_SUCCESS && CmdLineParser::GetCommandValueFromArgs(args, "-r", "--reset", value) != 0) {
-        code = ResetCounters(value, fec, rebootRequired);
+        code = ResetCounters(value, fec);
     }
     return code;
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args, FecState& fec) {
     PortEntry entry;
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
-    fec.protocol = entry.protocol;
+    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
-    if (IsVirtualPort(*fec.protocol)) {
-        return RC_NOT_SUPPORTED_FOR_VPORT;
-    }
+    fec.protocol = entry.protocol;
     const __CHIPPROPERTY chip = fec.protocol->ChipProperty;
     if (!IsRowanFCAdapter(chip) && !IsUefiCapableAdapter(chip)) {
         TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
@@ -174,11 +144,7 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ReadStatus(FecState& fec) {
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ReadMezzanine(FecState& fec) {
-    VX_UINT8 flag = 0;
-    const VX_UINT32 code =
-        CallLibrary(READ_MEZZANINE, __func__, [&] { return VEXAPI_IsMezzAdapter(&fec.protocol->PortHandle, &flag); });
-    fec.isMezzanine = flag == 1;
-    return code;
+    return AskMezzanine(READ_MEZZANINE, __func__, fec.protocol->PortHandle, fec.isMezzanine);
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
@@ -190,7 +156,7 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
     return code == RC_SUCCESS && (entries == nullptr || count == 0) ? VX_UINT32{RC_CFG_READ_FAILED} : code;
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec, bool& rebootRequired) {
+VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec) {
     // A port without a choice refuses even a misspelt word so.
     if (!IsFecChangeAllowed(fec.isMezzanine, *fec.protocol)) {
         TavuDebug::Print(TRACE_DEBUG,
@@ -205,33 +171,28 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, Fe
         return RC_INVALID_PARAMETER;
     }
     fec.status = isOn ? 1 : 0;
-    rebootRequired = true;
+    fec.reboot = true;
     return CallLibrary(CHANGE_STATUS, __func__,
                        [&] { return VEXAPI_FCSetFECSupportInfo(&fec.protocol->PortHandle, fec.status); });
 }
 
 /// The counters read before stay what the document shows; only the next `get` sees the reset.
-VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec, bool& rebootRequired) {
+VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec) {
     if (value.CompareNoCase("reset") != 0) {
         TavuDebug::Print(TRACE_DEBUG, "%s::%s: reset=%s not supported", CLASS_NAME, __func__, value.c_str());
         return RC_INVALID_PARAMETER;
     }
-    rebootRequired = true;
+    fec.reboot = true;
     return CallLibrary(RESET_COUNTERS, __func__, [&] { return VEXAPI_ResetFECCounters(&fec.protocol->PortHandle); });
 }
 
 void PhysicalPortFECCmdsProcessor::DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec,
-                                                  eOutputFormat format, RebootRequired reboot) {
+                                                  eOutputFormat format) {
     Document document(*self, format, CLASS_NAME, __func__);
-    document.FieldReport(OUT_NAMES, reboot, [&] {
+    document.FieldReport(OUT_NAMES, fec.reboot, [&] {
         document.Field(OUT_FEC_STATUS, fec.status != 0 ? OUT_TRUE : OUT_FALSE);
         // The counters have 64 bits; the low 32 are shown.
         document.Field(OUT_CORRECTABLE_ERRORS, fec.entries->CorrectableFecErrors, INT_U32);
         document.Field(OUT_UNCORRECTABLE_ERRORS, fec.entries->UncorrectableFecErrors, INT_U32);
     });
-}
-
-void PhysicalPortFECCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
-                                                RebootRequired reboot) {
-    Document(*self, format, CLASS_NAME, __func__).ReportError(OUT_NAMES, reboot, ResultTextOf(RESULT_TEXTS, code));
 }

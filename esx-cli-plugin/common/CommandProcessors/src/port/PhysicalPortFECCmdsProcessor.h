@@ -28,23 +28,21 @@ private:
         bool isMezzanine = false;
         VX_UINT32 status = 0; ///< 0 off, 1 on
         std::unique_ptr<_VEXAPI_FWPRIVATESTATSEntry, Free> entries;
+        RebootRequired reboot; ///< for `set`: true once the library was asked to change something
     };
 
-    static const Leaf LEAVES[];
-
-    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static VX_UINT32 CmdSetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-
     static VX_UINT32 Get(const TavuStringArray& args, FecState& fec);
-    static VX_UINT32 Set(const TavuStringArray& args, FecState& fec, bool& rebootRequired);
+    static VX_UINT32 Set(const TavuStringArray& args, FecState& fec);
     static VX_UINT32 ResolvePort(const TavuStringArray& args, FecState& fec);
     static VX_UINT32 ReadStatus(FecState& fec);
     static VX_UINT32 ReadMezzanine(FecState& fec);
     static VX_UINT32 ReadCounters(FecState& fec);
-    static VX_UINT32 ChangeStatus(const TavuString& value, FecState& fec, bool& rebootRequired);
-    static VX_UINT32 ResetCounters(const TavuString& value, FecState& fec, bool& rebootRequired);
+    static VX_UINT32 ChangeStatus(const TavuString& value, FecState& fec);
+    static VX_UINT32 ResetCounters(const TavuString& value, FecState& fec);
 
-    static void DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec, eOutputFormat format,
-                               RebootRequired reboot);
-    static void DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format, RebootRequired reboot);
+    static void DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec, eOutputFormat format);
+
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayFECInfo, DisplayError>;
+    static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayFECInfo, DisplaySetError>;
+    static const Leaf LEAVES[];
 };

@@ -1,6 +1,7 @@
 #include "PhysicalPortInfoCmdsProcessor.h"
 
 #include "ChipFamilies.h"
+#include "FlashReport.h"
 #include "LibraryCall.h"
 #include "ReportTexts.h"
 
@@ -8,8 +9,7 @@ namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortInfoCmdsProcessor";
 
-constexpr ReportNames OUT_NAMES = {"PortInformation", "PortInfo", "PortInfoList"};
-constexpr std::size_t REPORT_SIZE = 4096;
+constexpr BlockShape OUT_SHAPE = {{"PortInformation", "PortInfo", "PortInfoList"}, 4096, ReportBlock::SizeRule::FULL};
 
 constexpr CodeText RESULT_TEXTS[] = {
     {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
@@ -108,106 +108,75 @@ const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {
     .helpId = 1,
     .leaves = LEAVES,
     .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 PhysicalPortInfoCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                      eOutputFormat format) {
-    TraceEntered(__func__);
-    PortEntry entry;
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
-    PortRecords records;
-    if (code == RC_SUCCESS) {
-        code = MakeLibraryCalls(CLASS_NAME, __func__, [&] {
-            VX_PORT_HANDLE* const handle = &entry.protocol->PortHandle;
-            TraceStatus("VEXAPI_GetAdapterAsicBoardTemperature",
-                        VEXAPI_GetAdapterAsicBoardTemperature(handle, &records.temperature));
-            TraceStatus("VEXAPI_GetLockdownStatus", VEXAPI_GetLockdownStatus(handle, &records.lockdown));
-            TraceStatus("VEXAPI_GetFlashComponentVersion",
-                        VEXAPI_GetFlashComponentVersion(handle, &records.components));
-        });
-    }
+VX_UINT32 PhysicalPortInfoCmdsProcessor::Get(const TavuStringArray& args, PortInfo& info) {
+    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, info.entry);
     if (code != RC_SUCCESS) {
-        DisplayError(self, code, format);
         return code;
     }
-    DisplayPortInfo(self, entry, records, format);
-    TraceExiting(__func__);
-    return RC_SUCCESS;
+    return MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+        VX_PORT_HANDLE* const handle = &info.entry.protocol->PortHandle;
+        TraceStatus("VEXAPI_GetAdapterAsicBoardTemperature",
+                    VEXAPI_GetAdapterAsicBoardTemperature(handle, &info.temperature));
+        TraceStatus("VEXAPI_GetLockdownStatus", VEXAPI_GetLockdownStatus(handle, &info.lockdown));
+        TraceStatus("VEXAPI_GetFlashComponentVersion", VEXAPI_GetFlashComponentVersion(handle, &info.components));
+    });
 }
 
-void PhysicalPortInfoCmdsProcessor::DisplayPortInfo(MultipleCmdsProcessor* self, const PortEntry& entry,
-                                                    const PortRecords& records, eOutputFormat format) {
-    ReportBlock block(REPORT_SIZE, ReportBlock::SizeRule::FULL, CLASS_NAME, __func__);
-    if (!block.IsAllocated()) {
-        DisplayError(self, RC_NO_MEMORY, format);
-        return;
-    }
-    const _vexapi_protocol_t& protocol = *entry.protocol;
+void PhysicalPortInfoCmdsProcessor::DisplayPortInfo(MultipleCmdsProcessor* self, const PortInfo& info,
+                                                    eOutputFormat format) {
+    const _vexapi_protocol_t& protocol = *info.entry.protocol;
     const __CHIPPROPERTY chip = protocol.ChipProperty;
     const bool isUefiCapable = IsUefiCapableAdapter(chip);
-    const _VEXAPI_FlashComponentVersion& flash = records.components;
 
-    block.Line("Model", OrNa(BoundedText(entry.adapter->Model)));
-    block.LineF("Port Number", "%u", entry.port->PortNumber);
-    block.LineF("PCI Bus Number", "0x%x", protocol.PciBusNumber);
-    block.LineF("PCI Device Number", "0x%x", protocol.PciDeviceNumber);
-    block.LineF("PCI Function Number", "0x%x", protocol.PciFunctionNumber);
-    block.Line("PCI Bus Max Width", TextOf(LINK_WIDTHS, LinkWidthCode(chip.PciMaxLink), OUT_UNKNOWN));
-    block.Line("PCI Bus Negotiated Width", TextOf(LINK_WIDTHS, LinkWidthCode(chip.PciNegotiatedLink), OUT_UNKNOWN));
-    block.Line("PCI Bus Max Speed", TextOf(LINK_SPEEDS, LinkSpeedCode(chip.PciMaxLink), OUT_UNKNOWN));
-    block.Line("PCI Bus Negotiated Speed", TextOf(LINK_SPEEDS, LinkSpeedCode(chip.PciNegotiatedLink), OUT_UNKNOWN));
-    block.Line("Driver Version", BoundedText(protocol.DriverVersion));
-    if (isUefiCapable) {
-        block.Line("Host NQN", OrNa(BoundedText(protocol.HostNQN)));
-        block.Line("Host ID", HostIdText(protocol.HostId));
-    }
-    block.Line("Node Name", WwnText(protocol.WWNN));
-    block.Line("Port Name", WwnText(protocol.WWPN));
-    block.Line("Principal Fabric WWN", WwnText(protocol.PrincipalFabricWWN));
-    block.Line("Adjacent Fabric WWN", WwnText(protocol.AdjacentFabricWWN));
-    block.Line("Maximum Speed", MaximumSpeed(protocol.SupportedSpeeds));
-    block.Line("Supported Speeds", SupportedSpeeds(protocol.SupportedSpeeds));
-    block.Line("Port Interface Type", TextOf(INTERFACE_TYPES, protocol.PortInterfaceType, OUT_UNKNOWN));
-    block.Line("Protocol Type", TextOf(PROTOCOL_TYPES, protocol.ProtocolType, OUT_UNKNOWN));
-    block.Line("Port Type", TextOf(PORT_TYPES, protocol.PortType, OUT_UNKNOWN));
-    block.Line("Port State", TextOf(PORT_STATE_TEXTS, protocol.PortState, OUT_UNKNOWN));
-    block.Line("Port Connection Mode", TextOf(CONNECTION_MODES, protocol.PortConnectionMode, OUT_UNKNOWN));
-    block.Line("Port Speed", TextOf(PORT_SPEEDS, protocol.PortSpeed, OUT_UNKNOWN));
-    block.Line("Port ID", PortIdText(protocol.PortId));
-    if (isUefiCapable || IsRowanAdapter(chip)) {
-        // Below zero it prints as the large unsigned number that the same bits make: clients know it so.
-        block.LineF("Temperature In Celsius", "%u", static_cast<unsigned>(int{records.temperature.Temperature}));
-    }
-    block.Line("Flash Firmware Version", ImageVersionText(protocol.FlashFwVersion));
-    block.Line("Flash BIOS Version", OrNa(BoundedText(protocol.BiosVersion)));
-    block.Line("Flash FCode Version", ImageVersionText(protocol.FlashFCodeVersion));
-    block.Line("Flash EFI Version", ImageVersionText(protocol.FlashEfiVersion));
-    block.Line("Flash Preload Firmware Area Version", ImageVersionText(flash.PreloadFwArea));
-    block.Line("Flash FC Board Config Version", ImageVersionText(flash.FcBoardConfig));
-    if (isUefiCapable) {
-        block.Line("Flash MPI Firmware Version", ImageVersionText(flash.MpiFirmware));
-        block.Line("Flash PEP Firmware Version", ImageVersionText(flash.PepFirmware));
-        block.Line("Flash PEP Board Config Version", ImageVersionText(flash.PepBoardConfig));
-        // The label of the absent case differs from that of the present one: clients match on it.
-        block.Line(IsAbsent(flash.PepSoftRom) ? "Flash MPI SoftROM Version" : "Flash PEP SoftROM Version",
-                   ImageVersionText(flash.PepSoftRom));
-    }
-    if (IsBirchAdapter(chip)) {
-        block.Line("Flash MPI SoftROM Version", ImageVersionText(flash.MpiSoftRom));
-        block.Line("Flash PCIE Serdes Version", ImageVersionText(flash.PcieSerdes));
-    }
-    block.Line("Running Firmware Version", OrNa(BoundedText(protocol.RunningFwVersion)));
-    if (isUefiCapable) {
-        block.Line("Running MPI Firmware Version", VersionText(protocol.RunningMpiFwVersion));
-        block.Line("Running PEP Firmware Version", VersionText(protocol.RunningPepFwVersion));
-        block.Line("Config Lockdown", LockdownText(records.lockdown.ConfigStatus));
-        block.Line("Firmware Update Lockdown", LockdownText(records.lockdown.FirmwareStatus));
-        block.Line("MPI Lockdown", LockdownText(records.lockdown.MpiStatus));
-    }
-    Document(*self, format, CLASS_NAME, __func__).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, block);
-}
-
-void PhysicalPortInfoCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
-    Document(*self, format, CLASS_NAME, __func__)
-        .ReportError(OUT_NAMES, REBOOT_NOT_SHOWN, ResultTextOf(RESULT_TEXTS, code));
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        block.Line("Model", OrNa(BoundedText(info.entry.adapter->Model)));
+        block.LineF("Port Number", "%u", info.entry.port->PortNumber);
+        block.LineF("PCI Bus Number", "0x%x", protocol.PciBusNumber);
+        block.LineF("PCI Device Number", "0x%x", protocol.PciDeviceNumber);
+        block.LineF("PCI Function Number", "0x%x", protocol.PciFunctionNumber);
+        block.Line("PCI Bus Max Width", TextOf(LINK_WIDTHS, LinkWidthCode(chip.PciMaxLink), OUT_UNKNOWN));
+        block.Line("PCI Bus Negotiated Width", TextOf(LINK_WIDTHS, LinkWidthCode(chip.PciNegotiatedLink), OUT_UNKNOWN));
+        block.Line("PCI Bus Max Speed", TextOf(LINK_SPEEDS, LinkSpeedCode(chip.PciMaxLink), OUT_UNKNOWN));
+        block.Line("PCI Bus Negotiated Speed", TextOf(LINK_SPEEDS, LinkSpeedCode(chip.PciNegotiatedLink), OUT_UNKNOWN));
+        block.Line("Driver Version", BoundedText(protocol.DriverVersion));
+        if (isUefiCapable) {
+            block.Line("Host NQN", OrNa(BoundedText(protocol.HostNQN)));
+            block.Line("Host ID", HostIdText(protocol.HostId));
+        }
+        block.Line("Node Name", WwnText(protocol.WWNN));
+        block.Line("Port Name", WwnText(protocol.WWPN));
+        block.Line("Principal Fabric WWN", WwnText(protocol.PrincipalFabricWWN));
+        block.Line("Adjacent Fabric WWN", WwnText(protocol.AdjacentFabricWWN));
+        block.Line("Maximum Speed", MaximumSpeed(protocol.SupportedSpeeds));
+        block.Line("Supported Speeds", SupportedSpeeds(protocol.SupportedSpeeds));
+        block.Line("Port Interface Type", TextOf(INTERFACE_TYPES, protocol.PortInterfaceType, OUT_UNKNOWN));
+        block.Line("Protocol Type", TextOf(PROTOCOL_TYPES, protocol.ProtocolType, OUT_UNKNOWN));
+        block.Line("Port Type", TextOf(PORT_TYPES, protocol.PortType, OUT_UNKNOWN));
+        block.Line("Port State", TextOf(PORT_STATE_TEXTS, protocol.PortState, OUT_UNKNOWN));
+        block.Line("Port Connection Mode", TextOf(CONNECTION_MODES, protocol.PortConnectionMode, OUT_UNKNOWN));
+        block.Line("Port Speed", TextOf(PORT_SPEEDS, protocol.PortSpeed, OUT_UNKNOWN));
+        block.Line("Port ID", PortIdText(protocol.PortId));
+        if (isUefiCapable || IsRowanAdapter(chip)) {
+            // Below zero it prints as the large unsigned number that the same bits make: clients know it so.
+            block.LineF("Temperature In Celsius", "%u", static_cast<unsigned>(int{info.temperature.Temperature}));
+        }
+        block.Line("Flash Firmware Version", ImageVersionText(protocol.FlashFwVersion));
+        block.Line("Flash BIOS Version", OrNa(BoundedText(protocol.BiosVersion)));
+        block.Line("Flash FCode Version", ImageVersionText(protocol.FlashFCodeVersion));
+        block.Line("Flash EFI Version", ImageVersionText(protocol.FlashEfiVersion));
+        // The label of an absent PEP SoftROM differs from that of a present one: clients match on it.
+        AddFlashComponents(block, chip, info.components, "Flash MPI SoftROM Version");
+        block.Line("Running Firmware Version", OrNa(BoundedText(protocol.RunningFwVersion)));
+        if (isUefiCapable) {
+            block.Line("Running MPI Firmware Version", VersionText(protocol.RunningMpiFwVersion));
+            block.Line("Running PEP Firmware Version", VersionText(protocol.RunningPepFwVersion));
+            block.Line("Config Lockdown", LockdownText(info.lockdown.ConfigStatus));
+            block.Line("Firmware Update Lockdown", LockdownText(info.lockdown.FirmwareStatus));
+            block.Line("MPI Lockdown", LockdownText(info.lockdown.MpiStatus));
+        }
+    });
 }

@@ -11,17 +11,17 @@ public:
     static const FamilyDescription FAMILY;
 
 private:
-    /// What the library is asked for; a record that it fails to fill stays zero, and the report shows that.
-    struct PortRecords {
+    /// A record that the library fails to fill stays zero, and the report shows that.
+    struct PortInfo {
+        PortEntry entry;
         _VEXAPI_BoardThermalTemp temperature{};
         VEXAPI_LOCKDOWNINFO lockdown{};
         _VEXAPI_FlashComponentVersion components{};
     };
 
-    static const Leaf LEAVES[];
+    static VX_UINT32 Get(const TavuStringArray& args, PortInfo& info);
+    static void DisplayPortInfo(MultipleCmdsProcessor* self, const PortInfo& info, eOutputFormat format);
 
-    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static void DisplayPortInfo(MultipleCmdsProcessor* self, const PortEntry& entry, const PortRecords& records,
-                                eOutputFormat format);
-    static void DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format);
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayPortInfo, DisplayError>;
+    static const Leaf LEAVES[];
 };

@@ -1,0 +1,132 @@
+#include "AdapterPersonalityCmdsProcessor.h"
+
+#include "AdapterCmdsProcessor.h"
+#include "ChipFamilies.h"
+#include "HostTree.h"
+#include "LibraryCall.h"
+#include "ReportTexts.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "AdapterPersonalityCmdsProcessor";
+
+constexpr char OUT_STRUCT_NAME[] = "AdapterPersonality";
+constexpr char OUT_PERSONALITY[] = "Personality";
+constexpr char OUT_FC[] = "FC";
+constexpr char OUT_CNA[] = "CNA";
+
+constexpr unsigned char PERSONALITY_FC = 0;
+constexpr unsigned char PERSONALITY_CNA = 1;
+constexpr CodeText PERSONALITY_TEXTS[] = {{PERSONALITY_FC, OUT_FC}, {PERSONALITY_CNA, OUT_CNA}};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, Personality read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, Personality change failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_DISABLED_FOR_USER, "Failed, Personality change not allowed for user"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Not supported for this adapter"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
+};
+
+constexpr UsageText USAGES[] = {
+    {3, "Usage: get [adapter identifier]\r\n"},
+    {4, "Usage: set [adapter identifier]\r\n"},
+};
+
+/// The personality functions print nothing and stand outside the redirection.
+constexpr LibraryCall READ_PERSONALITY = {CLASS_NAME, "", "Get Personality failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_PERSONALITY = {CLASS_NAME, "", "Change Personality failed", RC_CFG_UPDATE_FAILED};
+
+/// The library's answer that the user may change the personality.
+constexpr VX_UINT32 CHANGE_ALLOWED = 1;
+
+void WritePersonality(Document document, RebootRequired reboot, const char* message, const char* personality) {
+    document.Flat(OUT_STRUCT_NAME, [&] {
+        if (reboot.has_value()) {
+            document.Field(OUT_REBOOT_REQUIRED, *reboot);
+        }
+        document.Field(OUT_MESSAGE, message);
+        document.Field(OUT_PERSONALITY, personality);
+    });
+}
+
+} // namespace
+
+const Leaf AdapterPersonalityCmdsProcessor::LEAVES[] = {
+    {"get", "Get Orvane Adapter Personality", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"set", "Set Orvane Adapter Personality", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"help", "List of available commands", 2, CmdHelp, Usage},
+    {"getcli", "Get Orvane Adapter Personality", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"setcli", "Set Orvane Adapter Personality", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+};
+
+const FamilyDescription AdapterPersonalityCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "Adapter personality",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+};
+
+VX_UINT32 AdapterPersonalityCmdsProcessor::Get(const TavuStringArray& args, Personality& personality) {
+    AdapterEntry entry;
+    if (const VX_UINT32 code = AdapterCmdsProcessor::GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    if (IsVirtualPort(*entry.fc)) {
+        return RC_NOT_SUPPORTED_FOR_VPORT;
+    }
+    if (!IsRowanAdapter(entry.fc->ChipProperty)) {
+        personality.value = IsWillowAdapter(entry.fc->ChipProperty) ? PERSONALITY_CNA : PERSONALITY_FC;
+        return RC_SUCCESS;
+    }
+    return ResultOf(READ_PERSONALITY, __func__, VEXAPI_GetPersonalityType(&entry.fc->PortHandle, &personality.value));
+}
+
+VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Personality& personality) {
+    AdapterEntry entry;
+    if (const VX_UINT32 code = AdapterCmdsProcessor::GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    // The chip is asked about ahead of the virtual port, unlike in `get`.
+    if (!IsRowanAdapter(entry.fc->ChipProperty)) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: feature not supported for this adapter", CLASS_NAME, __func__);
+        return RC_FEATURE_NOT_SUPPORTED;
+    }
+    if (IsVirtualPort(*entry.fc)) {
+        return RC_NOT_SUPPORTED_FOR_VPORT;
+    }
+    VX_PORT_HANDLE* const handle = &entry.fc->PortHandle;
+    if (VEXAPI_CheckRowanPersonalityChangeOption(handle) != CHANGE_ALLOWED) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: personality change by user not supported", CLASS_NAME, __func__);
+        return RC_DISABLED_FOR_USER;
+    }
+    // Every other word means FC, a missing one too: there is no invalid value.
+    personality.value = CompareNoCase(ArgText(args, 1), OUT_CNA) == 0 ? PERSONALITY_CNA : PERSONALITY_FC;
+    personality.reboot = true;
+    unsigned char current = 0;
+    VX_UINT32 code = ResultOf(READ_PERSONALITY, __func__, VEXAPI_GetPersonalityType(handle, &current));
+    if (code == RC_SUCCESS && personality.value != current) {
+        code = ResultOf(CHANGE_PERSONALITY, __func__, VEXAPI_ChangePersonalityType(handle, personality.value));
+    }
+    return code;
+}
+
+void AdapterPersonalityCmdsProcessor::DisplayAdapterPersonality(MultipleCmdsProcessor* self,
+                                                                const Personality& personality, eOutputFormat format) {
+    WritePersonality(Document(*self, format, CLASS_NAME, __func__), personality.reboot, OUT_SUCCESS,
+                     TextOf(PERSONALITY_TEXTS, personality.value, OUT_UNKNOWN));
+}
+
+void AdapterPersonalityCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+                                                      eOutputFormat format) {
+    WritePersonality(Document(*self, format, CLASS_NAME, __func__), REBOOT_NOT_SHOWN, ResultText(code), OUT_UNKNOWN);
+}
+
+void AdapterPersonalityCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+                                                      eOutputFormat format) {
+    WritePersonality(Document(*self, format, CLASS_NAME, __func__), false, ResultText(code), OUT_UNKNOWN);
+}

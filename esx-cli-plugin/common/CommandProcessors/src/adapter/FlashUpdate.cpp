@@ -1,0 +1,108 @@
+#include "FlashUpdate.h"
+
+#include "ChipFamilies.h"
+#include "CodeTable.h"
+#include "ResultCodes.h"
+#include "TavuString.h"
+
+namespace {
+
+bool IsAnyChip(__CHIPPROPERTY) {
+    return true;
+}
+bool IsNoChip(__CHIPPROPERTY) {
+    return false;
+}
+bool IsLarchOrAlder(__CHIPPROPERTY chip) {
+    return IsLarchAdapter(chip) || IsAlderAdapter(chip);
+}
+bool IsRowanLarchOrAlder(__CHIPPROPERTY chip) {
+    return IsRowanAdapter(chip) || IsLarchOrAlder(chip);
+}
+bool TakesPreloadTable(__CHIPPROPERTY chip) {
+    return Is8GAdapter(chip) || IsRowanLarchOrAlder(chip);
+}
+
+VX_UINT32 WriteMultibootImage(VX_PORT_HANDLE* handle, const char* path) {
+    return VEXAPI_doOptionROMUpdate(handle, path, 0);
+}
+
+/// Only the multi-boot image is for the Birch family too.
+constexpr FlashImageKind KINDS[] = {
+    {"MBI", WriteMultibootImage, IsAnyChip, IsUefiCapableAdapter},
+    {"BrdCfg", VEXAPI_UpdateSpecificFlashRegionFromFile, IsRowanLarchOrAlder, IsNoChip},
+    {"FWPreload", VEXAPI_UpdateAdapterFirmwareTableFromFile, TakesPreloadTable, IsNoChip},
+    {"PEPCfg", VEXAPI_UpdateAdapterPEPCfgFromFile, IsLarchOrAlder, IsNoChip},
+};
+
+struct StatusResult {
+    VX_UINT32 status;
+    VX_UINT32 code;
+};
+constexpr StatusResult STATUS_RESULTS[] = {
+    {3, RC_FILE_ERROR},
+    {40, RC_NO_MEMORY},
+    {101, RC_FILE_OPEN_ERROR},
+    {102, RC_FILE_READ_ERROR},
+    {103, RC_FILE_NOT_VALID},
+    {104, RC_SSID_NOT_FOUND},
+    {105, RC_FILE_CORRUPTED},
+    {106, RC_FILE_SIZE_INVALID},
+    {107, RC_CHECKSUM_ERROR},
+    {108, RC_INVALID_DATA},
+    {110, RC_INVALID_FIELD},
+    {111, RC_SIGNATURE_ERROR},
+    {113, RC_FEATURE_NOT_SUPPORTED},
+    {114, RC_ADAPTER_NOT_FOUND},
+    {121, RC_FEATURE_NOT_SUPPORTED},
+    {133, RC_FLASH_UPDATE_LOCKDOWN},
+    {522, RC_IMAGE_COMPONENTS_INVALID},
+};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_SUCCESS, "Success"},
+    {RC_PARAM_ERROR, "Failed, Invalid Number of parameters"},
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_IMAGE_COMPONENTS_INVALID, "Failed, Flash Image Components Validation Error"},
+    {RC_INVALID_DATA, "Failed, Invalid data"},
+    {RC_INVALID_FIELD, "Failed, Invalid Serial Number"},
+    {RC_FILE_ERROR, "Failed, Flash File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FILE_OPEN_ERROR, "Failed, File Open Error"},
+    {RC_FILE_NOT_VALID, "Failed, File not Valid"},
+    {RC_FILE_READ_ERROR, "Failed, File read Error"},
+    {RC_SSID_NOT_FOUND, "Failed, Invalid SSID"},
+    {RC_FILE_CORRUPTED, "Failed, Corrupted File"},
+    {RC_FILE_SIZE_INVALID, "Failed, Invalid File Size"},
+    {RC_CHECKSUM_ERROR, "Failed, Checksum Error"},
+    {RC_SIGNATURE_ERROR, "Failed, Invalid Signature"},
+    {RC_FLASH_UPDATE_LOCKDOWN, "Failed, Flash Update disabled as FW lockdown mode enabled"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+};
+
+} // namespace
+
+const FlashImageKind* FindFlashImageKind(const char* word) {
+    for (const FlashImageKind& kind : KINDS) {
+        if (CompareNoCase(word, kind.word) == 0) {
+            return &kind;
+        }
+    }
+    return nullptr;
+}
+
+VX_UINT32 FlashUpdateResult(VX_UINT32 status) {
+    for (const StatusResult& row : STATUS_RESULTS) {
+        if (row.status == status) {
+            return row.code;
+        }
+    }
+    return RC_FLASH_UPDATE_FAILED;
+}
+
+const char* FlashUpdateText(VX_UINT32 code) {
+    return ResultTextOf(RESULT_TEXTS, code);
+}

@@ -1,0 +1,28 @@
+/// @file
+/// The kinds of images that an adapter's flash takes, and what the library says of an update.
+#pragma once
+
+#include "vexapi.h"
+
+/// A kind of image.
+struct FlashImageKind {
+    const char* word; ///< as the command line names it, in any letter case
+    VX_UINT32 (*write)(VX_PORT_HANDLE* handle, const char* path);
+    bool (*isAllowed)(__CHIPPROPERTY chip);
+    /// Whether the chip runs the new image without a reboot.
+    bool (*runsAtOnce)(__CHIPPROPERTY chip);
+};
+
+/// The kind with this word, or null.
+const FlashImageKind* FindFlashImageKind(const char* word);
+
+/// Library statuses that are no failure.
+inline constexpr VX_UINT32 FLASH_STATUS_DONE = 0;
+inline constexpr VX_UINT32 FLASH_STATUS_REBOOT_NEEDED = 201;
+/// Stands for a status where no update was tried.
+inline constexpr VX_UINT32 FLASH_STATUS_NONE = ~VX_UINT32{0};
+
+/// Result code of a failing status.
+VX_UINT32 FlashUpdateResult(VX_UINT32 status);
+/// "Message" of a result code.
+const char* FlashUpdateText(VX_UINT32 code);

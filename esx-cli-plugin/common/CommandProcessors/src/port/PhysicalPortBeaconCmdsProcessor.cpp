@@ -1,0 +1,129 @@
+#include "PhysicalPortBeaconCmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "LibraryCall.h"
+#include "PhysicalPortFECCmdsProcessor.h"
+#include "ReportTexts.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortBeaconCmdsProcessor";
+
+constexpr char OUT_STRUCT_NAME[] = "BeaconInfo";
+constexpr char OUT_BEACON_STATE[] = "Beacon State";
+constexpr char OUT_ON[] = "ON";
+constexpr char OUT_OFF[] = "OFF";
+
+constexpr VEXAPI_BEACON_TYPE STATE_OFF = 0;
+constexpr VEXAPI_BEACON_TYPE STATE_ON = 1;
+constexpr CodeText STATE_TEXTS[] = {{STATE_OFF, OUT_OFF}, {STATE_ON, OUT_ON}};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, Beacon read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, Beacon update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+};
+
+constexpr UsageText USAGES[] = {
+    {3, "Usage: get\r\n"},
+    {4, "Usage: set\r\n"},
+};
+
+constexpr LibraryCall READ_MEZZANINE = {CLASS_NAME, " before Mezz adapter check", "Mezz adapter check failed",
+                                        RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_STATE = {CLASS_NAME, " before Beacon read", "Get Beacon Status failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATE = {CLASS_NAME, " before Beacon update", "Update Beacon Status failed",
+                                      RC_CFG_UPDATE_FAILED};
+
+bool HasBeacon(__CHIPPROPERTY chip) {
+    return Is4GAdapter(chip) || Is8GAdapter(chip) || IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);
+}
+
+void WriteBeacon(Document document, const char* message, const char* state) {
+    document.Flat(OUT_STRUCT_NAME, [&] {
+        document.Field(OUT_MESSAGE, message);
+        document.Field(OUT_BEACON_STATE, state);
+    });
+}
+
+} // namespace
+
+// The usage function of the `cli` leaves is another family's, whose ids and texts are the same.
+const Leaf PhysicalPortBeaconCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane adapter's Beacon information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"set", "set Orvane adapter's Beacon information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"help", "list of available commands", 2, CmdHelp, Usage},
+    {"getcli", "get Orvane adapter's Beacon information", 3, Text<"CmdGetCli", CmdGetCommon>,
+     PhysicalPortFECCmdsProcessor::Usage},
+    {"setcli", "set Orvane adapter's Beacon information", 4, Text<"CmdSetCli", CmdSetCommon>,
+     PhysicalPortFECCmdsProcessor::Usage},
+};
+
+const FamilyDescription PhysicalPortBeaconCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "Beacon",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+};
+
+VX_UINT32 PhysicalPortBeaconCmdsProcessor::Get(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
+    PortEntry entry;
+    const VX_UINT32 code = AdmitPort(args, entry);
+    return code == RC_SUCCESS ? ReadState(entry, state) : code;
+}
+
+/// The state is read back: the document shows what the adapter says now, not what was asked for.
+VX_UINT32 PhysicalPortBeaconCmdsProcessor::Set(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
+    PortEntry entry;
+    VX_UINT32 code = AdmitPort(args, entry);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    const char* word = ArgText(args, 1);
+    const bool isOn = CompareNoCase(word, OUT_ON) == 0;
+    if (!isOn && CompareNoCase(word, OUT_OFF) != 0) {
+        return RC_INVALID_PARAMETER;
+    }
+    code = CallLibrary(CHANGE_STATE, __func__, [&] {
+        return VEXAPI_UpdateAdapterBeaconStatus(&entry.protocol->PortHandle, isOn ? STATE_ON : STATE_OFF);
+    });
+    return code == RC_SUCCESS ? ReadState(entry, state) : code;
+}
+
+VX_UINT32 PhysicalPortBeaconCmdsProcessor::AdmitPort(const TavuStringArray& args, PortEntry& entry) {
+    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    bool isMezzanine = false;
+    code = AskMezzanine(READ_MEZZANINE, __func__, entry.protocol->PortHandle, isMezzanine);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    if (isMezzanine || !HasBeacon(entry.protocol->ChipProperty)) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        return RC_FEATURE_NOT_SUPPORTED;
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 PhysicalPortBeaconCmdsProcessor::ReadState(const PortEntry& entry, VEXAPI_BEACON_TYPE& state) {
+    return CallLibrary(READ_STATE, __func__,
+                       [&] { return VEXAPI_GetAdapterBeaconStatus(&entry.protocol->PortHandle, &state); });
+}
+
+void PhysicalPortBeaconCmdsProcessor::DisplayBeaconInfo(MultipleCmdsProcessor* self, const VEXAPI_BEACON_TYPE& state,
+                                                        eOutputFormat format) {
+    WriteBeacon(Document(*self, format, CLASS_NAME, __func__), OUT_SUCCESS, TextOf(STATE_TEXTS, state, OUT_UNKNOWN));
+}
+
+void PhysicalPortBeaconCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+    WriteBeacon(Document(*self, format, CLASS_NAME, __func__), ResultText(code), OUT_UNKNOWN);
+}

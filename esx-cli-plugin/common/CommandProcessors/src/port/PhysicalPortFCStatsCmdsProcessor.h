@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Family.h"
+
+/// A counter of a port's record, as a row.
+struct PortCounter {
+    const char* label;
+    VX_UINT32 _vexapi_protocol_t::*count;
+};
+
+/// `port -s stats`: a port's counters, as the adapter tree delivered them.
+class PhysicalPortFCStatsCmdsProcessor final : public Family<PhysicalPortFCStatsCmdsProcessor> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+
+private:
+    struct NoState {};
+
+    static VX_UINT32 Reset(const TavuStringArray& args, NoState&);
+    static void DisplayFCStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
+                               std::span<const PortCounter> counters, eOutputFormat format);
+    static void DisplayReset(MultipleCmdsProcessor* self, const NoState&, eOutputFormat format);
+
+    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static constexpr CommonFunction CmdResetCommon = FetchThenDisplay<Reset, DisplayReset, DisplayError>;
+    static const Leaf LEAVES[];
+};

@@ -1,0 +1,109 @@
+#include "PhysicalPortFwDumpCmdsProcessor.h"
+
+#include "HostTree.h"
+#include "LibraryCall.h"
+#include "PhysicalPortCmdsProcessor.h"
+
+#include <cstdlib>
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortFwDumpCmdsProcessor";
+
+constexpr char OUT_STRUCT_NAME[] = "FwDumpInfo";
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_SUCCESS, OUT_SUCCESS},
+    {RC_PARAM_ERROR, "Failed, Parameter Error"},
+    {RC_INVALID_PARAMETER, "Failed, Invalid Parameter"},
+    {RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+    {RC_NO_DATA_AVAILABLE, "Failed, FW Dump Not Available"},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
+
+/// Result code of a library status.
+VX_UINT32 DumpResult(VX_UINT32 status) {
+    switch (status) {
+    case 0:
+        return RC_SUCCESS;
+    case 0x20000064:
+        return RC_INVALID_PARAMETER;
+    case 0x20000072:
+        return RC_NO_MEMORY;
+    case 0x20000073:
+        return RC_PARAM_ERROR;
+    case 0x2000007B:
+        return RC_NO_DATA_AVAILABLE;
+    default:
+        return RC_CFG_READ_FAILED;
+    }
+}
+
+} // namespace
+
+const Leaf PhysicalPortFwDumpCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane Firmware Dump information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"getcli", "get Orvane Firmware Dump information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+};
+
+const FamilyDescription PhysicalPortFwDumpCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "Firmware Dump",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+};
+
+VX_UINT32 PhysicalPortFwDumpCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                        eOutputFormat format) {
+    const VX_UINT32 code = WriteDump(args);
+    Document document(*self, format, CLASS_NAME, code == RC_SUCCESS ? "DisplayFwDumpInfo" : "DisplayError");
+    document.Flat(OUT_STRUCT_NAME, [&] { document.Field(OUT_MESSAGE, ResultText(code)); });
+    return code;
+}
+
+/// The dump is fetched before the file is opened. An existing file is overwritten.
+VX_UINT32 PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args) {
+    PortEntry entry;
+    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    if (args.size() < 2) {
+        return RC_PARAM_ERROR;
+    }
+    void* data = nullptr;
+    VX_UINT32 size = 0;
+    VX_UINT32 status = 0;
+    VX_UINT32 code = MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+        status = VEXAPI_SDGetFwDump2(HandleWord(entry.protocol->PortHandle), 0, &data, &size);
+    });
+    const std::unique_ptr<void, decltype(&std::free)> dump(data, &std::free);
+    if (code == RC_SUCCESS) {
+        TraceStatus("VEXAPI_SDGetFwDump2", status);
+        code = DumpResult(status);
+    }
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    if (dump == nullptr && size > 0) {
+        return RC_NO_DATA_AVAILABLE;
+    }
+    FILE* const file = std::fopen(ArgText(args, 1), "w");
+    if (file == nullptr) {
+        return RC_FILE_ERROR;
+    }
+    if (size > 0) {
+        // A dump that can't be written whole is no failure of the command: clients know it so.
+        static_cast<void>(std::fwrite(dump.get(), 1, size, file));
+    }
+    std::fclose(file);
+    return RC_SUCCESS;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Family.h"
+
+#include <map>
+
+/// Keywords of vital product data and their values, sorted by keyword.
+using VpdMap = std::map<TavuString, TavuString>;
+
+/// Walks the items of PCI vital product data (PCI Local Bus Specification) into `map`; a later item replaces
+/// an earlier one of the same keyword. Only the start of an item is held against `size`: a value may lie
+/// behind it, so `buffer` must have `VPD_SLACK` zero bytes behind its data. A keyword that begins with "x"
+/// ends the walk, because that is the byte of the end tag.
+void MapVpdData(const VX_UINT8* buffer, std::size_t size, VpdMap& map);
+
+/// What the longest value of an item that starts at the last byte can reach, and its terminator.
+inline constexpr std::size_t VPD_SLACK = 3 + 0xFFFF + 1;
+
+/// Description of a keyword; empty for one that is not reported.
+const char* GetVPDKeyVal(const TavuString& key);
+
+/// `port -s vpd`: an adapter's vital product data.
+class PhysicalPortVPDCmdsProcessor final : public Family<PhysicalPortVPDCmdsProcessor> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+
+private:
+    static VX_UINT32 Get(const TavuStringArray& args, VpdMap*& map);
+    static void DisplayVPDInfo(MultipleCmdsProcessor* self, VpdMap* const& map, eOutputFormat format);
+
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayVPDInfo, DisplayError>;
+    static const Leaf LEAVES[];
+};
