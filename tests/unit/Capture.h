@@ -1,0 +1,86 @@
+/// @file
+/// Standard output of the program under test, and commands run as its command line runs them.
+#pragma once
+
+#include "Console.h"
+#include "MainCmdsProcessor.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+
+/// Captures what is written to standard output from its making to `Stop`, by exchanging the `stdout` stream
+/// itself: what a library redirection takes away is not captured.
+class Capture {
+public:
+    Capture() : mSaved(stdout), mStream(open_memstream(&mText, &mSize)) { stdout = mStream; }
+    ~Capture() { Stop(); }
+    Capture(const Capture&) = delete;
+    Capture& operator=(const Capture&) = delete;
+
+    /// Ends the capture and gives its text.
+    std::string Stop() {
+        if (mStream == nullptr) {
+            return mCaptured;
+        }
+        if (stdout != mStream) {
+            std::fclose(stdout);
+            mWasLeftRedirected = true;
+        }
+        stdout = mSaved;
+        std::fclose(mStream);
+        mStream = nullptr;
+        mCaptured.assign(mText, mSize);
+        std::free(mText);
+        return mCaptured;
+    }
+    /// After `Stop`: standard output was still another stream, as after a redirection that stayed open.
+    bool WasLeftRedirected() const { return mWasLeftRedirected; }
+
+private:
+    char* mText = nullptr;
+    std::size_t mSize = 0;
+    FILE* mSaved;
+    FILE* mStream;
+    std::string mCaptured;
+    bool mWasLeftRedirected = false;
+};
+
+struct CommandRun {
+    VX_UINT32 code = 0;             ///< what the command gave
+    std::string output;             ///< what went to standard output
+    bool wasLeftRedirected = false; ///< the command ended inside its redirection
+};
+
+/// Runs one command in a session of its own, as the command line does. `flags` are added to those of the run.
+inline CommandRun RunCommand(const TavuStringArray& words, VX_UINT32 flags = 0) {
+    CommandRun run;
+    const VX_UINT32 flagsBefore = g_uFlags;
+    g_uFlags = FLAG_COMMAND_LINE | flags;
+    {
+        Capture capture;
+        MainCmdsProcessor* const root = MainCmdsProcessor::getMainCmdsProcessor();
+        TavuStringArray args = words;
+        run.code = root->Initialize(args);
+        if (run.code == 0) {
+            run.code = root->DoCmd(args);
+        }
+        root->Uninitialize(args);
+        MainCmdsProcessor::destroyMainCmdsProcessor();
+        run.output = capture.Stop();
+        run.wasLeftRedirected = capture.WasLeftRedirected();
+    }
+    g_uFlags = flagsBefore;
+    return run;
+}
+
+/// The same for words with single blanks between them.
+inline CommandRun RunCommand(const std::string& line, VX_UINT32 flags = 0) {
+    TavuStringArray words;
+    std::istringstream stream(line);
+    for (std::string word; std::getline(stream, word, ' ');) {
+        words.emplace_back(word);
+    }
+    return RunCommand(words, flags);
+}
