@@ -1,0 +1,336 @@
+#include "CommandTreeRows.h"
+#include "FamilyTest.h"
+
+#include <algorithm>
+#include <set>
+
+using namespace family_test;
+using namespace command_tree;
+
+namespace {
+
+constexpr std::uint32_t MAX_ID = 20;
+
+/// A leaf or a family of the tree as one line of text, so that two trees differ in what they show.
+std::string NodeLine(const std::string& path, const std::string& option, std::uint32_t id, const std::string& text,
+                     bool hidden, std::uint32_t flags, bool isLeaf, const std::string& usage) {
+    return path + " | option '" + option + "' | id " + std::to_string(id) + " | " + text +
+           (hidden ? " | hidden" : " | shown") + " | flags " + std::to_string(flags) +
+           (isLeaf ? " | leaf, usage of " + usage : " | family");
+}
+
+std::string Join(const std::string& path, const std::string& name) {
+    return path.empty() ? name : path + " " + name;
+}
+
+/// The parent of a path; empty for a child of the root.
+std::string ParentOf(const std::string& path) {
+    const std::size_t blank = path.rfind(' ');
+    return blank == std::string::npos ? "" : path.substr(0, blank);
+}
+std::string NameOf(const std::string& path) {
+    const std::size_t blank = path.rfind(' ');
+    return blank == std::string::npos ? path : path.substr(blank + 1);
+}
+
+bool IsAbsent(const std::string& family) {
+    return std::find(ABSENT_FAMILIES.begin(), ABSENT_FAMILIES.end(), family) != ABSENT_FAMILIES.end();
+}
+
+const FamilyRow* FindFamily(const std::string& path) {
+    for (const FamilyRow& row : FAMILIES) {
+        if (row.path == path) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+std::string ExpectedUsage(const LeafRow& leaf) {
+    switch (leaf.usage) {
+    case UsageOf::NOBODY:
+        return "nobody";
+    case UsageOf::FEC:
+        return "FEC";
+    case UsageOf::FAMILY:
+        break;
+    }
+    return *leaf.family == '\0' ? "root" : FindFamily(leaf.family)->helpWord;
+}
+
+/// The children that a family must have, as lines, those of its sub-families behind each.
+void AppendExpected(const std::string& path, std::vector<std::string>& lines) {
+    for (const LeafRow& leaf : LEAVES) {
+        if (leaf.family == path) {
+            lines.push_back(NodeLine(Join(path, leaf.name), "", leaf.id, leaf.description, leaf.hidden, 0, true,
+                                     ExpectedUsage(leaf)));
+        }
+    }
+    for (const FamilyRow& family : FAMILIES) {
+        if (ParentOf(family.path) == path && !IsAbsent(family.path)) {
+            lines.push_back(NodeLine(family.path, family.option, 0, family.description, false, 0, false, ""));
+            AppendExpected(family.path, lines);
+        }
+    }
+}
+
+std::string UsageText(CmdProcessor& node, std::uint32_t id) {
+    Capture capture;
+    TavuStringArray none;
+    node.PrintUsage(none, id);
+    return capture.Stop();
+}
+
+/// Whose usage function a leaf carries: with one of the ids it prints the help of its family, and the heading
+/// of that names the family.
+std::string UsageOwner(CmdProcessor& leaf) {
+    static constexpr char START[] = "\r\nFollowing is the list of available commands";
+    bool prints = false;
+    for (std::uint32_t id = 0; id < MAX_ID; ++id) {
+        const std::string text = UsageText(leaf, id);
+        prints = prints || !text.empty();
+        if (text.starts_with(START)) {
+            const std::string rest = text.substr(sizeof START - 1);
+            return rest.starts_with(".") ? "root" : rest.substr(8, rest.find(" command mode") - 8);
+        }
+    }
+    return prints ? "somebody" : "nobody";
+}
+
+void AppendLive(MultipleCmdsProcessor& family, const std::string& path, std::vector<std::string>& lines) {
+    for (CmdProcessor* child : family.GetSubCmdProcessors()) {
+        const std::string childPath = Join(path, child->GetCmdName());
+        EXPECT_EQ(child->GetParent(), &family) << childPath;
+        const bool isLeaf = child->IsMultiple() == 1;
+        lines.push_back(NodeLine(childPath, child->GetCmdOpt(), child->GetCmdId(), child->GetCmdDesc(),
+                                 child->IsHidden(), child->GetCmdFlags(), isLeaf, isLeaf ? UsageOwner(*child) : ""));
+        if (!isLeaf) {
+            AppendLive(static_cast<MultipleCmdsProcessor&>(*child), childPath, lines);
+        }
+    }
+}
+
+/// The tree of a session.
+class CommandTreeTest : public ::testing::Test {
+protected:
+    CommandTreeTest() {
+        FakeLibrary::Reset();
+        root = MainCmdsProcessor::getMainCmdsProcessor();
+        TavuStringArray none;
+        EXPECT_EQ(root->Initialize(none), 0u);
+    }
+    ~CommandTreeTest() override {
+        TavuStringArray none;
+        EXPECT_EQ(root->Uninitialize(none), 0u);
+        MainCmdsProcessor::destroyMainCmdsProcessor();
+    }
+
+    /// The node at a path of names; null where there is none.
+    CmdProcessor* Find(const std::string& path) const {
+        if (path.empty()) {
+            return root;
+        }
+        CmdProcessor* const parent = Find(ParentOf(path));
+        if (parent == nullptr || parent->IsMultiple() != 0) {
+            return nullptr;
+        }
+        for (CmdProcessor* child : static_cast<MultipleCmdsProcessor*>(parent)->GetSubCmdProcessors()) {
+            if (child->GetCmdName() == NameOf(path)) {
+                return child;
+            }
+        }
+        return nullptr;
+    }
+
+    MainCmdsProcessor* root;
+};
+
+TEST(CommandTreeRowsTest, AreWhole) {
+    EXPECT_EQ(std::size(LEAVES), 156u);
+    EXPECT_EQ(std::size(FAMILIES), 34u); // 4 under the root, 3 adapter, 21 port, 5 target, 1 lun
+    std::set<std::string> seen;
+    for (const LeafRow& leaf : LEAVES) {
+        EXPECT_TRUE(seen.insert(Join(leaf.family, leaf.name)).second) << leaf.family << " " << leaf.name;
+        EXPECT_TRUE(*leaf.family == '\0' || FindFamily(leaf.family) != nullptr) << leaf.family;
+    }
+    for (const std::string& absent : ABSENT_FAMILIES) {
+        EXPECT_NE(FindFamily(absent), nullptr) << absent << " is absent, but is no family";
+        EXPECT_TRUE(ParentOf(absent).empty() || FindFamily(ParentOf(absent)) != nullptr) << absent;
+    }
+}
+
+TEST_F(CommandTreeTest, RootIsTheMainProcessor) {
+    EXPECT_STREQ(root->GetCmdName(), "main");
+    EXPECT_STREQ(root->GetCmdOpt(), "");
+    EXPECT_STREQ(root->GetCmdDesc(), "the main commands processor");
+    EXPECT_EQ(root->GetCmdId(), 0u);
+    EXPECT_EQ(root->GetCmdFlags(), 0u);
+    EXPECT_FALSE(root->IsHidden());
+    EXPECT_EQ(root->GetParent(), nullptr);
+    EXPECT_EQ(root->IsMultiple(), 0u);
+}
+
+TEST_F(CommandTreeTest, HasEveryNodeInItsPlace) {
+    std::vector<std::string> expected;
+    AppendExpected("", expected);
+    std::vector<std::string> live;
+    AppendLive(*root, "", live);
+    for (std::size_t i = 0; i < std::max(expected.size(), live.size()); ++i) {
+        ASSERT_EQ(i < live.size() ? live[i] : "(end of the tree)", i < expected.size() ? expected[i] : "(nothing)");
+    }
+}
+
+TEST_F(CommandTreeTest, NamesAsAbsentExactlyWhatIsAbsent) {
+    for (const FamilyRow& family : FAMILIES) {
+        EXPECT_EQ(Find(family.path) == nullptr, IsAbsent(family.path))
+            << family.path << (IsAbsent(family.path) ? " is built: take it off the list" : " is missing");
+    }
+}
+
+TEST_F(CommandTreeTest, BuildsItsChildrenOnce) {
+    for (const FamilyRow& family : FAMILIES) {
+        if (auto* const node = static_cast<MultipleCmdsProcessor*>(Find(family.path)); node != nullptr) {
+            const std::vector<CmdProcessor*> first = node->GetSubCmdProcessors();
+            EXPECT_EQ(&node->GetSubCmdProcessors(), &node->GetSubCmdProcessors()) << family.path;
+            EXPECT_EQ(node->GetSubCmdProcessors(), first) << family.path;
+        }
+    }
+}
+
+/// What a usage function prints for an id; for every other id but that of `help` it prints nothing and gives 2.
+struct UsageRow {
+    const char* family;
+    const char* leaf;
+    const char* text;
+};
+constexpr UsageRow USAGES[] = {
+    {"", "q", "Usage: q\r\n    return to the parent prompt.\r\n"},
+    {"", "log",
+     "Usage: log [<filename>]\r\n    filename    : The file to log all the output to. \r\n"
+     "                    If no filename is supplied, the currently open log \r\n"
+     "                    file will be closed.\r\n"},
+    {"", "version", "Usage: version\r\n    display version of this program.\r\n"},
+    {"adapter", "listcli", "Usage: list\r\n"},
+    {"adapter", "updatecli", "Usage: [identifier] [flashfile]\r\n"},
+    {"adapter info", "getcli", "Usage: get [adapter identifier]\r\n"},
+    {"adapter personality", "getcli", "Usage: get [adapter identifier]\r\n"},
+    {"adapter personality", "setcli", "Usage: set [adapter identifier]\r\n"},
+    {"adapter flashinfo", "getcli", "Usage: get [adapter identifier]\r\n"},
+    {"port", "listcli", "Usage: list\r\n"},
+    {"port", "updatenvramcli", ""}, // it carries the usage function, which doesn't know it
+    {"port info", "getcli", "Usage: get [port identifier]\r\n"},
+    {"port stats", "getcli", "Usage: get [port identifier]\r\n"},
+    {"port stats", "resetcli", "Usage: reset [port identifier]\r\n"},
+    {"port vpd", "getcli", "Usage: get\r\n"},
+    {"port fec", "getcli", "Usage: get\r\n"},
+    {"port fec", "setcli", "Usage: set\r\n"},
+    {"port fwdump", "getcli", "Usage: get\r\n"},
+    {"port beacon", "getcli", "Usage: get\r\n"},
+    {"port beacon", "setcli", "Usage: set\r\n"},
+};
+
+const UsageRow* FindUsage(const std::string& family, const std::string& leaf) {
+    for (const UsageRow& row : USAGES) {
+        if (row.family == family && row.leaf == leaf) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+/// A line of a help list: the name in at least 12 characters, two more, and the description.
+std::string HelpLine(const std::string& name, const std::string& description) {
+    return name + std::string(name.size() < 12 ? 12 - name.size() : 0, ' ') + ": " + description + "\r\n";
+}
+
+/// The help of a family, or of the root: a heading and a line for each child, the root's without hidden ones.
+std::string Help(const std::string& path) {
+    std::string text = "\r\nFollowing is the list of available commands";
+    text += path.empty() ? "" : std::string(" in the ") + FindFamily(path)->helpWord + " command mode";
+    text += ".\r\nFor detailed information of each command, please type 'command ?'\r\n"
+            "All commands are case insensitive.\r\n\r\n";
+    for (const LeafRow& leaf : LEAVES) {
+        if (leaf.family == path && !leaf.hidden) {
+            text += HelpLine(leaf.name, leaf.description);
+        }
+    }
+    for (const FamilyRow& family : FAMILIES) {
+        if (ParentOf(family.path) == path && !IsAbsent(family.path)) {
+            text += HelpLine(NameOf(family.path), family.description);
+        }
+    }
+    return text;
+}
+
+bool IsHelpLeaf(const LeafRow& leaf) {
+    return std::string(leaf.name) == "help" || leaf.hidden;
+}
+
+/// Usage of a leaf that is built, by its own id; nullopt for a family whose texts aren't listed yet.
+std::optional<std::string> ExpectedText(const LeafRow& leaf) {
+    if (leaf.usage == UsageOf::NOBODY) {
+        return "";
+    }
+    if (IsHelpLeaf(leaf)) {
+        return Help(leaf.family);
+    }
+    const UsageRow* const row = FindUsage(leaf.family, leaf.name);
+    return row != nullptr ? std::optional<std::string>(row->text) : std::nullopt;
+}
+
+TEST_F(CommandTreeTest, PrintsEachLeafsUsage) {
+    for (const LeafRow& leaf : LEAVES) {
+        if (IsAbsent(leaf.family)) {
+            continue;
+        }
+        const std::string path = Join(leaf.family, leaf.name);
+        SCOPED_TRACE(path);
+        CmdProcessor* const node = Find(path);
+        ASSERT_NE(node, nullptr);
+        const std::optional<std::string> expected = ExpectedText(leaf);
+        ASSERT_TRUE(expected.has_value()) << "list its usage";
+        EXPECT_EQ(UsageText(*node, leaf.id), *expected);
+    }
+}
+
+TEST_F(CommandTreeTest, UsageOfAnUnknownIdIsTwo) {
+    for (const char* path : {"q", "adapter listcli", "adapter info getcli", "adapter personality getcli",
+                             "adapter flashinfo getcli", "port listcli", "port info getcli", "port stats getcli",
+                             "port vpd getcli", "port fec getcli", "port fwdump getcli", "port beacon help"}) {
+        TavuStringArray none;
+        ASSERT_NE(Find(path), nullptr) << path;
+        EXPECT_EQ(Find(path)->PrintUsage(none, MAX_ID), 2u) << path;
+        EXPECT_EQ(UsageText(*Find(path), MAX_ID), "") << path;
+    }
+    // 4 is an id of a leaf of `port`, but its usage function doesn't know it.
+    TavuStringArray none;
+    EXPECT_EQ(Find("port updatenvramcli")->PrintUsage(none, 4), 2u);
+}
+
+/// A question mark behind a leaf prints its usage, and the command doesn't run.
+TEST(CommandUsageTest, QuestionMarkAsksForTheUsageOnly) {
+    for (const LeafRow& leaf : LEAVES) {
+        if (IsAbsent(leaf.family) || leaf.hidden) {
+            continue;
+        }
+        std::string line = leaf.name + std::string(" ?");
+        for (std::string path = leaf.family; !path.empty(); path = ParentOf(path)) {
+            line = std::string(FindFamily(path)->option) + " " + NameOf(path) + " " + line;
+        }
+        SCOPED_TRACE(line);
+        FakeLibrary::Reset();
+        const bool isRoot = *leaf.family == '\0';
+        const CommandRun run = RunCommand(line);
+        EXPECT_EQ(run.code, 0u);
+        std::string expected = ExpectedText(leaf).value_or("?");
+        if (isRoot && IsHelpLeaf(leaf)) {
+            expected += "\nFor a complete help. Please refer to ORFC_ESXCLI_Readme.txt in the same folder.\r\n";
+        }
+        // "q" and "version" end a command line in silence, wherever they stand.
+        const bool isSilent = isRoot && (leaf.name == std::string("q") || leaf.name == std::string("version"));
+        EXPECT_EQ(run.output, isSilent ? "" : expected);
+        EXPECT_EQ(FakeLibrary::Get().PortCalls(), Calls{});
+    }
+}
+
+} // namespace
