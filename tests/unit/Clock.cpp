@@ -1,0 +1,34 @@
+#include "Clock.h"
+
+#include <ctime>
+#include <optional>
+
+namespace {
+
+std::optional<timeval> stoppedAt;
+
+} // namespace
+
+StoppedClock::StoppedClock(timeval now) {
+    Set(now);
+}
+
+StoppedClock::~StoppedClock() {
+    stoppedAt.reset();
+}
+
+void StoppedClock::Set(timeval now) {
+    stoppedAt = now;
+}
+
+/// In the place of the C library's function, for the whole test program.
+extern "C" int gettimeofday(timeval* now, void*) noexcept {
+    if (stoppedAt.has_value()) {
+        *now = *stoppedAt;
+        return 0;
+    }
+    timespec precise{};
+    clock_gettime(CLOCK_REALTIME, &precise);
+    *now = {precise.tv_sec, precise.tv_nsec / 1000};
+    return 0;
+}

@@ -1,0 +1,29 @@
+/// @file
+/// Faults that the machine can give.
+#pragma once
+
+#include <sys/resource.h>
+
+/// Lowers a limit of the process for its lifetime.
+class LoweredLimit {
+public:
+    LoweredLimit(__rlimit_resource resource, rlim_t limit) : mResource(resource) {
+        getrlimit(resource, &mSaved);
+        rlimit lowered = mSaved;
+        lowered.rlim_cur = limit;
+        setrlimit(resource, &lowered);
+    }
+    ~LoweredLimit() { setrlimit(mResource, &mSaved); }
+    LoweredLimit(const LoweredLimit&) = delete;
+    LoweredLimit& operator=(const LoweredLimit&) = delete;
+
+private:
+    __rlimit_resource mResource;
+    rlimit mSaved{};
+};
+
+/// No file can be opened during its lifetime; those that are open stay so.
+class NoMoreFiles : public LoweredLimit {
+public:
+    NoMoreFiles() : LoweredLimit(RLIMIT_NOFILE, 0) {}
+};
