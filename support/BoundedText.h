@@ -29,3 +29,7 @@ int strncpy_s(char* dest, unsigned long size, const char* source, unsigned long 
 template <std::size_t N> std::string_view BoundedText(const char (&array)[N]) {
     return {array, strnlen(array, N)};
 }
+template <std::size_t N> std::string_view BoundedText(const unsigned char (&array)[N]) {
+    const auto* const text = reinterpret_cast<const char*>(array);
+    return {text, strnlen(text, N)};
+}

@@ -1,6 +1,8 @@
 #include "MainCmdsProcessor.h"
 
 #include "AdapterCmdsProcessor.h"
+#include "FCLunCmdsProcessor.h"
+#include "FCTargetCmdsProcessor.h"
 #include "LibraryCall.h"
 #include "PhysicalPortCmdsProcessor.h"
 
@@ -21,6 +23,8 @@ constexpr long LIBRARY_DEBUG_REQUEST = 65535;
 constexpr SubFamily FAMILIES[] = {
     {"adapter", "use this command to get/set/list Orvane adapters", CreateFamily<AdapterCmdsProcessor>},
     {"port", "use this command to get/set/list Orvane Ports", CreateFamily<PhysicalPortCmdsProcessor>},
+    {"target", "use this command to get/list targets detected by Orvane adapters", CreateFamily<FCTargetCmdsProcessor>},
+    {"lun", "use this command to get/list LUNs detected by Orvane adapters", CreateFamily<FCLunCmdsProcessor>},
 };
 
 constexpr UsageText USAGES[] = {

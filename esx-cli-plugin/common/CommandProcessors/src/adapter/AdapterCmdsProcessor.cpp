@@ -56,17 +56,8 @@ const FamilyDescription AdapterCmdsProcessor::FAMILY = {
 
 VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                               eOutputFormat format) {
-    if (IsInvokingHelp(ArgText(args, 0))) {
-        return RC_HELP_REQUESTED;
-    }
-    const VX_ADAPTER_LIST* host = VEXAPI_GetAdapterList();
-    if (host == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::CmdListCommon: List is NULL");
-        return RC_HOST_NOT_FOUND;
-    }
-    Document document(*self, format, FAMILY.className, __func__);
-    document.List([&] {
-        for (const _vexapi_adapter_t* adapter = host->pHead; adapter != nullptr; adapter = adapter->pNext) {
+    return ListHost(self, args, format, [](Document& document, const VX_ADAPTER_LIST& host) {
+        for (const _vexapi_adapter_t* adapter = host.pHead; adapter != nullptr; adapter = adapter->pNext) {
             document.Structure(OUT_STRUCT_NAME, [&] {
                 TavuString identifier;
                 identifier.Format("Adapter_%.*s_%.*s", int{sizeof adapter->Model}, adapter->Model,
@@ -75,7 +66,6 @@ VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuS
             });
         }
     });
-    return RC_SUCCESS;
 }
 
 VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArray& args, _vexapi_adapter_t** adapter,

@@ -27,17 +27,17 @@ void Document::BlockReport(const ReportNames& names, RebootRequired reboot, cons
 
 void Document::ReportError(const ReportNames& names, RebootRequired reboot, const char* message) {
     Frame(
-        names,
-        [&] {
-            Reboot(reboot);
-            Field(OUT_MESSAGE, message);
-        },
-        [] {});
+        names, [&] { Failure(reboot, message); }, [] {});
 }
 
 void Document::Success(RebootRequired reboot) {
     Field(OUT_MESSAGE, OUT_SUCCESS);
     Reboot(reboot);
+}
+
+void Document::Failure(RebootRequired reboot, const char* message) {
+    Reboot(reboot);
+    Field(OUT_MESSAGE, message);
 }
 
 void Document::Reboot(RebootRequired reboot) {

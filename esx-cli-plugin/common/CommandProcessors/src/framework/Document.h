@@ -53,6 +53,12 @@ public:
     void Field(const char* label, bool value);
     void Field(const char* label, unsigned long long value, Serializer::eIntType type);
 
+    /// "Message" of a success, then "Reboot Required" where it is shown.
+    void Success(RebootRequired reboot);
+    /// "Message" of a failure. "Reboot Required", where it is shown, stands ahead of it here and behind it in a
+    /// success: clients see both orders.
+    void Failure(RebootRequired reboot, const char* message);
+
     /// A structure inside a shape; `fields()` writes its fields.
     template <typename Fields> void Structure(const char* name, Fields fields) {
         mOut.begin_struct_output(name);
@@ -84,8 +90,7 @@ public:
     }
     /// A data-block report.
     void BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block);
-    /// The error form of every report. "Reboot Required", where it is shown, stands ahead of "Message" here
-    /// and behind it in a success: clients see both orders.
+    /// The error form of every report.
     void ReportError(const ReportNames& names, RebootRequired reboot, const char* message);
 
 private:
@@ -102,7 +107,6 @@ private:
             mOut.end_field_output();
         });
     }
-    void Success(RebootRequired reboot);
     void Reboot(RebootRequired reboot);
 
     Serializer& mOut;

@@ -38,3 +38,16 @@ VX_UINT32 RunCommon(const char* className, const char* name, CommonFunction comm
     }
     return code;
 }
+
+VX_UINT32 AdmitList(const char* className, const char* function, const TavuStringArray& args,
+                    const VX_ADAPTER_LIST*& host) {
+    if (IsInvokingHelp(ArgText(args, 0))) {
+        return RC_HELP_REQUESTED;
+    }
+    host = VEXAPI_GetAdapterList();
+    if (host == nullptr) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: List is NULL", className, function);
+        return RC_HOST_NOT_FOUND;
+    }
+    return RC_SUCCESS;
+}

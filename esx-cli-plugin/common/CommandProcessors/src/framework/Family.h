@@ -49,6 +49,10 @@ using CommonFunction = VX_UINT32 (*)(MultipleCmdsProcessor* self, TavuStringArra
 VX_UINT32 RunCommon(const char* className, const char* name, CommonFunction common, MultipleCmdsProcessor* self,
                     TavuStringArray& args, Serializer::eOutputFormat format);
 
+/// What a `list` leaf does ahead of its document: `RC_SUCCESS` with the host stored, or why there is none.
+VX_UINT32 AdmitList(const char* className, const char* function, const TavuStringArray& args,
+                    const VX_ADAPTER_LIST*& host);
+
 /// A literal as a template argument.
 template <std::size_t Size> struct FixedText {
     char text[Size];
@@ -105,17 +109,35 @@ protected:
         DisplayReportError(self, code, format, false);
     }
     /// A data-block report, whose lines `fill(block)` writes; `function` is the caller's name for the traces.
-    /// Without memory for the block it shows that failure, and the command's result stays.
+    /// Without memory for the block it shows that failure, with "Reboot Required" false where it is shown, and
+    /// the command's result stays.
     template <typename Fill>
     static void DisplayBlock(MultipleCmdsProcessor* self, eOutputFormat format, const char* function,
-                             const BlockShape& shape, Fill fill) {
+                             const BlockShape& shape, Fill fill, RebootRequired reboot = REBOOT_NOT_SHOWN) {
         ReportBlock block(shape.size, shape.rule, Self::FAMILY.className, function);
         if (!block.IsAllocated()) {
-            Self::DisplayError(self, RC_NO_MEMORY, format);
+            DisplayReportError(self, RC_NO_MEMORY, format,
+                               reboot.has_value() ? RebootRequired(false) : REBOOT_NOT_SHOWN);
             return;
         }
         fill(block);
-        Document(*self, format, Self::FAMILY.className, function).BlockReport(shape.names, REBOOT_NOT_SHOWN, block);
+        Document(*self, format, Self::FAMILY.className, function).BlockReport(shape.names, reboot, block);
+    }
+
+    /// The common function `CmdListCommon` of a `list` leaf, whose structures `rows(document, host)` writes.
+    /// It takes no object: `RC_HELP_REQUESTED` for a help word, `RC_HOST_NOT_FOUND` without an adapter list,
+    /// both without any document.
+    template <typename Rows>
+    static VX_UINT32 ListHost(MultipleCmdsProcessor* self, const TavuStringArray& args, eOutputFormat format,
+                              Rows rows) {
+        constexpr char function[] = "CmdListCommon";
+        const VX_ADAPTER_LIST* host = nullptr;
+        const VX_UINT32 code = AdmitList(Self::FAMILY.className, function, args, host);
+        if (code == RC_SUCCESS) {
+            Document document(*self, format, Self::FAMILY.className, function);
+            document.List([&] { rows(document, *host); });
+        }
+        return code;
     }
 
     /// The common function of most commands: `fetch(args, state)` resolves, admits, parses and calls the

@@ -1,7 +1,5 @@
 #include "HostTree.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr char PREFIX[] = "FC_";
@@ -38,20 +36,27 @@ PortIdentifier::PortIdentifier(const VX_UINT8 (&wwpn)[8]) {
     FormatWwn(text + PREFIX_LENGTH, wwpn);
 }
 
+const char* ReadWwn(const char* text, VX_UINT8 (&name)[8]) {
+    for (std::size_t at = 0; at < sizeof name; ++at) {
+        const int high = DigitValue(text[0]);
+        const int low = high >= 0 ? DigitValue(text[1]) : -1;
+        if (low < 0) {
+            return nullptr;
+        }
+        name[at] = static_cast<VX_UINT8>(high << 4 | low);
+        text += 2;
+        const bool isLast = at + 1 == sizeof name;
+        if (!isLast && *text++ != ':') {
+            return nullptr;
+        }
+    }
+    return text;
+}
+
 bool ParsePortIdentifier(const char* text, VX_UINT8 (&wwpn)[8]) {
     if (std::strncmp(text, PREFIX, PREFIX_LENGTH) != 0) {
         return false;
     }
-    text += PREFIX_LENGTH;
-    for (std::size_t at = 0; at < sizeof wwpn; ++at) {
-        const int high = DigitValue(text[0]);
-        const int low = high >= 0 ? DigitValue(text[1]) : -1;
-        const char end = at + 1 < sizeof wwpn ? ':' : '\0';
-        if (low < 0 || text[2] != end) {
-            return false;
-        }
-        wwpn[at] = static_cast<VX_UINT8>(high << 4 | low);
-        text += 3;
-    }
-    return true;
+    const char* const end = ReadWwn(text + PREFIX_LENGTH, wwpn);
+    return end != nullptr && *end == '\0';
 }

@@ -6,6 +6,8 @@
 
 #include "vexapi.h"
 
+#include <cstring>
+
 /// Values of `_vexapi_protocol_t` that commands ask about.
 inline constexpr VX_UINT32 FIRST_NON_FC_PROTOCOL_TYPE = 2; ///< FC and FCoE lie below it
 inline constexpr VX_UINT32 PROTOCOL_TYPE_NIC = 2;
@@ -45,9 +47,30 @@ template <typename Visit> void ForEachFcPort(const VX_ADAPTER_LIST& host, Visit 
     }
 }
 
-/// A World Wide Name as all commands print it: "xx:xx:xx:xx:xx:xx:xx:xx" in lower case. Writes 23
-/// characters and a terminator.
+/// Visits the entries of a list of targets or LUNs from `head` on, until `visit(entry)` gives false. False
+/// when it did, so that an outer walk can end too.
+template <typename Entry, typename Visit> bool ForEachEntry(Entry* head, Visit visit) {
+    for (Entry* entry = head; entry != nullptr; entry = entry->pNext) {
+        if (!visit(*entry)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+inline constexpr std::size_t WWN_LENGTH = 23; ///< characters of a World Wide Name's text
+
+/// A World Wide Name as all commands print it: "xx:xx:xx:xx:xx:xx:xx:xx" in lower case. Writes
+/// `WWN_LENGTH` characters and a terminator.
 void FormatWwn(char* text, const VX_UINT8 (&name)[8]);
+
+/// Reads exactly the text that `FormatWwn` makes of a name, whatever stands behind it. Gives the position
+/// behind it, or null.
+const char* ReadWwn(const char* text, VX_UINT8 (&name)[8]);
+
+inline bool IsSameWwn(const VX_UINT8 (&left)[8], const VX_UINT8 (&right)[8]) {
+    return std::memcmp(left, right, sizeof left) == 0;
+}
 
 /// Identifier of a port: "FC_" and its WWPN.
 struct PortIdentifier {

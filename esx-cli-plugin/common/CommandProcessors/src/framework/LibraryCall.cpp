@@ -52,3 +52,9 @@ bool IsRebootRequired() {
     }
     return required == 1;
 }
+
+bool AskRebootRequired(const char* className, const char* function) {
+    bool isRequired = true;
+    MakeLibraryCalls(className, function, [&] { isRequired = IsRebootRequired(); });
+    return isRequired;
+}

@@ -68,3 +68,5 @@ VX_UINT32 AskMezzanine(const LibraryCall& what, const char* function, VX_PORT_HA
 /// Whether the change just made needs a reboot; true when the library can't answer. The caller decides
 /// whether this stands inside the redirection.
 bool IsRebootRequired();
+/// The same inside the redirection; true when that can't be opened.
+bool AskRebootRequired(const char* className, const char* function);

@@ -11,11 +11,22 @@ ReportBlock::ReportBlock(std::size_t size, SizeRule rule, const char* className,
     }
 }
 
+void ReportBlock::Trace(const char* label, std::string_view value) const {
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%.*s", mClassName, mFunction, label, static_cast<int>(value.size()),
+                     value.data());
+}
+
 void ReportBlock::Line(const char* label, std::string_view value) {
-    const auto length = static_cast<int>(value.size());
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%.*s", mClassName, mFunction, label, length, value.data());
+    Trace(label, value);
     TavuString line;
-    line.Format("%s%s: %.*s\n", mIsFirst ? "" : "      ", label, length, value.data());
+    line.Format("%s%s: %.*s\n", Indentation(), label, static_cast<int>(value.size()), value.data());
+    Raw(line.c_str());
+}
+
+void ReportBlock::UncutLine(const char* label, std::string_view value) {
+    Trace(label, value);
+    TavuString line = Indentation();
+    line.append(label).append(": ").append(value).append("\n");
     Raw(line.c_str());
 }
 

@@ -30,12 +30,17 @@ public:
     void Line(const char* label, std::string_view value);
     /// The same with a value formatted as `printf` does.
     void LineF(const char* label, const char* format, ...) __attribute__((format(printf, 3, 4)));
+    /// The same as `Line` at any length: the value of a line that is put together piece by piece is not cut.
+    void UncutLine(const char* label, std::string_view value);
     /// Adds a text as it stands: no indentation, no line end. It counts as a line.
     void Raw(const char* text);
 
     const char* GetText() const { return mText.get(); }
 
 private:
+    const char* Indentation() const { return mIsFirst ? "" : "      "; }
+    void Trace(const char* label, std::string_view value) const;
+
     struct Free {
         void operator()(char* text) const { std::free(text); }
     };

@@ -3,10 +3,12 @@
 #include "CodeTable.h"
 #include "HostTree.h"
 #include "LibraryCall.h"
+#include "PhysicalPortBBCRCmdsProcessor.h"
 #include "PhysicalPortBeaconCmdsProcessor.h"
 #include "PhysicalPortFCStatsCmdsProcessor.h"
 #include "PhysicalPortFECCmdsProcessor.h"
 #include "PhysicalPortFwDumpCmdsProcessor.h"
+#include "PhysicalPortHBAParamsCmdsProcessor.h"
 #include "PhysicalPortInfoCmdsProcessor.h"
 #include "PhysicalPortVPDCmdsProcessor.h"
 
@@ -58,6 +60,10 @@ const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
     {"stats", "use this command to get Orvane Fibre Chanel Port Statistics",
      CreateFamily<PhysicalPortFCStatsCmdsProcessor>},
     {"vpd", "use this command to get Orvane Fibre Channel Port's VPD info", CreateFamily<PhysicalPortVPDCmdsProcessor>},
+    {"hbaparams", "use this command to get/set Orvane Fibre Channel Port's HBA parameters",
+     CreateFamily<PhysicalPortHBAParamsCmdsProcessor>},
+    {"bbcr", "use this command to get/set Orvane Fibre Channel Port's BBCR info",
+     CreateFamily<PhysicalPortBBCRCmdsProcessor>},
     {"fec", "use this command to get/set Orvane Fibre Channel Port's FEC info",
      CreateFamily<PhysicalPortFECCmdsProcessor>},
     {"fwdump", "use this command to get Orvane Fibre Channel Port's Firmware Dump info",
@@ -78,23 +84,13 @@ const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
 
 VX_UINT32 PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                    eOutputFormat format) {
-    if (IsInvokingHelp(ArgText(args, 0))) {
-        return RC_HELP_REQUESTED;
-    }
-    const VX_ADAPTER_LIST* host = VEXAPI_GetAdapterList();
-    if (host == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::CmdListCommon: List is NULL");
-        return RC_HOST_NOT_FOUND;
-    }
-    Document document(*self, format, FAMILY.className, __func__);
-    document.List([&] {
-        ForEachFcPort(*host, [&](auto&, auto&, const _vexapi_protocol_t& protocol) {
+    return ListHost(self, args, format, [](Document& document, const VX_ADAPTER_LIST& host) {
+        ForEachFcPort(host, [&](auto&, auto&, const _vexapi_protocol_t& protocol) {
             const PortIdentifier identifier(protocol.WWPN);
             document.Structure(OUT_STRUCT_NAME, [&] { document.Field(OUT_PORTS, identifier.text); });
             return true;
         });
     });
-    return RC_SUCCESS;
 }
 
 VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
@@ -172,7 +168,6 @@ void PhysicalPortCmdsProcessor::DisplayUpdateNvram(MultipleCmdsProcessor* self, 
                                                    bool rebootRequired) {
     Document document(*self, format, FAMILY.className, __func__);
     document.Flat(OUT_UPDATE_NVRAM, [&] {
-        document.Field(OUT_REBOOT_REQUIRED, rebootRequired);
-        document.Field(OUT_MESSAGE, ResultTextOf(RESULT_TEXTS, code));
+        document.Failure(rebootRequired, ResultTextOf(RESULT_TEXTS, code)); // a success has this order too
     });
 }

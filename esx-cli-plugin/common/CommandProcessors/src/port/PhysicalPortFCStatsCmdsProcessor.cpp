@@ -111,5 +111,5 @@ void PhysicalPortFCStatsCmdsProcessor::DisplayFCStats(MultipleCmdsProcessor* sel
 
 void PhysicalPortFCStatsCmdsProcessor::DisplayReset(MultipleCmdsProcessor* self, const NoState&, eOutputFormat format) {
     Document document(*self, format, CLASS_NAME, __func__);
-    document.Flat(OUT_RESET_STRUCT_NAME, [&] { document.Field(OUT_MESSAGE, OUT_SUCCESS); });
+    document.Flat(OUT_RESET_STRUCT_NAME, [&] { document.Success(REBOOT_NOT_SHOWN); });
 }

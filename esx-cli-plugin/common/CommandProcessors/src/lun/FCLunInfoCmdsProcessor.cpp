@@ -1,0 +1,80 @@
+#include "FCLunInfoCmdsProcessor.h"
+
+#include "FCLunCmdsProcessor.h"
+#include "ReportTexts.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "FCLunInfoCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"LunInformation", "LunInfo", "LunInfoList"}, 2048, ReportBlock::SizeRule::SPACE_LEFT};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
+
+/// The bytes in use, joined by colons: none for the length 0. Bytes that are all zero are no identifier,
+/// whatever the length; a length above the array's counts as that.
+TavuString WorldwideIdText(const _tagVEXAPI_SDMLun& lun) {
+    if (IsZero(lun.WorldwideId)) {
+        return OUT_NA;
+    }
+    TavuString text;
+    const std::size_t length = std::min<std::size_t>(lun.WorldwideIdLength, sizeof lun.WorldwideId);
+    for (std::size_t at = 0; at < length; ++at) {
+        TavuString byte;
+        byte.Format(at == 0 ? "%02x" : ":%02x", lun.WorldwideId[at]);
+        text += byte;
+    }
+    return text;
+}
+
+} // namespace
+
+const Leaf FCLunInfoCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane FC LUN information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"getcli", "get Orvane FC LUN information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+};
+
+const FamilyDescription FCLunInfoCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FC LUN info",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT64 LunSizeInMegabytes(VX_UINT64 blockCount, VX_UINT32 blockSize) {
+    return (blockCount >> 10) * blockSize >> 10;
+}
+
+VX_UINT32 FCLunInfoCmdsProcessor::Get(const TavuStringArray& args, LunEntry& entry) {
+    return FCLunCmdsProcessor::GetLunFromLunString(args, &entry.lun);
+}
+
+void FCLunInfoCmdsProcessor::DisplayLunInfo(MultipleCmdsProcessor* self, const LunEntry& entry, eOutputFormat format) {
+    const _tagVEXAPI_SDMLun& lun = *entry.lun;
+    const bool isNamespace = (lun.LunFlags & 1) != 0;
+
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        block.Line("Vendor ID", BoundedText(lun.VendorId));
+        block.Line("Product ID", BoundedText(lun.ProductId));
+        block.Line("Product Revision",
+                   isNamespace ? BoundedText(lun.NamespaceRevision) : BoundedText(lun.ProductRevision));
+        block.LineF(isNamespace ? "Namespace ID" : "Lun Number", "%u", lun.LunNumber);
+        block.LineF(isNamespace ? "Namespace Size In MB" : "Lun Size In MB", "%llu",
+                    static_cast<unsigned long long>(LunSizeInMegabytes(lun.BlockCount, lun.BlockSize)));
+        if (!isNamespace) {
+            block.Line("Lun Worldwide Unique ID", WorldwideIdText(lun));
+        }
+    });
+}

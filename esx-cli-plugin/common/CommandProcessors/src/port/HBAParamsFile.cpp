@@ -1,0 +1,342 @@
+#include "HBAParamsFile.h"
+
+#include "ChipFamilies.h"
+#include "CmdLineParser.h"
+#include "CodeTable.h"
+#include "ReportTexts.h"
+#include "ResultCodes.h"
+#include "TavuDebug.h"
+
+namespace {
+
+constexpr char KEY_CONNECTION_OPTIONS[] = "Connection_Options";
+constexpr char KEY_DATA_RATE[] = "Data_Rate";
+constexpr char KEY_INTERRUPT_DELAY_TIMER[] = "Interrupt_Delay_Timer";
+constexpr char KEY_OPERATION_MODE[] = "Operation_Mode";
+
+constexpr VX_UINT32 CONNECTION_LOOP_ONLY = 0;
+constexpr VX_UINT32 MODE_EVERY_COMPLETION = 0;
+/// Codes of `DataRate`, whose order is not that of speed.
+constexpr VX_UINT32 RATE_AUTO = 2;
+constexpr VX_UINT32 RATE_8_GBPS = 4;
+
+using Parameters = _VEXAPI_HBAParameters;
+
+bool IsFrameSize(VX_UINT32 size) {
+    return size == 512 || size == 1024 || size == 2048 || size == 2112;
+}
+bool IsOperationMode(VX_UINT32 mode) {
+    return mode == 0 || mode == 5 || mode == 6;
+}
+
+template <auto field, auto accepts> constexpr StagedKey<Parameters> Key(const char* key) {
+    return NumberKey<Parameters, field, accepts>(key);
+}
+
+/// The updater of cache files finds a key anywhere in a line: "Hard_Loop_ID" and "Enable_Hard_Loop_Id" stay
+/// apart by the case of their last letters alone.
+constexpr StagedKey<Parameters> KEYS[] = {
+    Key<&Parameters::ConnetionOptions, IsBelow<3>>(KEY_CONNECTION_OPTIONS),
+    Key<&Parameters::DataRate, IsBelow<8>>(KEY_DATA_RATE),
+    Key<&Parameters::DisableBIOS, IsBelow<2>>("Disable_BIOS"),
+    Key<&Parameters::DisableSCM, IsBelow<2>>("Disable_SCM"),
+    Key<&Parameters::EnableFabricAssignWWN, IsBelow<2>>("Enable_Fabric_Assign_WWN"),
+    Key<&Parameters::EnableFibreChannelTapeSupport, IsBelow<2>>("Enable_Fibre_Channel_Tape_Support"),
+    Key<&Parameters::EnableHardLoopId, IsBelow<2>>("Enable_Hard_Loop_Id"),
+    Key<&Parameters::EnableLRBit, IsBelow<2>>("Enable_LR"),
+    Key<&Parameters::EnableLipFullLogin, IsBelow<2>>("Enable_Lip_Full_Login"),
+    Key<&Parameters::RecvOutOfOrderDataBit, IsBelow<2>>("Enable_Receive_Out_Of_Order_Frames"),
+    Key<&Parameters::EnableTargetReset, IsBelow<2>>("Enable_Target_Reset"),
+    Key<&Parameters::EnableVirtualLane, IsBelow<2>>("Enable_Virtual_Lane"),
+    Key<&Parameters::ExecutionThrottle, IsBelow<65536>>("Execution_Throttle"),
+    Key<&Parameters::FrameSize, IsFrameSize>("Frame_Size"),
+    Key<&Parameters::HardLoopId, IsBelow<126>>("Hard_Loop_ID"),
+    Key<&Parameters::InterruptDelayTimer, IsBelow<256>>(KEY_INTERRUPT_DELAY_TIMER),
+    Key<&Parameters::LinkDownTimeout, IsBelow<241>>("Link_Down_Timeout"),
+    Key<&Parameters::LoginRetryCount, IsBelow<256>>("Login_Retry_Count"),
+    Key<&Parameters::LoopResetDelay, IsBelow<256>>("Loop_Reset_Delay"),
+    Key<&Parameters::MaxLunsPerTarget, IsBelow<257>>("Luns_Per_Target"),
+    Key<&Parameters::OperationMode, IsOperationMode>(KEY_OPERATION_MODE),
+    Key<&Parameters::PortDownRetryCount, IsBelow<256>>("Port_Down_Retry_Count"),
+};
+
+/// What an option is checked against, and where it is staged.
+struct Staging {
+    const StagedFile& file;
+    const _vexapi_protocol_t& protocol;
+    StagedValues& values;
+
+    __CHIPPROPERTY Chip() const { return protocol.ChipProperty; }
+    void Set(const char* key, VX_UINT32 number) const { values[key].Format("%u", number); }
+    /// A number in the file alone.
+    bool InFile(const char* key, VX_UINT32& number) const {
+        TavuString text;
+        if (!file.Read(key, text)) {
+            return false;
+        }
+        number = ParseNumber(text.c_str());
+        return true;
+    }
+    /// A number that an earlier option of this command has staged.
+    bool InCommand(const char* key, VX_UINT32& number) const {
+        const auto staged = values.find(key);
+        if (staged == values.end()) {
+            return false;
+        }
+        number = ParseNumber(staged->second.c_str());
+        return true;
+    }
+};
+
+/// An option, as a row. `stage` checks the value and stages it; `words` or `maximum` is its range.
+struct Option {
+    const char* longName;
+    const char* shortName;
+    const char* key;
+    VX_UINT32 (*stage)(const Option& option, const char* value, const Staging& staging);
+    std::span<const CodeText> words = {};
+    VX_UINT32 maximum = 0;
+    bool (*isSupported)(__CHIPPROPERTY chip) = nullptr; ///< null: on every adapter
+};
+
+/// Number of a word. False for a word that isn't there.
+bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number) {
+    for (const CodeText& row : words) {
+        if (CompareNoCase(value, row.text) == 0) {
+            number = row.code;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool IsOneOf(const char* value, std::initializer_list<const char*> words) {
+    return std::any_of(words.begin(), words.end(),
+                       [value](const char* word) { return CompareNoCase(value, word) == 0; });
+}
+
+VX_UINT32 StageNumber(const Option& option, const char* value, const Staging& staging) {
+    const VX_UINT32 number = ParseNumber(value);
+    if (number > option.maximum) {
+        return RC_INVALID_PARAMETER;
+    }
+    staging.Set(option.key, number);
+    return RC_SUCCESS;
+}
+
+VX_UINT32 StageWord(const Option& option, const char* value, const Staging& staging) {
+    VX_UINT32 number = 0;
+    if (!FindWord(option.words, value, number)) {
+        return RC_INVALID_PARAMETER;
+    }
+    staging.Set(option.key, number);
+    return RC_SUCCESS;
+}
+
+/// Adapters on which a loop excludes data rates of 16 Gbps and above.
+bool LoopExcludes16Gbps(__CHIPPROPERTY chip) {
+    return IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);
+}
+
+constexpr VX_UINT8 SUPPORTS_64_GBPS = 0x80;
+
+/// Looks at the data rate of the file alone, unlike the rule of the data rate: this option is examined
+/// first, and a command that lowers the rate and asks for a loop at once is refused.
+VX_UINT32 StageConnectionOptions(const Option& option, const char* value, const Staging& staging) {
+    if (CompareNoCase(value, OUT_POINT_TO_POINT_ONLY) != 0 && IsMapleAdapter(staging.Chip())) {
+        return RC_INVALID_PARAMETER;
+    }
+    if (CompareNoCase(value, OUT_LOOP_ONLY) == 0) {
+        VX_UINT32 rate = 0;
+        if ((staging.protocol.SupportedSpeeds & SUPPORTS_64_GBPS) != 0 || Is64GAdapter(staging.Chip()) ||
+            (LoopExcludes16Gbps(staging.Chip()) && staging.InFile(KEY_DATA_RATE, rate) && rate > RATE_8_GBPS)) {
+            return RC_INVALID_FIELD;
+        }
+    }
+    return StageWord(option, value, staging);
+}
+
+/// A data rate that can be set, with its bit of `SupportedSpeeds`. 10 Gbps is none: it is shown, never set.
+struct DataRate {
+    VX_UINT8 bit;
+    const char* word;
+    VX_UINT32 code;
+    bool isLoopExcluded;
+};
+constexpr DataRate DATA_RATES[] = {
+    {SUPPORTS_64_GBPS, OUT_64GBPS, 7, true},
+    {0x40, OUT_32GBPS, 6, true},
+    {0x20, OUT_16GBPS, 5, true},
+    {0x10, OUT_8GBPS, RATE_8_GBPS, false},
+    {0x08, OUT_4GBPS, 3, false},
+    {0x02, OUT_2GBPS, 1, false},
+    {0x01, OUT_1GBPS, 0, false},
+};
+
+/// Adapters that take a part of their speeds only.
+bool IsRateAllowed(__CHIPPROPERTY chip, const char* value) {
+    if (Is16GN4FCOnlyAdapter(chip)) {
+        return IsOneOf(value, {OUT_AUTO, OUT_8GBPS, OUT_16GBPS});
+    }
+    if (IsMezz32GAdapter(chip)) {
+        return IsOneOf(value, {OUT_AUTO, OUT_16GBPS, OUT_32GBPS});
+    }
+    return !IsMezz16GAdapter(chip) || IsOneOf(value, {OUT_AUTO, OUT_16GBPS});
+}
+
+/// Whether this command asks for a loop, or, when it says nothing of the topology, the file does.
+bool IsLoopAskedFor(const Staging& staging) {
+    VX_UINT32 connection = CONNECTION_LOOP_ONLY + 1;
+    return (staging.InCommand(KEY_CONNECTION_OPTIONS, connection) ||
+            staging.InFile(KEY_CONNECTION_OPTIONS, connection)) &&
+           connection == CONNECTION_LOOP_ONLY;
+}
+
+VX_UINT32 StageDataRate(const Option& option, const char* value, const Staging& staging) {
+    const __CHIPPROPERTY chip = staging.Chip();
+    if (Is10GAdapter(chip) || IsCedarAdapter(chip)) {
+        return RC_READ_ONLY_MODE;
+    }
+    if (!IsRateAllowed(chip, value)) {
+        return RC_INVALID_PARAMETER;
+    }
+    const auto* rate = std::find_if(std::begin(DATA_RATES), std::end(DATA_RATES), [&](const DataRate& row) {
+        return (staging.protocol.SupportedSpeeds & row.bit) != 0 && CompareNoCase(value, row.word) == 0;
+    });
+    if (rate == std::end(DATA_RATES)) {
+        if (CompareNoCase(value, OUT_AUTO) != 0) {
+            return RC_INVALID_PARAMETER;
+        }
+        staging.Set(option.key, RATE_AUTO);
+        return RC_SUCCESS;
+    }
+    if (rate->isLoopExcluded && LoopExcludes16Gbps(chip) && IsLoopAskedFor(staging)) {
+        return RC_INVALID_FIELD;
+    }
+    staging.Set(option.key, rate->code);
+    return RC_SUCCESS;
+}
+
+/// Mode 0 has no use for the timer, and stages it as 0.
+VX_UINT32 StageOperationMode(const Option& option, const char* value, const Staging& staging) {
+    const VX_UINT32 code = StageWord(option, value, staging);
+    VX_UINT32 mode = 0;
+    if (code == RC_SUCCESS && staging.InCommand(option.key, mode) && mode == MODE_EVERY_COMPLETION) {
+        staging.Set(KEY_INTERRUPT_DELAY_TIMER, 0);
+    }
+    return code;
+}
+
+VX_UINT32 StageFrameSize(const Option& option, const char* value, const Staging& staging) {
+    constexpr VX_UINT32 ENCRYPTION_FRAME_SIZE = 2112;
+    const VX_UINT32 size = ParseNumber(value);
+    if (!IsFrameSize(size) || (size == ENCRYPTION_FRAME_SIZE && !IsEncryptionAdapter(staging.Chip()))) {
+        return RC_INVALID_PARAMETER;
+    }
+    staging.Set(option.key, size);
+    return RC_SUCCESS;
+}
+
+/// In mode 0, of this command or else of the file, only 0 is legal, and nothing is staged.
+VX_UINT32 StageInterruptDelayTimer(const Option& option, const char* value, const Staging& staging) {
+    const VX_UINT32 timer = ParseNumber(value);
+    if (timer > option.maximum) {
+        return RC_INVALID_PARAMETER;
+    }
+    VX_UINT32 mode = MODE_EVERY_COMPLETION + 1;
+    if (!staging.InCommand(KEY_OPERATION_MODE, mode)) {
+        staging.InFile(KEY_OPERATION_MODE, mode);
+    }
+    if (mode == MODE_EVERY_COMPLETION) {
+        return timer == 0 ? RC_SUCCESS : RC_INVALID_DATA;
+    }
+    staging.Set(option.key, timer);
+    return RC_SUCCESS;
+}
+
+constexpr CodeText CONNECTIONS[] = {
+    {CONNECTION_LOOP_ONLY, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
+constexpr CodeText OPERATION_MODES[] = {
+    {MODE_EVERY_COMPLETION, OUT_EVERY_COMPLETION}, {5, OUT_TIMER_EXPIRES}, {6, OUT_TIMER_EXPIRES_OR_IDLE}};
+constexpr CodeText ENABLED[] = {{1, OUT_TRUE}, {0, OUT_FALSE}};
+/// For fields of the inverted sense, "disable".
+constexpr CodeText INVERTED[] = {{0, OUT_TRUE}, {1, OUT_FALSE}};
+
+bool IsNot10G(__CHIPPROPERTY chip) {
+    return !Is10GAdapter(chip);
+}
+bool IsNotWillow(__CHIPPROPERTY chip) {
+    return !IsWillowAdapter(chip);
+}
+bool HasExecutionThrottle(__CHIPPROPERTY chip) {
+    return !IsRowanAdapter(chip) && !IsUefiCapableAdapter(chip);
+}
+bool HasLR(__CHIPPROPERTY chip) {
+    return !Is4GAdapter(chip) && !IsWillowAdapter(chip);
+}
+bool HasFabricAssignedWwn(__CHIPPROPERTY chip) {
+    return !Is4GAdapter(chip) && !Is8GAdapter(chip) && !Is10GAdapter(chip);
+}
+
+/// The options in the order in which they are examined.
+constexpr Option OPTIONS[] = {
+    {"--connection-options", "-c", KEY_CONNECTION_OPTIONS, StageConnectionOptions, CONNECTIONS},
+    {"--data-rate", "-d", KEY_DATA_RATE, StageDataRate},
+    {"--operation-mode", "-m", KEY_OPERATION_MODE, StageOperationMode, OPERATION_MODES, 0, IsNotWillow},
+    {"--frame-size", "-z", "Frame_Size", StageFrameSize},
+    {"--hard-loop-id", "-l", "Hard_Loop_ID", StageNumber, {}, 125, IsNot10G},
+    {"--loop-reset-delay", "-r", "Loop_Reset_Delay", StageNumber, {}, 255},
+    {"--interrupt-delay-timer", "-e", KEY_INTERRUPT_DELAY_TIMER, StageInterruptDelayTimer, {}, 255, IsNotWillow},
+    {"--execution-throttle", "-x", "Execution_Throttle", StageNumber, {}, 65535, HasExecutionThrottle},
+    {"--login-retry-count", "-u", "Login_Retry_Count", StageNumber, {}, 255},
+    {"--port-down-retry-count", "-w", "Port_Down_Retry_Count", StageNumber, {}, 255},
+    {"--link-down-timeout", "-o", "Link_Down_Timeout", StageNumber, {}, 240},
+    {"--luns-per-target", "-y", "Luns_Per_Target", StageNumber, {}, 256},
+    {"--enable-bios", "-b", "Disable_BIOS", StageWord, INVERTED},
+    {"--enable-hard-loop-id", "-p", "Enable_Hard_Loop_Id", StageWord, ENABLED, 0, IsNot10G},
+    {"--enable-fc-tape", "-f", "Enable_Fibre_Channel_Tape_Support", StageWord, ENABLED},
+    {"--enable-lip-full-login", "-g", "Enable_Lip_Full_Login", StageWord, ENABLED, 0, IsNot10G},
+    {"--enable-target-reset", "-a", "Enable_Target_Reset", StageWord, ENABLED},
+    {"--enable-lr", "-k", "Enable_LR", StageWord, ENABLED, 0, HasLR},
+    {"--enable-fabric-assigned-wwn", "-n", "Enable_Fabric_Assign_WWN", StageWord, ENABLED, 0, HasFabricAssignedWwn},
+    {"--enable-fwcm", "-q", "Disable_SCM", StageWord, INVERTED, 0, IsUefiCapableAdapter},
+    {"--virtual-lane", "-j", "Enable_Virtual_Lane", StageWord, ENABLED, 0, IsBirchAdapter},
+};
+
+/// The adapter is looked at ahead of the value.
+VX_UINT32 StageOption(const Option& option, const char* value, const Staging& staging) {
+    const bool isSupported = option.isSupported == nullptr || option.isSupported(staging.Chip());
+    const VX_UINT32 code = isSupported ? option.stage(option, value, staging) : VX_UINT32{RC_FEATURE_NOT_SUPPORTED};
+    if (code != RC_SUCCESS) {
+        TavuDebug::Print(TRACE_INFORMATION,
+                         "PhysicalPortHBAParamsCmdsProcessor::UpdateHBAParamsInFile: %s=%s not supported",
+                         option.longName + 2, value); // without the dashes
+    }
+    return code;
+}
+
+} // namespace
+
+StagedFile HBAParamsFile(const char* identifier) {
+    return {"HBAParams", identifier};
+}
+
+std::span<const StagedKey<_VEXAPI_HBAParameters>> HBAParamsKeys() {
+    return KEYS;
+}
+
+VX_UINT32 UpdateHBAParamsInFile(const TavuStringArray& args, const StagedFile& file,
+                                const _vexapi_protocol_t& protocol) {
+    StagedValues values;
+    const Staging staging = {file, protocol, values};
+    for (const Option& option : OPTIONS) {
+        TavuString value;
+        if (CmdLineParser::GetCommandValueFromArgs(args, option.shortName, option.longName, value) == 0) {
+            continue;
+        }
+        if (const VX_UINT32 code = StageOption(option, value.c_str(), staging); code != RC_SUCCESS) {
+            return code;
+        }
+    }
+    return file.Merge(values);
+}

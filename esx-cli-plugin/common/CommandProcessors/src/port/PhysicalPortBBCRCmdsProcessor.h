@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Family.h"
+#include "StagedSettings.h"
+
+/// `port -s bbcr`: buffer-to-buffer credit recovery. Changes are staged in a cache file by `setFile` and
+/// written by `set`.
+class PhysicalPortBBCRCmdsProcessor final : public Family<PhysicalPortBBCRCmdsProcessor> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+
+private:
+    struct BBCRInfo {
+        _vexapi_protocol_t* protocol = nullptr;
+        VX_UINT8 status = 0;     ///< staged: 0 off
+        VX_UINT8 configured = 0; ///< staged count
+        VX_UINT8 state = 0;      ///< live: 0 offline
+        VX_UINT8 negotiated = 0; ///< live count
+        char reason[64] = {};    ///< why the state is offline
+        RebootRequired reboot;
+        bool isNothingPending = false; ///< for `set`: there is no cache file
+    };
+
+    static VX_UINT32 Get(const TavuStringArray& args, BBCRInfo& info);
+    static VX_UINT32 SetFile(const TavuStringArray& args, BBCRInfo& info);
+    static VX_UINT32 Set(const TavuStringArray& args, BBCRInfo& info);
+    static std::span<const StagedKey<BBCRInfo>> Keys();
+    static VX_UINT32 UpdateBBCRInFile(const TavuStringArray& args, const StagedFile& file);
+    static void DisplayBBCRInfo(MultipleCmdsProcessor* self, const BBCRInfo& info, eOutputFormat format);
+
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayBBCRInfo, DisplayError>;
+    static constexpr CommonFunction CmdSetFileCommon = FetchThenDisplay<SetFile, DisplayBBCRInfo, DisplayError>;
+    static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayBBCRInfo, DisplaySetError>;
+    static const Leaf LEAVES[];
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Family.h"
+#include "PhysicalPortCmdsProcessor.h"
+
+/// `port -s hbaparams`: a port's NVRAM parameters. Changes are staged in a cache file by `setFile` and
+/// written by `set`.
+class PhysicalPortHBAParamsCmdsProcessor final : public Family<PhysicalPortHBAParamsCmdsProcessor> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+
+private:
+    struct HBAParams {
+        PortEntry entry;
+        _VEXAPI_HBAParameters parameters{};
+        RebootRequired reboot;
+        bool isNothingPending = false; ///< for `set`: there is no cache file
+    };
+    struct NoState {};
+
+    static VX_UINT32 Get(const TavuStringArray& args, HBAParams& params);
+    static VX_UINT32 SetFile(const TavuStringArray& args, HBAParams& params);
+    static VX_UINT32 Set(const TavuStringArray& args, HBAParams& params);
+    static VX_UINT32 RestoreDefaults(const TavuStringArray& args, RebootRequired& reboot);
+    static VX_UINT32 Save(const TavuStringArray& args, NoState&);
+
+    static void DisplayHBAParamsInfo(MultipleCmdsProcessor* self, const HBAParams& params, eOutputFormat format);
+    static void DisplayRestoreDefaults(MultipleCmdsProcessor* self, const RebootRequired& reboot, eOutputFormat format);
+    static void DisplayRestoreDefaultsError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format);
+    static void DisplaySave(MultipleCmdsProcessor* self, const NoState&, eOutputFormat format);
+    static void DisplaySaveError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format);
+
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayHBAParamsInfo, DisplayError>;
+    static constexpr CommonFunction CmdSetFileCommon = FetchThenDisplay<SetFile, DisplayHBAParamsInfo, DisplayError>;
+    static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayHBAParamsInfo, DisplaySetError>;
+    static constexpr CommonFunction CmdRestoreDefaultsCommon =
+        FetchThenDisplay<RestoreDefaults, DisplayRestoreDefaults, DisplayRestoreDefaultsError>;
+    static constexpr CommonFunction CmdSaveCommon = FetchThenDisplay<Save, DisplaySave, DisplaySaveError>;
+    static const Leaf LEAVES[];
+};

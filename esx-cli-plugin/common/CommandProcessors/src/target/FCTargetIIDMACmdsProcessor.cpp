@@ -1,0 +1,159 @@
+#include "FCTargetIIDMACmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "HostTree.h"
+#include "LibraryCall.h"
+#include "ReportTexts.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "FCTargetIIDMACmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"TargetIIDMAInformation", "Target IIDMA Info", "TargetIIDMAInfoList"}, 4096, ReportBlock::SizeRule::SPACE_LEFT};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_INVALID_CMD, "Failed, Read-Only feature for this adapter"},
+    {RC_CFG_READ_FAILED, "Failed, IIDMA read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, IIDMA set failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+    {RC_UNSUPPORTED_SPEED, "Failed, Speed not supported for this adapter"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+};
+
+constexpr UsageText USAGES[] = {
+    {3, "Usage: get [port identifier]\r\n"},
+    {4, "Usage: set [port identifier]\r\n"},
+};
+
+constexpr LibraryCall READ_SPEED = {CLASS_NAME, "", "Get Link Speed failed", RC_CFG_READ_FAILED};
+/// The trace of a failing change tells of a read: it has always read so.
+constexpr LibraryCall CHANGE_SPEED = {CLASS_NAME, "", "Get Link Speed failed", RC_CFG_UPDATE_FAILED};
+
+/// A rate in its three forms. `level` ranks what an adapter can do, by its highest bit of `SupportedSpeeds`.
+/// 10 Gbps has no level and no bit that counts: it can be shown and never be set.
+struct Rate {
+    const char* word;
+    VX_UINT32 code; ///< the library's
+    int level;
+    VX_UINT8 bit;
+};
+constexpr int NO_LEVEL = 0;
+constexpr Rate RATES[] = {
+    {"64_Gbps", 100, 7, 0x80}, {"32_Gbps", 50, 6, 0x40}, {"16_Gbps", 22, 5, 0x20}, {"10_Gbps", 16, NO_LEVEL, 0},
+    {"8_Gbps", 8, 4, 0x10},    {"4_Gbps", 4, 3, 0x08},   {"2_Gbps", 2, 2, 0x02},   {"1_Gbps", 1, 1, 0x01},
+};
+constexpr const Rate& SLOWEST = *std::rbegin(RATES);
+
+/// The first rate for which `predicate(rate)` holds, or `fallback`.
+template <typename Predicate> constexpr Rate FindRate(Predicate predicate, const Rate& fallback) {
+    const auto* const rate = std::find_if(std::begin(RATES), std::end(RATES), predicate);
+    return rate != std::end(RATES) ? *rate : fallback;
+}
+
+Rate RateOfCode(VX_UINT32 code) {
+    return FindRate([code](const Rate& rate) { return rate.code == code; }, {OUT_UNKNOWN, code, NO_LEVEL, 0});
+}
+
+/// Every word that is no rate counts as 1 Gbps: clients know it so.
+Rate RateOfWord(const char* word) {
+    return FindRate([word](const Rate& rate) { return CompareNoCase(word, rate.word) == 0; }, SLOWEST);
+}
+
+/// The highest rate of an adapter; code 0 and no level without any.
+Rate MaximumRate(VX_UINT8 supportedSpeeds) {
+    return FindRate([supportedSpeeds](const Rate& rate) { return (supportedSpeeds & rate.bit) != 0; },
+                    {OUT_UNKNOWN, 0, NO_LEVEL, 0});
+}
+
+} // namespace
+
+const Leaf FCTargetIIDMACmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane FC Target IIDMA Speed", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"set", "set Orvane FC Target IIDMA Speed", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"help", "list of available commands", 2, CmdHelp, Usage},
+    {"getcli", "get Orvane FC Target IIDMA Speed", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"setcli", "set Orvane FC Target IIDMA Speed", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+};
+
+const FamilyDescription FCTargetIIDMACmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FC Target iidma",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+/// A rate above the adapter's highest is shown as that one.
+VX_UINT32 FCTargetIIDMACmdsProcessor::Get(const TavuStringArray& args, LinkSpeed& speed) {
+    VX_UINT32 code = ResolveTarget(args, speed.entry);
+    if (code == RC_SUCCESS) {
+        code = ReadSpeed(speed.entry, speed.code);
+    }
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    const Rate maximum = MaximumRate(speed.entry.protocol->SupportedSpeeds);
+    const int level = RateOfCode(speed.code).level;
+    if (level > maximum.level) {
+        TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Got TgtSpeed %d > MaxSpeed %d", CLASS_NAME, __func__, level,
+                         maximum.level);
+        speed.code = maximum.code;
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed& speed) {
+    if (const VX_UINT32 code = ResolveTarget(args, speed.entry); code != RC_SUCCESS) {
+        return code;
+    }
+    _vexapi_protocol_t& protocol = *speed.entry.protocol;
+    if (Is10GAdapter(protocol.ChipProperty)) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        return RC_INVALID_CMD;
+    }
+    // A missing word is refused; only a misspelt one counts as 1 Gbps.
+    if (args.size() < 2) {
+        return RC_INVALID_PARAMETER;
+    }
+    const Rate wanted = RateOfWord(ArgText(args, 1));
+    if (wanted.level == NO_LEVEL || wanted.level > MaximumRate(protocol.SupportedSpeeds).level) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: speed not supported for this adapter", CLASS_NAME, __func__);
+        return RC_UNSUPPORTED_SPEED;
+    }
+    speed.code = wanted.code;
+    VX_UINT32 present = 0;
+    const VX_UINT32 code = ReadSpeed(speed.entry, present);
+    if (code != RC_SUCCESS || present == wanted.code) {
+        return code;
+    }
+    return CallLibrary(CHANGE_SPEED, __func__, [&] {
+        return VEXAPI_SetTargetLinkSpeed(&protocol.PortHandle, speed.entry.target->TargetNumber, wanted.code);
+    });
+}
+
+VX_UINT32 FCTargetIIDMACmdsProcessor::ResolveTarget(const TavuStringArray& args, TargetEntry& entry) {
+    const VX_UINT32 code = FCTargetCmdsProcessor::GetTargetFromTargetString(args, entry);
+    return code == RC_SUCCESS && IsVirtualPort(*entry.protocol) ? VX_UINT32{RC_NOT_SUPPORTED_FOR_VPORT} : code;
+}
+
+VX_UINT32 FCTargetIIDMACmdsProcessor::ReadSpeed(const TargetEntry& entry, VX_UINT32& code) {
+    return CallLibrary(READ_SPEED, __func__, [&] {
+        return VEXAPI_GetTargetLinkSpeed(&entry.protocol->PortHandle, entry.target->TargetNumber, &code);
+    });
+}
+
+void FCTargetIIDMACmdsProcessor::DisplayTargetIIDMA(MultipleCmdsProcessor* self, const LinkSpeed& speed,
+                                                    eOutputFormat format) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        AddTargetNames(block, *speed.entry.target);
+        block.Line("Target Maximum Link Speed", RateOfCode(speed.code).word);
+    });
+}

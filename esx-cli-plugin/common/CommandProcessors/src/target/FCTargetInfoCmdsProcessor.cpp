@@ -1,0 +1,204 @@
+#include "FCTargetInfoCmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "ReportTexts.h"
+#include "TargetIdentifiers.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "FCTargetInfoCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"TargetInformation", "TargetInfo", "TargetInfoList"}, 4096, ReportBlock::SizeRule::SPACE_LEFT};
+constexpr char OUT_NONE[] = "None";
+constexpr char OUT_DISABLED[] = "Disabled";
+constexpr char OUT_ENABLED[] = "Enabled";
+constexpr char OUT_TARGET[] = "Target";
+constexpr char OUT_INITIATOR[] = "Initiator";
+constexpr char OUT_BOTH_ROLES[] = "Initiator-Target";
+constexpr char OUT_AUTH_PENDING[] = "Auth Pending";
+constexpr char OUT_AUTH_FAILED[] = "Auth Failed";
+constexpr char OUT_AUTH_COMPLETE[] = "Auth Complete";
+constexpr char OUT_AUTH_UNKNOWN[] = "Auth Unknown";
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
+
+/// SCSI peripheral device types other than that of a disk, which is 0.
+constexpr CodeText DEVICE_TYPES[] = {
+    {1, "Tape"}, {4, "Optical"}, {5, "CDROM"}, {8, "Changer"}, {12, "RAID"}, {13, "SAF-TE"},
+};
+constexpr CodeText CONGESTION_STATES[] = {{0, "Healthy"}, {1, "Congested"}};
+constexpr CodeText VIRTUAL_LANES[] = {{1, "Slow"}, {2, "Normal"}, {3, "Fast"}};
+constexpr CodeText THROTTLE_STATES[] = {{1, OUT_NONE}, {2, "Active"}};
+
+/// Bits of `FeatureFlags`.
+constexpr VX_UINT32 FEATURE_VIRTUAL_LANE = 1U << 30;
+constexpr VX_UINT32 FEATURE_THROTTLING = 1U << 31;
+/// Bit of the port's `SecurityFlags`.
+constexpr VX_UINT32 SECURITY_EXTENDED = 1;
+
+/// An NQN that fills its array loses its last character: clients know it so.
+constexpr std::size_t MAX_NQN = sizeof(_tagVEXAPI_SDMTarget::StorageNqn) - 1;
+
+/// What is known about the authentication between port and target.
+struct Authentication {
+    const char* remoteType = OUT_UNKNOWN;
+    const char* sessionState = OUT_NA;
+    const char* secureMode = OUT_DISABLED;
+};
+
+bool IsSamePort(const VX_UINT8 (&name)[8], const VX_UINT8 (&id)[3], const _tagVEXAPI_SDMTarget& target) {
+    return IsSameWwn(name, target.PortName) && std::memcmp(id, target.PortId, sizeof id) == 0;
+}
+
+/// Of the first authentication block.
+Authentication AuthenticationByState(const _tagVEXAPI_SDMTarget& target) {
+    static constexpr CodeText ROLES[] = {{1, OUT_TARGET}, {2, OUT_INITIATOR}, {3, OUT_BOTH_ROLES}};
+    constexpr VX_UINT8 LAST_STEP = 5;
+    Authentication result = {TextOf(ROLES, target.AuthRole, OUT_UNKNOWN), OUT_AUTH_UNKNOWN, OUT_DISABLED};
+    if (target.AuthStatus == 0) {
+        result.sessionState = target.AuthState < 2            ? OUT_NA
+                              : target.AuthState <= LAST_STEP ? OUT_AUTH_PENDING
+                                                              : OUT_AUTH_FAILED;
+    } else if (target.AuthStatus == 1 && target.AuthState <= LAST_STEP) {
+        result.sessionState = OUT_AUTH_COMPLETE;
+        result.secureMode = OUT_ENABLED;
+    }
+    return result;
+}
+
+/// Of the second authentication block.
+Authentication AuthenticationBySession(const _tagVEXAPI_SDMTarget& target) {
+    static constexpr CodeText ROLES[] = {{1, OUT_INITIATOR}, {2, OUT_TARGET}, {3, OUT_BOTH_ROLES}};
+    static constexpr CodeText SESSION_STATES[] = {
+        {0, OUT_NA},           {1, OUT_NA}, {2, OUT_AUTH_PENDING}, {3, OUT_AUTH_FAILED}, {4, OUT_AUTH_COMPLETE},
+        {5, "Auth Terminate"},
+    };
+    constexpr VX_UINT8 ROLE_BITS = 0x03;
+    constexpr VX_UINT8 IS_SECURE = 0x10;
+    return {TextOf(ROLES, target.SecFlags & ROLE_BITS, OUT_UNKNOWN),
+            TextOf(SESSION_STATES, target.SecSessionState, OUT_AUTH_UNKNOWN),
+            (target.SecFlags & IS_SECURE) != 0 ? OUT_ENABLED : OUT_DISABLED};
+}
+
+/// The second block counts when it is this target's and the port has extended security, then the first one.
+Authentication AuthenticationOf(const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
+    if ((protocol.SecurityFlags & SECURITY_EXTENDED) != 0 && IsSamePort(target.SecPortName, target.SecPortId, target)) {
+        return AuthenticationBySession(target);
+    }
+    if (IsSamePort(target.AuthPortName, target.AuthPortId, target)) {
+        return AuthenticationByState(target);
+    }
+    return {};
+}
+
+const char* ProductType(const _tagVEXAPI_SDMTarget& target) {
+    if (target.DeviceType == 0) {
+        return IsNvmeTarget(target) ? "NVMe Disk" : "FCP Disk";
+    }
+    return TextOf(DEVICE_TYPES, target.DeviceType, "Device");
+}
+
+const char* VirtualLane(const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
+    if (!IsBirchAdapter(protocol.ChipProperty)) {
+        return OUT_NA;
+    }
+    const bool isCapable = (protocol.FeatureFlags & FEATURE_VIRTUAL_LANE) != 0;
+    return TextOf(VIRTUAL_LANES, target.ScmVirtualLane, isCapable ? "Non-Operational" : OUT_NA);
+}
+
+/// Without throttling it reads "None", where a port's congestion status reads "NA": clients know both.
+const char* Throttling(const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
+    if (!IsUefiCapableAdapter(protocol.ChipProperty)) {
+        return OUT_NONE;
+    }
+    const bool isConfigured = (protocol.FeatureFlags & FEATURE_THROTTLING) != 0;
+    return TextOf(THROTTLE_STATES, target.ScmThrottleState, isConfigured ? OUT_DISABLED : OUT_NONE);
+}
+
+const char* LoginStatus(const VX_UINT8 (&flags)[6]) {
+    if ((flags[2] & 0x02) != 0 && (flags[4] & 0x01) != 0) {
+        return "Online";
+    }
+    return (flags[0] & 0x40) != 0 ? "Unconfigured" : "Offline";
+}
+
+/// "LUN_0, LUN_1": of the list, at most as many as the target's count says.
+TavuString LunsText(const _tagVEXAPI_SDMTarget& target, const char* prefix) {
+    TavuString text;
+    VX_UINT32 left = target.LunCount;
+    ForEachEntry(target.pLunList, [&](const _tagVEXAPI_SDMLun& lun) {
+        if (left == 0) {
+            return false;
+        }
+        --left;
+        text += text.empty() ? "" : ", ";
+        text += prefix;
+        text += std::to_string(lun.LunNumber);
+        return true;
+    });
+    return text;
+}
+
+} // namespace
+
+const Leaf FCTargetInfoCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+};
+
+const FamilyDescription FCTargetInfoCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FC Target info",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT32 FCTargetInfoCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
+    return FCTargetCmdsProcessor::GetTargetFromTargetString(args, entry);
+}
+
+void FCTargetInfoCmdsProcessor::DisplayTargetInfo(MultipleCmdsProcessor* self, const TargetEntry& entry,
+                                                  eOutputFormat format) {
+    const _vexapi_protocol_t& protocol = *entry.protocol;
+    const _tagVEXAPI_SDMTarget& target = *entry.target;
+    const bool isNvme = IsNvmeTarget(target);
+    const Authentication authentication = AuthenticationOf(protocol, target);
+
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        block.Line("Target Node Name", WwnText(target.NodeName));
+        block.Line("Target Port Name", WwnText(target.PortName));
+        block.Line("Target Port ID", PortIdText(target.PortId));
+        block.LineF("Target Number", "%u", target.TargetNumber);
+        block.Line("Vendor ID", BoundedText(target.VendorId));
+        block.Line("Product ID", BoundedText(target.ProductId));
+        block.Line("Product Revision", isNvme ? BoundedText(target.NvmeRevision) : BoundedText(target.ProductRevision));
+        block.Line("Product Type", ProductType(target));
+        block.Line("Serial Number", BoundedText(target.SerialNumber));
+        if (isNvme) {
+            block.Line("Storage NQN", BoundedText(target.StorageNqn).substr(0, MAX_NQN));
+            block.LineF("Storage Controller ID", "0x%x", target.StorageControllerId);
+        }
+        block.LineF(isNvme ? "Namespace Count" : "Lun Count", "%u", target.LunCount);
+        // A line that the block can't hold is left out whole: of very many LUNs none is shown.
+        block.UncutLine(isNvme ? "Namespaces" : "Luns", LunsText(target, isNvme ? "NSID_" : "LUN_"));
+        block.Line("Remote Type", authentication.remoteType);
+        block.Line("Session State", authentication.sessionState);
+        block.Line("Secure Mode", authentication.secureMode);
+        block.Line("Congestion Current State", TextOf(CONGESTION_STATES, target.ScmCongState, OUT_UNKNOWN));
+        block.Line("Virtual Lane", VirtualLane(protocol, target));
+        block.Line("I/O Throttling", Throttling(protocol, target));
+        block.Line("Status", LoginStatus(target.TargetFlags));
+    });
+}
