@@ -13,9 +13,53 @@ calls() {
     rm -f journal
 }
 
+# The files that programs of these tests log to.
+log_files=(/var/tmp/{orfc-esxcli,tool,vexapi-output,viplugin}.log)
+
+# logs: which of them there are. forget_logs: removes them.
+logs() {
+    ls "${log_files[@]}" 2>/dev/null || true
+}
+forget_logs() {
+    rm -f "${log_files[@]}"
+}
+
 # traces FILE: a debug log, its times and process ids in words. Lines of another form stay as they are.
 traces() {
     sed -E 's/^[0-9]{1,2}\/[0-9]{1,2}\/[0-9]{4} [0-9]{2}:[0-9]{2}:[0-9]{2}\.[0-9]{3} (CIM Provider .{11}) [0-9]+: /TIME \1 PID: /' "$1"
+}
+
+# messages FILE: the texts of a debug log alone; the file is gone behind it.
+messages() {
+    traces "$1" | sed 's/^TIME CIM Provider .\{11\} PID: //'
+    rm -f "$1"
+}
+
+# code WORDS...: what a run gives as its code, which only the debug log tells.
+code() {
+    ORFC_DEBUG_LEVEL=1 orfc-esxcli "$@" >/dev/null
+    messages /var/tmp/viplugin.log | sed -n 's/^main: Program Exit Code: (\(.*\))$/\1/p'
+}
+
+# read_only COMMAND...: a run that can't create anything in /var/tmp. Where no file system can be mounted
+# read-only, the library's log alone can't be created: a folder has its name.
+read_only() {
+    if bwrap --dev-bind / / --ro-bind /var/tmp /var/tmp true 2>/dev/null; then
+        bwrap --dev-bind / / --ro-bind /var/tmp /var/tmp "$@"
+    else
+        mkdir /var/tmp/vexapi-output.log
+        "$@"
+        rmdir /var/tmp/vexapi-output.log
+    fi
+}
+
+# full COMMAND...: a run that finds no room for a single byte in any file.
+full() {
+    (
+        trap '' XFSZ
+        ulimit -f 0
+        "$@"
+    )
 }
 
 # refuse_log N COMMAND...: a run whose N-th opening of the library's log, counted from 1, and all later

@@ -1,0 +1,32 @@
+# Help of the port commands
+
+  $ . "$TESTDIR/setup.sh"
+  $ host lists
+  $ orfc-esxcli -t port help
+  \r (esc)
+  Following is the list of available commands in the Port command mode.\r (esc)
+  For detailed information of each command, please type 'command ?'\r (esc)
+  All commands are case insensitive.\r (esc)
+  \r (esc)
+  list        : Discover list of Orvane physical ports\r (esc)
+  updatenvram : Update NVRAM of Orvane physical port\r (esc)
+  help        : list of available commands\r (esc)
+  listcli     : Discover list of Orvane physical ports\r (esc)
+  updatenvramcli: Update NVRAM of Orvane physical port\r (esc)
+  info        : use this command to get Orvane Fibre Channel Port's info\r (esc)
+  stats       : use this command to get Orvane Fibre Chanel Port Statistics\r (esc)
+  vpd         : use this command to get Orvane Fibre Channel Port's VPD info\r (esc)
+  fec         : use this command to get/set Orvane Fibre Channel Port's FEC info\r (esc)
+  fwdump      : use this command to get Orvane Fibre Channel Port's Firmware Dump info\r (esc)
+  beacon      : use this command to get/set Orvane Fibre Channel Port's Beacon info\r (esc)
+  $ orfc-esxcli -t port help >help.txt
+  $ while read -r words; do
+  >     orfc-esxcli $words | cmp - help.txt && echo "same: $words"
+  > done <<'EOF'
+  > -t port help ?
+  > -t port help help
+  > -t port help x y
+  > EOF
+  same: -t port help ?
+  same: -t port help help
+  same: -t port help x y
