@@ -12,8 +12,6 @@ namespace command_tree {
 // clang-format off
 inline const std::vector<std::string> ABSENT_FAMILIES = {
     "port dmi",
-    "port hbaparams",
-    "port bbcr",
     "port bootconfig",
     "port bootconfigext",
     "port scmstats",

@@ -8,6 +8,8 @@
 
 #include <array>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
 #include <sys/resource.h>
@@ -168,6 +170,36 @@ public:
 private:
     rlimit mBefore{};
 };
+
+/// A folder for the files of one test; it is deleted with all that it holds.
+class TemporaryFolder {
+public:
+    TemporaryFolder() { mPath = mkdtemp(mPath.data()); }
+    ~TemporaryFolder() { std::filesystem::remove_all(mPath); }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::string Path(const std::string& name) const { return mPath + "/" + name; }
+    /// Writes a file and gives its path.
+    std::string Write(const std::string& name, const std::string& content) const {
+        std::ofstream(Path(name), std::ios::binary) << content;
+        return Path(name);
+    }
+
+private:
+    std::string mPath = "/tmp/families.XXXXXX";
+};
+
+/// A file's content; nullopt when it can't be read.
+inline std::optional<std::string> ReadFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        return std::nullopt;
+    }
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
 
 /// What the library says on standard output: it must never reach a client.
 inline void Chatter() {

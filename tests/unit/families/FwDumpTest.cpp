@@ -1,0 +1,168 @@
+#include "FamilyTest.h"
+
+using namespace family_test;
+
+namespace {
+
+class FwDumpTest : public FamilyTest {
+protected:
+    FwDumpTest() {
+        Fake().onSDGetFwDump2 = [this](VX_UINT32, VX_UINT32, void** given, VX_UINT32* givenSize) {
+            Chatter();
+            startedEmpty = *given == nullptr && *givenSize == 0;
+            // An allocation of the dump's own length: reading past it is an error of the memory checker.
+            *given = hasDump ? std::malloc(dump.size() + (dump.empty() ? 1 : 0)) : nullptr;
+            if (hasDump) {
+                std::copy(dump.begin(), dump.end(), static_cast<char*>(*given));
+            }
+            *givenSize = size;
+            return status;
+        };
+        dump.resize(300);
+        for (std::size_t i = 0; i < dump.size(); ++i) {
+            dump[i] = static_cast<char>(i * 7);
+        }
+        size = static_cast<VX_UINT32>(dump.size());
+    }
+    static std::string Document(const Format& format, const std::string& message) {
+        return format.Flat("FwDumpInfo", {{"Message", message}});
+    }
+    void Expect(const std::string& rest, VX_UINT32 code, const std::string& message, bool isFetched = true) const {
+        const CommandRun run = RunPort("fwdump", "get", rest);
+        EXPECT_EQ(run.code, code) << rest;
+        EXPECT_EQ(run.output, Document(XML, message)) << rest;
+        EXPECT_EQ(PortCalls(), isFetched ? Calls{Call("SDGetFwDump2", "0")} : Calls{}) << rest;
+    }
+
+    TemporaryFolder folder;
+    const std::string path = folder.Path("dump");
+    std::string dump;
+    VX_UINT32 size;
+    bool hasDump = true;
+    VX_UINT32 status = 0;
+    bool startedEmpty = false;
+};
+
+TEST_F(FwDumpTest, IsByteExact) {
+    EXPECT_EQ(RunPort("fwdump", "get", path).output, "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
+                                                     "<structure typeName=\"FwDumpInfo\">\n"
+                                                     "<field name=\"Message\">\n<string>Success</string></field>\n"
+                                                     "</structure>\n"
+                                                     "</output>\n");
+    status = 0x2000007B;
+    EXPECT_EQ(RunPort("fwdump", "getcli", path).output, "****************************************************\n"
+                                                        "FwDumpInfo:\n"
+                                                        "Message: Failed, FW Dump Not Available\n"
+                                                        "****************************************************\n");
+}
+
+TEST_F(FwDumpTest, WritesTheDump) {
+    Expect(path, 0, "Success");
+    EXPECT_TRUE(startedEmpty);
+    EXPECT_EQ(ReadFile(path), dump);
+    // A file that is there is overwritten, a longer one cut.
+    folder.Write("dump", std::string(1000, 'x'));
+    EXPECT_EQ(RunPort("fwdump", "getcli", path + " extra").output, Document(TEXT, "Success"));
+    EXPECT_EQ(ReadFile(path), dump);
+    // The size counts, and not the allocation.
+    size = 10;
+    Expect(path, 0, "Success");
+    EXPECT_EQ(ReadFile(path), dump.substr(0, 10));
+}
+
+TEST_F(FwDumpTest, StatusTable) {
+    static constexpr struct {
+        VX_UINT32 status;
+        VX_UINT32 code;
+        const char* message;
+    } CASES[] = {
+        {0x20000064, 6, "Failed, Invalid Parameter"}, // with a capital
+        {0x20000072, 42, "Failed, Memory Error"},
+        {0x20000073, 4, "Failed, Parameter Error"},
+        {0x2000007B, 46, "Failed, FW Dump Not Available"},
+        {0x20000063, 13, "Failed, FW Dump read failed"},
+        {0x20000065, 13, "Failed, FW Dump read failed"},
+        {0x20000071, 13, "Failed, FW Dump read failed"},
+        {0x20000074, 13, "Failed, FW Dump read failed"},
+        {0x2000007A, 13, "Failed, FW Dump read failed"},
+        {0x2000007C, 13, "Failed, FW Dump read failed"},
+        {0x64, 13, "Failed, FW Dump read failed"},
+        {1, 13, "Failed, FW Dump read failed"},
+        {0xFFFFFFFF, 13, "Failed, FW Dump read failed"},
+    };
+    for (const auto& row : CASES) {
+        status = row.status;
+        for (const bool has : {true, false}) { // a dump that comes with a failure is released
+            hasDump = has;
+            Expect(path, row.code, row.message);
+            EXPECT_EQ(ReadFile(path), std::nullopt) << row.status;
+        }
+        const CommandRun run = RunPort("fwdump", "getcli", path);
+        const bool showsUsage = row.code == 4 || row.code == 6;
+        EXPECT_EQ(run.output, Document(TEXT, row.message) + (showsUsage ? "Usage: get\r\n" : ""));
+    }
+}
+
+TEST_F(FwDumpTest, EmptyDumpIsAnEmptyFile) {
+    size = 0;
+    folder.Write("dump", "old");
+    Expect(path, 0, "Success");
+    EXPECT_EQ(ReadFile(path), "");
+    hasDump = false; // no dump and no size are the same
+    folder.Write("dump", "old");
+    Expect(path, 0, "Success");
+    EXPECT_EQ(ReadFile(path), "");
+}
+
+TEST_F(FwDumpTest, NoDumpWithASizeIsNotAvailable) {
+    hasDump = false;
+    Expect(path, 46, "Failed, FW Dump Not Available");
+    EXPECT_EQ(ReadFile(path), std::nullopt);
+}
+
+/// The dump is fetched first, and released: the leak check of a sanitized build sees to it.
+TEST_F(FwDumpTest, PathThatCantBeWritten) {
+    for (const std::string& bad : {folder.Path("none/dump"), folder.Path(""), folder.Path(std::string(5000, 'x'))}) {
+        Expect(bad, 19, "Failed, File not found");
+    }
+}
+
+/// A full device is no failure: the result of the write isn't looked at.
+TEST_F(FwDumpTest, FullDeviceIsNoFailure) {
+    Expect("/dev/full", 0, "Success");
+}
+
+TEST_F(FwDumpTest, WithoutAPathNothingIsFetched) {
+    Expect("", 4, "Failed, Parameter Error", false);
+    EXPECT_EQ(RunPort("fwdump", "getcli").output, Document(TEXT, "Failed, Parameter Error") + "Usage: get\r\n");
+}
+
+TEST_F(FwDumpTest, WithoutTheRedirection) {
+    NoFiles files;
+    LoseFiles(files);
+    Expect(path, 19, "Failed, File not found", false);
+}
+
+TEST_F(FwDumpTest, ResolverFailures) {
+    const CommandRun none = Run("-t port -s fwdump get");
+    EXPECT_EQ(none.code, 6u);
+    EXPECT_EQ(none.output, Document(XML, "Failed, Invalid Parameter"));
+    EXPECT_EQ(Run("-t port -s fwdump getcli FC_x " + path).output,
+              Document(TEXT, "Failed, Invalid Parameter") + "Usage: get\r\n");
+    const CommandRun help = Run("-t port -s fwdump get help " + path);
+    EXPECT_EQ(help.code, 5u);
+    EXPECT_EQ(help.output, Document(XML, "Failed, Unknown"));
+    LoseHost();
+    Expect("", 14, "Failed, Host not found", false); // ahead of the missing path
+}
+
+TEST_F(FwDumpTest, EveryPortIsAdmitted) {
+    port->PortInterfaceType = 3;
+    port->PortState = 3;
+    for (const ChipRow& chip : CHIPS) {
+        SetChip(*port, chip.chip);
+        Expect(path, 0, "Success");
+    }
+}
+
+} // namespace
