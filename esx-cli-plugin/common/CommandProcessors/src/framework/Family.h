@@ -109,15 +109,14 @@ protected:
         DisplayReportError(self, code, format, false);
     }
     /// A data-block report, whose lines `fill(block)` writes; `function` is the caller's name for the traces.
-    /// Without memory for the block it shows that failure, with "Reboot Required" false where it is shown, and
-    /// the command's result stays.
+    /// Without memory for the block it shows that failure, and the command's result stays.
     template <typename Fill>
     static void DisplayBlock(MultipleCmdsProcessor* self, eOutputFormat format, const char* function,
-                             const BlockShape& shape, Fill fill, RebootRequired reboot = REBOOT_NOT_SHOWN) {
+                             const BlockShape& shape, Fill fill, RebootRequired reboot = REBOOT_NOT_SHOWN,
+                             RebootRequired rebootWithoutMemory = REBOOT_NOT_SHOWN) {
         ReportBlock block(shape.size, shape.rule, Self::FAMILY.className, function);
         if (!block.IsAllocated()) {
-            DisplayReportError(self, RC_NO_MEMORY, format,
-                               reboot.has_value() ? RebootRequired(false) : REBOOT_NOT_SHOWN);
+            DisplayReportError(self, RC_NO_MEMORY, format, rebootWithoutMemory);
             return;
         }
         fill(block);
@@ -150,6 +149,22 @@ protected:
         if (code == RC_SUCCESS) {
             display(self, state, format);
         } else {
+            displayError(self, code, format);
+        }
+        return code;
+    }
+
+    /// The same for a state that holds something of the library's: `release(state)` gives it back when it was
+    /// displayed, and gives a result code. Its failure is described too, as a second document behind the first.
+    template <auto fetch, auto display, auto release, auto displayError>
+    static VX_UINT32 FetchDisplayRelease(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
+        StateOf<fetch> state{};
+        VX_UINT32 code = fetch(args, state);
+        if (code == RC_SUCCESS) {
+            display(self, state, format);
+            code = release(state);
+        }
+        if (code != RC_SUCCESS) {
             displayError(self, code, format);
         }
         return code;

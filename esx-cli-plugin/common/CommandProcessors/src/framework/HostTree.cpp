@@ -1,5 +1,7 @@
 #include "HostTree.h"
 
+#include <cstdlib>
+
 namespace {
 
 constexpr char PREFIX[] = "FC_";
@@ -59,4 +61,20 @@ bool ParsePortIdentifier(const char* text, VX_UINT8 (&wwpn)[8]) {
     }
     const char* const end = ReadWwn(text + PREFIX_LENGTH, wwpn);
     return end != nullptr && *end == '\0';
+}
+
+const char* ScanWwn(const char* text, VX_UINT8 (&name)[8]) {
+    for (std::size_t at = 0; at < sizeof name; ++at) {
+        if (at > 0 && *text++ != ':') {
+            return nullptr;
+        }
+        char* end = nullptr;
+        const unsigned long number = std::strtoul(text, &end, 16);
+        if (end == text) {
+            return nullptr;
+        }
+        name[at] = static_cast<VX_UINT8>(number);
+        text = end;
+    }
+    return text;
 }

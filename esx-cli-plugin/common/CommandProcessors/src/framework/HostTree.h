@@ -68,6 +68,11 @@ void FormatWwn(char* text, const VX_UINT8 (&name)[8]);
 /// behind it, or null.
 const char* ReadWwn(const char* text, VX_UINT8 (&name)[8]);
 
+/// Scans a name as options take it: hexadecimal numbers of any length, of which the low 8 bits count, with
+/// colons between them. A text that is cut short leaves the bytes behind it as they are. Gives the position
+/// behind the eighth number, or null.
+const char* ScanWwn(const char* text, VX_UINT8 (&name)[8]);
+
 inline bool IsSameWwn(const VX_UINT8 (&left)[8], const VX_UINT8 (&right)[8]) {
     return std::memcmp(left, right, sizeof left) == 0;
 }

@@ -39,6 +39,11 @@ void ReportBlock::LineF(const char* label, const char* format, ...) {
     Line(label, value);
 }
 
+void ReportBlock::Heading(const char* text) {
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s", mClassName, mFunction, text);
+    Raw((TavuString(Indentation()) + text + "\n").c_str());
+}
+
 void ReportBlock::Raw(const char* text) {
     const std::size_t size = mRule == SizeRule::FULL ? mSize : mSize - std::strlen(mText.get());
     strcat_s(mText.get(), size, text);

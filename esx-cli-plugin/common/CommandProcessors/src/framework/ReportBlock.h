@@ -32,6 +32,8 @@ public:
     void LineF(const char* label, const char* format, ...) __attribute__((format(printf, 3, 4)));
     /// The same as `Line` at any length: the value of a line that is put together piece by piece is not cut.
     void UncutLine(const char* label, std::string_view value);
+    /// Adds a line of its own, without a label.
+    void Heading(const char* text);
     /// Adds a text as it stands: no indentation, no line end. It counts as a line.
     void Raw(const char* text);
 

@@ -36,3 +36,16 @@ TavuString ImageVersionText(const VX_UINT8 (&version)[2]) {
     text.Format("%u.%02u", version[0], version[1]);
     return text;
 }
+
+TavuString HostIdText(const VX_UINT8 (&id)[16]) {
+    if (IsZero(id)) {
+        return OUT_NA;
+    }
+    TavuString text;
+    for (const VX_UINT8 byte : id) {
+        TavuString digits;
+        digits.Format("%02x", byte);
+        text += digits;
+    }
+    return text;
+}

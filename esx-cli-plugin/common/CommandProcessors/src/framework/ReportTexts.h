@@ -27,6 +27,9 @@ TavuString WwnText(const VX_UINT8 (&name)[8]);
 /// A Fibre Channel port id, "xx:xx:xx".
 TavuString PortIdText(const VX_UINT8 (&id)[3]);
 
+/// An NVMe host identifier, 32 digits, or "NA" when all bytes are zero.
+TavuString HostIdText(const VX_UINT8 (&id)[16]);
+
 /// "MAJOR.MINOR.SUB", the last two in two digits at least.
 TavuString VersionText(VX_UINT8 major, VX_UINT8 minor, VX_UINT8 sub);
 inline TavuString VersionText(const VX_UINT8 (&version)[3]) {

@@ -1,30 +1,43 @@
 #include "StagedSettings.h"
 
 #include "FileOps.h"
+#include "TavuDebug.h"
 
 #include <cstdlib>
 
-namespace {
-
-constexpr unsigned long VALUE_SIZE = 512;
-
-} // namespace
+bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number) {
+    for (const CodeText& row : words) {
+        if (CompareNoCase(value, row.text) == 0) {
+            number = row.code;
+            return true;
+        }
+    }
+    return false;
+}
 
 VX_UINT32 ParseNumber(const char* text) {
     return static_cast<VX_UINT32>(std::strtoul(text, nullptr, 10));
 }
 
-StagedFile::StagedFile(const char* group, const char* identifier) {
-    mPath = TavuString("/tmp/") + group + "_" + identifier;
+StagedFile::StagedFile(const char* className, const char* group, const char* identifier, unsigned long maxValue)
+    : mClassName(className), mGroup(group), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {
 }
 
 bool StagedFile::IsPresent() const {
     return FileOps::IsFilePresent(mPath) == 1;
 }
 
+bool StagedFile::IsPending(const char* function) const {
+    const bool isPending = IsPresent();
+    if (!isPending) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s file not present", mClassName, function, mPath.c_str());
+    }
+    return isPending;
+}
+
 bool StagedFile::Read(const char* key, TavuString& value) const {
-    char text[VALUE_SIZE + 1] = {}; // a value that fills its size has no terminator of its own
-    if (FileOps::read_key_value(mPath.c_str(), key, text, VALUE_SIZE, '=') != FileOps::KEY_FOUND) {
+    char text[MAX_VALUE + 1] = {}; // a value that fills its size has no terminator of its own
+    if (FileOps::read_key_value(mPath.c_str(), key, text, mMaxValue, '=') != FileOps::KEY_FOUND) {
         return false;
     }
     value = text;
@@ -34,6 +47,7 @@ bool StagedFile::Read(const char* key, TavuString& value) const {
 VX_UINT32 StagedFile::Merge(const StagedValues& values) const {
     for (const auto& [key, value] : values) {
         if (const VX_UINT32 code = FileOps::UpdateKeyValueInFile(mPath, key, value); code != 0) {
+            TavuDebug::Print(TRACE_DEBUG, "%s::%s: file ops failed", mClassName, __func__);
             return code;
         }
     }
@@ -42,4 +56,14 @@ VX_UINT32 StagedFile::Merge(const StagedValues& values) const {
 
 void StagedFile::Delete() const {
     FileOps::DeleteFile(mPath);
+}
+
+VX_UINT32 StagedFile::CreateFailed(VX_UINT32 code) const {
+    TavuDebug::Print(TRACE_DEBUG, "%s::StageSettings: Create%sFile failed", mClassName, mGroup);
+    return code;
+}
+
+VX_UINT32 StagedFile::UpdateFailed(VX_UINT32 code) const {
+    TavuDebug::Print(TRACE_DEBUG, "%s::StageSettings: Update%sInFile failed with uRet=%u", mClassName, mGroup, code);
+    return code;
 }

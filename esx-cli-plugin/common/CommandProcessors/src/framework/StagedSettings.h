@@ -4,6 +4,7 @@
 /// fresh read, writes the adapter once and deletes it.
 #pragma once
 
+#include "ReportTexts.h"
 #include "TavuString.h"
 #include "vexapi.h"
 
@@ -13,6 +14,13 @@
 /// Settings by key, in the order in which they are written.
 using StagedValues = std::map<TavuString, TavuString>;
 
+/// Words of a flag, and of a flag of the inverted sense, "disable".
+inline constexpr CodeText FLAG_WORDS[] = {{1, OUT_TRUE}, {0, OUT_FALSE}};
+inline constexpr CodeText INVERTED_FLAG_WORDS[] = {{0, OUT_TRUE}, {1, OUT_FALSE}};
+
+/// Number of a word, in any letter case. False for a word that isn't there.
+bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number);
+
 /// The number in a text as options and cache files take it: base 10, the low 32 bits. A text that is no
 /// number reads as 0, and "-1" as the largest one: users rely on it, and no stricter parse is wanted.
 VX_UINT32 ParseNumber(const char* text);
@@ -20,10 +28,16 @@ VX_UINT32 ParseNumber(const char* text);
 /// A port's cache file of one group of settings.
 class StagedFile {
 public:
-    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it.
-    StagedFile(const char* group, const char* identifier);
+    /// Longest value that is read, unless a group has a shorter limit of its own; what is longer is cut there.
+    static constexpr unsigned long MAX_VALUE = 512;
+
+    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it. The family's class name
+    /// and the group, such as "BBCR", stand in the traces and must outlive the file.
+    StagedFile(const char* className, const char* group, const char* identifier, unsigned long maxValue = MAX_VALUE);
 
     bool IsPresent() const;
+    /// The same for the function of a `set`, which traces that nothing is pending.
+    bool IsPending(const char* function) const;
     /// True, with the value stored, when the file has the key.
     bool Read(const char* key, TavuString& value) const;
     /// Writes the settings one by one. 0, or the result code of the first that fails; those before it stay.
@@ -31,8 +45,15 @@ public:
     /// A failure is only traced.
     void Delete() const;
 
+    /// Trace the failure of a file's making, or of merging options into it, and give its code.
+    VX_UINT32 CreateFailed(VX_UINT32 code) const;
+    VX_UINT32 UpdateFailed(VX_UINT32 code) const;
+
 private:
+    const char* mClassName;
+    const char* mGroup;
     TavuString mPath;
+    unsigned long mMaxValue;
 };
 
 /// A field of a record in a cache file, as a row.
@@ -65,14 +86,12 @@ template <VX_UINT32 limit> bool IsBelow(VX_UINT32 number) {
     return number < limit;
 }
 
-/// Makes a cache file of all fields of a record.
+/// Gathers all fields of a record.
 template <typename Record>
-VX_UINT32 CreateStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> keys, const Record& record) {
-    StagedValues values;
+void CollectSettings(std::span<const StagedKey<Record>> keys, const Record& record, StagedValues& values) {
     for (const StagedKey<Record>& row : keys) {
         values[row.key] = row.write(record);
     }
-    return file.Merge(values);
 }
 
 /// Lays a cache file over a record. A key that the file doesn't have leaves its field as it is.
@@ -86,18 +105,30 @@ void ReadStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> k
     }
 }
 
-/// The course of `setFile` behind the fresh read: makes the file of the record if there is none, lets
-/// `update(file)` validate and merge the command's options, and lays the file over the record. A refusal
-/// leaves the file with the record as it was read, or as earlier commands left it.
+/// The course of `setFile` behind the fresh read: makes the file of what `collect(values)` gathers if there is
+/// none, lets `update(file)` validate and merge the command's options, and then `overlay(file)` take what the
+/// file holds. A refusal leaves the file with the settings as they were read, or as earlier commands left it.
+template <typename Collect, typename Update, typename Overlay>
+VX_UINT32 StageSettings(const StagedFile& file, Collect collect, Update update, Overlay overlay) {
+    if (!file.IsPresent()) {
+        StagedValues values;
+        collect(values);
+        if (const VX_UINT32 code = file.Merge(values); code != 0) {
+            return file.CreateFailed(code);
+        }
+    }
+    if (const VX_UINT32 code = update(file); code != 0) {
+        return file.UpdateFailed(code);
+    }
+    overlay(file);
+    return 0;
+}
+
+/// The same for settings that are the fields of one record.
 template <typename Record, typename Update>
 VX_UINT32 StageSettings(const StagedFile& file, std::span<const StagedKey<Record>> keys, Record& record,
                         Update update) {
-    VX_UINT32 code = file.IsPresent() ? 0 : CreateStagedFile(file, keys, record);
-    if (code == 0) {
-        code = update(file);
-    }
-    if (code == 0) {
-        ReadStagedFile(file, keys, record);
-    }
-    return code;
+    return StageSettings(
+        file, [&](StagedValues& values) { CollectSettings(keys, record, values); }, update,
+        [&](const StagedFile& staged) { ReadStagedFile(staged, keys, record); });
 }

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr char CLASS_NAME[] = "PhysicalPortHBAParamsCmdsProcessor"; // of the family, in the traces
+
 constexpr char KEY_CONNECTION_OPTIONS[] = "Connection_Options";
 constexpr char KEY_DATA_RATE[] = "Data_Rate";
 constexpr char KEY_INTERRUPT_DELAY_TIMER[] = "Interrupt_Delay_Timer";
@@ -98,17 +100,6 @@ struct Option {
     VX_UINT32 maximum = 0;
     bool (*isSupported)(__CHIPPROPERTY chip) = nullptr; ///< null: on every adapter
 };
-
-/// Number of a word. False for a word that isn't there.
-bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number) {
-    for (const CodeText& row : words) {
-        if (CompareNoCase(value, row.text) == 0) {
-            number = row.code;
-            return true;
-        }
-    }
-    return false;
-}
 
 bool IsOneOf(const char* value, std::initializer_list<const char*> words) {
     return std::any_of(words.begin(), words.end(),
@@ -258,10 +249,6 @@ constexpr CodeText CONNECTIONS[] = {
     {CONNECTION_LOOP_ONLY, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
 constexpr CodeText OPERATION_MODES[] = {
     {MODE_EVERY_COMPLETION, OUT_EVERY_COMPLETION}, {5, OUT_TIMER_EXPIRES}, {6, OUT_TIMER_EXPIRES_OR_IDLE}};
-constexpr CodeText ENABLED[] = {{1, OUT_TRUE}, {0, OUT_FALSE}};
-/// For fields of the inverted sense, "disable".
-constexpr CodeText INVERTED[] = {{0, OUT_TRUE}, {1, OUT_FALSE}};
-
 bool IsNot10G(__CHIPPROPERTY chip) {
     return !Is10GAdapter(chip);
 }
@@ -292,15 +279,15 @@ constexpr Option OPTIONS[] = {
     {"--port-down-retry-count", "-w", "Port_Down_Retry_Count", StageNumber, {}, 255},
     {"--link-down-timeout", "-o", "Link_Down_Timeout", StageNumber, {}, 240},
     {"--luns-per-target", "-y", "Luns_Per_Target", StageNumber, {}, 256},
-    {"--enable-bios", "-b", "Disable_BIOS", StageWord, INVERTED},
-    {"--enable-hard-loop-id", "-p", "Enable_Hard_Loop_Id", StageWord, ENABLED, 0, IsNot10G},
-    {"--enable-fc-tape", "-f", "Enable_Fibre_Channel_Tape_Support", StageWord, ENABLED},
-    {"--enable-lip-full-login", "-g", "Enable_Lip_Full_Login", StageWord, ENABLED, 0, IsNot10G},
-    {"--enable-target-reset", "-a", "Enable_Target_Reset", StageWord, ENABLED},
-    {"--enable-lr", "-k", "Enable_LR", StageWord, ENABLED, 0, HasLR},
-    {"--enable-fabric-assigned-wwn", "-n", "Enable_Fabric_Assign_WWN", StageWord, ENABLED, 0, HasFabricAssignedWwn},
-    {"--enable-fwcm", "-q", "Disable_SCM", StageWord, INVERTED, 0, IsUefiCapableAdapter},
-    {"--virtual-lane", "-j", "Enable_Virtual_Lane", StageWord, ENABLED, 0, IsBirchAdapter},
+    {"--enable-bios", "-b", "Disable_BIOS", StageWord, INVERTED_FLAG_WORDS},
+    {"--enable-hard-loop-id", "-p", "Enable_Hard_Loop_Id", StageWord, FLAG_WORDS, 0, IsNot10G},
+    {"--enable-fc-tape", "-f", "Enable_Fibre_Channel_Tape_Support", StageWord, FLAG_WORDS},
+    {"--enable-lip-full-login", "-g", "Enable_Lip_Full_Login", StageWord, FLAG_WORDS, 0, IsNot10G},
+    {"--enable-target-reset", "-a", "Enable_Target_Reset", StageWord, FLAG_WORDS},
+    {"--enable-lr", "-k", "Enable_LR", StageWord, FLAG_WORDS, 0, HasLR},
+    {"--enable-fabric-assigned-wwn", "-n", "Enable_Fabric_Assign_WWN", StageWord, FLAG_WORDS, 0, HasFabricAssignedWwn},
+    {"--enable-fwcm", "-q", "Disable_SCM", StageWord, INVERTED_FLAG_WORDS, 0, IsUefiCapableAdapter},
+    {"--virtual-lane", "-j", "Enable_Virtual_Lane", StageWord, FLAG_WORDS, 0, IsBirchAdapter},
 };
 
 /// The adapter is looked at ahead of the value.
@@ -308,8 +295,7 @@ VX_UINT32 StageOption(const Option& option, const char* value, const Staging& st
     const bool isSupported = option.isSupported == nullptr || option.isSupported(staging.Chip());
     const VX_UINT32 code = isSupported ? option.stage(option, value, staging) : VX_UINT32{RC_FEATURE_NOT_SUPPORTED};
     if (code != RC_SUCCESS) {
-        TavuDebug::Print(TRACE_INFORMATION,
-                         "PhysicalPortHBAParamsCmdsProcessor::UpdateHBAParamsInFile: %s=%s not supported",
+        TavuDebug::Print(TRACE_INFORMATION, "%s::UpdateHBAParamsInFile: %s=%s not supported", CLASS_NAME,
                          option.longName + 2, value); // without the dashes
     }
     return code;
@@ -318,7 +304,7 @@ VX_UINT32 StageOption(const Option& option, const char* value, const Staging& st
 } // namespace
 
 StagedFile HBAParamsFile(const char* identifier) {
-    return {"HBAParams", identifier};
+    return {CLASS_NAME, "HBAParams", identifier};
 }
 
 std::span<const StagedKey<_VEXAPI_HBAParameters>> HBAParamsKeys() {

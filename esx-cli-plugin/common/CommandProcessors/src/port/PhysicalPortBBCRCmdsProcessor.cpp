@@ -39,7 +39,7 @@ constexpr char KEY_STATUS[] = "BBCR_Status";
 constexpr VX_UINT32 MAX_COUNT = 15;
 
 StagedFile BBCRFile(const char* identifier) {
-    return {"BBCR", identifier};
+    return {CLASS_NAME, "BBCR", identifier};
 }
 
 } // namespace
@@ -108,7 +108,7 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRIn
         return code;
     }
     const StagedFile file = BBCRFile(ArgText(args, 0));
-    info.isNothingPending = !file.IsPresent();
+    info.isNothingPending = !file.IsPending(__func__);
     if (info.isNothingPending) {
         return RC_SUCCESS;
     }
@@ -164,5 +164,6 @@ void PhysicalPortBBCRCmdsProcessor::DisplayBBCRInfo(MultipleCmdsProcessor* self,
             block.Line("BBCR Offline Reason Code", reason);
         }
     };
-    DisplayBlock(self, format, __func__, OUT_SHAPE, fill, info.reboot);
+    DisplayBlock(self, format, __func__, OUT_SHAPE, fill, info.reboot,
+                 info.reboot.has_value() ? RebootRequired(false) : REBOOT_NOT_SHOWN);
 }

@@ -5,6 +5,8 @@
 #include "LibraryCall.h"
 #include "PhysicalPortBBCRCmdsProcessor.h"
 #include "PhysicalPortBeaconCmdsProcessor.h"
+#include "PhysicalPortBootConfigCmdsProcessor.h"
+#include "PhysicalPortBootConfigExtCmdsProcessor.h"
 #include "PhysicalPortFCStatsCmdsProcessor.h"
 #include "PhysicalPortFECCmdsProcessor.h"
 #include "PhysicalPortFwDumpCmdsProcessor.h"
@@ -66,6 +68,10 @@ const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
      CreateFamily<PhysicalPortBBCRCmdsProcessor>},
     {"fec", "use this command to get/set Orvane Fibre Channel Port's FEC info",
      CreateFamily<PhysicalPortFECCmdsProcessor>},
+    {"bootconfig", "use this command to get/set Orvane Fibre Channel Port's Boot Config info",
+     CreateFamily<PhysicalPortBootConfigCmdsProcessor>},
+    {"bootconfigext", "use this command to get/set Orvane Fibre Channel Port's Boot Config info",
+     CreateFamily<PhysicalPortBootConfigExtCmdsProcessor>},
     {"fwdump", "use this command to get Orvane Fibre Channel Port's Firmware Dump info",
      CreateFamily<PhysicalPortFwDumpCmdsProcessor>},
     {"beacon", "use this command to get/set Orvane Fibre Channel Port's Beacon info",
@@ -134,7 +140,11 @@ VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringAr
 
 VX_UINT32 PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(const TavuStringArray& args, PortEntry& entry) {
     const VX_UINT32 code = GetPhyPortFromPortString(args, entry);
-    return code == RC_SUCCESS && IsVirtualPort(*entry.protocol) ? VX_UINT32{RC_NOT_SUPPORTED_FOR_VPORT} : code;
+    if (code == RC_SUCCESS && IsVirtualPort(*entry.protocol)) {
+        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: Command not supported for vport", __func__);
+        return RC_NOT_SUPPORTED_FOR_VPORT;
+    }
+    return code;
 }
 
 VX_UINT32 PhysicalPortCmdsProcessor::CmdUpdateNvramCommon(MultipleCmdsProcessor* self, TavuStringArray& args,

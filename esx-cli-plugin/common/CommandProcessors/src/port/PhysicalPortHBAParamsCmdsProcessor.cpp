@@ -123,7 +123,7 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, H
         return code;
     }
     const StagedFile file = HBAParamsFile(ArgText(args, 0));
-    params.isNothingPending = !file.IsPresent();
+    params.isNothingPending = !file.IsPending(__func__);
     if (params.isNothingPending) {
         return RC_SUCCESS;
     }

@@ -70,20 +70,6 @@ TavuString SupportedSpeeds(VX_UINT8 speeds) {
     return text + "Gbps";
 }
 
-/// 32 digits, or "NA" when all bytes are zero.
-TavuString HostIdText(const VX_UINT8 (&id)[16]) {
-    if (IsZero(id)) {
-        return OUT_NA;
-    }
-    TavuString text;
-    for (const VX_UINT8 byte : id) {
-        TavuString digits;
-        digits.Format("%02x", byte);
-        text += digits;
-    }
-    return text;
-}
-
 /// The state of a lockdown reads "false" whatever it is as long as its status is 0: clients know it so.
 const char* LockdownText(VX_UINT32 status) {
     static constexpr CodeText TEXTS[] = {

@@ -1,0 +1,81 @@
+#include "CongestionAccess.h"
+
+#include "ChipFamilies.h"
+#include "HostTree.h"
+
+namespace {
+
+constexpr CongestionRefusal REFUSE_CHIP = {
+    [](const _vexapi_protocol_t& protocol) { return !IsUefiCapableAdapter(protocol.ChipProperty); },
+    RC_FEATURE_NOT_SUPPORTED, "SCM feature not supported for this adapter."};
+constexpr CongestionRefusal REFUSE_NO_GENERATION = {
+    [](const _vexapi_protocol_t& protocol) {
+        return (protocol.FeatureFlags & (FEATURE_FIRST_GENERATION | FEATURE_SECOND_GENERATION)) == 0;
+    },
+    RC_UNSUPPORTED_FW, "Driver/Firmware does not support SCM."};
+constexpr CongestionRefusal REFUSE_NO_SECOND_GENERATION = {
+    [](const _vexapi_protocol_t& protocol) { return !HasSecondGeneration(protocol); }, RC_UNSUPPORTED_FW,
+    REFUSE_NO_GENERATION.trace};
+constexpr CongestionRefusal REFUSE_VIRTUAL_PORT = {IsVirtualPort, RC_NOT_SUPPORTED_FOR_VPORT,
+                                                   "Command not supported for vport"};
+
+constexpr CongestionRefusal EITHER_GENERATION[] = {REFUSE_CHIP, REFUSE_NO_GENERATION, REFUSE_VIRTUAL_PORT};
+constexpr CongestionRefusal SECOND_GENERATION[] = {REFUSE_CHIP, REFUSE_NO_SECOND_GENERATION, REFUSE_VIRTUAL_PORT};
+constexpr CongestionRefusal PROFILE[] = {REFUSE_CHIP, REFUSE_VIRTUAL_PORT, REFUSE_NO_SECOND_GENERATION};
+
+void TraceFailure(const char* className, const char* function, const char* what) {
+    TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s", className, function, what);
+}
+
+} // namespace
+
+constinit const std::span<const CongestionRefusal> REFUSALS_OF_EITHER_GENERATION = EITHER_GENERATION;
+constinit const std::span<const CongestionRefusal> REFUSALS_OF_SECOND_GENERATION = SECOND_GENERATION;
+constinit const std::span<const CongestionRefusal> REFUSALS_OF_PROFILE = PROFILE;
+
+VX_UINT32 AdmitCongestionPort(const char* className, const char* function,
+                              std::span<const CongestionRefusal> refusals, const _vexapi_protocol_t& protocol) {
+    for (const CongestionRefusal& refusal : refusals) {
+        if (refusal.applies(protocol)) {
+            TraceFailure(className, function, refusal.trace);
+            return refusal.code;
+        }
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 AskCongestionFeature(const char* className, const char* function, _vexapi_protocol_t& protocol) {
+    VX_UINT8 isEnabled = 0;
+    const VX_UINT32 code = CallLibrary({className, "", "Get FWCM feature failed", RC_CFG_READ_FAILED}, function, [&] {
+        return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled);
+    });
+    if (code == RC_SUCCESS && isEnabled == 0) {
+        TraceFailure(className, function, "FWCM feature is disabled");
+        return RC_FEATURE_DISABLED;
+    }
+    return code;
+}
+
+VX_UINT32 ReadCongestionList(const char* className, const char* function, _vexapi_protocol_t& protocol,
+                             _VEXAPI_SANCONGTMGMTV2*& list) {
+    VX_UINT32 status = 0;
+    const VX_UINT32 code = MakeLibraryCalls(
+        className, function, [&] { status = VEXAPI_GetSCMRStatisticsList(&protocol.PortHandle, &list); });
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    if (status != 0 || list == nullptr) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get SCMR Statistics failed err=%d", className, function,
+                         static_cast<int>(status));
+        return RC_STATS_READ_FAILED;
+    }
+    return RC_SUCCESS;
+}
+
+VX_UINT32 ReleaseCongestionList(const char* className, const char* function, _VEXAPI_SANCONGTMGMTV2* list) {
+    if (list == nullptr) {
+        return RC_SUCCESS;
+    }
+    return CallLibrary({className, "", "Free SCMR Statistics failed", RC_STATS_CLEAR_FAILED}, function,
+                       [&] { return VEXAPI_FreeSCMRStatisticsList(list); });
+}

@@ -1,0 +1,274 @@
+#include "PhysicalPortBootConfigExtCmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "CmdLineParser.h"
+#include "HostTree.h"
+#include "TargetIdentifiers.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortBootConfigExtCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"BootConfigInfo", "BootConfig", "BootConfigList"}, 8192, ReportBlock::SizeRule::FULL};
+
+/// Three wordings differ from those of `bootconfig`.
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_PARAM_ERROR, "Failed, Boot parameter requires valid boot mode option"},
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_INVALID_CMD, "Failed, UEFI/NVME boot mode not supported for this adapter"},
+    {RC_CFG_READ_FAILED, "Failed, Boot Config read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_INVALID_DATA, "Failed, NVMe Boot Config not present"},
+    {RC_INVALID_FIELD, "Failed, Boot parameter not supported with UEFI boot mode option"},
+    {RC_CFG_UPDATE_FAILED, "Failed, Boot Config update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_NOT_SUPPORTED_FOR_NVME, "Failed, Feature not supported for NVMe target"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+    {RC_READ_ONLY_MODE, "Failed, Read-Only parameter"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
+    {RC_NO_BIOS, "Failed, Adapter does not have ROM BIOS"},
+    {RC_NO_EFI, "Failed, Adapter does not have ROM UEFI"},
+    {RC_NEED_ADD_FCP_PARAMS, "Failed, Tgt Num, Tgt WWPN, Disk Num required for FCP targets"},
+    {RC_NEED_ADD_NVME_PARAMS, "Failed, Tgt Num, Tgt WWPN, Disk Num, Tgt Enable required for NVMe targets"},
+};
+
+constexpr UsageText USAGES[] = {
+    {4, "Usage: get\r\n"},
+    {5, "Usage: setFile\r\n"},
+    {6, "Usage: set\r\n"},
+};
+
+constexpr LibraryCall READ_NVME = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
+                                   RC_INVALID_DATA};
+
+bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
+    return current != wanted;
+}
+
+StagedFile BootConfigExtFile(const char* identifier) {
+    constexpr unsigned long MAX_VALUE = 256;
+    return {CLASS_NAME, "BootConfigExt", identifier, MAX_VALUE};
+}
+
+/// The file holds the library's number, and any number is taken back.
+VX_UINT32 ModeInFile(VX_UINT8 mode) {
+    return mode;
+}
+VX_UINT8 ModeFromFile(VX_UINT32 number) {
+    return static_cast<VX_UINT8>(number);
+}
+
+constexpr BootGroup GROUP = {
+    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .writeNvme = {CLASS_NAME, " before NVMe boot update", "Set NVMe Boot Device Entries failed",
+                            RC_CFG_UPDATE_FAILED},
+              .readBackNvme = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
+                               RC_CFG_UPDATE_FAILED}},
+    .mustSwitchMode = MustSwitchMode,
+    .file = BootConfigExtFile,
+    .modeInFile = ModeInFile,
+    .modeFromFile = ModeFromFile,
+    .isExtended = true,
+};
+
+/// The mode is the second argument, and has no default.
+VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
+    const char* word = ArgText(args, 1);
+    const bool isUefi = CompareNoCase(word, "UEFI") == 0;
+    if (isUefi || CompareNoCase(word, "NVME") == 0) {
+        boot.mode = isUefi ? BOOT_UEFI : BOOT_NVME;
+        return IsUefiCapableAdapter(boot.Chip()) ? RC_SUCCESS : RC_INVALID_CMD;
+    }
+    boot.mode = BOOT_BIOS;
+    return CompareNoCase(word, "BIOS") == 0 ? RC_SUCCESS : RC_INVALID_PARAMETER;
+}
+
+/// The opening of `get` and `setFile`.
+VX_UINT32 Open(const TavuStringArray& args, BootSettings& boot) {
+    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
+    if (code == RC_SUCCESS) {
+        code = ReadMode(args, boot);
+    }
+    return code == RC_SUCCESS ? ReadBootSettings(GROUP, boot) : code;
+}
+
+/// In NVMe mode, which only the UEFI-capable adapters know.
+VX_UINT32 ReadNvmeEntries(const char* function, BootSettings& boot) {
+    if (boot.mode != BOOT_NVME) {
+        return RC_SUCCESS;
+    }
+    return CallLibrary(READ_NVME, function, [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
+}
+
+/// The four options that describe one boot target together.
+struct BootTargetOptions {
+    std::optional<VX_UINT32> number;
+    std::optional<TavuString> wwpn;
+    std::optional<VX_UINT16> disk;
+    std::optional<VX_UINT32> isEnabled;
+    const _tagVEXAPI_SDMTarget* target = nullptr; ///< null for a name of zeros, which clears the entry
+};
+
+/// Which value an option has, if it is given.
+std::optional<TavuString> OptionValue(const TavuStringArray& args, const char* shortName, const char* longName) {
+    TavuString value;
+    return CmdLineParser::GetCommandValueFromArgs(args, shortName, longName, value) != 0
+               ? std::optional<TavuString>(value)
+               : std::nullopt;
+}
+
+/// Checks each option for itself, in order. The target is looked up before it is asked whether the options are
+/// complete.
+VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
+    constexpr VX_UINT32 LAST_BIOS_TARGET = 3;
+    const bool isUefiCapable = IsUefiCapableAdapter(boot.Chip());
+    if (const auto number = OptionValue(args, "-n", "--boot-target-num")) {
+        options.number = ParseNumber(number->c_str());
+        if (*options.number > LAST_BIOS_TARGET && (boot.mode == BOOT_BIOS || !isUefiCapable)) {
+            return RC_PARAM_ERROR;
+        }
+    }
+    if (const auto name = OptionValue(args, "-p", "--boot-target-wwpn")) {
+        VX_UINT8 wwpn[8] = {};
+        ScanWwn(name->c_str(), wwpn);
+        options.wwpn = WwnText(wwpn);
+        options.target = IsZero(wwpn) ? nullptr : FindBootTarget(boot, wwpn);
+        if (options.target == nullptr && !IsZero(wwpn)) {
+            return RC_INVALID_PARAMETER;
+        }
+    }
+    if (const auto disk = OptionValue(args, "-o", "--boot-disk-num")) {
+        options.disk = static_cast<VX_UINT16>(ParseNumber(disk->c_str()));
+    }
+    if (const auto word = OptionValue(args, "-l", "--boot-target-enable")) {
+        if (!isUefiCapable) {
+            return RC_FEATURE_NOT_SUPPORTED;
+        }
+        if (boot.mode != BOOT_NVME) {
+            return RC_PARAM_ERROR;
+        }
+        VX_UINT32 isEnabled = 0;
+        if (!FindWord(FLAG_WORDS, word->c_str(), isEnabled)) {
+            return RC_INVALID_PARAMETER;
+        }
+        options.isEnabled = isEnabled;
+    }
+    return RC_SUCCESS;
+}
+
+/// All options of the mode together, or none of them.
+VX_UINT32 CheckComplete(const BootSettings& boot, const BootTargetOptions& options, bool& isGiven) {
+    const bool isNvme = boot.mode == BOOT_NVME;
+    const int wanted = isNvme ? 4 : 3;
+    const int given = (options.number ? 1 : 0) + (options.wwpn ? 1 : 0) + (options.disk ? 1 : 0) +
+                      (options.isEnabled ? 1 : 0); // outside NVMe mode the last one is refused already
+    isGiven = given == wanted;
+    if (given == 0 || isGiven) {
+        return RC_SUCCESS;
+    }
+    return isNvme ? RC_NEED_ADD_NVME_PARAMS : RC_NEED_ADD_FCP_PARAMS;
+}
+
+void StageNvmeTarget(const BootTargetOptions& options, const TavuString& disk, StagedValues& values) {
+    const auto stage = [&](const char* field, const TavuString& value) {
+        values[NvmeBootKey(*options.number, field)] = value;
+    };
+    const _tagVEXAPI_SDMTarget* const target = options.target;
+    TavuString controller = "0";
+    if (target != nullptr) {
+        controller.Format("%u", target->StorageControllerId);
+    }
+    stage(NVME_ENABLE, *options.isEnabled != 0 ? "1" : "0");
+    stage(NVME_WWPN, *options.wwpn);
+    stage(NVME_NAMESPACE_ID, disk);
+    stage(NVME_WWNN, target != nullptr ? WwnText(target->NodeName) : *options.wwpn); // zeros
+    stage(NVME_NQN, target != nullptr ? TavuString(BoundedText(target->StorageNqn)) : TavuString());
+    stage(NVME_CONTROLLER_ID, controller);
+}
+
+/// Stages one boot target. A number above 7 succeeds and changes no entry that anybody reads.
+VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, StagedValues& values) {
+    BootTargetOptions options;
+    if (const VX_UINT32 code = ReadBootTargetOptions(args, boot, options); code != RC_SUCCESS) {
+        return code;
+    }
+    bool isGiven = false;
+    if (const VX_UINT32 code = CheckComplete(boot, options, isGiven); code != RC_SUCCESS || !isGiven) {
+        return code;
+    }
+    const bool isNvme = boot.mode == BOOT_NVME;
+    TavuString disk = "0";
+    if (options.target != nullptr) {
+        if (FindBootLun(*options.target, *options.disk) == nullptr || IsNvmeTarget(*options.target) != isNvme) {
+            return RC_INVALID_PARAMETER;
+        }
+        disk.Format("%u", *options.disk);
+    }
+    if (isNvme) {
+        StageNvmeTarget(options, disk, values);
+    } else {
+        StageBootTarget(*options.number, *options.wwpn, disk, values);
+    }
+    return RC_SUCCESS;
+}
+
+} // namespace
+
+const Leaf PhysicalPortBootConfigExtCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane HBA Boot Config information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
+     nullptr},
+    {"set", "set Orvane HBA Boot Config information", 2, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"help", "list of available commands", 3, CmdHelp, Usage},
+    {"getcli", "get Orvane HBA Boot Config information", 4, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"setFilecli", "set Orvane HBA Boot Config information in a local cache file", 5,
+     Text<"CmdSetFileCli", CmdSetFileCommon>, Usage},
+    {"setcli", "set Orvane HBA Boot Config information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
+};
+
+const FamilyDescription PhysicalPortBootConfigExtCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "Boot Config",
+    .helpId = 3,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT32 PhysicalPortBootConfigExtCmdsProcessor::Get(const TavuStringArray& args, BootSettings& boot) {
+    const VX_UINT32 code = Open(args, boot);
+    return code == RC_SUCCESS ? ReadNvmeEntries(__func__, boot) : code;
+}
+
+/// Entries that the library can't read count as empty here, where `get` refuses.
+VX_UINT32 PhysicalPortBootConfigExtCmdsProcessor::SetFile(const TavuStringArray& args, BootSettings& boot) {
+    VX_UINT32 code = Open(args, boot);
+    if (code == RC_SUCCESS) {
+        code = ReadNvmeEntries(__func__, boot);
+        if (code == READ_NVME.failureCode) {
+            boot.nvme = {};
+            code = RC_SUCCESS;
+        }
+    }
+    return code == RC_SUCCESS ? StageBootSettings(GROUP, args, boot, StageTarget) : code;
+}
+
+VX_UINT32 PhysicalPortBootConfigExtCmdsProcessor::Set(const TavuStringArray& args, BootSettings& boot) {
+    return CommitBootSettings(GROUP, args, boot);
+}
+
+void PhysicalPortBootConfigExtCmdsProcessor::DisplayBootConfigInfo(MultipleCmdsProcessor* self,
+                                                                   const BootSettings& boot, eOutputFormat format) {
+    if (boot.isNothingPending) {
+        // The document of a failure with the result of a success: clients know `set` so.
+        DisplaySetError(self, RC_SUCCESS, format);
+        return;
+    }
+    DisplayBlock(
+        self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) { AddBootSettings(block, boot); }, boot.reboot);
+}

@@ -1,0 +1,106 @@
+#include "PhysicalPortSCMStatsCmdsProcessor.h"
+
+#include "CongestionReport.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortSCMStatsCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"PortFWCMStatistics", "Port FWCM Stats", "PortFWCMStatsList"}, 8192, ReportBlock::SizeRule::SPACE_LEFT};
+constexpr char OUT_CLEAR_STRUCT_NAME[] = "FWCMStatisticsClear";
+
+/// Without memory a report reads "Failed, Unknown": clients know it so.
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, FWCM settings read error"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_NOT_SUPPORTED_BY_SWITCH, "Failed, Feature not supported by switch"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_STATS_READ_FAILED, "Failed, Statistics read error"},
+    {RC_STATS_CLEAR_FAILED, "Failed, Statistics list clear error"},
+    {RC_LINK_UP_REQUIRED, "Failed, Feature requires link up"},
+    {RC_UNSUPPORTED_FW, "Failed, Driver/Firmware does not support this feature"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+    {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
+};
+/// What `clear` has beside those.
+constexpr CodeText CLEAR_RESULT_TEXTS[] = {
+    {RC_SUCCESS, OUT_SUCCESS},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+};
+
+constexpr UsageText USAGES[] = {
+    {3, "Usage: get [port identifier]\r\n"},
+    {4, "Usage: clear [port identifier]\r\n"},
+};
+
+constexpr LibraryCall RESET_STATISTICS = {CLASS_NAME, "", "Get SCM Reset Statistics failed", RC_LIBRARY_FAILED};
+/// Status of a reset that driver or firmware can't do.
+constexpr VX_UINT32 STATUS_UNSUPPORTED_DRIVER = 118;
+
+} // namespace
+
+// `clearcli` has no usage function, unlike `getcli`.
+const Leaf PhysicalPortSCMStatsCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane Physical Port SCM statistics", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"clear", "clear SCM statistics of all targets connected to Orvane Physical Port", 1,
+     Xml<"CmdClear", CmdClearCommon>, nullptr},
+    {"help", "list of available commands", 2, CmdHelp, Usage},
+    {"getcli", "get Orvane Physical Port SCM information", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"clearcli", "clear SCM statistics of all targets connected to Orvane Physical Port", 4,
+     Text<"CmdClearCli", CmdClearCommon>, nullptr},
+};
+
+const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "port scmstats",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
+    const VX_UINT32 code = AdmitPort(args, REFUSALS_OF_EITHER_GENERATION, statistics.entry);
+    return code == RC_SUCCESS ? ReadCongestionStatistics(CLASS_NAME, __func__, *statistics.entry.protocol, statistics.list)
+                              : code;
+}
+
+VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
+    return ReleaseCongestionList(CLASS_NAME, __func__, statistics.list);
+}
+
+VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::CmdClearCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                            eOutputFormat format) {
+    const VX_UINT32 code = Clear(args);
+    DisplayClear(self, code, format);
+    return code;
+}
+
+VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Clear(const TavuStringArray& args) {
+    PortEntry entry;
+    if (const VX_UINT32 code = AdmitPort(args, REFUSALS_OF_SECOND_GENERATION, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    VX_UINT32 status = 0;
+    const VX_UINT32 code = CallLibrary(RESET_STATISTICS, __func__, [&] {
+        return status = VEXAPI_SANCongMgmtResetStatistics(&entry.protocol->PortHandle);
+    });
+    return status == STATUS_UNSUPPORTED_DRIVER ? VX_UINT32{RC_UNSUPPORTED_FW} : code;
+}
+
+VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::AdmitPort(const TavuStringArray& args,
+                                                       std::span<const CongestionRefusal> refusals, PortEntry& entry) {
+    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
+    if (code != RC_SUCCESS) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get phy port failed err=%d", CLASS_NAME, __func__,
+                         static_cast<int>(code));
+        return code;
+    }
+    code = AdmitCongestionPort(CLASS_NAME, __func__, refusals, *entry.protocol);
+    return code == RC_SUCCESS ? AskCongestionFeature(CLASS_NAME, __func__, *entry.protocol) : code;
+}
