@@ -76,7 +76,7 @@ TEST(ParseCommandLineToArgvTest, RefusesOpenQuotes) {
     EXPECT_FALSE(Split("a\"b c").has_value());
     EXPECT_FALSE(Split("\"a\" \"b").has_value());
     EXPECT_FALSE(Split("\"\"\"").has_value());
-    EXPECT_FALSE(Split("\"a\\\"").has_value());
+    EXPECT_FALSE(Split("\"a\\\"\"").has_value()); // the backslash is a character, and the third quote opens
 }
 
 TEST(ParseCommandLineToArgvTest, TakesBytesAbove127ForCharacters) {
