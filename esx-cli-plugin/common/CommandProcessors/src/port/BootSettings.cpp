@@ -331,6 +331,7 @@ VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args
         code = CallLibrary(group.calls.writeNvme, __func__,
                            [&] { return VEXAPI_SetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
         if (code == RC_SUCCESS) {
+            boot.nvme = {}; // the library fills cleared records only
             code = CallLibrary(group.calls.readBackNvme, __func__,
                                [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
         }
