@@ -15,23 +15,27 @@ def parser(description):
 class Programs:
     """The programs of a build, all over the in-memory host."""
 
-    def __init__(self, build, ports=2):
+    def __init__(self, build, ports=2, targets=0, luns=0):
+        """A host of so many ports, each with so many targets, each with so many LUNs."""
         build = build.resolve()
         self.tool = str(build / "orfc-esxcli")
         self.empty = str(build / "bench/empty_program")
         self.host_only = str(build / "bench/host_only")
+        self.printf_loop = str(build / "bench/printf_loop")
         self.stopwatch = str(build / "bench/stopwatch")
         self.environment = {
             "PATH": "/usr/bin:/bin",
             "LD_LIBRARY_PATH": str(build / "bench/memory_host"),
             "VEXAPI_BENCH_PORTS": str(ports),
+            "VEXAPI_BENCH_TARGETS": str(targets),
+            "VEXAPI_BENCH_LUNS": str(luns),
         }
 
     def run(self, command, output=subprocess.DEVNULL):
-        """Runs a command. Gives its wall time in seconds and its peak memory in KiB."""
+        """Runs a command. Gives its wall time and its processor time in seconds and its peak memory in KiB."""
         run = subprocess.run([self.stopwatch, *command], env=self.environment, stdout=output, stderr=subprocess.PIPE,
                              text=True)
         if run.returncode != 0:
             raise SystemExit(f"{' '.join(command)}: {run.stderr}")
-        nanoseconds, kibibytes = run.stderr.split()
-        return int(nanoseconds) / 1e9, int(kibibytes)
+        wall, processor, kibibytes = map(int, run.stderr.split())
+        return wall / 1e9, processor / 1e9, kibibytes

@@ -1,7 +1,9 @@
 /// @file
-/// The smallest host that the lists can be measured on: a library with the session functions only, over
-/// adapters of two ports each that are generated in memory. `VEXAPI_BENCH_PORTS` says how many ports (2).
-/// Ports are numbered, and so are their names.
+/// The smallest host that the lists can be measured on: a library with the session functions only (and those
+/// whose addresses the program needs to start at all), over adapters of two ports each that are generated in
+/// memory. `VEXAPI_BENCH_PORTS` says how many ports (2), `VEXAPI_BENCH_TARGETS` how many targets each port sees
+/// and `VEXAPI_BENCH_LUNS` how many LUNs each target has (0). Ports, targets and LUNs are numbered, and so are
+/// the names of the first two.
 #include "vexapi.h"
 
 #include <stdio.h>
@@ -19,6 +21,42 @@ struct Unit {
 };
 
 static VX_ADAPTER_LIST host;
+/// The records of all ports, each port's in one run: its targets, and their LUNs.
+static _tagVEXAPI_SDMTarget* allTargets;
+static _tagVEXAPI_SDMLun* allLuns;
+
+/// Value of an environment variable, or `fallback` without it.
+static unsigned Variable(const char* name, unsigned fallback) {
+    const char* value = getenv(name);
+    return value != NULL ? (unsigned)strtoul(value, NULL, 10) : fallback;
+}
+
+/// A name of this kind and number.
+static void FillName(VX_UINT8* name, VX_UINT8 kind, unsigned number) {
+    name[0] = kind;
+    for (unsigned byte = 0; byte < 4; ++byte) {
+        name[4 + byte] = (VX_UINT8)(number >> (24 - 8 * byte));
+    }
+}
+
+static void FillTargets(_vexapi_protocol_t* protocol, unsigned port, unsigned targets, unsigned luns) {
+    for (unsigned i = 0; i < targets; ++i) {
+        const size_t index = (size_t)port * targets + i;
+        _tagVEXAPI_SDMTarget* target = &allTargets[index];
+        FillName(target->PortName, 0x50, i);
+        target->TargetNumber = (VX_UINT16)i;
+        target->LunCount = luns;
+        target->pNext = i + 1 < targets ? target + 1 : NULL;
+        for (unsigned j = 0; j < luns; ++j) {
+            _tagVEXAPI_SDMLun* lun = &allLuns[index * luns + j];
+            lun->LunNumber = (VX_UINT16)j;
+            lun->pNext = j + 1 < luns ? lun + 1 : NULL;
+        }
+        target->pLunList = luns > 0 ? &allLuns[index * luns] : NULL;
+    }
+    protocol->TargetCount = targets;
+    protocol->pTargetList = targets > 0 ? &allTargets[(size_t)port * targets] : NULL;
+}
 
 static void FillUnit(struct Unit* unit, unsigned number, unsigned ports) {
     snprintf(unit->adapter.Model, sizeof unit->adapter.Model, "ORV2872");
@@ -34,26 +72,30 @@ static void FillUnit(struct Unit* unit, unsigned number, unsigned ports) {
         unit->port[i].pNext = i + 1 < ports ? &unit->port[i + 1] : NULL;
         unit->protocols[i].Count = 1;
         unit->protocols[i].pHead = protocol;
-        protocol->WWPN[0] = 0x21;
-        for (unsigned byte = 0; byte < 4; ++byte) {
-            protocol->WWPN[4 + byte] = (VX_UINT8)(index >> (24 - 8 * byte));
-        }
+        FillName(protocol->WWPN, 0x21, index);
     }
 }
 
 VX_UINT32 VEXAPI_Initialize(VX_UINT32 debugLevel, VX_UINT32 reserved) {
     (void)debugLevel;
     (void)reserved;
-    const char* value = getenv("VEXAPI_BENCH_PORTS");
-    const unsigned ports = value != NULL ? (unsigned)strtoul(value, NULL, 10) : PORTS_PER_ADAPTER;
+    const unsigned ports = Variable("VEXAPI_BENCH_PORTS", PORTS_PER_ADAPTER);
+    const unsigned targets = Variable("VEXAPI_BENCH_TARGETS", 0);
+    const unsigned luns = Variable("VEXAPI_BENCH_LUNS", 0);
     const unsigned units = (ports + PORTS_PER_ADAPTER - 1) / PORTS_PER_ADAPTER;
     struct Unit* unit = calloc(units, sizeof *unit);
-    if (unit == NULL) {
+    allTargets = calloc((size_t)ports * targets + 1, sizeof *allTargets);
+    allLuns = calloc((size_t)ports * targets * luns + 1, sizeof *allLuns);
+    if (unit == NULL || allTargets == NULL || allLuns == NULL) {
         return 1;
     }
     for (unsigned i = 0; i < units; ++i) {
         const unsigned left = ports - i * PORTS_PER_ADAPTER;
-        FillUnit(&unit[i], i, left < PORTS_PER_ADAPTER ? left : PORTS_PER_ADAPTER);
+        const unsigned present = left < PORTS_PER_ADAPTER ? left : PORTS_PER_ADAPTER;
+        FillUnit(&unit[i], i, present);
+        for (unsigned j = 0; j < present; ++j) {
+            FillTargets(&unit[i].protocol[j], i * PORTS_PER_ADAPTER + j, targets, luns);
+        }
         unit[i].adapter.pNext = i + 1 < units ? &unit[i + 1].adapter : NULL;
     }
     host.Count = units;
@@ -82,5 +124,26 @@ VX_UINT32 VEXAPI_Uninitialize(void) {
     // A unit begins with its adapter.
     free(host.pHead);
     host.pHead = NULL;
+    free(allTargets);
+    free(allLuns);
     return 0;
+}
+
+// The program has these in a table, so it does not start without them; no measurement calls them.
+static VX_UINT32 Refuse(const VX_PORT_HANDLE* handle, const char* path) {
+    (void)handle;
+    (void)path;
+    return 1;
+}
+
+VX_UINT32 VEXAPI_UpdateSpecificFlashRegionFromFile(VX_PORT_HANDLE* handle, const char* path) {
+    return Refuse(handle, path);
+}
+
+VX_UINT32 VEXAPI_UpdateAdapterFirmwareTableFromFile(VX_PORT_HANDLE* handle, const char* path) {
+    return Refuse(handle, path);
+}
+
+VX_UINT32 VEXAPI_UpdateAdapterPEPCfgFromFile(VX_PORT_HANDLE* handle, const char* path) {
+    return Refuse(handle, path);
 }
