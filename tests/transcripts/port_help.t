@@ -16,7 +16,11 @@
   info        : use this command to get Orvane Fibre Channel Port's info\r (esc)
   stats       : use this command to get Orvane Fibre Chanel Port Statistics\r (esc)
   vpd         : use this command to get Orvane Fibre Channel Port's VPD info\r (esc)
+  hbaparams   : use this command to get/set Orvane Fibre Channel Port's HBA parameters\r (esc)
+  bbcr        : use this command to get/set Orvane Fibre Channel Port's BBCR info\r (esc)
   fec         : use this command to get/set Orvane Fibre Channel Port's FEC info\r (esc)
+  bootconfig  : use this command to get/set Orvane Fibre Channel Port's Boot Config info\r (esc)
+  bootconfigext: use this command to get/set Orvane Fibre Channel Port's Boot Config info\r (esc)
   fwdump      : use this command to get Orvane Fibre Channel Port's Firmware Dump info\r (esc)
   beacon      : use this command to get/set Orvane Fibre Channel Port's Beacon info\r (esc)
   $ orfc-esxcli -t port help >help.txt

@@ -16,6 +16,8 @@ What a person types first. `help` lists the root's commands and the families.
   help        : list of available commands\r (esc)
   adapter     : use this command to get/set/list Orvane adapters\r (esc)
   port        : use this command to get/set/list Orvane Ports\r (esc)
+  target      : use this command to get/list targets detected by Orvane adapters\r (esc)
+  lun         : use this command to get/list LUNs detected by Orvane adapters\r (esc)
   
   For a complete help. Please refer to ORFC_ESXCLI_Readme.txt in the same folder.\r (esc)
 
