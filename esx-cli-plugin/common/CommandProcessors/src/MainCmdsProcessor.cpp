@@ -66,7 +66,7 @@ Interruption WaitForInterruption() {
 
 MainCmdsProcessor* MainCmdsProcessor::mpMainCmdsProcessor = nullptr;
 
-const Leaf MainCmdsProcessor::LEAVES[] = {
+constinit const Leaf MainCmdsProcessor::LEAVES[] = {
     {"q", "quit the program", 1, CmdQuit, Usage},
     {"log", "log all command input and output to a file", 2, CmdLog, Usage},
     {"version", "display version of this program", 3, CmdVersion, Usage},

@@ -28,7 +28,7 @@ template <std::size_t N> bool EqualsNoCase(const char (&array)[N], const TavuStr
 
 } // namespace
 
-const Leaf AdapterCmdsProcessor::LEAVES[] = {
+constinit const Leaf AdapterCmdsProcessor::LEAVES[] = {
     {"list", "Discover list of Orvane adapters", 0, Xml<"CmdList", CmdListCommon>, nullptr},
     {"update", "Update firmware on the Orvane Adapter", 1, Xml<"CmdUpdate", CmdUpdateCommon>, nullptr},
     {"help", "List of available commands", 2, CmdHelp, Usage},
@@ -36,7 +36,7 @@ const Leaf AdapterCmdsProcessor::LEAVES[] = {
     {"updatecli", "Update firmware on the Orvane Adapter", 4, Text<"CmdUpdateCli", CmdUpdateCommon>, Usage},
 };
 
-const SubFamily AdapterCmdsProcessor::SUB_FAMILIES[] = {
+constinit const SubFamily AdapterCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane Adapter info", CreateFamily<AdapterInfoCmdsProcessor>},
     {"personality", "use this command to get/set Orvane Adapter personality",
      CreateFamily<AdapterPersonalityCmdsProcessor>},
@@ -44,7 +44,7 @@ const SubFamily AdapterCmdsProcessor::SUB_FAMILIES[] = {
      CreateFamily<AdapterFlashInfoCmdsProcessor>},
 };
 
-const FamilyDescription AdapterCmdsProcessor::FAMILY = {
+constinit const FamilyDescription AdapterCmdsProcessor::FAMILY = {
     .className = "AdapterCmdsProcessor",
     .helpWord = "Adapter",
     .helpId = 2,

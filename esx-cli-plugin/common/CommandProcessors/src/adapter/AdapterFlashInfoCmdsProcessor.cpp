@@ -66,13 +66,13 @@ bool HasSignature(const VX_SFlashMemoBlock& memo) {
 
 } // namespace
 
-const Leaf AdapterFlashInfoCmdsProcessor::LEAVES[] = {
+constinit const Leaf AdapterFlashInfoCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane Adapter information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane Adapter information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription AdapterFlashInfoCmdsProcessor::FAMILY = {
+constinit const FamilyDescription AdapterFlashInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter flashinfo",
     .helpId = 1,

@@ -31,13 +31,13 @@ constexpr CodeText ADAPTER_TYPES[] = {
 
 } // namespace
 
-const Leaf AdapterInfoCmdsProcessor::LEAVES[] = {
+constinit const Leaf AdapterInfoCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane Adapter information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane Adapter information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription AdapterInfoCmdsProcessor::FAMILY = {
+constinit const FamilyDescription AdapterInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter info",
     .helpId = 1,

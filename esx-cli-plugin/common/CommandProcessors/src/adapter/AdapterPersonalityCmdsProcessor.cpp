@@ -54,7 +54,7 @@ void WritePersonality(Document document, RebootRequired reboot, const char* mess
 
 } // namespace
 
-const Leaf AdapterPersonalityCmdsProcessor::LEAVES[] = {
+constinit const Leaf AdapterPersonalityCmdsProcessor::LEAVES[] = {
     {"get", "Get Orvane Adapter Personality", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"set", "Set Orvane Adapter Personality", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
     {"help", "List of available commands", 2, CmdHelp, Usage},
@@ -62,7 +62,7 @@ const Leaf AdapterPersonalityCmdsProcessor::LEAVES[] = {
     {"setcli", "Set Orvane Adapter Personality", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
 };
 
-const FamilyDescription AdapterPersonalityCmdsProcessor::FAMILY = {
+constinit const FamilyDescription AdapterPersonalityCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter personality",
     .helpId = 2,

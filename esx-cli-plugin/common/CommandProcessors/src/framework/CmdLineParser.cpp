@@ -1,5 +1,7 @@
 #include "CmdLineParser.h"
 
+#include <cstdlib>
+
 namespace {
 
 bool Equals(const TavuString& word, const char* name) {
@@ -38,4 +40,18 @@ int IsCommandInArgs(const TavuStringArray& args, const char* option, const char*
         }
     }
     return 0;
+}
+
+bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number) {
+    for (const CodeText& row : words) {
+        if (CompareNoCase(value, row.text) == 0) {
+            number = row.code;
+            return true;
+        }
+    }
+    return false;
+}
+
+VX_UINT32 ParseNumber(const char* text) {
+    return static_cast<VX_UINT32>(std::strtoul(text, nullptr, 10));
 }

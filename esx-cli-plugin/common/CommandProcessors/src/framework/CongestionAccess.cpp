@@ -3,19 +3,36 @@
 #include "ChipFamilies.h"
 #include "HostTree.h"
 
+#include <span>
+
 namespace {
+
+/// Bits of `FeatureFlags`: what driver and firmware support.
+constexpr VX_UINT32 FEATURE_FIRST_GENERATION = 1U << 23;
+constexpr VX_UINT32 FEATURE_SECOND_GENERATION = 1U << 26;
+
+bool LacksFeatures(const _vexapi_protocol_t& protocol, VX_UINT32 features) {
+    return (protocol.FeatureFlags & features) == 0;
+}
+
+/// A reason to refuse a port.
+struct CongestionRefusal {
+    bool (*applies)(const _vexapi_protocol_t& protocol);
+    VX_UINT32 code;
+    const char* trace;
+};
 
 constexpr CongestionRefusal REFUSE_CHIP = {
     [](const _vexapi_protocol_t& protocol) { return !IsUefiCapableAdapter(protocol.ChipProperty); },
     RC_FEATURE_NOT_SUPPORTED, "SCM feature not supported for this adapter."};
-constexpr CongestionRefusal REFUSE_NO_GENERATION = {
-    [](const _vexapi_protocol_t& protocol) {
-        return (protocol.FeatureFlags & (FEATURE_FIRST_GENERATION | FEATURE_SECOND_GENERATION)) == 0;
-    },
-    RC_UNSUPPORTED_FW, "Driver/Firmware does not support SCM."};
+constexpr CongestionRefusal REFUSE_NO_GENERATION = {[](const _vexapi_protocol_t& protocol) {
+                                                        return LacksFeatures(protocol, FEATURE_FIRST_GENERATION |
+                                                                                           FEATURE_SECOND_GENERATION);
+                                                    },
+                                                    RC_UNSUPPORTED_FW, "Driver/Firmware does not support SCM."};
 constexpr CongestionRefusal REFUSE_NO_SECOND_GENERATION = {
-    [](const _vexapi_protocol_t& protocol) { return !HasSecondGeneration(protocol); }, RC_UNSUPPORTED_FW,
-    REFUSE_NO_GENERATION.trace};
+    [](const _vexapi_protocol_t& protocol) { return LacksFeatures(protocol, FEATURE_SECOND_GENERATION); },
+    RC_UNSUPPORTED_FW, REFUSE_NO_GENERATION.trace};
 constexpr CongestionRefusal REFUSE_VIRTUAL_PORT = {IsVirtualPort, RC_NOT_SUPPORTED_FOR_VPORT,
                                                    "Command not supported for vport"};
 
@@ -27,33 +44,42 @@ void TraceFailure(const char* className, const char* function, const char* what)
     TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s", className, function, what);
 }
 
-} // namespace
-
-constinit const std::span<const CongestionRefusal> REFUSALS_OF_EITHER_GENERATION = EITHER_GENERATION;
-constinit const std::span<const CongestionRefusal> REFUSALS_OF_SECOND_GENERATION = SECOND_GENERATION;
-constinit const std::span<const CongestionRefusal> REFUSALS_OF_PROFILE = PROFILE;
-
-VX_UINT32 AdmitCongestionPort(const char* className, const char* function,
-                              std::span<const CongestionRefusal> refusals, const _vexapi_protocol_t& protocol) {
-    for (const CongestionRefusal& refusal : refusals) {
-        if (refusal.applies(protocol)) {
-            TraceFailure(className, function, refusal.trace);
-            return refusal.code;
-        }
-    }
-    return RC_SUCCESS;
-}
-
-VX_UINT32 AskCongestionFeature(const char* className, const char* function, _vexapi_protocol_t& protocol) {
+VX_UINT32 AskFeature(const char* className, const char* function, _vexapi_protocol_t& protocol) {
     VX_UINT8 isEnabled = 0;
-    const VX_UINT32 code = CallLibrary({className, "", "Get FWCM feature failed", RC_CFG_READ_FAILED}, function, [&] {
-        return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled);
-    });
+    const VX_UINT32 code = CallLibrary({className, "", "Get FWCM feature failed", RC_CFG_READ_FAILED}, function,
+                                       [&] { return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled); });
     if (code == RC_SUCCESS && isEnabled == 0) {
         TraceFailure(className, function, "FWCM feature is disabled");
         return RC_FEATURE_DISABLED;
     }
     return code;
+}
+
+} // namespace
+
+struct CongestionAdmission {
+    std::span<const CongestionRefusal> refusals;
+    bool needsFeature; ///< the library is asked whether it is on
+};
+constinit const CongestionAdmission ADMIT_EITHER_GENERATION = {EITHER_GENERATION, true};
+constinit const CongestionAdmission ADMIT_SECOND_GENERATION = {SECOND_GENERATION, true};
+constinit const CongestionAdmission ADMIT_PROFILE = {PROFILE, false};
+
+VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* className, const char* function,
+                          _vexapi_protocol_t& protocol) {
+    for (const CongestionRefusal& refusal : admission.refusals) {
+        if (refusal.applies(protocol)) {
+            TraceFailure(className, function, refusal.trace);
+            return refusal.code;
+        }
+    }
+    return admission.needsFeature ? AskFeature(className, function, protocol) : VX_UINT32{RC_SUCCESS};
+}
+
+bool HasSecondGeneration(const char* className, const char* function, const _vexapi_protocol_t& protocol) {
+    const bool isSecond = !LacksFeatures(protocol, FEATURE_SECOND_GENERATION);
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Phase %d supported", className, function, isSecond ? 2 : 1);
+    return isSecond;
 }
 
 VX_UINT32 ReadCongestionList(const char* className, const char* function, _vexapi_protocol_t& protocol,

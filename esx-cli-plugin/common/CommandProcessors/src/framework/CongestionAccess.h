@@ -4,39 +4,42 @@
 #pragma once
 
 #include "LibraryCall.h"
+#include "TavuString.h"
 #include "vexapi.h"
 
-#include <span>
+/// What a port must be for a command of congestion management. Each kind has its own order of refusals.
+struct CongestionAdmission;
+/// Statistics of either generation.
+extern const CongestionAdmission ADMIT_EITHER_GENERATION;
+/// Checks and the clearing of statistics.
+extern const CongestionAdmission ADMIT_SECOND_GENERATION;
+/// The profile: it can be had while the feature is off.
+extern const CongestionAdmission ADMIT_PROFILE;
 
-/// Bits of `FeatureFlags`: what driver and firmware support. The second generation counts where both are set.
-inline constexpr VX_UINT32 FEATURE_FIRST_GENERATION = 1U << 23;
-inline constexpr VX_UINT32 FEATURE_SECOND_GENERATION = 1U << 26;
+/// `RC_SUCCESS`, the code of the first refusal that applies, or, where the feature must be on,
+/// `RC_FEATURE_DISABLED` when it isn't and `RC_CFG_READ_FAILED` without an answer of the library. The names
+/// are the caller's, for the traces, here and below.
+VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* className, const char* function,
+                          _vexapi_protocol_t& protocol);
 
-/// The second generation keeps a list of 64-bit counters; the first one keeps the last events.
-inline bool HasSecondGeneration(const _vexapi_protocol_t& protocol) {
-    return (protocol.FeatureFlags & FEATURE_SECOND_GENERATION) != 0;
+/// The same for what the first argument names: `resolve` finds it, and `object` is its word in the trace of
+/// a failure, "phy port" or "target".
+template <typename Entry>
+VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* className, const char* function,
+                          const char* object, VX_UINT32 (*resolve)(const TavuStringArray& args, Entry& entry),
+                          const TavuStringArray& args, Entry& entry) {
+    const VX_UINT32 code = resolve(args, entry);
+    if (code != RC_SUCCESS) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get %s failed err=%d", className, function, object,
+                         static_cast<int>(code));
+        return code;
+    }
+    return AdmitCongestion(admission, className, function, *entry.protocol);
 }
 
-/// A reason to refuse a port.
-struct CongestionRefusal {
-    bool (*applies)(const _vexapi_protocol_t& protocol);
-    VX_UINT32 code;
-    const char* trace;
-};
-
-/// The refusals of each kind of command in the order that clients know; the first that applies counts.
-extern const std::span<const CongestionRefusal> REFUSALS_OF_EITHER_GENERATION;
-extern const std::span<const CongestionRefusal> REFUSALS_OF_SECOND_GENERATION;
-/// Of the profile: a virtual port is refused ahead of the firmware.
-extern const std::span<const CongestionRefusal> REFUSALS_OF_PROFILE;
-
-/// `RC_SUCCESS`, or the code of the refusal. The names are the caller's, for the traces, here and below.
-VX_UINT32 AdmitCongestionPort(const char* className, const char* function,
-                              std::span<const CongestionRefusal> refusals, const _vexapi_protocol_t& protocol);
-
-/// Asks the library whether the feature is on: `RC_FEATURE_DISABLED` when it isn't, `RC_CFG_READ_FAILED`
-/// without an answer.
-VX_UINT32 AskCongestionFeature(const char* className, const char* function, _vexapi_protocol_t& protocol);
+/// Whether the port keeps a list of 64-bit counters, and not only the last events: the second generation counts
+/// where it has both.
+bool HasSecondGeneration(const char* className, const char* function, const _vexapi_protocol_t& protocol);
 
 /// Reads the counters of the second generation, of the port and all its targets. On success there is a head,
 /// which `ReleaseCongestionList` takes back; `RC_STATS_READ_FAILED` for a failure and for no head.

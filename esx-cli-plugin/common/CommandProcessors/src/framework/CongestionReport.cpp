@@ -2,6 +2,7 @@
 
 #include "HostTree.h"
 #include "ReportTexts.h"
+#include "TavuDebug.h"
 
 namespace {
 
@@ -40,10 +41,8 @@ constexpr CongestionCounter ALARMS[] = {
 /// "Up" stands ahead of "Down" and "Bottomed Out" ahead of "Returned Busy", unlike in the record: clients know
 /// it so.
 constexpr CongestionCounter MITIGATION[] = {
-    {"Cleared Congestion Count", &Node::ClearedCongestionCount},
-    {"Throttled Up Count", &Node::ThrottledUpCount},
-    {"Throttled Down Count", &Node::ThrottledDownCount},
-    {"Bottomed Out Count", &Node::BottomedOutCount},
+    {"Cleared Congestion Count", &Node::ClearedCongestionCount}, {"Throttled Up Count", &Node::ThrottledUpCount},
+    {"Throttled Down Count", &Node::ThrottledDownCount},         {"Bottomed Out Count", &Node::BottomedOutCount},
     {"Returned Busy Count", &Node::ReturnedBusyCount},
 };
 constexpr CongestionCounter LINK[] = {
@@ -120,8 +119,8 @@ void AddSection(ReportBlock& block, std::span<const char* const> heading, std::s
 constinit const CongestionCounters LINK_COUNTERS = LINK;
 constinit const CongestionCounters DELIVERY_COUNTERS = DELIVERY;
 constinit const CongestionCounters CONGESTION_COUNTERS = CONGESTION;
-constinit const CongestionSections PORT_SECTIONS = {PORT_MITIGATION_GROUPS, PORT_NOTIFICATION_GROUPS};
-constinit const CongestionSections TARGET_SECTIONS = {TARGET_MITIGATION_GROUPS, TARGET_NOTIFICATION_GROUPS};
+constinit const CongestionSections PORT_SECTIONS = {"physical port", PORT_MITIGATION_GROUPS, PORT_NOTIFICATION_GROUPS};
+constinit const CongestionSections TARGET_SECTIONS = {"target", TARGET_MITIGATION_GROUPS, TARGET_NOTIFICATION_GROUPS};
 
 const char* StateText(const ChipStateRule& rule, const _vexapi_protocol_t& protocol, VX_UINT8 state) {
     if (!rule.hasState(protocol.ChipProperty)) {
@@ -202,9 +201,15 @@ void AddTargetCounters(ReportBlock& block, CongestionCounters group, const __STA
     }
 }
 
-void AddSections(ReportBlock& block, const CongestionSections& sections, const Node& node) {
-    AddSection(block, MITIGATION_HEADING, sections.mitigation, node);
-    AddSection(block, NOTIFICATIONS_HEADING, sections.notifications, node);
+void AddSections(ReportBlock& block, const CongestionSections& sections, const Node* node, const char* className,
+                 const char* function) {
+    if (node == nullptr) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: No matching %s found in SCM V2 stats", className, function,
+                         sections.object);
+        return;
+    }
+    AddSection(block, MITIGATION_HEADING, sections.mitigation, *node);
+    AddSection(block, NOTIFICATIONS_HEADING, sections.notifications, *node);
 }
 
 void AddCongestionState(ReportBlock& block, VX_UINT8 state) {
@@ -227,12 +232,10 @@ void AddSecondsSinceLastEvent(ReportBlock& block, VX_UINT32 seconds) {
     AddCount(block, "Seconds Since Last Event", seconds);
 }
 
-void AddVirtualLane(ReportBlock& block, const ChipStateRule& rule, const _vexapi_protocol_t& protocol,
-                    VX_UINT8 state) {
+void AddVirtualLane(ReportBlock& block, const ChipStateRule& rule, const _vexapi_protocol_t& protocol, VX_UINT8 state) {
     block.Line("Virtual Lane", StateText(rule, protocol, state));
 }
 
-void AddThrottling(ReportBlock& block, const ChipStateRule& rule, const _vexapi_protocol_t& protocol,
-                   VX_UINT8 state) {
+void AddThrottling(ReportBlock& block, const ChipStateRule& rule, const _vexapi_protocol_t& protocol, VX_UINT8 state) {
     block.Line("I/O Throttling", StateText(rule, protocol, state));
 }

@@ -48,15 +48,15 @@ inline constexpr CodeText TARGET_LANES[] = {{1, "Slow"}, {2, "Normal"}, {3, "Fas
 inline constexpr CodeText THROTTLE_STATES[] = {{1, "None"}, {2, "Active"}};
 
 /// Of `ScmVirtualLaneState` and `ScmVirtualLane`.
-inline constexpr ChipStateRule PORT_LANE_RULE = {
-    IsBirchAdapter, PORT_LANE_STATES, FEATURE_VIRTUAL_LANE, "Disabled", "Disabled", "Disabled"};
-inline constexpr ChipStateRule TARGET_LANE_RULE = {
-    IsBirchAdapter, TARGET_LANES, FEATURE_VIRTUAL_LANE, "Non-Operational", "NA", "NA"};
+inline constexpr ChipStateRule PORT_LANE_RULE = {IsBirchAdapter, PORT_LANE_STATES, FEATURE_VIRTUAL_LANE,
+                                                 "Disabled",     "Disabled",       "Disabled"};
+inline constexpr ChipStateRule TARGET_LANE_RULE = {IsBirchAdapter,    TARGET_LANES, FEATURE_VIRTUAL_LANE,
+                                                   "Non-Operational", "NA",         "NA"};
 /// Of `ScmThrottleState`. On other chips a port reads "NA" and a target "None": clients know both.
-inline constexpr ChipStateRule PORT_THROTTLE_RULE = {
-    IsUefiCapableAdapter, THROTTLE_STATES, FEATURE_THROTTLING, "Disabled", "None", "NA"};
-inline constexpr ChipStateRule TARGET_THROTTLE_RULE = {
-    IsUefiCapableAdapter, THROTTLE_STATES, FEATURE_THROTTLING, "Disabled", "None", "None"};
+inline constexpr ChipStateRule PORT_THROTTLE_RULE = {IsUefiCapableAdapter, THROTTLE_STATES, FEATURE_THROTTLING,
+                                                     "Disabled",           "None",          "NA"};
+inline constexpr ChipStateRule TARGET_THROTTLE_RULE = {IsUefiCapableAdapter, THROTTLE_STATES, FEATURE_THROTTLING,
+                                                       "Disabled",           "None",          "None"};
 
 /// Text of a state at a port, or at a target that this port sees.
 const char* StateText(const ChipStateRule& rule, const _vexapi_protocol_t& protocol, VX_UINT8 state);
@@ -78,6 +78,7 @@ extern const CongestionCounters CONGESTION_COUNTERS;
 
 /// Which counters of the second generation a report shows under each of its two headings.
 struct CongestionSections {
+    const char* object; ///< in the trace of a missing node
     std::span<const CongestionCounters> mitigation;
     std::span<const CongestionCounters> notifications;
 };
@@ -110,8 +111,10 @@ void AddPortAlarmCounters(ReportBlock& block, const _vexapi_protocol_t& protocol
 void AddTargetCounters(ReportBlock& block, CongestionCounters group, const __STATISTICS& statistics,
                        const char* prefix = "");
 
-/// Headings and counters of the second generation.
-void AddSections(ReportBlock& block, const CongestionSections& sections, const _VEXAPI_SANCONGTMGMTV2& node);
+/// Headings and counters of the second generation. Nothing without a node: the report then ends here, as a success.
+/// The names are the caller's, for the trace of that.
+void AddSections(ReportBlock& block, const CongestionSections& sections, const _VEXAPI_SANCONGTMGMTV2* node,
+                 const char* className, const char* function);
 
 /// The lines that tell the present state.
 void AddCongestionState(ReportBlock& block, VX_UINT8 state);

@@ -84,6 +84,11 @@ public:
         Frame(
             names, [&] { Success(reboot); }, rows);
     }
+    /// The same with a message of its own, for rows that failures show too.
+    template <typename Rows> void Report(const ReportNames& names, const char* message, Rows rows) {
+        Frame(
+            names, [&] { Field(OUT_MESSAGE, message); }, rows);
+    }
     /// A report of one structure, whose fields `fields()` writes.
     template <typename Fields> void FieldReport(const ReportNames& names, RebootRequired reboot, Fields fields) {
         Report(names, reboot, [&] { Structure(names.list, fields); });

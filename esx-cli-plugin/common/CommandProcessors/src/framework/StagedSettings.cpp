@@ -3,22 +3,6 @@
 #include "FileOps.h"
 #include "TavuDebug.h"
 
-#include <cstdlib>
-
-bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number) {
-    for (const CodeText& row : words) {
-        if (CompareNoCase(value, row.text) == 0) {
-            number = row.code;
-            return true;
-        }
-    }
-    return false;
-}
-
-VX_UINT32 ParseNumber(const char* text) {
-    return static_cast<VX_UINT32>(std::strtoul(text, nullptr, 10));
-}
-
 StagedFile::StagedFile(const char* className, const char* group, const char* identifier, unsigned long maxValue)
     : mClassName(className), mGroup(group), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {
 }

@@ -4,7 +4,7 @@
 /// fresh read, writes the adapter once and deletes it.
 #pragma once
 
-#include "ReportTexts.h"
+#include "CmdLineParser.h"
 #include "TavuString.h"
 #include "vexapi.h"
 
@@ -13,17 +13,6 @@
 
 /// Settings by key, in the order in which they are written.
 using StagedValues = std::map<TavuString, TavuString>;
-
-/// Words of a flag, and of a flag of the inverted sense, "disable".
-inline constexpr CodeText FLAG_WORDS[] = {{1, OUT_TRUE}, {0, OUT_FALSE}};
-inline constexpr CodeText INVERTED_FLAG_WORDS[] = {{0, OUT_TRUE}, {1, OUT_FALSE}};
-
-/// Number of a word, in any letter case. False for a word that isn't there.
-bool FindWord(std::span<const CodeText> words, const char* value, VX_UINT32& number);
-
-/// The number in a text as options and cache files take it: base 10, the low 32 bits. A text that is no
-/// number reads as 0, and "-1" as the largest one: users rely on it, and no stricter parse is wanted.
-VX_UINT32 ParseNumber(const char* text);
 
 /// A port's cache file of one group of settings.
 class StagedFile {

@@ -14,17 +14,17 @@ constexpr UsageText USAGES[] = {{2, "Usage: list\r\n"}};
 
 } // namespace
 
-const Leaf FCLunCmdsProcessor::LEAVES[] = {
+constinit const Leaf FCLunCmdsProcessor::LEAVES[] = {
     {"list", "Discover list of Orvane FC LUNs", 0, Xml<"CmdList", CmdListCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"listcli", "Discover list of Orvane FC LUNs", 2, Text<"CmdListCli", CmdListCommon>, Usage},
 };
 
-const SubFamily FCLunCmdsProcessor::SUB_FAMILIES[] = {
+constinit const SubFamily FCLunCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane FC LUN info", CreateFamily<FCLunInfoCmdsProcessor>},
 };
 
-const FamilyDescription FCLunCmdsProcessor::FAMILY = {
+constinit const FamilyDescription FCLunCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target", // the heading is that of `target`: clients know it so
     .helpId = 1,

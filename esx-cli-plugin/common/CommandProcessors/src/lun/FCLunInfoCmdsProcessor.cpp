@@ -37,13 +37,13 @@ TavuString WorldwideIdText(const _tagVEXAPI_SDMLun& lun) {
 
 } // namespace
 
-const Leaf FCLunInfoCmdsProcessor::LEAVES[] = {
+constinit const Leaf FCLunInfoCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane FC LUN information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane FC LUN information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription FCLunInfoCmdsProcessor::FAMILY = {
+constinit const FamilyDescription FCLunInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC LUN info",
     .helpId = 1,

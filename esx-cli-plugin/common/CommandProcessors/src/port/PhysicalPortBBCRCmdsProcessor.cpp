@@ -44,7 +44,7 @@ StagedFile BBCRFile(const char* identifier) {
 
 } // namespace
 
-const Leaf PhysicalPortBBCRCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortBBCRCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane adapter's Buffer-to-Buffer Credit information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"setFile", "set Orvane adapter's Buffer-to-Buffer Credit information in a local cache file", 1,
      Xml<"CmdSetFile", CmdSetFileCommon>, nullptr},
@@ -56,7 +56,7 @@ const Leaf PhysicalPortBBCRCmdsProcessor::LEAVES[] = {
     {"setcli", "set Orvane adapter's Buffer-to-Buffer Credit information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortBBCRCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortBBCRCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "BBCR",
     .helpId = 3,

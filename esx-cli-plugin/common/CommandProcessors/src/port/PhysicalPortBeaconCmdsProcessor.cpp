@@ -54,7 +54,7 @@ void WriteBeacon(Document document, const char* message, const char* state) {
 } // namespace
 
 // The usage function of the `cli` leaves is another family's, whose ids and texts are the same.
-const Leaf PhysicalPortBeaconCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortBeaconCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane adapter's Beacon information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"set", "set Orvane adapter's Beacon information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
     {"help", "list of available commands", 2, CmdHelp, Usage},
@@ -64,7 +64,7 @@ const Leaf PhysicalPortBeaconCmdsProcessor::LEAVES[] = {
      PhysicalPortFECCmdsProcessor::Usage},
 };
 
-const FamilyDescription PhysicalPortBeaconCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortBeaconCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Beacon",
     .helpId = 2,

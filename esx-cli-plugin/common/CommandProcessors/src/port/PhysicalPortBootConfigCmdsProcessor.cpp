@@ -142,7 +142,7 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
 
 } // namespace
 
-const Leaf PhysicalPortBootConfigCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortBootConfigCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane HBA Boot Config information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
      nullptr},
@@ -154,7 +154,7 @@ const Leaf PhysicalPortBootConfigCmdsProcessor::LEAVES[] = {
     {"setcli", "set Orvane HBA Boot Config information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortBootConfigCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortBootConfigCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
     .helpId = 3,

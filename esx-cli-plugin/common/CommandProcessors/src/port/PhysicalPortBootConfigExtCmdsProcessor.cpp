@@ -218,7 +218,7 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
 
 } // namespace
 
-const Leaf PhysicalPortBootConfigExtCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortBootConfigExtCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane HBA Boot Config information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
      nullptr},
@@ -230,7 +230,7 @@ const Leaf PhysicalPortBootConfigExtCmdsProcessor::LEAVES[] = {
     {"setcli", "set Orvane HBA Boot Config information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortBootConfigExtCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortBootConfigExtCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
     .helpId = 3,

@@ -7,11 +7,20 @@
 #include "PhysicalPortBeaconCmdsProcessor.h"
 #include "PhysicalPortBootConfigCmdsProcessor.h"
 #include "PhysicalPortBootConfigExtCmdsProcessor.h"
+#include "PhysicalPortCTDiagCmdsProcessor.h"
+#include "PhysicalPortDPortDiagCmdsProcessor.h"
+#include "PhysicalPortFCEchoCmdsProcessor.h"
+#include "PhysicalPortFCPingCmdsProcessor.h"
 #include "PhysicalPortFCStatsCmdsProcessor.h"
 #include "PhysicalPortFECCmdsProcessor.h"
 #include "PhysicalPortFwDumpCmdsProcessor.h"
 #include "PhysicalPortHBAParamsCmdsProcessor.h"
 #include "PhysicalPortInfoCmdsProcessor.h"
+#include "PhysicalPortLoopbackCmdsProcessor.h"
+#include "PhysicalPortRWBufferCmdsProcessor.h"
+#include "PhysicalPortSCMChkCmdsProcessor.h"
+#include "PhysicalPortSCMProfileCmdsProcessor.h"
+#include "PhysicalPortSCMStatsCmdsProcessor.h"
 #include "PhysicalPortVPDCmdsProcessor.h"
 
 #include <cstring>
@@ -48,7 +57,7 @@ TavuString PrefixOf(const char* identifier) {
 
 } // namespace
 
-const Leaf PhysicalPortCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortCmdsProcessor::LEAVES[] = {
     {"list", "Discover list of Orvane physical ports", 0, Xml<"CmdList", CmdListCommon>, nullptr},
     {"updatenvram", "Update NVRAM of Orvane physical port", 1, Xml<"CmdUpdateNvram", CmdUpdateNvramCommon>, nullptr},
     {"help", "list of available commands", 2, CmdHelp, Usage},
@@ -57,7 +66,7 @@ const Leaf PhysicalPortCmdsProcessor::LEAVES[] = {
      Usage},
 };
 
-const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
+constinit const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane Fibre Channel Port's info", CreateFamily<PhysicalPortInfoCmdsProcessor>},
     {"stats", "use this command to get Orvane Fibre Chanel Port Statistics",
      CreateFamily<PhysicalPortFCStatsCmdsProcessor>},
@@ -76,9 +85,29 @@ const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
      CreateFamily<PhysicalPortFwDumpCmdsProcessor>},
     {"beacon", "use this command to get/set Orvane Fibre Channel Port's Beacon info",
      CreateFamily<PhysicalPortBeaconCmdsProcessor>},
+    {"scmstats",
+     "use this command to get Orvane Fibre Channel Port's Fabric Wide Congestion Mitigation (FWCM) Statistics",
+     CreateFamily<PhysicalPortSCMStatsCmdsProcessor>},
+    {"scmchk", "use this command to check Orvane Fibre Channel Port's Fabric Wide Congestion Mitigation (FWCM) Status",
+     CreateFamily<PhysicalPortSCMChkCmdsProcessor>},
+    {"scmprofile",
+     "use this command to check Orvane Fibre Channel Port's Fabric Wide Congestion Mitigation (FWCM) Profile",
+     CreateFamily<PhysicalPortSCMProfileCmdsProcessor>},
+    {"dportdiag", "use this command to get/set/run Diagnostic Port (DPort) on Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortDPortDiagCmdsProcessor>},
+    {"ctdiag", "use this command to run CT diagnostic through Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortCTDiagCmdsProcessor>},
+    {"fcping", "use this command to run FC Ping diagnostic through Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortFCPingCmdsProcessor>},
+    {"fcecho", "use this command to run FC Echo ELS diagnostic through Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortFCEchoCmdsProcessor>},
+    {"loopback", "use this command to run loopback diagnostic test through Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortLoopbackCmdsProcessor>},
+    {"rwbuffer", "use this command to run Read/Write Buffer Diagnostic test through Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortRWBufferCmdsProcessor>},
 };
 
-const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
     .className = "PhysicalPortCmdsProcessor",
     .helpWord = "Port",
     .helpId = 2,

@@ -49,7 +49,7 @@ constexpr PortCounter FIRMWARE_COUNTERS[] = {
 } // namespace
 
 // `reset` has the id of `get`; a plain leaf has no usage function, so nothing shows it.
-const Leaf PhysicalPortFCStatsCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortFCStatsCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane Physical Port Statistics", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"reset", "reset Orvane Physical Port Statistics", 0, Xml<"CmdReset", CmdResetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
@@ -57,7 +57,7 @@ const Leaf PhysicalPortFCStatsCmdsProcessor::LEAVES[] = {
     {"resetcli", "reset Orvane Physical Port Statistics", 3, Text<"CmdResetCli", CmdResetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortFCStatsCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortFCStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port stats",
     .helpId = 1,

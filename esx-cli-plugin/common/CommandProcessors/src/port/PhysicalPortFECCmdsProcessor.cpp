@@ -45,7 +45,7 @@ constexpr LibraryCall RESET_COUNTERS = {CLASS_NAME, " before FEC counter reset",
 
 } // namespace
 
-const Leaf PhysicalPortFECCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortFECCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane adapter's FEC information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"set", "set Orvane adapter's FEC information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
     {"help", "list of available commands", 2, CmdHelp, Usage},
@@ -53,7 +53,7 @@ const Leaf PhysicalPortFECCmdsProcessor::LEAVES[] = {
     {"setcli", "set Orvane adapter's FEC information", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortFECCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortFECCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FEC",
     .helpId = 2,

@@ -47,13 +47,13 @@ VX_UINT32 DumpResult(VX_UINT32 status) {
 
 } // namespace
 
-const Leaf PhysicalPortFwDumpCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortFwDumpCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane Firmware Dump information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane Firmware Dump information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortFwDumpCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortFwDumpCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Firmware Dump",
     .helpId = 1,

@@ -72,7 +72,7 @@ VX_UINT32 ReadParameters(const char* function, const PortEntry& entry, _VEXAPI_H
 
 } // namespace
 
-const Leaf PhysicalPortHBAParamsCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortHBAParamsCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane HBA Parameters information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"setFile", "set Orvane HBA Parameters information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
      nullptr},
@@ -90,7 +90,7 @@ const Leaf PhysicalPortHBAParamsCmdsProcessor::LEAVES[] = {
     {"savecli", "Save Orvane HBA Parameters information in a file", 10, Text<"CmdSaveCli", CmdSaveCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortHBAParamsCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortHBAParamsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "hbaparams",
     .helpId = 5,

@@ -82,13 +82,13 @@ const char* LockdownText(VX_UINT32 status) {
 
 } // namespace
 
-const Leaf PhysicalPortInfoCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortInfoCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane Physical Port information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane Physical Port information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port info",
     .helpId = 1,

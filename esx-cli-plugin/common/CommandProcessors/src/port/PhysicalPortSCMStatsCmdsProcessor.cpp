@@ -1,5 +1,6 @@
 #include "PhysicalPortSCMStatsCmdsProcessor.h"
 
+#include "CongestionAccess.h"
 #include "CongestionReport.h"
 
 namespace {
@@ -41,10 +42,16 @@ constexpr LibraryCall RESET_STATISTICS = {CLASS_NAME, "", "Get SCM Reset Statist
 /// Status of a reset that driver or firmware can't do.
 constexpr VX_UINT32 STATUS_UNSUPPORTED_DRIVER = 118;
 
+VX_UINT32 AdmitPort(const CongestionAdmission& admission, const char* function, const TavuStringArray& args,
+                    PortEntry& entry) {
+    return AdmitCongestion(admission, CLASS_NAME, function, "phy port",
+                           PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+}
+
 } // namespace
 
 // `clearcli` has no usage function, unlike `getcli`.
-const Leaf PhysicalPortSCMStatsCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortSCMStatsCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane Physical Port SCM statistics", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"clear", "clear SCM statistics of all targets connected to Orvane Physical Port", 1,
      Xml<"CmdClear", CmdClearCommon>, nullptr},
@@ -54,7 +61,7 @@ const Leaf PhysicalPortSCMStatsCmdsProcessor::LEAVES[] = {
      Text<"CmdClearCli", CmdClearCommon>, nullptr},
 };
 
-const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port scmstats",
     .helpId = 2,
@@ -65,9 +72,11 @@ const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
 };
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
-    const VX_UINT32 code = AdmitPort(args, REFUSALS_OF_EITHER_GENERATION, statistics.entry);
-    return code == RC_SUCCESS ? ReadCongestionStatistics(CLASS_NAME, __func__, *statistics.entry.protocol, statistics.list)
-                              : code;
+    const VX_UINT32 code = AdmitPort(ADMIT_EITHER_GENERATION, __func__, args, statistics.entry);
+    if (code != RC_SUCCESS || !HasSecondGeneration(CLASS_NAME, __func__, *statistics.entry.protocol)) {
+        return code; // the first generation keeps everything in the port's record
+    }
+    return ReadCongestionList(CLASS_NAME, __func__, *statistics.entry.protocol, statistics.list);
 }
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
@@ -83,7 +92,7 @@ VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::CmdClearCommon(MultipleCmdsProcesso
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Clear(const TavuStringArray& args) {
     PortEntry entry;
-    if (const VX_UINT32 code = AdmitPort(args, REFUSALS_OF_SECOND_GENERATION, entry); code != RC_SUCCESS) {
+    if (const VX_UINT32 code = AdmitPort(ADMIT_SECOND_GENERATION, __func__, args, entry); code != RC_SUCCESS) {
         return code;
     }
     VX_UINT32 status = 0;
@@ -93,14 +102,43 @@ VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Clear(const TavuStringArray& args) 
     return status == STATUS_UNSUPPORTED_DRIVER ? VX_UINT32{RC_UNSUPPORTED_FW} : code;
 }
 
-VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::AdmitPort(const TavuStringArray& args,
-                                                       std::span<const CongestionRefusal> refusals, PortEntry& entry) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
-    if (code != RC_SUCCESS) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get phy port failed err=%d", CLASS_NAME, __func__,
-                         static_cast<int>(code));
-        return code;
+void PhysicalPortSCMStatsCmdsProcessor::DisplayStatistics(MultipleCmdsProcessor* self, const Statistics& statistics,
+                                                          eOutputFormat format) {
+    if (statistics.list != nullptr) {
+        DisplayPortSCMStatsV2(self, *statistics.entry.protocol, *statistics.list, format);
+    } else {
+        DisplayPortSCMStats(self, *statistics.entry.protocol, format);
     }
-    code = AdmitCongestionPort(CLASS_NAME, __func__, refusals, *entry.protocol);
-    return code == RC_SUCCESS ? AskCongestionFeature(CLASS_NAME, __func__, *entry.protocol) : code;
+}
+
+void PhysicalPortSCMStatsCmdsProcessor::DisplayPortSCMStats(MultipleCmdsProcessor* self,
+                                                            const _vexapi_protocol_t& protocol, eOutputFormat format) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        AddPortNames(block, protocol);
+        AddLinkEvent(block, PORT_WORDS, protocol.ScmEventFlags, protocol.ScmLinkEventType,
+                     protocol.ScmLinkEventThreshold);
+        AddPortLinkCounters(block, protocol);
+        AddDeliveryReason(block, PORT_WORDS, protocol.ScmDeliveryReason);
+        AddCongestionEvent(block, PORT_WORDS, protocol.ScmCongEventType, protocol.ScmCongEventPeriod);
+        AddEventSeverity(block, protocol.ScmCongSeverity);
+        AddPortAlarmCounters(block, protocol);
+    });
+}
+
+void PhysicalPortSCMStatsCmdsProcessor::DisplayPortSCMStatsV2(MultipleCmdsProcessor* self,
+                                                              const _vexapi_protocol_t& protocol,
+                                                              const _VEXAPI_SANCONGTMGMTV2& list,
+                                                              eOutputFormat format) {
+    const char* const function = __func__;
+    DisplayBlock(self, format, function, OUT_SHAPE, [&](ReportBlock& block) {
+        AddPortNames(block, protocol);
+        AddSections(block, PORT_SECTIONS, FindPortNode(list), CLASS_NAME, function);
+    });
+}
+
+void PhysicalPortSCMStatsCmdsProcessor::DisplayClear(MultipleCmdsProcessor* self, VX_UINT32 code,
+                                                     eOutputFormat format) {
+    Document document(*self, format, CLASS_NAME, __func__);
+    document.Flat(OUT_CLEAR_STRUCT_NAME,
+                  [&] { document.Field(OUT_MESSAGE, TextOf(CLEAR_RESULT_TEXTS, code, ResultText(code))); });
 }

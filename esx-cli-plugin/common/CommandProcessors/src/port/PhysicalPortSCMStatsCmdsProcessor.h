@@ -1,6 +1,5 @@
 #pragma once
 
-#include "CongestionAccess.h"
 #include "Family.h"
 #include "PhysicalPortCmdsProcessor.h"
 
@@ -20,8 +19,6 @@ private:
     static VX_UINT32 Get(const TavuStringArray& args, Statistics& statistics);
     static VX_UINT32 Release(const Statistics& statistics);
     static VX_UINT32 Clear(const TavuStringArray& args);
-    static VX_UINT32 AdmitPort(const TavuStringArray& args, std::span<const CongestionRefusal> refusals,
-                               PortEntry& entry);
     static void DisplayStatistics(MultipleCmdsProcessor* self, const Statistics& statistics, eOutputFormat format);
     static void DisplayPortSCMStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
                                     eOutputFormat format);

@@ -131,13 +131,13 @@ const char* GetVPDKeyVal(const TavuString& key) {
     return "";
 }
 
-const Leaf PhysicalPortVPDCmdsProcessor::LEAVES[] = {
+constinit const Leaf PhysicalPortVPDCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane VPD information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane VPD information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription PhysicalPortVPDCmdsProcessor::FAMILY = {
+constinit const FamilyDescription PhysicalPortVPDCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "VPD",
     .helpId = 1,

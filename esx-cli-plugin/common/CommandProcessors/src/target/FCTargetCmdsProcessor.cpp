@@ -2,6 +2,8 @@
 
 #include "FCTargetIIDMACmdsProcessor.h"
 #include "FCTargetInfoCmdsProcessor.h"
+#include "FCTargetSCMChkCmdsProcessor.h"
+#include "FCTargetSCMStatsCmdsProcessor.h"
 #include "FCTargetStatsCmdsProcessor.h"
 #include "ReportTexts.h"
 #include "TargetIdentifiers.h"
@@ -24,20 +26,23 @@ void AddTargetNames(ReportBlock& block, const _tagVEXAPI_SDMTarget& target) {
     block.LineF("Target Number", "%u", target.TargetNumber);
 }
 
-const Leaf FCTargetCmdsProcessor::LEAVES[] = {
+constinit const Leaf FCTargetCmdsProcessor::LEAVES[] = {
     {"list", "Discover list of Orvane FC Targets", 0, Xml<"CmdList", CmdListCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"listcli", "Discover list of Orvane FC Targets", 2, Text<"CmdListCli", CmdListCommon>, Usage},
 };
 
-const SubFamily FCTargetCmdsProcessor::SUB_FAMILIES[] = {
+constinit const SubFamily FCTargetCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane FC Target info", CreateFamily<FCTargetInfoCmdsProcessor>},
+    {"scmstats", "use this command to get Orvane FC Target SCM Statistics",
+     CreateFamily<FCTargetSCMStatsCmdsProcessor>},
+    {"scmchk", "use this command to get Orvane FC Target SCM Status", CreateFamily<FCTargetSCMChkCmdsProcessor>},
     {"iidma", "use this command to get/set Orvane FC Target's Maximum Link Speed",
      CreateFamily<FCTargetIIDMACmdsProcessor>},
     {"stats", "use this command to get Orvane FC Target Link Statistics", CreateFamily<FCTargetStatsCmdsProcessor>},
 };
 
-const FamilyDescription FCTargetCmdsProcessor::FAMILY = {
+constinit const FamilyDescription FCTargetCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target",
     .helpId = 1,

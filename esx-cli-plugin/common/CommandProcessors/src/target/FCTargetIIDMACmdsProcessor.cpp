@@ -73,7 +73,7 @@ Rate MaximumRate(VX_UINT8 supportedSpeeds) {
 
 } // namespace
 
-const Leaf FCTargetIIDMACmdsProcessor::LEAVES[] = {
+constinit const Leaf FCTargetIIDMACmdsProcessor::LEAVES[] = {
     {"get", "get Orvane FC Target IIDMA Speed", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"set", "set Orvane FC Target IIDMA Speed", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
     {"help", "list of available commands", 2, CmdHelp, Usage},
@@ -81,7 +81,7 @@ const Leaf FCTargetIIDMACmdsProcessor::LEAVES[] = {
     {"setcli", "set Orvane FC Target IIDMA Speed", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
 };
 
-const FamilyDescription FCTargetIIDMACmdsProcessor::FAMILY = {
+constinit const FamilyDescription FCTargetIIDMACmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target iidma",
     .helpId = 2,

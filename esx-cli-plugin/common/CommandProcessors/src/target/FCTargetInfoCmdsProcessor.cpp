@@ -1,6 +1,6 @@
 #include "FCTargetInfoCmdsProcessor.h"
 
-#include "ChipFamilies.h"
+#include "CongestionReport.h"
 #include "ReportTexts.h"
 #include "TargetIdentifiers.h"
 
@@ -10,7 +10,6 @@ constexpr char CLASS_NAME[] = "FCTargetInfoCmdsProcessor";
 
 constexpr BlockShape OUT_SHAPE = {
     {"TargetInformation", "TargetInfo", "TargetInfoList"}, 4096, ReportBlock::SizeRule::SPACE_LEFT};
-constexpr char OUT_NONE[] = "None";
 constexpr char OUT_DISABLED[] = "Disabled";
 constexpr char OUT_ENABLED[] = "Enabled";
 constexpr char OUT_TARGET[] = "Target";
@@ -34,13 +33,7 @@ constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
 constexpr CodeText DEVICE_TYPES[] = {
     {1, "Tape"}, {4, "Optical"}, {5, "CDROM"}, {8, "Changer"}, {12, "RAID"}, {13, "SAF-TE"},
 };
-constexpr CodeText CONGESTION_STATES[] = {{0, "Healthy"}, {1, "Congested"}};
-constexpr CodeText VIRTUAL_LANES[] = {{1, "Slow"}, {2, "Normal"}, {3, "Fast"}};
-constexpr CodeText THROTTLE_STATES[] = {{1, OUT_NONE}, {2, "Active"}};
 
-/// Bits of `FeatureFlags`.
-constexpr VX_UINT32 FEATURE_VIRTUAL_LANE = 1U << 30;
-constexpr VX_UINT32 FEATURE_THROTTLING = 1U << 31;
 /// Bit of the port's `SecurityFlags`.
 constexpr VX_UINT32 SECURITY_EXTENDED = 1;
 
@@ -106,23 +99,6 @@ const char* ProductType(const _tagVEXAPI_SDMTarget& target) {
     return TextOf(DEVICE_TYPES, target.DeviceType, "Device");
 }
 
-const char* VirtualLane(const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
-    if (!IsBirchAdapter(protocol.ChipProperty)) {
-        return OUT_NA;
-    }
-    const bool isCapable = (protocol.FeatureFlags & FEATURE_VIRTUAL_LANE) != 0;
-    return TextOf(VIRTUAL_LANES, target.ScmVirtualLane, isCapable ? "Non-Operational" : OUT_NA);
-}
-
-/// Without throttling it reads "None", where a port's congestion status reads "NA": clients know both.
-const char* Throttling(const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
-    if (!IsUefiCapableAdapter(protocol.ChipProperty)) {
-        return OUT_NONE;
-    }
-    const bool isConfigured = (protocol.FeatureFlags & FEATURE_THROTTLING) != 0;
-    return TextOf(THROTTLE_STATES, target.ScmThrottleState, isConfigured ? OUT_DISABLED : OUT_NONE);
-}
-
 const char* LoginStatus(const VX_UINT8 (&flags)[6]) {
     if ((flags[2] & 0x02) != 0 && (flags[4] & 0x01) != 0) {
         return "Online";
@@ -149,13 +125,13 @@ TavuString LunsText(const _tagVEXAPI_SDMTarget& target, const char* prefix) {
 
 } // namespace
 
-const Leaf FCTargetInfoCmdsProcessor::LEAVES[] = {
+constinit const Leaf FCTargetInfoCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription FCTargetInfoCmdsProcessor::FAMILY = {
+constinit const FamilyDescription FCTargetInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target info",
     .helpId = 1,
@@ -196,9 +172,9 @@ void FCTargetInfoCmdsProcessor::DisplayTargetInfo(MultipleCmdsProcessor* self, c
         block.Line("Remote Type", authentication.remoteType);
         block.Line("Session State", authentication.sessionState);
         block.Line("Secure Mode", authentication.secureMode);
-        block.Line("Congestion Current State", TextOf(CONGESTION_STATES, target.ScmCongState, OUT_UNKNOWN));
-        block.Line("Virtual Lane", VirtualLane(protocol, target));
-        block.Line("I/O Throttling", Throttling(protocol, target));
+        AddCongestionState(block, target.ScmCongState);
+        AddVirtualLane(block, TARGET_LANE_RULE, protocol, target.ScmVirtualLane);
+        AddThrottling(block, TARGET_THROTTLE_RULE, protocol, target.ScmThrottleState);
         block.Line("Status", LoginStatus(target.TargetFlags));
     });
 }

@@ -23,10 +23,6 @@ constexpr CodeText RESULT_TEXTS[] = {
 
 constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
 
-constexpr LibraryCall READ_STATS = {CLASS_NAME, "", "Get Port Stats FC failed", RC_STATS_READ_FAILED};
-
-constexpr VX_UINT16 SELECT_BY_PORT_NAME = 2;
-
 struct Counter {
     const char* label;
     VX_UINT32 __STATISTICS::*count;
@@ -42,13 +38,13 @@ constexpr Counter COUNTERS[] = {
 
 } // namespace
 
-const Leaf FCTargetStatsCmdsProcessor::LEAVES[] = {
+constinit const Leaf FCTargetStatsCmdsProcessor::LEAVES[] = {
     {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
     {"help", "list of available commands", 1, CmdHelp, Usage},
     {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
 };
 
-const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
+constinit const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target stats",
     .helpId = 1,
@@ -58,18 +54,25 @@ const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
     .report = OUT_SHAPE.names,
 };
 
+VX_UINT32 ReadTargetStatistics(const char* className, const char* function, const TargetEntry& entry,
+                               __STATISTICS& counters) {
+    constexpr VX_UINT16 SELECT_BY_PORT_NAME = 2;
+    VX_PORT_SELECTOR selector{};
+    selector.SelectorType = SELECT_BY_PORT_NAME;
+    std::copy_n(entry.target->PortName, sizeof selector.PortName, selector.PortName);
+    counters = {};
+    return CallLibrary({className, "", "Get Port Stats FC failed", RC_STATS_READ_FAILED}, function, [&] {
+        return VEXAPI_GetPortStatisticsFC(HandleWord(entry.protocol->PortHandle), 0, &selector, &counters);
+    });
+}
+
 VX_UINT32 FCTargetStatsCmdsProcessor::Get(const TavuStringArray& args, TargetStats& stats) {
     if (const VX_UINT32 code = FCTargetCmdsProcessor::GetTargetFromTargetString(args, stats.entry);
         code != RC_SUCCESS) {
         TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get target failed err=%d", CLASS_NAME, __func__, static_cast<int>(code));
         return code;
     }
-    VX_PORT_SELECTOR selector{};
-    selector.SelectorType = SELECT_BY_PORT_NAME;
-    std::copy_n(stats.entry.target->PortName, sizeof selector.PortName, selector.PortName);
-    return CallLibrary(READ_STATS, __func__, [&] {
-        return VEXAPI_GetPortStatisticsFC(HandleWord(stats.entry.protocol->PortHandle), 0, &selector, &stats.counters);
-    });
+    return ReadTargetStatistics(CLASS_NAME, __func__, stats.entry, stats.counters);
 }
 
 void FCTargetStatsCmdsProcessor::DisplayTargetStats(MultipleCmdsProcessor* self, const TargetStats& stats,

@@ -1,0 +1,84 @@
+/// @file
+/// What the loopback and the read/write buffer test share: their arguments, their loop and their texts.
+#pragma once
+
+#include "CodeTable.h"
+#include "LibraryCall.h"
+#include "TavuString.h"
+
+#include <array>
+#include <cstring>
+#include <span>
+
+/// The limits of a test. Its words are the port, the test count, the test increment, the data size, what to do
+/// on an error, words of its own, and last the data pattern.
+struct FrameTestLimits {
+    VX_UINT32 maxCount; ///< of the test count and of the test increment
+    std::span<const VX_UINT32> dataSizes;
+    std::size_t patternIndex; ///< of the data pattern among the words
+};
+
+/// How often a test was run, and what came of it.
+struct FrameTestCounts {
+    VX_UINT32 increment = 0;  ///< library calls asked for
+    VX_UINT32 iterations = 0; ///< as reports show them: those asked for, or the index of the one that stopped the test
+    VX_UINT32 successes = 0;
+    VX_UINT32 failures = 0;
+};
+
+/// Reads the words up to what to do on an error. `RC_INVALID_PARAMETER` for too few words and for a number out
+/// of range. A test count whose low 32 bits have the top bit set passes, as it is compared with its sign; the
+/// test increment isn't.
+VX_UINT32 ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, const char* className,
+                             DiagTestParams& parameters, FrameTestCounts& counts);
+
+/// Reads the data pattern; a word that is none means random data. `RC_INVALID_FORMAT` for custom data that is
+/// not of eight characters with "-" between them.
+VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, const char* className,
+                               DiagTestParams& parameters);
+
+/// True when a test's verdict is "Success", terminator included.
+template <std::size_t N> bool IsTestPassed(const char (&status)[N]) {
+    constexpr char PASSED[] = "Success";
+    static_assert(N >= sizeof PASSED);
+    return std::memcmp(status, PASSED, sizeof PASSED) == 0;
+}
+
+/// Counts the outcome of iteration `index`. False when the test ends with it.
+bool CountFrameTest(const DiagTestParams& parameters, const char* testName, VX_UINT32 index, bool isPassed,
+                    FrameTestCounts& counts);
+
+/// Runs the iterations. `iterate(isPassed)` makes one library call and gives a result code; one that isn't 0
+/// ends the test and is given back.
+template <typename Iterate>
+VX_UINT32 RunFrameTest(const DiagTestParams& parameters, const char* testName, FrameTestCounts& counts,
+                       Iterate iterate) {
+    for (VX_UINT32 index = 0;; ++index) {
+        bool isPassed = false;
+        if (const VX_UINT32 code = iterate(isPassed); code != RC_SUCCESS) {
+            return code;
+        }
+        if (!CountFrameTest(parameters, testName, index, isPassed, counts)) {
+            return RC_SUCCESS;
+        }
+    }
+}
+
+/// "Message" of a result code; each test words `RC_PARAM_ERROR` itself.
+constexpr auto FrameTestResultTexts(const char* paramError) {
+    return std::to_array<CodeText>({
+        {RC_PARAM_ERROR, paramError},
+        {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+        {RC_INVALID_FORMAT, "Failed, Custom Data should be of 8 chars separated by '-' (hifen)"},
+        {RC_CFG_READ_FAILED, "Failed, DPortDiag read failed"},
+        {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+        {RC_FILE_ERROR, "Failed, File not found"},
+        {RC_CFG_UPDATE_FAILED, "Failed, DPortDiag update failed"},
+        {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+        {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this port"},
+        {RC_LINK_UP_REQUIRED, "Failed, Feature requires link up"},
+        {RC_UNSUPPORTED_SPEED, "Failed, Feature supported for speeds 16 Gbps and above"},
+        {RC_UNSUPPORTED_MODE, "Failed, Port not in diagnostics mode"},
+        {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
+    });
+}

@@ -1,0 +1,361 @@
+#include "PhysicalPortDPortDiagCmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "HostTree.h"
+#include "LibraryCall.h"
+#include "PhysicalPortFECCmdsProcessor.h"
+#include "ReportTexts.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortDPortDiagCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"DPortDiagInfo", "DPortDiagResult", "DPortDiagResultList"}, 2048, ReportBlock::SizeRule::SPACE_LEFT};
+constexpr char OUT_DPORT_MODE[] = "Diagnostics Port Status";
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, DPortDiag read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, DPortDiag update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this port"},
+    {RC_BFS_MODE, "Failed, Feature not supported in Boot-From-SAN mode"},
+    {RC_LINK_UP_REQUIRED, "Failed, Feature requires link up"},
+    {RC_UNSUPPORTED_SPEED, "Failed, Feature supported for speeds 16 Gbps and above"},
+    {RC_UNSUPPORTED_MODE, "Failed, Port not in diagnostics mode"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
+};
+
+constexpr CodeText MAILBOX_TEXTS[] = {
+    {7, "Failed, Firmware is not ready to execute request command"},
+    {21, "Failed, Invalid Request"},
+    {58, "Failed, Mailbox command IOCB not allowed for this command"},
+    {71, "Failed, Incorrect state for this command"},
+    {96, "Failed, SFP not supported WRAP capability"},
+    {32865, "Failed, Command not supported with Current Switch"},
+};
+
+constexpr UsageText USAGES[] = {
+    {4, "Usage: get\r\n"},
+    {5, "Usage: set\r\n"},
+    {6, "Usage: set\r\n"},
+};
+
+constexpr LibraryCall READ_MEZZANINE = {CLASS_NAME, " before Mezz adapter check", "Mezz adapter check failed",
+                                        RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_MODE = {CLASS_NAME, " before DPort set", "Configure DPort failed", RC_CFG_UPDATE_FAILED};
+
+constexpr VX_UINT32 FEATURE_SECOND_FORM = 0x20000000;
+constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
+constexpr VX_UINT8 PHASE_PASSED = 1;
+
+/// Result codes of the statuses of the test's second form.
+constexpr VX_UINT32 STATUS_BFS_MODE = 132;
+VX_UINT32 TestResult(VX_UINT32 status) {
+    switch (status) {
+    case 0:
+        return RC_SUCCESS;
+    case 2:
+        return RC_INVALID_PARAMETER;
+    case 29:
+        return RC_NOT_SUPPORTED_FOR_VPORT;
+    case 38:
+        return RC_FEATURE_NOT_SUPPORTED;
+    case 129:
+        return RC_UNSUPPORTED_MODE;
+    case 130:
+        return RC_LINK_UP_REQUIRED;
+    case 131:
+        return RC_UNSUPPORTED_SPEED;
+    case STATUS_BFS_MODE:
+        return RC_BFS_MODE;
+    default:
+        return RC_LIBRARY_FAILED;
+    }
+}
+
+constexpr CodeText PHASE_RESULTS[] = {
+    {0, "Not Started"},       {1, "Passed"},          {2, "Skipped"},        {3, "Failed"},
+    {4, "Running"},           {5, "Remote Port"},     {6, "Stopped"},        {56, "Unexpected Reject"},
+    {57, "Unexpected Phase"}, {58, "Retry Exceeded"}, {59, "Timeout"},       {71, "Failed"},
+    {78, "Not Supported"},    {79, "Not Supported"},  {115, "Memory Error"},
+};
+
+/// Why a test failed: the low four bits of the second mailbox word.
+constexpr VX_UINT32 LAST_REASON_WITH_POWERS = 6;
+constexpr VX_UINT32 REASON_NO_DYNAMIC_MODE = 5;
+constexpr CodeText REASONS[] = {
+    {0, "Reserved"},
+    {1, "Unexpected Reject Code"},
+    {2, "Unexpected Phase"},
+    {3, "Retry Exceeded"},
+    {4, "Test Timeout"},
+    {REASON_NO_DYNAMIC_MODE, "Dynamic mode not supported by attached switch"},
+    {LAST_REASON_WITH_POWERS, "Test stopped by user"},
+};
+constexpr unsigned MAILBOX_LOW_BITS = 0xF;
+constexpr unsigned MAILBOX_HAS_REASON = 2;
+
+VX_UINT32 ReadMode(const char* function, const PortEntry& entry, bool& isDiagnostic) {
+    return MakeLibraryCalls(CLASS_NAME, function,
+                            [&] { isDiagnostic = VEXAPI_CheckAdapterDPortOption(&entry.protocol->PortHandle) != 0; });
+}
+
+void AddPhase(ReportBlock& block, const char* phase, VX_UINT32 value, VX_UINT8 status) {
+    TavuString label;
+    label.Format("%s Value", phase);
+    block.LineF(label.c_str(), "0x%x", value);
+    label.Format("%s Status", phase);
+    block.LineF(label.c_str(), "%u", status);
+    label.Format("%s Result", phase);
+    block.Line(label.c_str(), GetDportTestResult(status));
+}
+
+void AddPowers(ReportBlock& block, const char* label, float tx, float rx, float difference) {
+    block.LineF(label, "Tx: %lf dBm, Rx: %lf dBm, Diff: %lf dBm", static_cast<double>(tx), static_cast<double>(rx),
+                static_cast<double>(difference));
+}
+
+void AddDistance(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& result) {
+    block.LineF("Roundtrip Link Latency", "%u ns", swapint(result.RoundtripLinkLatency));
+    block.LineF("Cable Link Distance", "%u meters", swapint(result.CableLinkDistance));
+}
+
+/// The remote powers have no guard against 0: the report then shows an infinite value.
+void AddPassedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& result) {
+    const unsigned short tx = swapshort(result.LocalTxPower);
+    const unsigned short rx = swapshort(result.LocalRxPower);
+    const float txDbm = tx > 0 ? DportPowerDbm(tx) : 0.0F;
+    const float rxDbm = rx > 0 ? DportPowerDbm(rx) : 0.0F;
+    const float remoteRxDbm = DportPowerDbm(swapshort(result.RemoteRxPower));
+    const float remoteTxDbm = DportPowerDbm(swapshort(result.RemoteTxPower));
+    block.LineF("Tx Power", "0x%x", tx);
+    block.LineF("Rx Power", "0x%x", rx);
+    block.LineF("Mbx1", "0x%x", result.Mbx1);
+    block.LineF("Mbx2", "0x%x", result.Mbx2);
+    AddDistance(block, result);
+    block.LineF("Allowable Power Loss", "%lf", swapint(result.CableLinkDistance) * 0.001 * 3.0 * 2.3333333333333335);
+    AddPowers(block, "Egress Power", txDbm, remoteRxDbm, txDbm - remoteRxDbm);
+    AddPowers(block, "Ingress Power", remoteTxDbm, rxDbm, remoteTxDbm - rxDbm);
+}
+
+void AddFailedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& result) {
+    block.LineF("Tx Power", "0x%x", swapshort(result.LocalTxPower));
+    block.LineF("Rx Power", "0x%x", swapshort(result.LocalRxPower));
+    float egress = DportPowerDbm(swapshort(result.RemoteRxPower));
+    float ingress = DportPowerDbm(swapshort(result.RemoteTxPower));
+    if ((result.Mbx1 & MAILBOX_LOW_BITS) == MAILBOX_HAS_REASON) {
+        const unsigned reason = result.Mbx2 & MAILBOX_LOW_BITS;
+        block.Line("Reason", TextOf(REASONS, reason, OUT_UNKNOWN));
+        if (reason == REASON_NO_DYNAMIC_MODE || reason > LAST_REASON_WITH_POWERS) {
+            egress = 0.0F;
+            ingress = 0.0F;
+        }
+    }
+    AddDistance(block, result);
+    block.Line("Allowable Power Loss", "0");
+    AddPowers(block, "Egress Power", 0.0F, egress, 0.0F);
+    AddPowers(block, "Ingress Power", ingress, 0.0F, 0.0F);
+}
+
+/// The flat document of `get` and `set`.
+void WriteMode(Document document, const char* message, RebootRequired reboot, bool isDiagnostic) {
+    document.Flat(OUT_SHAPE.names.structure, [&] {
+        document.Field(OUT_MESSAGE, message);
+        if (reboot.has_value()) {
+            document.Field(OUT_REBOOT_REQUIRED, *reboot);
+        }
+        document.Field(OUT_DPORT_MODE, isDiagnostic);
+    });
+}
+
+} // namespace
+
+// The usage function of the `cli` leaves is another family's, whose ids differ: `getcli` shows the usage of
+// `set`, and `setcli` none.
+constinit const Leaf PhysicalPortDPortDiagCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane adapter port's DPortDiag information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"set", "set Orvane adapter port's DPortDiag information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"run", "run DPortDiag on Orvane adapter port", 2, Xml<"CmdRun", CmdRunCommon>, nullptr},
+    {"help", "list of available commands", 3, CmdHelp, Usage},
+    {"getcli", "get Orvane adapter port's DPortDiag information", 4, Text<"CmdGetCli", CmdGetCommon>,
+     PhysicalPortFECCmdsProcessor::Usage},
+    {"setcli", "set Orvane adapter port's DPortDiag information", 5, Text<"CmdSetCli", CmdSetCommon>,
+     PhysicalPortFECCmdsProcessor::Usage},
+    {"runcli", "run DPortDiag on Orvane adapter port", 6, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+};
+
+constinit const FamilyDescription PhysicalPortDPortDiagCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "DPortDiag",
+    .helpId = 3,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+unsigned short swapshort(unsigned short value) {
+    return static_cast<unsigned short>(value << 8 | value >> 8);
+}
+
+unsigned int swapint(unsigned int value) {
+    return __builtin_bswap32(value);
+}
+
+float DportPowerDbm(unsigned short power) {
+    return log10f(static_cast<float>(power) * 0.1F * 0.001F) * 10.0F;
+}
+
+const char* GetDportTestResult(VX_UINT32 code) {
+    return TextOf(PHASE_RESULTS, code, OUT_UNKNOWN);
+}
+
+VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Get(const TavuStringArray& args, DPortMode& mode) {
+    PortEntry entry;
+    const VX_UINT32 code = AdmitPort(args, entry);
+    return code == RC_SUCCESS ? ReadMode(__func__, entry, mode.isDiagnostic) : code;
+}
+
+/// Shows the mode as it is read back.
+VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, DPortMode& mode) {
+    PortEntry entry;
+    VX_UINT32 code = AdmitPort(args, entry);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    const char* word = ArgText(args, 1);
+    const bool isEnabled = CompareNoCase(word, OUT_TRUE) == 0;
+    if (!isEnabled && CompareNoCase(word, OUT_FALSE) != 0) {
+        return RC_INVALID_PARAMETER;
+    }
+    VX_PORT_HANDLE* const handle = &entry.protocol->PortHandle;
+    code = CallLibrary(CHANGE_MODE, __func__,
+                       [&] { return VEXAPI_ConfigureAdapterDPortSettings(handle, isEnabled ? 1 : 0, 0); });
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    return MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+        mode.isDiagnostic = VEXAPI_CheckAdapterDPortOption(handle) != 0;
+        mode.reboot = IsRebootRequired();
+    });
+}
+
+/// The document says "Success" whatever the phases say: pass or fail stands in the report.
+VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                           eOutputFormat format) {
+    PortEntry entry;
+    VX_UINT32 code = AdmitTest(args, entry);
+    LibraryOutputRedirection redirection;
+    if (code == RC_SUCCESS && !redirection.Open()) {
+        code = RefuseLibraryCalls(CLASS_NAME, __func__, " before DPort test");
+    }
+    if (code != RC_SUCCESS) {
+        DisplayError(self, code, format);
+        return code;
+    }
+    _VEXAPI_DiagnosticsDPortResult result{};
+    VX_PORT_HANDLE* const handle = &entry.protocol->PortHandle;
+    const bool isSecondForm = (entry.protocol->FeatureFlags & FEATURE_SECOND_FORM) != 0;
+    if (isSecondForm) {
+        const VX_UINT32 status = VEXAPI_DiagnosticDPortTestV2(handle, &result);
+        code = TestResult(status);
+        if (status == STATUS_BFS_MODE) {
+            DisplayError(self, code, format); // into the library's log, ahead of the one that is seen
+        }
+    } else {
+        result = VEXAPI_DiagnosticDPortTest(handle, &result);
+    }
+    redirection.Close();
+    if (code != RC_SUCCESS) {
+        DisplayError(self, code, format);
+        return code;
+    }
+    if (result.Mbx1 == MAILBOX_FAILED) {
+        DisplayMbxError(self, result.Mbx2, format);
+        return RC_MAILBOX_ERROR;
+    }
+    DisplayDPortDiagResult(self, isSecondForm, result, format);
+    return RC_SUCCESS;
+}
+
+VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitPort(const TavuStringArray& args, PortEntry& entry) {
+    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    bool isMezzanine = false;
+    code = AskMezzanine(READ_MEZZANINE, __func__, entry.protocol->PortHandle, isMezzanine);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    const __CHIPPROPERTY chip = entry.protocol->ChipProperty;
+    return isMezzanine || (!IsRowanFCAdapter(chip) && !IsUefiCapableAdapter(chip)) ? RC_FEATURE_NOT_SUPPORTED
+                                                                                   : RC_SUCCESS;
+}
+
+VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitTest(const TavuStringArray& args, PortEntry& entry) {
+    bool isDiagnostic = false;
+    VX_UINT32 code = AdmitPort(args, entry);
+    if (code == RC_SUCCESS) {
+        code = ReadMode(__func__, entry, isDiagnostic);
+    }
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    if (!isDiagnostic) {
+        return RC_UNSUPPORTED_MODE;
+    }
+    if (entry.protocol->PortState != PORT_STATE_ONLINE) {
+        return RC_LINK_UP_REQUIRED;
+    }
+    return entry.protocol->PortSpeed < SPEED_16_GBPS ? RC_UNSUPPORTED_SPEED : RC_SUCCESS;
+}
+
+void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagInfo(MultipleCmdsProcessor* self, const DPortMode& mode,
+                                                              eOutputFormat format) {
+    WriteMode(Document(*self, format, CLASS_NAME, __func__), OUT_SUCCESS, mode.reboot, mode.isDiagnostic);
+}
+
+void PhysicalPortDPortDiagCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+                                                         eOutputFormat format) {
+    WriteMode(Document(*self, format, CLASS_NAME, __func__), ResultText(code), REBOOT_NOT_SHOWN, false);
+}
+
+void PhysicalPortDPortDiagCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+                                                         eOutputFormat format) {
+    WriteMode(Document(*self, format, CLASS_NAME, __func__), ResultText(code), false, false);
+}
+
+void PhysicalPortDPortDiagCmdsProcessor::DisplayMbxError(MultipleCmdsProcessor* self, VX_UINT32 status,
+                                                         eOutputFormat format) {
+    Document(*self, format, CLASS_NAME, __func__)
+        .ReportError(OUT_SHAPE.names, REBOOT_NOT_SHOWN, ResultTextOf(MAILBOX_TEXTS, status));
+}
+
+void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagResult(MultipleCmdsProcessor* self, bool isSecondForm,
+                                                                const _VEXAPI_DiagnosticsDPortResult& result,
+                                                                eOutputFormat format) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        // The two times bring their line ends with them.
+        TavuString line;
+        line.Format("Start Time: %.*s", int{sizeof result.StartTime}, result.StartTime);
+        block.Raw(line.c_str());
+        line.Format("      Stop Time: %.*s", int{sizeof result.StopTime}, result.StopTime);
+        block.Raw(line.c_str());
+        AddPhase(block, "HBA Port", result.HbaPortValue, result.HbaPortStatus);
+        AddPhase(block, "Electrical Loopback", result.ElecLbValue, result.ElecLbStatus);
+        AddPhase(block, "Optical Loopback", result.OptLbValue, result.OptLbStatus);
+        AddPhase(block, "Link Traffic", result.LinkTrafficValue, result.LinkTrafficStatus);
+        if (isSecondForm && result.HbaPortStatus == PHASE_PASSED) {
+            AddPassedPart(block, result);
+        } else if (isSecondForm) {
+            AddFailedPart(block, result);
+        }
+    });
+}

@@ -1,0 +1,116 @@
+#include "PhysicalPortFCEchoCmdsProcessor.h"
+
+#include "BoundedText.h"
+#include "HostTree.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortFCEchoCmdsProcessor";
+
+constexpr ReportNames OUT_NAMES = {"FCEchoResult", "FCEchoTestResults", "FCEchoTestResultList"};
+constexpr char OUT_DESTINATION_WWN[] = "Destination WWN";
+constexpr char OUT_PING_SEQUENCE_NUMBER[] = "Ping Sequence Number";
+constexpr char OUT_FRAME_SENT[] = "Frame Sent";
+constexpr char OUT_FRAME_RECEIVED[] = "Frame Received";
+constexpr char OUT_RESPONSE_LENGTH[] = "Response Length";
+constexpr char OUT_RESPONSE_TIME[] = "Response Time";
+constexpr char OUT_ECHO_STATUS[] = "Echo Status";
+
+/// `runcli` carries no usage function, so nothing shows this text.
+constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
+
+constexpr LibraryCall ECHO = {CLASS_NAME, "", "FC Echo failed", RC_DIAG_TEST_FAILED};
+
+constexpr VX_UINT32 DESTINATION_NONE = 0;
+constexpr VX_UINT32 DESTINATION_TARGET = 2;
+constexpr VX_UINT32 DESTINATION_FABRIC = 3;
+
+VX_UINT32 DestinationType(const PingRequest& request) {
+    if (IsSameWwn(request.entry.protocol->PrincipalFabricWWN, request.wwn)) {
+        return DESTINATION_FABRIC;
+    }
+    return IsPingTarget(request) ? DESTINATION_TARGET : DESTINATION_NONE;
+}
+
+} // namespace
+
+constinit const Leaf PhysicalPortFCEchoCmdsProcessor::LEAVES[] = {
+    {"run", "run FCEcho test on Orvane adapter port", 0, Xml<"CmdRun", CmdRunCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"runcli", "run FCEcho Test on Orvane adapter port", 2, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+};
+
+constinit const FamilyDescription PhysicalPortFCEchoCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FCEcho",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = PING_RESULT_TEXTS,
+};
+
+/// The rows are written in failures too.
+VX_UINT32 PhysicalPortFCEchoCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                        eOutputFormat format) {
+    Echo echo;
+    const VX_UINT32 code = Run(args, echo);
+    DisplayFCEchoResult(self, echo, code, format);
+    return code;
+}
+
+VX_UINT32 PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Echo& echo) {
+    VX_UINT32 code = AdmitPingPort(args, echo.request);
+    if (code == RC_SUCCESS) {
+        code = ReadPingWords(args, 1, echo.request);
+    }
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    const VX_UINT32 destinationType = DestinationType(echo.request);
+    return destinationType != DESTINATION_NONE ? SendFrames(echo, destinationType) : VX_UINT32{RC_TARGET_NOT_FOUND};
+}
+
+/// The result is that of the last frame, not of the worst: a failure that is followed by a success is none.
+VX_UINT32 PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 destinationType) {
+    constexpr VX_UINT32 ONE_FRAME = 1;
+    const PingRequest& request = echo.request;
+    VX_UINT32 code = RC_SUCCESS;
+    for (VX_UINT32 frame = 0; frame < request.count; ++frame) {
+        _VEXAPI_ECHO_RESULTS result{};
+        code = CallLibrary(ECHO, __func__, [&] {
+            const VX_UINT32 status =
+                VEXAPI_DiagnosticsEchoElsTest(&request.entry.protocol->PortHandle, request.name, ONE_FRAME,
+                                              request.stopOnError, destinationType, &result);
+            return status != 0 ? status : result.EchoFailed;
+        });
+        if (code == RC_FILE_ERROR) {
+            return code;
+        }
+        echo.frames.push_back(result);
+        if (code != RC_SUCCESS && request.stopOnError != 0) {
+            return code;
+        }
+    }
+    return code;
+}
+
+void PhysicalPortFCEchoCmdsProcessor::DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo, VX_UINT32 code,
+                                                          eOutputFormat format) {
+    Document document(*self, format, CLASS_NAME, __func__);
+    document.Report(OUT_NAMES, ResultText(code), [&] {
+        VX_UINT32 sequence = 0;
+        for (const _VEXAPI_ECHO_RESULTS& frame : echo.frames) {
+            document.Structure(OUT_NAMES.list, [&] {
+                TavuString time;
+                time.Format("%6.2f (ms)", static_cast<double>(frame.ResponseTime));
+                document.Field(OUT_DESTINATION_WWN, echo.request.name);
+                document.Field(OUT_PING_SEQUENCE_NUMBER, ++sequence, INT_U32);
+                document.Field(OUT_FRAME_SENT, frame.FrameSent, INT_U32);
+                document.Field(OUT_FRAME_RECEIVED, frame.FrameReceived, INT_U32);
+                document.Field(OUT_RESPONSE_LENGTH, frame.ResponseLength, INT_U32);
+                document.Field(OUT_RESPONSE_TIME, time);
+                document.Field(OUT_ECHO_STATUS, TavuString(BoundedText(frame.EchoStatus)));
+            });
+        }
+    });
+}

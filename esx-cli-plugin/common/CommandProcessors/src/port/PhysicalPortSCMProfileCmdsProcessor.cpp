@@ -1,0 +1,147 @@
+#include "PhysicalPortSCMProfileCmdsProcessor.h"
+
+#include "CmdLineParser.h"
+#include "CongestionAccess.h"
+#include "CongestionReport.h"
+#include "ReportTexts.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortSCMProfileCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"PortFWCMProfile", "Congestion Profile", "CongestionProfileList"}, 1024, ReportBlock::SizeRule::SPACE_LEFT};
+constexpr char OUT_DRIVER_SETTINGS[] = "Driver_Settings";
+constexpr char OUT_NVRAM[] = "NVRAM";
+
+/// A port whose firmware lacks the feature reads "Failed, Unknown", and the text of a virtual port has a
+/// capital that the other congestion commands don't have: clients know both.
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, NVRAM read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, NVRAM update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_MUTUALLY_EXCLUSIVE, "Failed, Restore and Activation command-line options are mutually exclusive"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+    {RC_READ_ONLY_MODE, "Failed, Read-Only parameter"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
+};
+
+constexpr UsageText USAGES[] = {
+    {3, "Usage: get\r\n"},
+    {4, "Usage: set\r\n"},
+};
+
+constexpr LibraryCall READ_PROFILE = {CLASS_NAME, "", "Get SCMR Profile failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_PROFILE = {CLASS_NAME, " before set", "Update SCMR Profile failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_BACK = {CLASS_NAME, "", "Get SCMR Profile failed after set", RC_CFG_READ_FAILED};
+
+/// `ControlFlag`: who rules the profile. Any value but 0 is NVRAM.
+constexpr VX_UINT8 CONTROL_DRIVER = 0;
+constexpr VX_UINT8 CONTROL_NVRAM = 1;
+
+/// `Profile`, as reports show it and as "--activation" takes it.
+constexpr CodeText ACTIVATIONS[] = {
+    {0, "Monitor_Only"}, {1, "Conservative"}, {2, "Moderate"}, {3, "Aggressive"}, {4, "Defensive"},
+};
+
+VX_UINT32 AdmitPort(const char* function, const TavuStringArray& args, PortEntry& entry) {
+    return AdmitCongestion(ADMIT_PROFILE, CLASS_NAME, function, "phy port",
+                           PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+}
+
+VX_UINT32 RefuseValue(const char* option, const TavuString& value) {
+    TavuDebug::Print(TRACE_DEBUG, "%s::CmdSetCommon: %s=%s not supported", CLASS_NAME, option, value.c_str());
+    return RC_INVALID_PARAMETER;
+}
+
+} // namespace
+
+constinit const Leaf PhysicalPortSCMProfileCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane Physical Port FWCM Profile information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"set", "set Orvane Physical Port FWCM Profile information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
+    {"help", "list of available commands", 2, CmdHelp, Usage},
+    {"getcli", "get Orvane Physical Port FWCM Profile information", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"setcli", "set Orvane Physical Port FWCM Profile information", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+};
+
+constinit const FamilyDescription PhysicalPortSCMProfileCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "scmprofile",
+    .helpId = 2,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Get(const TavuStringArray& args, PortProfile& port) {
+    const VX_UINT32 code = AdmitPort(__func__, args, port.entry);
+    return code == RC_SUCCESS ? ReadProfile(READ_PROFILE, port) : code;
+}
+
+/// The profile is read back: the document shows what the port says now, not what was asked for. Without an
+/// option it is written as it was read.
+VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, PortProfile& port) {
+    VX_UINT32 code = Get(args, port);
+    if (code == RC_SUCCESS) {
+        code = ApplyOptions(args, port.profile);
+    }
+    if (code == RC_SUCCESS) {
+        code = CallLibrary(CHANGE_PROFILE, __func__,
+                           [&] { return VEXAPI_SetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
+    }
+    return code == RC_SUCCESS ? ReadProfile(READ_BACK, port) : code;
+}
+
+VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::ReadProfile(const LibraryCall& call, PortProfile& port) {
+    port.profile = {};
+    return CallLibrary(call, __func__,
+                       [&] { return VEXAPI_GetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
+}
+
+/// Both values are looked at ahead of the refusal of both options. Restoring leaves the level as it was, and
+/// the bytes without a known meaning are never touched.
+VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::ApplyOptions(const TavuStringArray& args, _VEXAPI_SCMRProfile& profile) {
+    TavuString value;
+    const bool isRestore = CmdLineParser::GetCommandValueFromArgs(args, "-r", "--restore", value) != 0;
+    if (isRestore) {
+        if (value.CompareNoCase(OUT_DRIVER_SETTINGS) != 0) {
+            return RefuseValue("restore", value);
+        }
+        profile.ControlFlag = CONTROL_DRIVER;
+    }
+    const bool isActivation = CmdLineParser::GetCommandValueFromArgs(args, "-a", "--activation", value) != 0;
+    if (isActivation) {
+        const auto* row = std::find_if(std::begin(ACTIVATIONS), std::end(ACTIVATIONS), [&](const CodeText& activation) {
+            return value.CompareNoCase(activation.text) == 0;
+        });
+        if (row == std::end(ACTIVATIONS)) {
+            return RefuseValue("activation", value);
+        }
+        profile.ControlFlag = CONTROL_NVRAM;
+        profile.Profile = static_cast<VX_UINT8>(row->code);
+    }
+    if (isRestore && isActivation) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Mutually exclusive parameters", CLASS_NAME, __func__);
+        return RC_MUTUALLY_EXCLUSIVE;
+    }
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Congestion_Profile_ControlFlag=%d", CLASS_NAME, __func__,
+                     profile.ControlFlag);
+    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Congestion_Profile_Profile=%d", CLASS_NAME, __func__, profile.Profile);
+    return RC_SUCCESS;
+}
+
+void PhysicalPortSCMProfileCmdsProcessor::DisplaySCMProfile(MultipleCmdsProcessor* self, const PortProfile& port,
+                                                            eOutputFormat format) {
+    const _VEXAPI_SCMRProfile& profile = port.profile;
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        AddPortNames(block, *port.entry.protocol);
+        block.Line("FWCM Configuration Status", profile.Disabled == 0 ? OUT_TRUE : OUT_FALSE);
+        block.Line("FWCM Profile Management", profile.ControlFlag == CONTROL_DRIVER ? OUT_DRIVER_SETTINGS : OUT_NVRAM);
+        block.Line("FWCM Profile Activation", TextOf(ACTIVATIONS, profile.Profile, OUT_UNKNOWN));
+    });
+}

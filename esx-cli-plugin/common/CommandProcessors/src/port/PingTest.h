@@ -1,0 +1,50 @@
+/// @file
+/// What the tests that send something to a remote port share: their arguments, the lookup of the target and
+/// the texts of their results.
+#pragma once
+
+#include "CodeTable.h"
+#include "LibraryCall.h"
+#include "PhysicalPortCmdsProcessor.h"
+
+/// A test's arguments.
+struct PingRequest {
+    PortEntry entry;
+    VX_UINT8 wwn[8] = {};
+    char name[32] = {}; ///< the same as text, in normal form, for the library
+    VX_UINT32 count = 0;
+    VX_UINT32 stopOnError = 0; ///< 1 or 0
+};
+
+/// Resolves the port; a virtual port and one whose link is down are refused, in this order.
+VX_UINT32 AdmitPingPort(const TavuStringArray& args, PingRequest& request);
+
+/// Reads the words from `first` on: the remote name, the count, and whether to stop on an error, "true" or
+/// anything else. A name that is cut short has zeros in its place. `RC_INVALID_PARAMETER` for too few words
+/// and for a count outside 1 to 65535.
+VX_UINT32 ReadPingWords(const TavuStringArray& args, std::size_t first, PingRequest& request);
+
+/// True when the port sees a target of the requested name.
+bool IsPingTarget(const PingRequest& request);
+
+/// Scratch buffer that the library asks for; nobody reads it.
+inline constexpr VX_UINT32 PING_BUFFER_SIZE = 256;
+
+/// "Test Result" or "Message" of a result code.
+inline constexpr CodeText PING_RESULT_TEXTS[] = {
+    {RC_SUCCESS, "Success"},
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, DPortDiag read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_CFG_UPDATE_FAILED, "Failed, DPortDiag update failed"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_TARGET_NOT_FOUND, "Failed, Target not found"},
+    {RC_DIAG_TEST_FAILED, "Failed, Diagnostic test failed"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this port"},
+    {RC_BFS_MODE, "Failed, Feature not supported in Boot-From-SAN mode"},
+    {RC_LINK_UP_REQUIRED, "Failed, Feature requires link up"},
+    {RC_UNSUPPORTED_SPEED, "Failed, Feature supported for speeds 16 Gbps and above"},
+    {RC_UNSUPPORTED_MODE, "Failed, Port not in diagnostics mode"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
+};

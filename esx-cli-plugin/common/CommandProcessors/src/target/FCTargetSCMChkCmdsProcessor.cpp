@@ -1,0 +1,63 @@
+#include "FCTargetSCMChkCmdsProcessor.h"
+
+#include "CongestionAccess.h"
+#include "CongestionReport.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "FCTargetSCMChkCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"TargetFWCMInformation", "Target FWCM Status", "TargetFWCMStatusList"}, 4096, ReportBlock::SizeRule::SPACE_LEFT};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, FWCM settings read error"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_NOT_SUPPORTED_BY_SWITCH, "Failed, Feature not supported by switch"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+    {RC_UNSUPPORTED_FW, "Failed, Driver/Firmware does not support this feature"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+    {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
+
+} // namespace
+
+constinit const Leaf FCTargetSCMChkCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+};
+
+constinit const FamilyDescription FCTargetSCMChkCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FC Target scmchk",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT32 FCTargetSCMChkCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
+    return AdmitCongestion(ADMIT_SECOND_GENERATION, CLASS_NAME, __func__, "target",
+                           FCTargetCmdsProcessor::GetTargetFromTargetString, args, entry);
+}
+
+void FCTargetSCMChkCmdsProcessor::DisplayTargetSCMChk(MultipleCmdsProcessor* self, const TargetEntry& entry,
+                                                      eOutputFormat format) {
+    const _tagVEXAPI_SDMTarget& target = *entry.target;
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        AddTargetNames(block, target);
+        AddCongestionState(block, target.ScmCongState);
+        AddLinkIntegrityEvents(block, target.ScmLinkIntegrityEvents);
+        AddSecondsSinceLastEvent(block, target.ScmSecondsSinceLastEvent);
+        AddVirtualLane(block, TARGET_LANE_RULE, *entry.protocol, target.ScmVirtualLane);
+        AddThrottling(block, TARGET_THROTTLE_RULE, *entry.protocol, target.ScmThrottleState);
+    });
+}

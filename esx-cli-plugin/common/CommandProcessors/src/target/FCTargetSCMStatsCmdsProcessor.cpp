@@ -1,0 +1,97 @@
+#include "FCTargetSCMStatsCmdsProcessor.h"
+
+#include "CongestionAccess.h"
+#include "CongestionReport.h"
+#include "FCTargetStatsCmdsProcessor.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "FCTargetSCMStatsCmdsProcessor";
+
+constexpr BlockShape OUT_SHAPE = {
+    {"TargetFWCMStatistics", "Target FWCM Stats", "TargetFWCMStatsList"}, 8192, ReportBlock::SizeRule::SPACE_LEFT};
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_CFG_READ_FAILED, "Failed, FWCM settings read error"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_NOT_SUPPORTED_BY_SWITCH, "Failed, Feature not supported by switch"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_STATS_READ_FAILED, "Failed, Statistics read error"},
+    {RC_STATS_CLEAR_FAILED, "Failed, Statistics list clear error"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+    {RC_UNSUPPORTED_FW, "Failed, Driver/Firmware does not support this feature"},
+    {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
+    {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
+
+} // namespace
+
+constinit const Leaf FCTargetSCMStatsCmdsProcessor::LEAVES[] = {
+    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"help", "list of available commands", 1, CmdHelp, Usage},
+    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+};
+
+constinit const FamilyDescription FCTargetSCMStatsCmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "FC Target scmstats",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_SHAPE.names,
+};
+
+VX_UINT32 FCTargetSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
+    const VX_UINT32 code = AdmitCongestion(ADMIT_EITHER_GENERATION, CLASS_NAME, __func__, "target",
+                                           FCTargetCmdsProcessor::GetTargetFromTargetString, args, statistics.entry);
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    _vexapi_protocol_t& protocol = *statistics.entry.protocol;
+    return HasSecondGeneration(CLASS_NAME, __func__, protocol)
+               ? ReadCongestionList(CLASS_NAME, __func__, protocol, statistics.list)
+               : ReadTargetStatistics(CLASS_NAME, __func__, statistics.entry, statistics.counters);
+}
+
+VX_UINT32 FCTargetSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
+    return ReleaseCongestionList(CLASS_NAME, __func__, statistics.list);
+}
+
+void FCTargetSCMStatsCmdsProcessor::DisplayStatistics(MultipleCmdsProcessor* self, const Statistics& statistics,
+                                                      eOutputFormat format) {
+    if (statistics.list != nullptr) {
+        DisplayTargetSCMStatsV2(self, *statistics.entry.target, *statistics.list, format);
+    } else {
+        DisplayTargetSCMStats(self, *statistics.entry.target, statistics.counters, format);
+    }
+}
+
+void FCTargetSCMStatsCmdsProcessor::DisplayTargetSCMStats(MultipleCmdsProcessor* self,
+                                                          const _tagVEXAPI_SDMTarget& target,
+                                                          const __STATISTICS& counters, eOutputFormat format) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
+        AddTargetNames(block, target);
+        AddLinkEvent(block, TARGET_WORDS, target.ScmEventFlags, target.ScmLinkEventType, target.ScmLinkEventThreshold);
+        AddTargetCounters(block, LINK_COUNTERS, counters);
+        AddDeliveryReason(block, TARGET_WORDS, target.ScmDeliveryReason);
+        AddTargetCounters(block, DELIVERY_COUNTERS, counters);
+        AddCongestionEvent(block, TARGET_WORDS, target.ScmPeerCongEventType, target.ScmPeerCongEventPeriod);
+        AddTargetCounters(block, CONGESTION_COUNTERS, counters, TARGET_WORDS.congestionPrefix);
+    });
+}
+
+void FCTargetSCMStatsCmdsProcessor::DisplayTargetSCMStatsV2(MultipleCmdsProcessor* self,
+                                                            const _tagVEXAPI_SDMTarget& target,
+                                                            const _VEXAPI_SANCONGTMGMTV2& list, eOutputFormat format) {
+    const char* const function = __func__;
+    DisplayBlock(self, format, function, OUT_SHAPE, [&](ReportBlock& block) {
+        AddTargetNames(block, target);
+        AddSections(block, TARGET_SECTIONS, FindTargetNode(list, target), CLASS_NAME, function);
+    });
+}
