@@ -148,6 +148,12 @@ void Session::refresh() {
 
 void Session::change(const std::function<void(Change&)>& make) {
     Change change;
+    const auto takeBack = [&] {
+        for (auto touched = change.touched_.rbegin(); touched != change.touched_.rend(); ++touched) {
+            // The old value as the one member of an object: what the readers take.
+            touched->restore("{\"" + touched->key + "\":" + touched->old + "}");
+        }
+    };
     try {
         const StateFile::Lock lock(state_);
         if (!state_.path().empty()) {
@@ -161,14 +167,11 @@ void Session::change(const std::function<void(Change&)>& make) {
         }
         state_.save(state);
         kept_ = std::move(state);
-    } catch (const std::exception& error) {
-        for (auto touched = change.touched_.rbegin(); touched != change.touched_.rend(); ++touched) {
-            // The old value as the one member of an object: what the readers take.
-            touched->restore("{\"" + touched->key + "\":" + touched->old + "}");
-        }
-        if (dynamic_cast<const std::runtime_error*>(&error) != nullptr) {
-            throw StateNotKept(error.what());
-        }
+    } catch (const std::runtime_error& error) {
+        takeBack();
+        throw StateNotKept(error.what());
+    } catch (...) {
+        takeBack();
         throw;
     }
     lastChange_ = change.needsReboot_ ? 1 : 0;

@@ -94,14 +94,9 @@ std::optional<Json> StateFile::load() {
     if (!version_) {
         return std::nullopt;
     }
-    Json state;
-    try {
-        state = parseJson(readFile(path_));
-    } catch (const std::runtime_error& error) {
-        throw std::runtime_error(path_ + ": " + error.what());
-    }
+    Json state = parseJson(readFile(path_));
     if (!state.is_object() || state.value("Simulator", Json()) != mark || !state.contains("Description")) {
-        throw std::runtime_error(path_ + ": isn't a state file of the simulator");
+        throw std::runtime_error("isn't a state file of the simulator");
     }
     if (state["Description"] != description_) {
         belongsToOther_ = true;
