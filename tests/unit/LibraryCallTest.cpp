@@ -1,0 +1,183 @@
+#include "LibraryCall.h"
+#include "Capture.h"
+#include "FakeLibrary.h"
+#include "LibraryLog.h"
+#include "Limits.h"
+#include "TraceLog.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+constexpr VX_UINT32 FILE_ERROR = 19;
+
+/// A text that no other run prints.
+std::string Chatter(const std::string& topic) {
+    return "chatter of " + std::to_string(getpid()) + " about " + topic + "\n";
+}
+
+class LibraryCallTest : public testing::Test {
+protected:
+    void SetUp() override { FakeLibrary::Reset(); }
+
+    FakeLibrary& Fake() { return FakeLibrary::Get(); }
+
+    const LibraryCall what{"Class", " before the call", "Call failed", 13};
+};
+
+TEST_F(LibraryCallTest, SendsWhatTheLibraryPrintsToTheLog) {
+    const LibraryLog log;
+    Capture capture;
+    LibraryOutputRedirection redirection;
+    std::printf("before;");
+    ASSERT_TRUE(redirection.Open());
+    std::printf("%s", Chatter("one").c_str());
+    std::fputs(Chatter("two").c_str(), stdout);
+    redirection.Close();
+    std::printf("after;");
+    EXPECT_EQ(capture.Stop(), "before;after;");
+    EXPECT_TRUE(log.Has(Chatter("one") + Chatter("two")));
+}
+
+TEST_F(LibraryCallTest, AppendsToTheLog) {
+    const LibraryLog log;
+    for (const char* topic : {"three", "four"}) {
+        LibraryOutputRedirection redirection;
+        ASSERT_TRUE(redirection.Open());
+        std::printf("%s", Chatter(topic).c_str());
+        redirection.Close();
+    }
+    EXPECT_TRUE(log.Has(Chatter("three")));
+    EXPECT_TRUE(log.Has(Chatter("four")));
+}
+
+TEST_F(LibraryCallTest, OpensAgain) {
+    Capture capture;
+    LibraryOutputRedirection redirection;
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_TRUE(redirection.Open());
+        std::printf("%s", Chatter("five").c_str());
+        redirection.Close();
+        std::printf("%d;", round);
+    }
+    EXPECT_EQ(capture.Stop(), "0;1;2;");
+}
+
+TEST_F(LibraryCallTest, KeepsStandardOutputWhenTheLogCannotBeOpened) {
+    Capture capture;
+    FILE* const before = stdout;
+    {
+        const NoMoreFiles fault;
+        LibraryOutputRedirection redirection;
+        EXPECT_FALSE(redirection.Open());
+        EXPECT_EQ(stdout, before);
+    }
+    std::printf("still here");
+    EXPECT_EQ(capture.Stop(), "still here");
+}
+
+TEST_F(LibraryCallTest, MakesCallsInsideTheRedirection) {
+    const LibraryLog log;
+    Capture capture;
+    int calls = 0;
+    EXPECT_EQ(MakeLibraryCalls("Class", "Function",
+                               [&] {
+                                   ++calls;
+                                   std::printf("%s", Chatter("six").c_str());
+                               }),
+              0u);
+    EXPECT_EQ(capture.Stop(), "");
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(log.Has(Chatter("six")));
+}
+
+TEST_F(LibraryCallTest, MakesNoCallWithoutARedirection) {
+    const NoMoreFiles fault;
+    int calls = 0;
+    EXPECT_EQ(MakeLibraryCalls("Class", "Function", [&] { ++calls; }), FILE_ERROR);
+    EXPECT_EQ(CallLibrary(what, "Function",
+                          [&] {
+                              ++calls;
+                              return VX_UINT32{5};
+                          }),
+              FILE_ERROR);
+    EXPECT_EQ(calls, 0);
+}
+
+TEST_F(LibraryCallTest, TracesARedirectionThatCannotBeOpened) {
+    const TraceLog log("1");
+    EXPECT_EQ(RefuseLibraryCalls("Class", "Function", ""), FILE_ERROR);
+    EXPECT_EQ(RefuseLibraryCalls("Class", "Function", " before the call"), FILE_ERROR);
+    const std::string text = "INFORMATION: Class::Function: Failed to open /var/tmp/vexapi-output.log file";
+    EXPECT_EQ(TraceLog::Lines(), (Strings{text, text + " before the call"}));
+}
+
+TEST_F(LibraryCallTest, GivesTheFailureCodeForEveryStatusButZero) {
+    const TraceLog log("5");
+    EXPECT_EQ(CallLibrary(what, "Function", [] { return VX_UINT32{0}; }), 0u);
+    EXPECT_TRUE(TraceLog::Lines().empty());
+    EXPECT_EQ(CallLibrary(what, "Function", [] { return VX_UINT32{1}; }), 13u);
+    EXPECT_EQ(CallLibrary(what, "Function", [] { return VX_UINT32{0xFFFFFFFF}; }), 13u);
+    EXPECT_EQ(ResultOf(what, "Other", 118), 13u);
+    EXPECT_EQ(ResultOf(what, "Other", 0), 0u);
+    EXPECT_EQ(TraceLog::Lines(),
+              (Strings{"DEBUG: Class::Function: Call failed err=1", "DEBUG: Class::Function: Call failed err=-1",
+                       "DEBUG: Class::Other: Call failed err=118"}));
+}
+
+TEST_F(LibraryCallTest, TracesAStatusThatFailsNothing) {
+    const TraceLog log("1");
+    TraceStatus("VEXAPI_Initialize", 7);
+    EXPECT_EQ(TraceLog::Lines(), (Strings{"INFORMATION: VEXAPI_Initialize=7"}));
+}
+
+TEST_F(LibraryCallTest, TakesOnlyTheValueOneForAMezzanineAdapter) {
+    _vexapi_protocol_t& port = Fake().host.AddPort();
+    for (const unsigned flag : {0u, 1u, 2u, 255u}) {
+        Fake().onIsMezzAdapter = [flag](VX_PORT_HANDLE*, VX_UINT8* answer) {
+            *answer = static_cast<VX_UINT8>(flag);
+            std::printf("%s", Chatter("seven").c_str());
+            return 0u;
+        };
+        bool isMezzanine = flag != 1;
+        Capture capture;
+        EXPECT_EQ(AskMezzanine(what, "Function", port.PortHandle, isMezzanine), 0u);
+        EXPECT_EQ(capture.Stop(), "");
+        EXPECT_EQ(isMezzanine, flag == 1) << flag;
+    }
+    Fake().Return("VEXAPI_IsMezzAdapter", 5);
+    bool isMezzanine = true;
+    EXPECT_EQ(AskMezzanine(what, "Function", port.PortHandle, isMezzanine), 13u);
+    EXPECT_EQ(Fake().calls, Strings(5, "VEXAPI_IsMezzAdapter(21:00:0a:0b:0c:0d:00:01)"));
+}
+
+TEST_F(LibraryCallTest, AsksForTheRebootWithTheAnswerYesReady) {
+    std::vector<VX_UINT32> onEntry;
+    VX_UINT32 answer = 0;
+    VX_UINT32 status = 0;
+    Fake().onIsRebootRequired = [&](VX_UINT32* required) {
+        onEntry.push_back(*required);
+        *required = answer;
+        return status;
+    };
+    const std::pair<VX_UINT32, bool> answers[] = {{0, false}, {1, true}, {2, false}, {0xFFFFFFFF, false}};
+    for (const auto& [value, isRequired] : answers) {
+        answer = value;
+        status = 0;
+        EXPECT_EQ(IsRebootRequired(), isRequired) << value;
+        status = 5; // a library that fails has not answered, whatever it wrote
+        EXPECT_TRUE(IsRebootRequired()) << value;
+    }
+    EXPECT_EQ(onEntry, std::vector<VX_UINT32>(8, 1));
+}
+
+TEST_F(LibraryCallTest, TakesASilentLibraryForAReboot) {
+    EXPECT_TRUE(IsRebootRequired()); // status 0, and the answer is left as it was
+    EXPECT_EQ(Fake().calls, (Strings{"VEXAPI_IsRebootRequired()"}));
+}
+
+} // namespace
