@@ -23,6 +23,13 @@
   bootconfigext: use this command to get/set Orvane Fibre Channel Port's Boot Config info\r (esc)
   fwdump      : use this command to get Orvane Fibre Channel Port's Firmware Dump info\r (esc)
   beacon      : use this command to get/set Orvane Fibre Channel Port's Beacon info\r (esc)
+  scmchk      : use this command to check Orvane Fibre Channel Port's Fabric Wide Congestion Mitigation (FWCM) Status\r (esc)
+  dportdiag   : use this command to get/set/run Diagnostic Port (DPort) on Orvane Fibre Channel Port\r (esc)
+  ctdiag      : use this command to run CT diagnostic through Orvane Fibre Channel Port\r (esc)
+  fcping      : use this command to run FC Ping diagnostic through Orvane Fibre Channel Port\r (esc)
+  fcecho      : use this command to run FC Echo ELS diagnostic through Orvane Fibre Channel Port\r (esc)
+  loopback    : use this command to run loopback diagnostic test through Orvane Fibre Channel Port\r (esc)
+  rwbuffer    : use this command to run Read/Write Buffer Diagnostic test through Orvane Fibre Channel Port\r (esc)
   $ orfc-esxcli -t port help >help.txt
   $ while read -r words; do
   >     orfc-esxcli $words | cmp - help.txt && echo "same: $words"
