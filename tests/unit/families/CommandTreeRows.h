@@ -11,7 +11,6 @@ namespace command_tree {
 /// Families that are not built yet. A family that is built leaves this list; at the end the list is empty.
 // clang-format off
 inline const std::vector<std::string> ABSENT_FAMILIES = {
-    "port dmi",
     "port bootconfig",
     "port bootconfigext",
     "port scmstats",

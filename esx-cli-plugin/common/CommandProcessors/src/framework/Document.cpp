@@ -17,12 +17,16 @@ void Document::Field(const char* label, unsigned long long value, Serializer::eI
     mOut.output_field(label, value, type);
 }
 
+void Document::Text(const char* label, const char* report) {
+    mOut.begin_field_output(label);
+    if (report != nullptr) {
+        mOut.output_text(report);
+    }
+    mOut.end_field_output();
+}
+
 void Document::BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block) {
-    FieldReport(names, reboot, [&] {
-        mOut.begin_field_output(OUT_DATA);
-        mOut.output_text(block.GetText());
-        mOut.end_field_output();
-    });
+    FieldReport(names, reboot, [&] { Text(OUT_DATA, block.GetText()); });
 }
 
 void Document::ReportError(const ReportNames& names, RebootRequired reboot, const char* message) {

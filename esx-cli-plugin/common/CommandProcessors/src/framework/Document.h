@@ -52,6 +52,8 @@ public:
     void Field(const char* label, const TavuString& value) { Field(label, value.c_str()); }
     void Field(const char* label, bool value);
     void Field(const char* label, unsigned long long value, Serializer::eIntType type);
+    /// A field that holds a whole report, untraced; without a text, for want of memory, it stays empty.
+    void Text(const char* label, const char* report);
 
     /// "Message" of a success, then "Reboot Required" where it is shown.
     void Success(RebootRequired reboot);

@@ -3,6 +3,8 @@
 #include "BoundedText.h"
 #include "TavuDebug.h"
 
+#include <cstdio>
+
 ReportBlock::ReportBlock(std::size_t size, SizeRule rule, const char* className, const char* function)
     : mText(static_cast<char*>(std::calloc(size, 1))), mSize(size), mRule(rule), mClassName(className),
       mFunction(function) {
@@ -48,4 +50,13 @@ void ReportBlock::Raw(const char* text) {
     const std::size_t size = mRule == SizeRule::FULL ? mSize : mSize - std::strlen(mText.get());
     strcat_s(mText.get(), size, text);
     mIsFirst = false;
+}
+
+void ReportBlock::RawF(const char* format, ...) {
+    char text[256];
+    va_list arguments;
+    va_start(arguments, format);
+    std::vsnprintf(text, sizeof text, format, arguments);
+    va_end(arguments);
+    Raw(text);
 }

@@ -36,7 +36,10 @@ public:
     void Heading(const char* text);
     /// Adds a text as it stands: no indentation, no line end. It counts as a line.
     void Raw(const char* text);
+    /// The same, formatted as `printf` does and cut at 255 characters.
+    void RawF(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
+    /// Null when the buffer could not be had.
     const char* GetText() const { return mText.get(); }
 
 private:

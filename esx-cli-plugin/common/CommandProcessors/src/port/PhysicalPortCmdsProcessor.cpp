@@ -8,6 +8,7 @@
 #include "PhysicalPortBootConfigCmdsProcessor.h"
 #include "PhysicalPortBootConfigExtCmdsProcessor.h"
 #include "PhysicalPortCTDiagCmdsProcessor.h"
+#include "PhysicalPortDMICmdsProcessor.h"
 #include "PhysicalPortDPortDiagCmdsProcessor.h"
 #include "PhysicalPortFCEchoCmdsProcessor.h"
 #include "PhysicalPortFCPingCmdsProcessor.h"
@@ -70,6 +71,8 @@ constinit const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
     {"info", "use this command to get Orvane Fibre Channel Port's info", CreateFamily<PhysicalPortInfoCmdsProcessor>},
     {"stats", "use this command to get Orvane Fibre Chanel Port Statistics",
      CreateFamily<PhysicalPortFCStatsCmdsProcessor>},
+    {"dmi", "use this command to get Orvane Fibre Channel Port's SFP DMI info",
+     CreateFamily<PhysicalPortDMICmdsProcessor>},
     {"vpd", "use this command to get Orvane Fibre Channel Port's VPD info", CreateFamily<PhysicalPortVPDCmdsProcessor>},
     {"hbaparams", "use this command to get/set Orvane Fibre Channel Port's HBA parameters",
      CreateFamily<PhysicalPortHBAParamsCmdsProcessor>},

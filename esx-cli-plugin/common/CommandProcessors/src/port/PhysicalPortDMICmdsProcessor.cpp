@@ -1,0 +1,216 @@
+#include "PhysicalPortDMICmdsProcessor.h"
+
+#include "ChipFamilies.h"
+#include "LibraryCall.h"
+#include "PhysicalPortCmdsProcessor.h"
+#include "TransceiverReport.h"
+
+namespace {
+
+constexpr char CLASS_NAME[] = "PhysicalPortDMICmdsProcessor";
+
+constexpr ReportNames OUT_NAMES = {"DMIInformation", "Dmi Info", "DMIInfoList"};
+constexpr char OUT_DMI_DATA[] = "Dmi Data";
+constexpr char OUT_DMI_A0_DATA[] = "Dmi A0Data In Hex";
+constexpr char OUT_DMI_A2_DATA[] = "Dmi A2Data In Hex";
+constexpr char OUT_SFP_FW_UPDATE[] = "SFPFirmwareUpdate";
+
+/// The one vendor whose transceivers can be updated.
+constexpr char OUT_WTD[] = "WTD";
+
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_INVALID_CMD, "Failed, Data not available"},
+    {RC_CFG_READ_FAILED, "Failed, SFP DMI data read failed"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for adapter"},
+};
+
+constexpr CodeText UPDATE_TEXTS[] = {
+    {RC_SUCCESS, OUT_SUCCESS},
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_INVALID_CMD, "Failed, Data not available"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_FILE_ERROR, "Failed, File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FILE_OPEN_ERROR, "Failed, File open error"},
+    {RC_CHECKSUM_ERROR, "Failed, Checksum error"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for adapter"},
+    {RC_UNSUPPORTED_FW, "Failed, Feature not supported by driver"},
+    {RC_SFP_VENDOR_UNSUPPORTED, "Failed, SFP FW update not supported for this SFP vendor"},
+    {RC_SFP_VENDOR_MISMATCHED, "Failed, SFP Vendor mismatched"},
+    {RC_SFP_FW_UPDATE_FAILED, "Failed, SFP FW update failed"},
+};
+
+constexpr UsageText USAGES[] = {
+    {2, "Usage: get [port identifier]\r\n"},
+    {3, "Usage: getraw [port identifier]\r\n"},
+    {4, "Usage: update [port identifier]\r\n"},
+};
+
+constexpr LibraryCall READ_DATA = {CLASS_NAME, " before SFP data read", "Get SFP data failed", RC_CFG_READ_FAILED};
+
+/// Result code of a library status that the update can give.
+struct StatusCode {
+    VX_UINT32 status;
+    VX_UINT32 code;
+};
+constexpr StatusCode UPDATE_STATUSES[] = {
+    {0, RC_SUCCESS},
+    {101, RC_FILE_OPEN_ERROR},
+    {107, RC_CHECKSUM_ERROR},
+    {113, RC_FEATURE_NOT_SUPPORTED},
+    {114, RC_ADAPTER_NOT_FOUND},
+    {118, RC_UNSUPPORTED_FW},
+    {144, RC_SFP_FW_UPDATE_FAILED},
+    {145, RC_SFP_VENDOR_MISMATCHED},
+    {146, RC_SFP_VENDOR_UNSUPPORTED},
+};
+
+constexpr VX_UINT8 DRIVER_UPDATES_TRANSCEIVERS = 2; ///< in `DriverFeatureFlags`
+constexpr VX_UINT32 UPDATE_OPTION = 2;
+constexpr std::size_t UPDATE_WORDS = 3; ///< port, path, vendor
+
+constexpr std::size_t REPORT_SIZE = 16384;
+constexpr std::size_t PAGE_SIZE = 256;
+
+VX_UINT32 CodeOfUpdateStatus(VX_UINT32 status) {
+    for (const StatusCode& row : UPDATE_STATUSES) {
+        if (row.status == status) {
+            return row.code;
+        }
+    }
+    return RC_LIBRARY_FAILED;
+}
+
+/// An empty bay.
+bool IsEmpty(const _VEXAPI_SFP_DATA& data) {
+    return std::all_of(std::begin(data.Data), std::end(data.Data), [](VX_UINT8 byte) { return byte == 0; });
+}
+
+/// A page as hexadecimal bytes, each with a blank behind it.
+TavuString HexText(const VX_UINT8* page) {
+    constexpr char digits[] = "0123456789abcdef";
+    TavuString text;
+    text.reserve(PAGE_SIZE * 3);
+    std::for_each(page, page + PAGE_SIZE, [&](VX_UINT8 byte) {
+        text += digits[byte >> 4];
+        text += digits[byte & 0x0F];
+        text += ' ';
+    });
+    return text;
+}
+
+} // namespace
+
+const Leaf PhysicalPortDMICmdsProcessor::LEAVES[] = {
+    {"get", "Get Orvane Physical Port SFP DMI information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
+    {"getraw", "Get Orvane Physical Port SFP DMI information as raw hex data", 1, Xml<"CmdGetRaw", CmdGetRawCommon>,
+     nullptr},
+    // The id of `get` once more: plain leaves have no usage that would ask for it.
+    {"update", "Update Orvane Physical Port SFP DMI Firmware", 0, Xml<"CmdUpdate", CmdUpdateCommon>, nullptr},
+    {"help", "List of available commands", 1, CmdHelp, Usage},
+    {"getcli", "Get Orvane Physical Port SFP DMI information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+    {"getrawcli", "Get Orvane Physical Port SFP DMI information as raw hex data", 3,
+     Text<"CmdGetRawCli", CmdGetRawCommon>, Usage},
+    {"updatecli", "Update Orvane Physical Port SFP DMI Firmware", 4, Text<"CmdUpdateCli", CmdUpdateCommon>, Usage},
+};
+
+const FamilyDescription PhysicalPortDMICmdsProcessor::FAMILY = {
+    .className = CLASS_NAME,
+    .helpWord = "port dmi",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = OUT_NAMES,
+};
+
+VX_UINT32 PhysicalPortDMICmdsProcessor::Get(const TavuStringArray& args, _VEXAPI_SFP_DATA& data) {
+    PortEntry entry;
+    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    data = {};
+    return CallLibrary(READ_DATA, __func__, [&] { return VEXAPI_GetSFPData(&entry.protocol->PortHandle, data.Data); });
+}
+
+VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
+    PortEntry entry;
+    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+        return code;
+    }
+    if (args.size() < UPDATE_WORDS) {
+        return RC_INVALID_PARAMETER;
+    }
+    const char* path = ArgText(args, 1);
+    if (!FileExists(path)) {
+        TavuDebug::Print(TRACE_DEBUG, "%s::%s: SFP Image file [%s] does not exist", CLASS_NAME, "CmdUpdateCommon",
+                         path);
+        return RC_FILE_ERROR;
+    }
+    if (CompareNoCase(ArgText(args, 2), OUT_WTD) != 0) {
+        return RC_SFP_VENDOR_UNSUPPORTED;
+    }
+    if (!IsBirchAdapter(entry.protocol->ChipProperty)) {
+        return RC_FEATURE_NOT_SUPPORTED;
+    }
+    if ((entry.protocol->DriverFeatureFlags & DRIVER_UPDATES_TRANSCEIVERS) == 0) {
+        return RC_UNSUPPORTED_FW;
+    }
+    return UpdateModule(entry.protocol->PortHandle, path);
+}
+
+VX_UINT32 PhysicalPortDMICmdsProcessor::UpdateModule(VX_PORT_HANDLE& handle, const char* path) {
+    VX_UINT32 status = 0;
+    const VX_UINT32 code = MakeLibraryCalls(
+        CLASS_NAME, __func__, [&] { status = VEXAPI_SfpModuleFirmwareUpdate(&handle, path, UPDATE_OPTION); });
+    return code == RC_SUCCESS ? CodeOfUpdateStatus(status) : code;
+}
+
+VX_UINT32 PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                        eOutputFormat format) {
+    const VX_UINT32 code = Update(args);
+    DisplaySfpUpdate(self, code, format);
+    return code;
+}
+
+/// An empty bay is a document that says failure, while the command's result stays 0: clients know it so.
+void PhysicalPortDMICmdsProcessor::DisplayDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data,
+                                                  eOutputFormat format) {
+    if (IsEmpty(data)) {
+        DisplayError(self, RC_INVALID_CMD, format);
+        return;
+    }
+    ReportBlock block(REPORT_SIZE, ReportBlock::SizeRule::FULL, CLASS_NAME, __func__);
+    if (block.IsAllocated()) {
+        TransceiverReport report(block, ModuleImage(data));
+        report.CalculateDMIData();
+        report.PrintSFPDMI(true);
+        report.PrintSFP();
+    }
+    // Without memory for the block it is a success without data.
+    Document document(*self, format, CLASS_NAME, __func__);
+    document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] { document.Text(OUT_DMI_DATA, block.GetText()); });
+}
+
+/// The same holds for an empty bay here.
+void PhysicalPortDMICmdsProcessor::DisplayRawDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data,
+                                                     eOutputFormat format) {
+    if (IsEmpty(data)) {
+        DisplayError(self, RC_INVALID_CMD, format);
+        return;
+    }
+    Document document(*self, format, CLASS_NAME, __func__);
+    document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
+        document.Field(OUT_DMI_A0_DATA, HexText(data.Data));
+        document.Field(OUT_DMI_A2_DATA, HexText(data.Data + PAGE_SIZE));
+    });
+}
+
+void PhysicalPortDMICmdsProcessor::DisplaySfpUpdate(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+    Document document(*self, format, CLASS_NAME, __func__);
+    document.Flat(OUT_SFP_FW_UPDATE, [&] { document.Field(OUT_MESSAGE, ResultTextOf(UPDATE_TEXTS, code)); });
+}

@@ -1,0 +1,201 @@
+#include "TransceiverReport.h"
+
+#include "MediaInformation.h"
+
+#include <string_view>
+
+namespace {
+
+constexpr char DASHES[] = "\n---------------------------------------------------------------------------------\n";
+
+/// Offsets from the base of the module's identification.
+constexpr VX_UINT16 VENDOR_NAME = 20;
+constexpr VX_UINT16 PART_NUMBER = 40;
+constexpr VX_UINT16 REVISION = 56;
+constexpr VX_UINT16 SERIAL_NUMBER = 68;
+constexpr VX_UINT16 VENDOR_SPECIFIC = 96;
+
+constexpr std::string_view ORVANE = "Orvane";
+
+constexpr char DIAG_MONITORING_TYPE[] = "Diag Monitoring Type:";
+constexpr VX_UINT8 DIGITAL_MONITORING = 0x40;
+
+/// Bytes of a raw field on one line.
+constexpr int RAW_BYTES_PER_LINE = 8;
+
+bool StartsAt(const ModuleImage& image, VX_UINT16 offset, std::string_view text) {
+    for (const char character : text) {
+        if (image[offset++] != static_cast<VX_UINT8>(character)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void TransceiverReport::PrintSFPDMI(bool showsInstalled) {
+    PrintMediaInformation(showsInstalled);
+    if (!mImage.IsQsfp() && GetSFPTableBitValue(mImage, DIAG_MONITORING_TYPE, DIGITAL_MONITORING) != 0) {
+        PrintSummary();
+    }
+}
+
+void TransceiverReport::PrintSFP() {
+    for (const FieldTable* row = FieldTableOf(mImage); row->Offset != END_OF_FIELDS; ++row) {
+        PrintField(*row);
+    }
+}
+
+void TransceiverReport::PrintField(const FieldTable& row) {
+    switch (row.FieldType) {
+    case FieldBitCode:
+        PrintLabel(row);
+        PrintBitTableDataCode(row);
+        mOutput.Raw("\n");
+        break;
+    case FieldHeading:
+        mOutput.RawF("%s\n", row.Name);
+        break;
+    case FieldSkip:
+        break;
+    case FieldBitList:
+        mOutput.RawF("%31s", row.Name); // the label has a colon of its own
+        PrintBitTableData(row);
+        break;
+    case FieldByteTable:
+        PrintByteTableData(row);
+        break;
+    case FieldHex4:
+        PrintByteData(row, 4);
+        break;
+    case FieldHex2:
+        PrintByteData(row, 2);
+        break;
+    case FieldRaw:
+        PrintRawData(row);
+        break;
+    case FieldAscii:
+        PrintAsciiData(row);
+        break;
+    default:
+        mOutput.Raw("Incorrect Data Type\n");
+        break;
+    }
+}
+
+void TransceiverReport::PrintMediaInformation(bool showsInstalled) {
+    const auto field = [this](VX_UINT16 offset, DecodedText& text) {
+        text[0] = '\0';
+        return GetFieldData(mImage, nullptr, FieldAscii, static_cast<VX_UINT16>(mImage.Base() + offset), text);
+    };
+    // A module of the QSFP family has no field of some of these names: the end row prints an empty label.
+    const auto code = [this](const char* name) { PrintByteTableData(*GetFieldEntry(mImage, name)); };
+    const MediaInformation media = DescribeMedia(mImage);
+    DecodedText text;
+
+    mOutput.Raw(DASHES);
+    mOutput.Raw("Media Information");
+    mOutput.Raw(DASHES);
+    PrintText("Vendor", field(VENDOR_NAME, text));
+    code("Connector");
+    PrintText("Media Type", media.mediaType.c_str());
+    PrintText("Part Number", field(PART_NUMBER, text));
+    PrintText("Speed", media.speed.c_str());
+    PrintText("Revision", field(REVISION, text));
+    PrintText("Serial Number", field(SERIAL_NUMBER, text));
+    code("Identifier");
+    code("Extended Compliance Codes");
+    code("Rate Identifier");
+    if (showsInstalled) {
+        const auto offset = static_cast<VX_UINT16>(mImage.Base() + VENDOR_SPECIFIC);
+        PrintText("Orvane SFP Installed", StartsAt(mImage, offset, ORVANE) ? "Yes" : "No");
+    }
+    mOutput.Raw(DASHES);
+}
+
+void TransceiverReport::PrintSummary() {
+    mOutput.RawF("\n%28s%10s%12s%12s%12s\n", "Temperature", "Voltage", "Tx Bias", "Tx Power", "Rx Power");
+    mOutput.RawF("\n%24s%12s%12s%12s%12s\n", "(C)", "(V)", "(mA)", "(mW)", "(mW)");
+    mOutput.RawF("\n%28s%10s%12s%12s%12s\n", "--------------", "-------", "-------", "--------", "--------");
+    PrintValues("Value ", ROW_VALUE);
+    const auto status = [this](DiagnosticColumn column) { return mDiagnostics.getDMIStatusAt(ROW_STATUS, column, ""); };
+    mOutput.RawF("\n%14s%10s%13s%12s%12s%12s\n", "Status ", status(COLUMN_TEMPERATURE), status(COLUMN_VOLTAGE),
+                 status(COLUMN_TX_BIAS), status(COLUMN_TX_POWER), status(COLUMN_RX_POWER));
+    PrintValues("High Alarm ", ROW_HIGH_ALARM);
+    PrintValues("High Warning ", ROW_HIGH_WARNING);
+    PrintValues("Low Warning ", ROW_LOW_WARNING);
+    PrintValues("Low Alarm ", ROW_LOW_ALARM);
+}
+
+void TransceiverReport::PrintValues(const char* label, DiagnosticRow row) {
+    const auto value = [this, row](DiagnosticColumn column) {
+        return static_cast<double>(mDiagnostics.getValueAt(row, column));
+    };
+    mOutput.RawF("\n%14s%10.2f%13.2f%12.2f%12.4f%12.4f\n", label, value(COLUMN_TEMPERATURE), value(COLUMN_VOLTAGE),
+                 value(COLUMN_TX_BIAS), value(COLUMN_TX_POWER), value(COLUMN_RX_POWER));
+}
+
+void TransceiverReport::PrintRawData(const FieldTable& row) {
+    PrintLabel(row);
+    for (int index = 0; index < row.Size; ++index) {
+        if (index != 0 && index % RAW_BYTES_PER_LINE == 0) {
+            mOutput.RawF("\n%32s", "");
+        }
+        const VX_UINT8 byte = mImage[static_cast<std::size_t>(row.Offset + index)];
+        mOutput.RawF("0x%02x ", byte);
+    }
+    mOutput.Raw("\n");
+}
+
+void TransceiverReport::PrintByteTableData(const FieldTable& row) {
+    const char* text = "";
+    if (row.Table != nullptr) {
+        const SfpTable* code = row.Table;
+        while (code->Value != END_OF_CODES && code->Value != mImage[row.Offset]) {
+            ++code;
+        }
+        text = code->Value != END_OF_CODES ? code->Text : "";
+    }
+    PrintText(row.Name, text);
+}
+
+void TransceiverReport::PrintBitTableData(const FieldTable& row) {
+    const VX_UINT8 byte = mImage[row.Offset];
+    for (const SfpTable* bit = row.Table; bit != nullptr && bit->Value != END_OF_CODES; ++bit) {
+        if (bit != row.Table) {
+            mOutput.RawF("\n%31s", "");
+        }
+        mOutput.RawF(" -%s: 0x%x", bit->Text, (byte & bit->Value) != 0 ? 1U : 0U);
+    }
+    mOutput.Raw("\n");
+}
+
+void TransceiverReport::PrintBitTableDataCode(const FieldTable& row) {
+    if (row.Table == nullptr) {
+        return;
+    }
+    if (mImage[row.Offset] == 0) {
+        mOutput.Raw("0x0");
+        return;
+    }
+    DecodedText text = "";
+    mOutput.Raw(GetBitDataCodeTable(&row, mImage, row.Table, text, true));
+}
+
+void TransceiverReport::PrintAsciiData(const FieldTable& row) {
+    PrintLabel(row);
+    DecodedText text;
+    mOutput.RawF("%s ", GetAsciiData(&row, mImage, text));
+    mOutput.Raw("\n");
+}
+
+void TransceiverReport::PrintByteData(const FieldTable& row, VX_UINT16 count) {
+    PrintLabel(row);
+    mOutput.Raw("0x");
+    for (VX_UINT16 index = 0; index < count; ++index) {
+        char digits[3];
+        mOutput.Raw(GetByteData(&row, mImage, count, index, digits, sizeof digits));
+    }
+    mOutput.Raw("\n");
+}
