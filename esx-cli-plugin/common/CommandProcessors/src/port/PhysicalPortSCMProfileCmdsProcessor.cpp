@@ -54,7 +54,7 @@ VX_UINT32 AdmitPort(const char* function, const TavuStringArray& args, PortEntry
 }
 
 VX_UINT32 RefuseValue(const char* option, const TavuString& value) {
-    TavuDebug::Print(TRACE_DEBUG, "%s::CmdSetCommon: %s=%s not supported", CLASS_NAME, option, value.c_str());
+    TavuDebug::Print(TRACE_DEBUG, "%s::ApplyOptions: %s=%s not supported", CLASS_NAME, option, value.c_str());
     return RC_INVALID_PARAMETER;
 }
 
