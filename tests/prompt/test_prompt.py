@@ -39,14 +39,14 @@ class Pipe(Case):
     def session(self, *lines, flags=()):
         """Feeds the lines and `q`; gives the output. The session must end by itself, with status 0."""
         run = subprocess.run([PROGRAM, *flags], input="".join(line + "\n" for line in (*lines, "q")).encode(),
-                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment, timeout=60)
+                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment, timeout=120)
         self.assertEqual((run.returncode, run.stderr), (0, b""))
         return run.stdout.decode()
 
     def broken_session(self, *lines):
         """A session that an assertion ends: its output ahead of that."""
         run = subprocess.run([PROGRAM], input="".join(line + "\n" for line in lines).encode(), stdout=subprocess.PIPE,
-                             stderr=subprocess.PIPE, env=self.environment, timeout=60)
+                             stderr=subprocess.PIPE, env=self.environment, timeout=120)
         # An assertion raises SIGABRT, whose handler ends the process as SIGINT does.
         self.assertEqual(run.returncode, -signal.SIGINT)
         self.assertEqual(run.stderr.count(b"\n"), 1)
@@ -200,7 +200,7 @@ class Pipe(Case):
 
 class OnTerminal(Case):
     def start(self):
-        child = pexpect.spawn(str(PROGRAM), env=self.environment, encoding="utf-8", echo=False, timeout=20)
+        child = pexpect.spawn(str(PROGRAM), env=self.environment, encoding="utf-8", echo=False, timeout=120)
         self.addCleanup(child.close)
         child.expect_exact("$>")
         self.assertEqual(child.before, "")
