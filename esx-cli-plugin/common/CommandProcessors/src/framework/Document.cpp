@@ -17,16 +17,14 @@ void Document::Field(const char* label, unsigned long long value, Serializer::eI
     mOut.output_field(label, value, type);
 }
 
-void Document::Text(const char* label, const char* report) {
-    mOut.begin_field_output(label);
-    if (report != nullptr) {
-        mOut.output_text(report);
-    }
-    mOut.end_field_output();
-}
-
-void Document::BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block) {
-    FieldReport(names, reboot, [&] { Text(OUT_DATA, block.GetText()); });
+void Document::TextReport(const ReportNames& names, RebootRequired reboot, const char* text) {
+    FieldReport(names, reboot, [&] {
+        mOut.begin_field_output(names.data);
+        if (text != nullptr) {
+            mOut.output_text(text);
+        }
+        mOut.end_field_output();
+    });
 }
 
 void Document::ReportError(const ReportNames& names, RebootRequired reboot, const char* message) {

@@ -22,6 +22,7 @@ struct ReportNames {
     const char* structure;
     const char* field;
     const char* list;
+    const char* data = OUT_DATA; ///< field of a data-block report's text
 };
 
 /// A data-block report: its frame, the size of its block and the rule by which the block fills.
@@ -52,8 +53,6 @@ public:
     void Field(const char* label, const TavuString& value) { Field(label, value.c_str()); }
     void Field(const char* label, bool value);
     void Field(const char* label, unsigned long long value, Serializer::eIntType type);
-    /// A field that holds a whole report, untraced; without a text, for want of memory, it stays empty.
-    void Text(const char* label, const char* report);
 
     /// "Message" of a success, then "Reboot Required" where it is shown.
     void Success(RebootRequired reboot);
@@ -95,8 +94,11 @@ public:
     template <typename Fields> void FieldReport(const ReportNames& names, RebootRequired reboot, Fields fields) {
         Report(names, reboot, [&] { Structure(names.list, fields); });
     }
-    /// A data-block report.
-    void BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block);
+    /// A data-block report of a text; null leaves its field empty.
+    void TextReport(const ReportNames& names, RebootRequired reboot, const char* text);
+    void BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block) {
+        TextReport(names, reboot, block.GetText());
+    }
     /// The error form of every report.
     void ReportError(const ReportNames& names, RebootRequired reboot, const char* message);
 

@@ -9,8 +9,7 @@ namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortDMICmdsProcessor";
 
-constexpr ReportNames OUT_NAMES = {"DMIInformation", "Dmi Info", "DMIInfoList"};
-constexpr char OUT_DMI_DATA[] = "Dmi Data";
+constexpr ReportNames OUT_NAMES = {"DMIInformation", "Dmi Info", "DMIInfoList", "Dmi Data"};
 constexpr char OUT_DMI_A0_DATA[] = "Dmi A0Data In Hex";
 constexpr char OUT_DMI_A2_DATA[] = "Dmi A2Data In Hex";
 constexpr char OUT_SFP_FW_UPDATE[] = "SFPFirmwareUpdate";
@@ -192,8 +191,7 @@ void PhysicalPortDMICmdsProcessor::DisplayDMIInfo(MultipleCmdsProcessor* self, c
         report.PrintSFP();
     }
     // Without memory for the block it is a success without data.
-    Document document(*self, format, CLASS_NAME, __func__);
-    document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] { document.Text(OUT_DMI_DATA, block.GetText()); });
+    Document(*self, format, CLASS_NAME, __func__).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, block);
 }
 
 /// The same holds for an empty bay here.
