@@ -2,6 +2,7 @@
 /// Faults that the machine can give.
 #pragma once
 
+#include <csignal>
 #include <sys/resource.h>
 
 /// Lowers a limit of the process for its lifetime.
@@ -26,4 +27,17 @@ private:
 class NoMoreFiles : public LoweredLimit {
 public:
     NoMoreFiles() : LoweredLimit(RLIMIT_NOFILE, 0) {}
+};
+
+/// No file of the process can grow beyond a size during its lifetime, as on a full file system.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t size = 0) : mHandler(std::signal(SIGXFSZ, SIG_IGN)), mLimit(RLIMIT_FSIZE, size) {}
+    ~FullDisk() { std::signal(SIGXFSZ, mHandler); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    void (*mHandler)(int);
+    LoweredLimit mLimit;
 };

@@ -1,0 +1,800 @@
+#include "HBAParamsTest.h"
+
+#include "Limits.h"
+#include "TraceLog.h"
+
+using namespace family_test;
+
+namespace {
+
+constexpr char UNKNOWN[] = "Failed, Unknown";
+constexpr char INVALID[] = "Failed, Invalid parameter";
+constexpr char READ_FAILED[] = "Failed, NVRAM read failed";
+constexpr char UPDATE_FAILED[] = "Failed, NVRAM update failed";
+constexpr char NO_HOST[] = "Failed, Host not found";
+constexpr char NO_VIRTUAL[] = "Failed, feature not supported for virtual port";
+
+class HBAParamsTest : public HBAParamsTestBase {
+protected:
+    Calls ReadCalls() const { return {PortCall("GetHBAParamsInfo")}; }
+    Calls SetCalls() const {
+        return {PortCall("GetHBAParamsInfo"), PortCall("UpdateHBAParameters"), "VEXAPI_IsRebootRequired()"};
+    }
+    static std::string RestoreError(const Format& format, const std::string& message) {
+        return format.Flat("RestoreDefaultsInfo", {Flag("Reboot Required", false), {"Message", message}});
+    }
+    static std::string SaveError(const Format& format, const std::string& message) {
+        return format.Flat("HBAParametersSave", {{"Message", message}});
+    }
+    /// What a cli leaf prints behind a code that asks for its usage.
+    static std::string UsageOf(const Format& format, const std::string& leaf) {
+        return format.IsXml() ? "" : "Usage: " + leaf + "\r\n";
+    }
+};
+
+TEST_F(HBAParamsTest, DocumentsAreByteExact) {
+    EXPECT_EQ(Run("get").output, "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
+                                 "<structure typeName=\"HBAParametersInfo\">\n"
+                                 "<field name=\"Message\">\n<string>Success</string></field>\n"
+                                 "<field name=\"HBAParameters\">\n"
+                                 "<list type=\"structure\">\n"
+                                 "<structure typeName=\"HBAParametersList\">\n"
+                                 "<field name=\"Connection Options\">\n<string>Point_To_Point_Only</string></field>\n"
+                                 "<field name=\"Data Rate\">\n<string>Auto</string></field>\n"
+                                 "<field name=\"Operation Mode\">\n"
+                                 "<string>Interrupt_When_Interrupt_Delay_Timer_Expires_Or_No_Active_I/O</string>"
+                                 "</field>\n"
+                                 "<field name=\"Frame Size\">\n<int>2048</int></field>\n"
+                                 "<field name=\"Enable Hard Loop Id\">\n<string>true</string></field>\n"
+                                 "<field name=\"Hard Loop Id\">\n<int>33</int></field>\n"
+                                 "<field name=\"Loop Reset Delay In Seconds\">\n<int>5</int></field>\n"
+                                 "<field name=\"Interrupt Delay Timer In 100us\">\n<int>11</int></field>\n"
+                                 "<field name=\"Execution Throttle\">\n<int>65000</int></field>\n"
+                                 "<field name=\"Login Retry Count\">\n<int>9</int></field>\n"
+                                 "<field name=\"Port Down Retry Count\">\n<int>30</int></field>\n"
+                                 "<field name=\"Link Down Timeout In Seconds\">\n<int>31</int></field>\n"
+                                 "<field name=\"Luns Per Target\">\n<int>8</int></field>\n"
+                                 "<field name=\"Enable LR\">\n<string>false</string></field>\n"
+                                 "<field name=\"Enable Host Hba Bios\">\n<string>false</string></field>\n"
+                                 "<field name=\"Enable Fc Tape Support\">\n<string>true</string></field>\n"
+                                 "<field name=\"Enable Lip Full Login\">\n<string>true</string></field>\n"
+                                 "<field name=\"Enable Target Reset\">\n<string>false</string></field>\n"
+                                 "<field name=\"Enable Fabric Assigned WWN\">\n<string>true</string></field>\n"
+                                 "<field name=\"Enable FWCM\">\n<string>true</string></field>\n"
+                                 "<field name=\"Virtual Lane\">\n<string>true</string></field>\n"
+                                 "</structure>\n"
+                                 "</list>\n"
+                                 "</field>\n"
+                                 "</structure>\n"
+                                 "</output>\n");
+    Stage(SNAPSHOT);
+    EXPECT_EQ(Run("setcli").output, "****************************************************\n"
+                                    "HBAParametersInfo:\n"
+                                    "Message: Success\n"
+                                    "Reboot Required: true\n"
+                                    "HBAParameters: HBAParametersList:\n"
+                                    "Connection Options: Point_To_Point_Only\n"
+                                    "Data Rate: Auto\n"
+                                    "Operation Mode: Interrupt_When_Interrupt_Delay_Timer_Expires_Or_No_Active_I/O\n"
+                                    "Frame Size: 2048\n"
+                                    "Enable Hard Loop Id: true\n"
+                                    "Hard Loop Id: 33\n"
+                                    "Loop Reset Delay In Seconds: 5\n"
+                                    "Interrupt Delay Timer In 100us: 11\n"
+                                    "Execution Throttle: 65000\n"
+                                    "Login Retry Count: 9\n"
+                                    "Port Down Retry Count: 30\n"
+                                    "Link Down Timeout In Seconds: 31\n"
+                                    "Luns Per Target: 8\n"
+                                    "Enable LR: false\n"
+                                    "Enable Host Hba Bios: false\n"
+                                    "Enable Fc Tape Support: true\n"
+                                    "Enable Lip Full Login: true\n"
+                                    "Enable Target Reset: false\n"
+                                    "Enable Fabric Assigned WWN: true\n"
+                                    "Enable FWCM: true\n"
+                                    "Virtual Lane: true\n"
+                                    "****************************************************\n");
+}
+
+TEST_F(HBAParamsTest, ErrorsAreByteExact) {
+    port->PortInterfaceType = 3;
+    EXPECT_EQ(Run("set").output,
+              "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
+              "<structure typeName=\"HBAParametersInfo\">\n"
+              "<field name=\"Reboot Required\">\n<bool>false</bool></field>\n"
+              "<field name=\"Message\">\n<string>Failed, feature not supported for virtual port</string></field>\n"
+              "<field name=\"HBAParameters\">\n"
+              "<list type=\"structure\">\n"
+              "</list>\n"
+              "</field>\n"
+              "</structure>\n"
+              "</output>\n");
+    EXPECT_EQ(Run("setFilecli").output, "****************************************************\n"
+                                        "HBAParametersInfo:\n"
+                                        "Message: Failed, feature not supported for virtual port\n"
+                                        "HBAParameters: ****************************************************\n");
+    EXPECT_EQ(Run("restoreDefaults").output,
+              "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
+              "<structure typeName=\"RestoreDefaultsInfo\">\n"
+              "<field name=\"Reboot Required\">\n<bool>false</bool></field>\n"
+              "<field name=\"Message\">\n<string>Failed, feature not supported for virtual port</string></field>\n"
+              "</structure>\n"
+              "</output>\n");
+    EXPECT_EQ(Run("savecli", "/tmp/file").output, "****************************************************\n"
+                                                  "HBAParametersSave:\n"
+                                                  "Message: Failed, feature not supported for virtual port\n"
+                                                  "****************************************************\n");
+}
+
+TEST_F(HBAParamsTest, EveryCodeHasItsText) {
+    for (const Format& format : FORMATS) {
+        for (const VX_UINT32 code : {0u, 1u, 2u, 3u, 7u, 0xFFFFFFFFu}) {
+            nvram.ConnetionOptions = code;
+            static constexpr const char* CONNECTIONS[] = {"Loop_Only", "Point_To_Point_Only",
+                                                          "Loop_Preferred_Otherwise_Point_To_Point"};
+            EXPECT_EQ(
+                Run(format.Leaf("get")).output,
+                Document(format, WithField(Shown(), "Connection Options", code < 3 ? CONNECTIONS[code] : "Unknown")));
+        }
+        nvram.ConnetionOptions = 1;
+        for (const VX_UINT32 code : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u, 8u, 0xFFFFFFFFu}) {
+            nvram.DataRate = code;
+            static constexpr const char* RATES[] = {"1_Gbps", "2_Gbps",  "Auto",    "4_Gbps",
+                                                    "8_Gbps", "16_Gbps", "32_Gbps", "64_Gbps"};
+            EXPECT_EQ(Run(format.Leaf("get")).output,
+                      Document(format, WithField(Shown(), "Data Rate", code < 8 ? RATES[code] : "Unknown")));
+        }
+        nvram.DataRate = 2;
+        for (const VX_UINT32 code : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u}) {
+            nvram.OperationMode = code;
+            const char* const text = code == 0   ? EVERY_COMPLETION
+                                     : code == 5 ? TIMER_EXPIRES
+                                     : code == 6 ? TIMER_OR_IDLE
+                                                 : "Unknown";
+            EXPECT_EQ(Run(format.Leaf("get")).output, Document(format, WithField(Shown(), "Operation Mode", text)));
+        }
+        nvram.OperationMode = 6;
+    }
+}
+
+TEST_F(HBAParamsTest, EveryFieldHasItsLine) {
+    struct NumberRow {
+        VX_UINT32 _VEXAPI_HBAParameters::*field;
+        const char* label;
+    };
+    const NumberRow numbers[] = {
+        {&_VEXAPI_HBAParameters::FrameSize, "Frame Size"},
+        {&_VEXAPI_HBAParameters::HardLoopId, "Hard Loop Id"},
+        {&_VEXAPI_HBAParameters::LoopResetDelay, "Loop Reset Delay In Seconds"},
+        {&_VEXAPI_HBAParameters::InterruptDelayTimer, "Interrupt Delay Timer In 100us"},
+        {&_VEXAPI_HBAParameters::ExecutionThrottle, "Execution Throttle"},
+        {&_VEXAPI_HBAParameters::LoginRetryCount, "Login Retry Count"},
+        {&_VEXAPI_HBAParameters::PortDownRetryCount, "Port Down Retry Count"},
+        {&_VEXAPI_HBAParameters::LinkDownTimeout, "Link Down Timeout In Seconds"},
+        {&_VEXAPI_HBAParameters::MaxLunsPerTarget, "Luns Per Target"},
+    };
+    for (const NumberRow& row : numbers) {
+        const VX_UINT32 before = nvram.*row.field;
+        for (const VX_UINT32 number : {0u, 4711u, 0xFFFFFFFFu}) { // as the library has it, whatever is legal
+            nvram.*row.field = number;
+            EXPECT_EQ(Run("get").output, Document(XML, WithField(Shown(), row.label, std::to_string(number))));
+        }
+        nvram.*row.field = before;
+    }
+    struct SwitchRow {
+        VX_UINT32 _VEXAPI_HBAParameters::*field;
+        const char* label;
+        bool isInverted;
+    };
+    const SwitchRow switches[] = {
+        {&_VEXAPI_HBAParameters::EnableHardLoopId, "Enable Hard Loop Id", false},
+        {&_VEXAPI_HBAParameters::EnableLRBit, "Enable LR", false},
+        {&_VEXAPI_HBAParameters::DisableBIOS, "Enable Host Hba Bios", true},
+        {&_VEXAPI_HBAParameters::EnableFibreChannelTapeSupport, "Enable Fc Tape Support", false},
+        {&_VEXAPI_HBAParameters::EnableLipFullLogin, "Enable Lip Full Login", false},
+        {&_VEXAPI_HBAParameters::EnableTargetReset, "Enable Target Reset", false},
+        {&_VEXAPI_HBAParameters::EnableFabricAssignWWN, "Enable Fabric Assigned WWN", false},
+        {&_VEXAPI_HBAParameters::DisableSCM, "Enable FWCM", true},
+    };
+    for (const SwitchRow& row : switches) {
+        const VX_UINT32 before = nvram.*row.field;
+        for (const VX_UINT32 number : {0u, 1u}) {
+            nvram.*row.field = number;
+            const bool isTrue = (number == 1) != row.isInverted;
+            EXPECT_EQ(Run("getcli").output, Document(TEXT, WithField(Shown(), row.label, isTrue ? "true" : "false")));
+        }
+        nvram.*row.field = before;
+    }
+    nvram.EnableVirtualLane = 0;
+    EXPECT_EQ(Run("get").output, Document(XML, WithField(Shown(), "Virtual Lane", "false")));
+    // The bit that goes through the file alone is shown nowhere.
+    nvram.EnableVirtualLane = 1;
+    nvram.RecvOutOfOrderDataBit = 0;
+    EXPECT_EQ(Run("get").output, Document(XML, Shown()));
+}
+
+TEST_F(HBAParamsTest, AdaptersHideWhatTheyHaveNot) {
+    nvram.DataRate = 5;
+    for (const AdapterRow& row : ADAPTERS) {
+        SetAdapter(row.adapter);
+        const auto isIn = [&row](const Adapters& adapters) { return IsIn(adapters, row.adapter); };
+        std::vector<Field> fields = WithField(Shown(), "Data Rate", isIn(ROWAN_CNAS) ? "10_Gbps" : "16_Gbps");
+        if (isIn({A_WILLOW})) {
+            fields = WithField(fields, "Operation Mode", "NA");
+            fields = WithField(fields, "Interrupt Delay Timer In 100us", "0");
+        }
+        if (isIn(TEN_GS)) {
+            fields = WithField(fields, "Enable Hard Loop Id", "NA");
+            fields = WithField(fields, "Hard Loop Id", "0");
+            fields = WithField(fields, "Enable Lip Full Login", "NA");
+        }
+        if (isIn(ROWAN_CNAS)) {
+            fields = WithField(fields, "Execution Throttle", "0");
+        }
+        if (isIn({A_4G, A_WILLOW})) {
+            fields = WithField(fields, "Enable LR", "NA");
+        }
+        if (isIn(Adapters{A_4G, A_8G} + TEN_GS)) {
+            fields = WithField(fields, "Enable Fabric Assigned WWN", "NA");
+        }
+        if (!isIn(UEFI_CAPABLES)) {
+            fields = WithField(fields, "Enable FWCM", "NA");
+        }
+        if (!isIn(BIRCHES)) {
+            fields = WithField(fields, "Virtual Lane", "NA");
+        }
+        for (const Format& format : FORMATS) {
+            EXPECT_EQ(Run(format.Leaf("get")).output, Document(format, fields)) << row.name;
+        }
+    }
+}
+
+TEST_F(HBAParamsTest, GetNeverLooksAtTheFile) {
+    Stage(WithLine(SNAPSHOT, "Frame_Size", "512"));
+    const auto identity = FileIdentity();
+    for (const Format& format : FORMATS) {
+        const CommandRun run = Run(format.Leaf("get"), "-z 1024");
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, Document(format, Shown()));
+        EXPECT_EQ(PortCalls(), ReadCalls());
+    }
+    EXPECT_EQ(FileIdentity(), identity);
+}
+
+TEST_F(HBAParamsTest, SetFileBeginsWithASnapshot) {
+    for (const Format& format : FORMATS) {
+        RemoveFiles();
+        const CommandRun run = Run(format.Leaf("setFile"));
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, Document(format, Shown())); // no reboot is asked for
+        EXPECT_EQ(PortCalls(), ReadCalls());
+        EXPECT_EQ(Staged(), SNAPSHOT);
+        EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
+    }
+}
+
+TEST_F(HBAParamsTest, SetFileShowsThePendingState) {
+    for (const Format& format : FORMATS) {
+        RemoveFiles();
+        std::vector<Field> fields = WithField(Shown(), "Frame Size", "512");
+        EXPECT_EQ(Run(format.Leaf("setFile"), "-z 512").output, Document(format, fields));
+        fields = WithField(fields, "Enable Host Hba Bios", "true");
+        EXPECT_EQ(Run(format.Leaf("setFile"), "--enable-bios true").output, Document(format, fields));
+        EXPECT_EQ(Staged(), WithLine(WithLine(SNAPSHOT, "Frame_Size", "512"), "Disable_BIOS", "0"));
+        // The file keeps its own, whatever the port has meanwhile.
+        nvram.LoginRetryCount = 77;
+        EXPECT_EQ(Run(format.Leaf("setFile"), "").output, Document(format, fields));
+        EXPECT_EQ(PortCalls(), ReadCalls());
+        nvram.LoginRetryCount = 9;
+    }
+}
+
+TEST_F(HBAParamsTest, ARefusedFirstSetFileLeavesTheSnapshot) {
+    for (const Format& format : FORMATS) {
+        RemoveFiles();
+        const CommandRun run = Run(format.Leaf("setFile"), "-z 512 -u 256");
+        EXPECT_EQ(run.code, 6u);
+        EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, "setFile"));
+        EXPECT_EQ(Staged(), SNAPSHOT);
+        EXPECT_EQ(Run(format.Leaf("set")).code, 0u);
+        EXPECT_TRUE(WasWritten(nvram)); // the snapshot, unchanged
+    }
+}
+
+TEST_F(HBAParamsTest, RefusalsHaveTheirTexts) {
+    struct Case {
+        Adapter adapter;
+        std::string options;
+        VX_UINT32 code;
+        const char* message;
+    };
+    const Case cases[] = {
+        {A_BIRCH, "-z 1", 6, INVALID},
+        {A_BIRCH, std::string("-e 1 -m ") + EVERY_COMPLETION, 17,
+         "Failed, Interrupt Delay Timer value > 0 not supported for Operation Mode value "
+         "Interrupt_For_Every_I/O_Completion"},
+        {A_BIRCH, "-c Loop_Only -d 32_Gbps", 18,
+         "Failed, Connection Options value Loop_Only not supported for data rate value 16 Gbps and above"},
+        // The same text where no data rate is involved
+        {A_BIRCH_64G, "-c Loop_Only", 18,
+         "Failed, Connection Options value Loop_Only not supported for data rate value 16 Gbps and above"},
+        {A_BIRCH, "-x 1", 35, "Failed, feature not supported"},
+        {A_CEDAR, "-d Auto", 47, "Failed, Read-Only parameter"},
+    };
+    for (const Case& row : cases) {
+        SetAdapter(row.adapter);
+        for (const Format& format : FORMATS) {
+            Stage(SNAPSHOT);
+            const CommandRun run = Run(format.Leaf("setFile"), row.options);
+            EXPECT_EQ(run.code, row.code) << row.options;
+            EXPECT_EQ(run.output, Error(format, row.message) + (row.code == 6 ? UsageOf(format, "setFile") : ""));
+        }
+    }
+}
+
+TEST_F(HBAParamsTest, SetWritesTheWholeRecordOnce) {
+    for (const Format& format : FORMATS) {
+        Run("setFile", "-z 512");
+        Run("setFile", "-b true -y 256 -j false");
+        const CommandRun run = Run(format.Leaf("set"));
+        EXPECT_EQ(run.code, 0u);
+        std::vector<Field> fields = WithField(Shown(), "Frame Size", "512");
+        fields = WithField(fields, "Enable Host Hba Bios", "true");
+        fields = WithField(fields, "Luns Per Target", "256");
+        fields = WithField(fields, "Virtual Lane", "false");
+        EXPECT_EQ(run.output, Document(format, fields, true));
+        EXPECT_EQ(PortCalls(), SetCalls());
+        _VEXAPI_HBAParameters expected = nvram; // with all that the tool doesn't know
+        expected.FrameSize = 512;
+        expected.DisableBIOS = 0;
+        expected.MaxLunsPerTarget = 256;
+        expected.EnableVirtualLane = 0;
+        EXPECT_TRUE(WasWritten(expected));
+        EXPECT_EQ(Staged(), "no file");
+
+        // The next one has nothing to write.
+        EXPECT_EQ(Run(format.Leaf("set")).output, Error(format, UNKNOWN, true));
+    }
+}
+
+/// `set` takes no options: they stay words that nobody reads.
+TEST_F(HBAParamsTest, SetReadsNoOptions) {
+    Stage(SNAPSHOT);
+    EXPECT_EQ(Run("set", "-z 512 -u 4096").code, 0u);
+    EXPECT_TRUE(WasWritten(nvram));
+}
+
+TEST_F(HBAParamsTest, SetWritesASnapshotOverOtherChanges) {
+    Run("setFile");
+    const _VEXAPI_HBAParameters before = nvram;
+    nvram.LoginRetryCount = 77;
+    nvram.FrameSize = 1024;
+    Run("set");
+    EXPECT_TRUE(WasWritten(before));
+}
+
+TEST_F(HBAParamsTest, SetWithNothingPending) {
+    for (const Format& format : FORMATS) {
+        const CommandRun run = Run(format.Leaf("set"));
+        EXPECT_EQ(run.code, 0u); // although the document tells of a failure
+        EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
+        EXPECT_EQ(PortCalls(), ReadCalls());
+        EXPECT_EQ(Staged(), "no file");
+    }
+    // The read comes first.
+    Fake().Return("VEXAPI_GetHBAParamsInfo", 1);
+    const CommandRun run = Run("set");
+    EXPECT_EQ(run.code, 13u);
+    EXPECT_EQ(run.output, Error(XML, READ_FAILED, true));
+}
+
+TEST_F(HBAParamsTest, AFolderIsNoFile) {
+    std::filesystem::create_directory(FilePath());
+    CommandRun run = Run("set");
+    EXPECT_EQ(run.code, 0u);
+    EXPECT_EQ(run.output, Error(XML, UNKNOWN, true));
+    run = Run("setFile", "-z 512");
+    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.output, Error(XML, UNKNOWN));
+    EXPECT_TRUE(std::filesystem::is_directory(FilePath()));
+}
+
+TEST_F(HBAParamsTest, RebootIsRequiredWhenTheWordIs1OrCantBeHad) {
+    struct Case {
+        VX_UINT32 status;
+        VX_UINT32 word;
+        bool isRequired;
+    };
+    const Case cases[] = {{0, 1, true}, {0, 0, false}, {0, 2, false}, {1, 0, true}, {5, 2, true}};
+    for (const Case& row : cases) {
+        rebootStatus = row.status;
+        reboot = row.word;
+        for (const Format& format : FORMATS) {
+            Stage(SNAPSHOT);
+            CommandRun run = Run(format.Leaf("set"));
+            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.output, Document(format, Shown(), row.isRequired)) << row.status << " " << row.word;
+            EXPECT_EQ(Staged(), "no file");
+            run = Run(format.Leaf("restoreDefaults"));
+            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.output, format.Flat("RestoreDefaultsInfo",
+                                              {{"Message", "Success"}, Flag("Reboot Required", row.isRequired)}));
+        }
+    }
+}
+
+TEST_F(HBAParamsTest, FailingReads) {
+    Fake().Return("VEXAPI_GetHBAParamsInfo", 1);
+    for (const Format& format : FORMATS) {
+        for (const char* const leaf : {"get", "setFile", "set"}) {
+            const bool isSet = std::string(leaf) == "set";
+            for (const char* const content : {"", SNAPSHOT}) {
+                RemoveFiles();
+                if (*content != '\0') {
+                    Stage(content);
+                }
+                const CommandRun run = Run(format.Leaf(leaf), "-z 512");
+                EXPECT_EQ(run.code, 13u);
+                EXPECT_EQ(run.output, Error(format, READ_FAILED, isSet));
+                EXPECT_EQ(PortCalls(), ReadCalls());
+                EXPECT_EQ(Staged(), *content == '\0' ? "no file" : content);
+            }
+        }
+    }
+}
+
+TEST_F(HBAParamsTest, AFailingWriteKeepsTheFile) {
+    const std::string content = WithLine(SNAPSHOT, "Frame_Size", "512");
+    for (const Format& format : FORMATS) {
+        Stage(content);
+        Fake().Return("VEXAPI_UpdateHBAParameters", 1);
+        const CommandRun run = Run(format.Leaf("set"));
+        EXPECT_EQ(run.code, 20u);
+        EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true));
+        EXPECT_EQ(PortCalls(), (Calls{PortCall("GetHBAParamsInfo"), PortCall("UpdateHBAParameters")}));
+        EXPECT_EQ(Staged(), content);
+        // So that it can be repeated
+        Fake().Return("VEXAPI_UpdateHBAParameters", 0);
+        EXPECT_EQ(Run(format.Leaf("set")).output, Document(format, WithField(Shown(), "Frame Size", "512"), true));
+        EXPECT_EQ(Staged(), "no file");
+    }
+}
+
+TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
+    const auto read = Fake().onGetHBAParamsInfo;
+    const auto write = Fake().onUpdateHBAParameters;
+    for (const Format& format : FORMATS) {
+        // Ahead of the read
+        Stage(SNAPSHOT);
+        for (const char* const leaf : {"get", "setFile", "set", "restoreDefaults", "save"}) {
+            CommandRun run;
+            {
+                NoFiles files;
+                LoseFiles(files);
+                run = Run(format.Leaf(leaf), "/tmp/file");
+            }
+            Fake().onGetAdapterList = nullptr;
+            EXPECT_EQ(run.code, 19u) << leaf;
+            EXPECT_EQ(run.output, *leaf == 'r'                  ? RestoreError(format, UNKNOWN)
+                                  : std::string(leaf) == "save" ? SaveError(format, UNKNOWN)
+                                                                : Error(format, UNKNOWN, std::string(leaf) == "set"));
+            EXPECT_EQ(PortCalls(), Calls{});
+            EXPECT_EQ(Staged(), SNAPSHOT);
+        }
+        // Ahead of the write; the cache file can't be read then either
+        {
+            NoFiles files;
+            Fake().onGetHBAParamsInfo = [&](VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters,
+                                            VX_HBA_AUX* auxiliary) {
+                files.Begin();
+                return read(handle, parameters, auxiliary);
+            };
+            const CommandRun run = Run(format.Leaf("set"));
+            EXPECT_EQ(run.code, 19u);
+            EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
+            EXPECT_EQ(PortCalls(), ReadCalls());
+        }
+        EXPECT_EQ(Staged(), SNAPSHOT);
+        Fake().onGetHBAParamsInfo = read;
+        // Ahead of the reboot question: the write is done, and to ask for a reboot is the safe answer.
+        reboot = 0;
+        {
+            NoFiles files;
+            Fake().onUpdateHBAParameters = [&](VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters) {
+                files.Begin();
+                return write(handle, parameters);
+            };
+            const CommandRun run = Run(format.Leaf("set"));
+            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.output, Document(format, Shown(), true));
+            EXPECT_EQ(PortCalls(), (Calls{PortCall("GetHBAParamsInfo"), PortCall("UpdateHBAParameters")}));
+        }
+        EXPECT_EQ(Staged(), "no file");
+        Fake().onUpdateHBAParameters = write;
+        {
+            NoFiles files;
+            Fake().onRestoreDefaultNVRAM = [&files](VX_PORT_HANDLE*) {
+                files.Begin();
+                return 0u;
+            };
+            const CommandRun run = Run(format.Leaf("restoreDefaults"));
+            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.output,
+                      format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", true)}));
+        }
+        reboot = 1;
+    }
+}
+
+TEST_F(HBAParamsTest, PortsThatAreNone) {
+    struct Case {
+        std::string identifier;
+        VX_UINT32 code;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"FC_21:00:0a:0b:0c:0d:ff:ff", 6, INVALID}, {"port", 6, INVALID}, {"help", 5, UNKNOWN}, {"/h", 5, UNKNOWN}};
+    for (const Format& format : FORMATS) {
+        for (const Case& row : cases) {
+            const auto run = [&](const char* leaf) {
+                const CommandRun done =
+                    FamilyTest::Run("-t port -s hbaparams " + format.Leaf(leaf) + " " + row.identifier + " /tmp/file");
+                EXPECT_EQ(done.code, row.code) << leaf << " " << row.identifier;
+                EXPECT_EQ(PortCalls(), Calls{});
+                return done.output;
+            };
+            EXPECT_EQ(run("get"), Error(format, row.message) + UsageOf(format, "get"));
+            EXPECT_EQ(run("setFile"), Error(format, row.message) + UsageOf(format, "setFile"));
+            EXPECT_EQ(run("set"), Error(format, row.message, true) + UsageOf(format, "set"));
+            EXPECT_EQ(run("restoreDefaults"), RestoreError(format, row.message) + UsageOf(format, "restoreDefaults"));
+            EXPECT_EQ(run("save"), SaveError(format, row.message) + UsageOf(format, "save"));
+        }
+        LoseHost();
+        const CommandRun set = Run(format.Leaf("set"));
+        EXPECT_EQ(set.code, 14u);
+        EXPECT_EQ(set.output, Error(format, NO_HOST, true));
+        EXPECT_EQ(Run(format.Leaf("get")).output, Error(format, NO_HOST));
+        EXPECT_EQ(Run(format.Leaf("setFile")).output, Error(format, NO_HOST));
+        EXPECT_EQ(Run(format.Leaf("restoreDefaults")).output, RestoreError(format, NO_HOST));
+        EXPECT_EQ(Run(format.Leaf("save"), "/tmp/file").output, SaveError(format, NO_HOST));
+        Fake().host.hasList = true;
+        EXPECT_EQ(FamilyTest::Run("-t port -s hbaparams " + format.Leaf("get")).output,
+                  Error(format, INVALID) + UsageOf(format, "get"));
+    }
+}
+
+TEST_F(HBAParamsTest, VirtualPortsHaveNone) {
+    port->PortInterfaceType = 3;
+    for (const Format& format : FORMATS) {
+        const auto run = [&](const char* leaf, const char* rest = "") {
+            const CommandRun done = Run(format.Leaf(leaf), rest);
+            EXPECT_EQ(done.code, 51u) << leaf;
+            EXPECT_EQ(PortCalls(), Calls{});
+            return done.output;
+        };
+        EXPECT_EQ(run("get"), Error(format, NO_VIRTUAL));
+        EXPECT_EQ(run("setFile"), Error(format, NO_VIRTUAL));
+        EXPECT_EQ(run("set"), Error(format, NO_VIRTUAL, true));
+        EXPECT_EQ(run("restoreDefaults"), RestoreError(format, NO_VIRTUAL));
+        EXPECT_EQ(run("save"), SaveError(format, NO_VIRTUAL)); // ahead of the missing file name
+        EXPECT_EQ(run("save", "/tmp/file"), SaveError(format, NO_VIRTUAL));
+    }
+    EXPECT_EQ(Staged(), "no file");
+}
+
+TEST_F(HBAParamsTest, RestoreDefaultsLeavesThePendingFile) {
+    Stage(SNAPSHOT);
+    const auto identity = FileIdentity();
+    for (const Format& format : FORMATS) {
+        CommandRun run = Run(format.Leaf("restoreDefaults"));
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output,
+                  format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", true)}));
+        EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM"), "VEXAPI_IsRebootRequired()"}));
+        // A write that fails is told as a read.
+        Fake().ReturnInTurn("VEXAPI_RestoreDefaultNVRAM", {1});
+        run = Run(format.Leaf("restoreDefaults"));
+        EXPECT_EQ(run.code, 13u);
+        EXPECT_EQ(run.output, RestoreError(format, READ_FAILED));
+        EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM")}));
+    }
+    EXPECT_EQ(Staged(), SNAPSHOT);
+    EXPECT_EQ(FileIdentity(), identity);
+}
+
+TEST_F(HBAParamsTest, Saves) {
+    Stage(SNAPSHOT);
+    for (const Format& format : FORMATS) {
+        CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt more");
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, format.Flat("HBAParametersSave", {{"Message", "Success"}}));
+        EXPECT_EQ(PortCalls(), (Calls{PortCall("SaveSingleAdapterNVRAMToFile", "\"/tmp/nvram.txt\"")}));
+        // Without a file name the library isn't called.
+        run = Run(format.Leaf("save"));
+        EXPECT_EQ(run.code, 6u);
+        EXPECT_EQ(run.output, SaveError(format, INVALID) + UsageOf(format, "save"));
+        EXPECT_EQ(PortCalls(), Calls{});
+        Fake().ReturnInTurn("VEXAPI_SaveSingleAdapterNVRAMToFile", {1});
+        run = Run(format.Leaf("save"), "/tmp/nvram.txt");
+        EXPECT_EQ(run.code, 13u);
+        EXPECT_EQ(run.output, SaveError(format, READ_FAILED));
+    }
+    EXPECT_EQ(Staged(), SNAPSHOT);
+}
+
+TEST_F(HBAParamsTest, UsageOfTheCliLeaves) {
+    for (const char* const leaf : {"get", "setFile", "set", "restoreDefaults", "save"}) {
+        EXPECT_EQ(FamilyTest::Run("-t port -s hbaparams " + std::string(leaf) + "cli ?").output,
+                  "Usage: " + std::string(leaf) + "\r\n");
+        EXPECT_EQ(FamilyTest::Run("-t port -s hbaparams " + std::string(leaf) + " ?").output, "");
+    }
+}
+
+/// Keys of the file and what is taken of them when read.
+struct KeyRow {
+    const char* key;
+    VX_UINT32 _VEXAPI_HBAParameters::*field;
+    std::vector<VX_UINT32> accepted;
+    std::vector<VX_UINT32> dropped;
+};
+const KeyRow KEYS[] = {
+    {"Connection_Options", &_VEXAPI_HBAParameters::ConnetionOptions, {0, 2}, {3, 255}},
+    {"Data_Rate", &_VEXAPI_HBAParameters::DataRate, {0, 7}, {8}},
+    {"Disable_BIOS", &_VEXAPI_HBAParameters::DisableBIOS, {0, 1}, {2}},
+    {"Disable_SCM", &_VEXAPI_HBAParameters::DisableSCM, {0, 1}, {2}},
+    {"Enable_Fabric_Assign_WWN", &_VEXAPI_HBAParameters::EnableFabricAssignWWN, {0, 1}, {2}},
+    {"Enable_Fibre_Channel_Tape_Support", &_VEXAPI_HBAParameters::EnableFibreChannelTapeSupport, {0, 1}, {2}},
+    {"Enable_Hard_Loop_Id", &_VEXAPI_HBAParameters::EnableHardLoopId, {0, 1}, {2}},
+    {"Enable_LR", &_VEXAPI_HBAParameters::EnableLRBit, {0, 1}, {2}},
+    {"Enable_Lip_Full_Login", &_VEXAPI_HBAParameters::EnableLipFullLogin, {0, 1}, {2}},
+    {"Enable_Receive_Out_Of_Order_Frames", &_VEXAPI_HBAParameters::RecvOutOfOrderDataBit, {0, 1}, {2}},
+    {"Enable_Target_Reset", &_VEXAPI_HBAParameters::EnableTargetReset, {0, 1}, {2}},
+    {"Execution_Throttle", &_VEXAPI_HBAParameters::ExecutionThrottle, {0, 65535}, {65536}},
+    {"Frame_Size",
+     &_VEXAPI_HBAParameters::FrameSize,
+     {512, 1024, 2048, 2112}, // the last on every adapter: the file isn't held against the adapter
+     {0, 511, 513, 2047, 2049, 2113, 4096}},
+    {"Hard_Loop_ID", &_VEXAPI_HBAParameters::HardLoopId, {0, 125}, {126, 200}},
+    {"Interrupt_Delay_Timer", &_VEXAPI_HBAParameters::InterruptDelayTimer, {0, 255}, {256}},
+    {"Link_Down_Timeout", &_VEXAPI_HBAParameters::LinkDownTimeout, {0, 240}, {241}},
+    {"Login_Retry_Count", &_VEXAPI_HBAParameters::LoginRetryCount, {0, 255}, {256}},
+    {"Loop_Reset_Delay", &_VEXAPI_HBAParameters::LoopResetDelay, {0, 255}, {256}},
+    {"Luns_Per_Target", &_VEXAPI_HBAParameters::MaxLunsPerTarget, {0, 256}, {257}},
+    {"Operation_Mode", &_VEXAPI_HBAParameters::OperationMode, {0, 5, 6}, {1, 4, 7}},
+    {"Port_Down_Retry_Count", &_VEXAPI_HBAParameters::PortDownRetryCount, {0, 255}, {256}},
+};
+
+class HBAParamsFileTest : public HBAParamsTest {
+protected:
+    /// Runs `set` on a file of this content and expects the record that is written.
+    void ExpectWritten(const std::string& content, const _VEXAPI_HBAParameters& expected) {
+        written.reset();
+        Stage(content);
+        EXPECT_EQ(Run("set").code, 0u) << content;
+        EXPECT_TRUE(WasWritten(expected)) << content;
+    }
+};
+
+TEST_F(HBAParamsFileTest, ValuesOutOfRangeAreDropped) {
+    for (const KeyRow& row : KEYS) {
+        for (const VX_UINT32 number : row.accepted) {
+            _VEXAPI_HBAParameters expected = nvram;
+            expected.*row.field = number;
+            ExpectWritten(std::string(row.key) + "=" + std::to_string(number) + "\n", expected);
+        }
+        std::vector<VX_UINT32> dropped = row.dropped;
+        dropped.push_back(0xFFFFFFFF);
+        for (const VX_UINT32 number : dropped) {
+            ExpectWritten(std::string(row.key) + "=" + std::to_string(number) + "\n", nvram);
+        }
+        ExpectWritten(std::string(row.key) + "=-1\n", nvram);
+    }
+    _VEXAPI_HBAParameters expected = nvram;
+    expected.EnableVirtualLane = 0;
+    ExpectWritten("Enable_Virtual_Lane=0\n", expected);
+    expected.EnableVirtualLane = 1;
+    ExpectWritten("Enable_Virtual_Lane=1\n", expected);
+    ExpectWritten("Enable_Virtual_Lane=2\n", nvram);
+    ExpectWritten("Enable_Virtual_Lane=256\n", nvram); // and not its low byte
+}
+
+TEST_F(HBAParamsFileTest, NumbersAreReadAsOptionsAre) {
+    _VEXAPI_HBAParameters expected = nvram;
+    expected.HardLoopId = 0;
+    for (const char* const text : {"abc", "", "0x10", "4294967296", "#33"}) {
+        ExpectWritten(std::string("Hard_Loop_ID=") + text + "\n", expected);
+    }
+    expected.HardLoopId = 7;
+    for (const char* const text : {"7", " 7 8", "7up", "+7", "4294967303", "7#8", "007"}) { // 2^32 + 7
+        ExpectWritten(std::string("Hard_Loop_ID=") + text + "\n", expected);
+    }
+    // A value that is longer than the reader's 512 bytes is cut there, and still far out of range.
+    ExpectWritten("Hard_Loop_ID=" + std::string(512, '1') + "\n", nvram);
+    ExpectWritten("Hard_Loop_ID=" + std::string(900, '1') + "\n", nvram);
+}
+
+TEST_F(HBAParamsFileTest, HandEditedFiles) {
+    _VEXAPI_HBAParameters expected = nvram;
+    expected.FrameSize = 512;
+    // All else comes from the read.
+    ExpectWritten("Frame_Size=512\n", expected);
+    ExpectWritten("Frame_Size=512", expected);
+    ExpectWritten("\n# my port\n  frame_size = 512 # small\nnonsense\n", expected);
+    ExpectWritten("FRAME_SIZE=512\nFrame_Size=1024\n", expected); // the first line counts
+    ExpectWritten("#Frame_Size=1024\nFrame_Size=512\n", expected);
+    ExpectWritten("", nvram);
+    ExpectWritten(WithLine(SNAPSHOT, "Hard_Loop_ID", "200"), nvram);
+    _VEXAPI_HBAParameters loops = nvram;
+    loops.EnableHardLoopId = 0;
+    loops.HardLoopId = 77;
+    ExpectWritten("Hard_Loop_ID=77\nEnable_Hard_Loop_Id=0\n", loops);
+}
+
+TEST_F(HBAParamsFileTest, AnUpdateRegardsTheCaseOfAKey) {
+    // The reader finds the first line; the updater doesn't see it, and appends another.
+    Stage("frame_size=1024\n");
+    ExpectStaged("-z 512", "frame_size=1024\nFrame_Size=512\n");
+    // A last line without a newline gets one: both settings would be lost otherwise.
+    Stage("Hard_Loop_ID=33");
+    ExpectStaged("-z 512", "Hard_Loop_ID=33\nFrame_Size=512\n");
+    // Every line that holds a key is replaced, even a comment.
+    Stage("# Frame_Size was 2048\nFrame_Size=2048\n");
+    ExpectStaged("-z 512", "Frame_Size=512\nFrame_Size=512\n");
+    Stage(SNAPSHOT);
+    ExpectStaged("-l 7", WithLine(SNAPSHOT, "Hard_Loop_ID", "7"));
+    ExpectStaged("-p false", WithLine(WithLine(SNAPSHOT, "Hard_Loop_ID", "7"), "Enable_Hard_Loop_Id", "0"));
+}
+
+TEST_F(HBAParamsFileTest, ASnapshotOfOddValuesChangesNothing) {
+    nvram.DataRate = 9;
+    nvram.HardLoopId = 0xFFFFFFFF;
+    nvram.EnableVirtualLane = 255;
+    Run("setFile");
+    EXPECT_EQ(Staged(), WithLine(WithLine(WithLine(SNAPSHOT, "Data_Rate", "9"), "Hard_Loop_ID", "-1"),
+                                 "Enable_Virtual_Lane", "255"));
+    Run("set");
+    EXPECT_TRUE(WasWritten(nvram));
+}
+
+TEST_F(HBAParamsFileTest, PortsHaveFilesOfTheirOwn) {
+    _vexapi_protocol_t& other = Fake().host.AddProtocol(*phyPort);
+    std::memcpy(other.WWPN, port->WWPN, sizeof other.WWPN);
+    other.WWPN[7] = 0x02;
+    other.ChipProperty = port->ChipProperty;
+    const std::string otherPath = "/tmp/HBAParams_" + Id(other);
+    unlink(otherPath.c_str());
+    Stage(SNAPSHOT);
+    EXPECT_EQ(FamilyTest::Run("-t port -s hbaparams setFile " + Id(other) + " -z 512").code, 0u);
+    EXPECT_EQ(Staged(), SNAPSHOT);
+    EXPECT_EQ(ReadFile(otherPath), WithLine(SNAPSHOT, "Frame_Size", "512"));
+    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Staged(), "no file");
+    EXPECT_TRUE(std::filesystem::exists(otherPath));
+    unlink(otherPath.c_str());
+}
+
+TEST_F(HBAParamsFileTest, AFullDiskLosesNothing) {
+    for (const Format& format : FORMATS) {
+        RemoveFiles();
+        CommandRun run;
+        {
+            const FullDisk disk;
+            run = Run(format.Leaf("setFile"), "-z 512");
+        }
+        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.output, Error(format, UNKNOWN));
+        EXPECT_EQ(Staged(), "no file");
+        Stage(SNAPSHOT);
+        {
+            const FullDisk disk;
+            run = Run(format.Leaf("setFile"), "-z 512");
+        }
+        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.output, Error(format, UNKNOWN));
+        EXPECT_EQ(Staged(), SNAPSHOT);
+        EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
+    }
+}
+
+} // namespace
