@@ -18,6 +18,7 @@
 #include "PhysicalPortHBAParamsCmdsProcessor.h"
 #include "PhysicalPortInfoCmdsProcessor.h"
 #include "PhysicalPortLoopbackCmdsProcessor.h"
+#include "PhysicalPortRDPCmdsProcessor.h"
 #include "PhysicalPortRWBufferCmdsProcessor.h"
 #include "PhysicalPortSCMChkCmdsProcessor.h"
 #include "PhysicalPortSCMProfileCmdsProcessor.h"
@@ -104,6 +105,8 @@ constinit const SubFamily PhysicalPortCmdsProcessor::SUB_FAMILIES[] = {
      CreateFamily<PhysicalPortFCPingCmdsProcessor>},
     {"fcecho", "use this command to run FC Echo ELS diagnostic through Orvane Fibre Channel Port",
      CreateFamily<PhysicalPortFCEchoCmdsProcessor>},
+    {"rdp", "use this command to get Read Diagnostic Parameters ELS info through Orvane Fibre Channel Port",
+     CreateFamily<PhysicalPortRDPCmdsProcessor>},
     {"loopback", "use this command to run loopback diagnostic test through Orvane Fibre Channel Port",
      CreateFamily<PhysicalPortLoopbackCmdsProcessor>},
     {"rwbuffer", "use this command to run Read/Write Buffer Diagnostic test through Orvane Fibre Channel Port",
