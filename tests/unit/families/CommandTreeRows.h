@@ -23,14 +23,8 @@ inline const std::vector<std::string> ABSENT_FAMILIES = {
     "port rdp",
     "port loopback",
     "port rwbuffer",
-    "target",
-    "target info",
     "target scmstats",
     "target scmchk",
-    "target iidma",
-    "target stats",
-    "lun",
-    "lun info",
 };
 // clang-format on
 
