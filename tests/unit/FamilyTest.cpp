@@ -1,0 +1,247 @@
+#include "Family.h"
+#include "Capture.h"
+#include "CommandNodes.h"
+#include "TraceLog.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+const auto XML = Serializer::FORMAT_XML;
+
+struct State {
+    std::string word;
+};
+
+/// What the test's family was asked, and what it answers.
+Strings steps;
+VX_UINT32 fetchResult = 0;
+
+/// A family of "get", "help", "getcli" and a sub-family, as they all are.
+class SampleFamily : public Family<SampleFamily> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+
+    using Family::DisplayBlock;
+    using Family::DisplayError;
+    using Family::DisplaySetError;
+    using Family::ResultText;
+
+    static VX_UINT32 Fetch(const TavuStringArray& args, State& state) {
+        steps.push_back(std::string("fetch ") + ArgText(args, 0));
+        state.word = "fetched";
+        return fetchResult;
+    }
+    static void Display(MultipleCmdsProcessor*, const State& state, eOutputFormat format) {
+        steps.push_back("display " + state.word + " as " + std::to_string(format));
+    }
+    static void ShowError(MultipleCmdsProcessor*, VX_UINT32 code, eOutputFormat format) {
+        steps.push_back("error " + std::to_string(code) + " as " + std::to_string(format));
+    }
+
+private:
+    static constexpr CommonFunction GET = FetchThenDisplay<Fetch, Display, ShowError>;
+    static const Leaf LEAVES[];
+};
+
+class InnerFamily : public Family<InnerFamily> {
+public:
+    using Family::Family;
+    static const FamilyDescription FAMILY;
+};
+
+const FamilyDescription InnerFamily::FAMILY = {.className = "Inner", .helpWord = "Inner", .helpId = 0, .leaves = {}};
+
+const Leaf SampleFamily::LEAVES[] = {
+    {"get", "get it", 0, Xml<"CmdGet", GET>, nullptr},
+    {"help", "list of commands", 1, CmdHelp, Usage},
+    {"getcli", "get it", 2, Text<"CmdGetCli", GET>, Usage},
+};
+
+constexpr UsageText USAGES[] = {{2, "Usage: [identifier]\r\n"}, {5, "100%s\r\n"}};
+constexpr CodeText RESULT_TEXTS[] = {{6, "Failed, Invalid parameter"}, {42, "Failed, No memory"}};
+constexpr SubFamily SUB_FAMILIES[] = {{"inner", "an inner family", CreateFamily<InnerFamily>}};
+
+const FamilyDescription SampleFamily::FAMILY = {
+    .className = "Sample",
+    .helpWord = "Sample word",
+    .helpId = 1,
+    .leaves = LEAVES,
+    .usages = USAGES,
+    .resultTexts = RESULT_TEXTS,
+    .report = {"SampleInfo", "Sample Info", "SampleInfoList"},
+    .subOption = "-s",
+    .subFamilies = SUB_FAMILIES,
+};
+
+class FamilyTest : public testing::Test {
+protected:
+    void SetUp() override {
+        steps.clear();
+        fetchResult = 0;
+    }
+
+    CmdProcessor& Child(std::size_t at) { return *family.GetSubCmdProcessors().at(at); }
+
+    /// What running a child prints; its result goes to `code`.
+    std::string Run(std::size_t at, TavuStringArray args) {
+        Capture capture;
+        code = family.InvokeCmdProcessor(&family, &Child(at), args);
+        return capture.Stop();
+    }
+
+    SampleFamily family{nullptr, "sample", "-t", "a sample", 9, 0};
+    VX_UINT32 code = 0;
+};
+
+TEST_F(FamilyTest, HasItsLeavesAndThenItsSubFamilies) {
+    const std::vector<CmdProcessor*>& children = family.GetSubCmdProcessors();
+    ASSERT_EQ(children.size(), 4u);
+    const char* const names[] = {"get", "help", "getcli", "inner"};
+    const VX_UINT32 ids[] = {0, 1, 2, 0};
+    for (std::size_t at = 0; at < 4; ++at) {
+        EXPECT_STREQ(children[at]->GetCmdName(), names[at]);
+        EXPECT_EQ(children[at]->GetCmdId(), ids[at]);
+        EXPECT_EQ(children[at]->GetCmdFlags(), 0u);
+        EXPECT_STREQ(children[at]->GetCmdOpt(), at < 3 ? "" : "-s");
+        EXPECT_EQ(children[at]->IsMultiple(), at < 3 ? 1u : 0u);
+        EXPECT_EQ(children[at]->GetParent(), &family);
+        EXPECT_FALSE(children[at]->IsHidden());
+    }
+    EXPECT_STREQ(children[3]->GetCmdDesc(), "an inner family");
+    EXPECT_EQ(&family.GetSubCmdProcessors(), &children);
+    EXPECT_EQ(family.GetSubCmdProcessors().size(), 4u);
+    EXPECT_EQ(family.GetCmdId(), 9u);
+    EXPECT_FALSE(family.IsHidden());
+}
+
+TEST_F(FamilyTest, FetchesAndThenDisplays) {
+    EXPECT_EQ(Run(0, {"port"}), "");
+    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(Run(2, {"port"}), "");
+    EXPECT_EQ(steps, (Strings{"fetch port", "display fetched as 1", "fetch port", "display fetched as 2"}));
+}
+
+TEST_F(FamilyTest, ShowsTheErrorOfAFailedFetch) {
+    fetchResult = 13;
+    Run(0, {});
+    EXPECT_EQ(code, 13u);
+    EXPECT_EQ(steps, (Strings{"fetch ", "error 13 as 1"}));
+}
+
+TEST_F(FamilyTest, PrintsUsageBehindACliLeafOnly) {
+    for (const VX_UINT32 result : {4u, 5u, 6u}) {
+        fetchResult = result;
+        EXPECT_EQ(Run(0, {"port"}), "");
+        EXPECT_EQ(Run(2, {"port"}), "Usage: [identifier]\r\n");
+        EXPECT_EQ(code, result);
+    }
+    steps.clear();
+    EXPECT_EQ(Run(0, {"?"}), "");
+    EXPECT_EQ(Run(2, {"?"}), "Usage: [identifier]\r\n");
+    EXPECT_TRUE(steps.empty());
+}
+
+const char HELP[] = "\r\nFollowing is the list of available commands in the Sample word command mode.\r\n"
+                    "For detailed information of each command, please type 'command ?'\r\n"
+                    "All commands are case insensitive.\r\n\r\n"
+                    "get         : get it\r\n"
+                    "help        : list of commands\r\n"
+                    "getcli      : get it\r\n"
+                    "inner       : an inner family\r\n";
+
+TEST_F(FamilyTest, ListsItsChildrenInItsHelp) {
+    EXPECT_EQ(Run(1, {}), HELP);
+    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(Run(1, {"?"}), HELP); // the usage of "help" is the help
+}
+
+TEST_F(FamilyTest, ListsHiddenChildrenInItsHelpToo) {
+    ScriptedLeaf hidden("hidden", {.hidden = true}), refused("refused", {.applicable = 1});
+    ScriptedLeaf engineering("engineering", {.flags = 1});
+    ScriptedFamily scripted("family", "-t", {&hidden, &refused, &engineering});
+    TavuStringArray args;
+    Capture capture;
+    EXPECT_EQ(ShowFamilyHelp(&scripted, args, "Word"), 0u);
+    EXPECT_TRUE(capture.Stop().ends_with("insensitive.\r\n\r\nhidden      : a leaf\r\n"));
+}
+
+TEST_F(FamilyTest, KnowsItsUsagesById) {
+    TavuStringArray args;
+    Capture capture;
+    EXPECT_EQ(SampleFamily::Usage(&family, args, 2), 0u);
+    EXPECT_EQ(SampleFamily::Usage(&family, args, 5), 0u);
+    EXPECT_EQ(capture.Stop(), "Usage: [identifier]\r\n100%s\r\n");
+    Capture unknown;
+    EXPECT_EQ(SampleFamily::Usage(&family, args, 3), 2u);
+    EXPECT_EQ(SampleFamily::Usage(&family, args, 0), 2u);
+    EXPECT_EQ(unknown.Stop(), "");
+}
+
+TEST_F(FamilyTest, TracesACommandAndItsExitWhenItSucceeds) {
+    const TraceLog log("1");
+    Run(0, {});
+    EXPECT_EQ(TraceLog::Lines(),
+              (Strings{"INFORMATION: Sample::CmdGet: Entered", "INFORMATION: Sample::CmdGetCommon: Entered",
+                       "INFORMATION: Sample::CmdGetCommon: Exiting"}));
+}
+
+TEST_F(FamilyTest, TracesNoExitOfAFailedCommand) {
+    const TraceLog log("1");
+    fetchResult = 13;
+    Run(2, {});
+    EXPECT_EQ(TraceLog::Lines(),
+              (Strings{"INFORMATION: Sample::CmdGetCli: Entered", "INFORMATION: Sample::CmdGetCommon: Entered"}));
+}
+
+TEST_F(FamilyTest, TracesItsLife) {
+    const TraceLog log("1");
+    { const SampleFamily other(nullptr, "sample", "-t", "a sample", 0, 0); }
+    // The sub-family is made inside the constructor, and deleted inside the destructor.
+    ASSERT_EQ(TraceLog::Lines().size(), 8u);
+    const char* const starts[] = {"STARTING Sample", "STARTING Inner", "RETURNING Inner", "RETURNING Sample",
+                                  "STARTING Sample", "STARTING Inner", "RETURNING Inner", "RETURNING Sample"};
+    for (std::size_t at = 0; at < 8; ++at) {
+        EXPECT_EQ(TraceLog::Lines()[at].find(std::string("INFORMATION: ") + starts[at]), 0u) << at;
+    }
+}
+
+std::string ErrorDocument(const std::string& reboot, const std::string& message) {
+    return "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n<structure typeName=\"SampleInfo\">\n" + reboot +
+           "<field name=\"Message\">\n<string>" + message +
+           "</string></field>\n<field name=\"Sample Info\">\n<list type=\"structure\">\n"
+           "</list>\n</field>\n</structure>\n</output>\n";
+}
+
+TEST_F(FamilyTest, WritesItsErrorsInItsOwnWords) {
+    const std::pair<VX_UINT32, const char*> rows[] = {
+        {6, "Failed, Invalid parameter"}, {5, "Failed, Unknown"}, {50, "Failed, Unknown"}};
+    for (const auto& [result, message] : rows) {
+        EXPECT_STREQ(SampleFamily::ResultText(result), message);
+        Capture plain;
+        SampleFamily::DisplayError(&family, result, XML);
+        EXPECT_EQ(plain.Stop(), ErrorDocument("", message));
+        Capture set;
+        SampleFamily::DisplaySetError(&family, result, XML);
+        EXPECT_EQ(set.Stop(), ErrorDocument("<field name=\"Reboot Required\">\n<bool>false</bool></field>\n", message));
+    }
+}
+
+TEST_F(FamilyTest, WritesABlockOrThatThereIsNoMemory) {
+    BlockShape shape{SampleFamily::FAMILY.report, 64, ReportBlock::SizeRule::FULL};
+    const auto fill = [](ReportBlock& block) { block.Line("N", "1"); };
+    Capture block;
+    SampleFamily::DisplayBlock(&family, Serializer::FORMAT_TEXT, "Show", shape, fill);
+    const std::string asterisks(52, '*');
+    EXPECT_EQ(block.Stop(), asterisks + "\nSampleInfo:\nMessage: Success\nSample Info: SampleInfoList:\nData: N: 1\n" +
+                                asterisks + "\n");
+    shape.size = ~std::size_t{0} >> 1;
+    Capture refused;
+    SampleFamily::DisplayBlock(&family, XML, "Show", shape, [](ReportBlock&) { FAIL() << "there is no block"; });
+    EXPECT_EQ(refused.Stop(), ErrorDocument("", "Failed, No memory"));
+}
+
+} // namespace
