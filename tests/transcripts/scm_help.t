@@ -1,0 +1,53 @@
+# Congestion commands: help
+
+  $ . "$TESTDIR/setup.sh"
+  $ host congestion
+  $ orfc-esxcli -t port -s scmstats help
+  \r (esc)
+  Following is the list of available commands in the port scmstats command mode.\r (esc)
+  For detailed information of each command, please type 'command ?'\r (esc)
+  All commands are case insensitive.\r (esc)
+  \r (esc)
+  get         : get Orvane Physical Port SCM statistics\r (esc)
+  clear       : clear SCM statistics of all targets connected to Orvane Physical Port\r (esc)
+  help        : list of available commands\r (esc)
+  getcli      : get Orvane Physical Port SCM information\r (esc)
+  clearcli    : clear SCM statistics of all targets connected to Orvane Physical Port\r (esc)
+  $ orfc-esxcli -t port -s scmchk help
+  \r (esc)
+  Following is the list of available commands in the port scmchk command mode.\r (esc)
+  For detailed information of each command, please type 'command ?'\r (esc)
+  All commands are case insensitive.\r (esc)
+  \r (esc)
+  get         : get Orvane Physical Port SAN Congetstion information\r (esc)
+  help        : list of available commands\r (esc)
+  getcli      : get Orvane Physical Port SCM information\r (esc)
+  $ orfc-esxcli -t port -s scmprofile help
+  \r (esc)
+  Following is the list of available commands in the scmprofile command mode.\r (esc)
+  For detailed information of each command, please type 'command ?'\r (esc)
+  All commands are case insensitive.\r (esc)
+  \r (esc)
+  get         : get Orvane Physical Port FWCM Profile information\r (esc)
+  set         : set Orvane Physical Port FWCM Profile information\r (esc)
+  help        : list of available commands\r (esc)
+  getcli      : get Orvane Physical Port FWCM Profile information\r (esc)
+  setcli      : set Orvane Physical Port FWCM Profile information\r (esc)
+  $ orfc-esxcli -t target -v scmstats help
+  \r (esc)
+  Following is the list of available commands in the FC Target scmstats command mode.\r (esc)
+  For detailed information of each command, please type 'command ?'\r (esc)
+  All commands are case insensitive.\r (esc)
+  \r (esc)
+  get         : get Orvane FC Target information\r (esc)
+  help        : list of available commands\r (esc)
+  getcli      : get Orvane FC Target information\r (esc)
+  $ orfc-esxcli -t target -v scmchk help
+  \r (esc)
+  Following is the list of available commands in the FC Target scmchk command mode.\r (esc)
+  For detailed information of each command, please type 'command ?'\r (esc)
+  All commands are case insensitive.\r (esc)
+  \r (esc)
+  get         : get Orvane FC Target information\r (esc)
+  help        : list of available commands\r (esc)
+  getcli      : get Orvane FC Target information\r (esc)
