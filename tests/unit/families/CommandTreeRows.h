@@ -13,9 +13,6 @@ namespace command_tree {
 inline const std::vector<std::string> ABSENT_FAMILIES = {
     "port bootconfig",
     "port bootconfigext",
-    "port scmstats",
-    "port scmchk",
-    "port scmprofile",
     "port dportdiag",
     "port ctdiag",
     "port fcping",
@@ -23,8 +20,6 @@ inline const std::vector<std::string> ABSENT_FAMILIES = {
     "port rdp",
     "port loopback",
     "port rwbuffer",
-    "target scmstats",
-    "target scmchk",
 };
 // clang-format on
 
