@@ -255,25 +255,18 @@ void AddNvmeEntries(ReportBlock& block, const BootSettings& boot) {
     }
 }
 
-} // namespace
-
-TavuString NvmeBootKey(VX_UINT32 number, const char* field) {
-    TavuString key;
-    key.Format("NVME_%u_%s", number, field);
-    return key;
-}
-
-void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString& lun, StagedValues& values) {
-    if (number < BOOT_TARGETS) {
-        values[BootTargetKey(number, "WWPN")] = wwpn;
-        values[BootTargetKey(number, "LUN")] = lun;
+/// The opening of `get` and `setFile`. The mode is looked at before any library call.
+VX_UINT32 Open(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
+    if (code == RC_SUCCESS) {
+        code = group.readMode(args, boot);
     }
-}
-
-VX_UINT32 ReadBootSettings(const BootGroup& group, BootSettings& boot) {
+    if (code != RC_SUCCESS) {
+        return code;
+    }
     // The library's mode is switched before the ROM is looked at.
     if (IsUefiCapableAdapter(boot.Chip())) {
-        const VX_UINT32 code = CallLibrary(group.calls.switchMode, __func__, [&]() -> VX_UINT32 {
+        code = CallLibrary(group.calls.switchMode, __func__, [&]() -> VX_UINT32 {
             const VX_UINT8 current = VEXAPI_GetBfsConfigMode();
             return group.mustSwitchMode(current, boot.mode) ? VEXAPI_SetBfsConfigMode(boot.mode) : 0;
         });
@@ -291,8 +284,44 @@ VX_UINT32 ReadBootSettings(const BootGroup& group, BootSettings& boot) {
     return ReadRecord(group, __func__, boot);
 }
 
-VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot,
-                            BootOptions options) {
+/// The NVMe boot entries, where the mode has any.
+VX_UINT32 ReadNvmeEntries(const BootGroup& group, const char* function, BootSettings& boot) {
+    if (!UsesNvmeEntries(group, boot)) {
+        return RC_SUCCESS;
+    }
+    return CallLibrary(group.calls.readNvme, function,
+                       [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
+}
+
+} // namespace
+
+TavuString NvmeBootKey(VX_UINT32 number, const char* field) {
+    TavuString key;
+    key.Format("NVME_%u_%s", number, field);
+    return key;
+}
+
+void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString& lun, StagedValues& values) {
+    if (number < BOOT_TARGETS) {
+        values[BootTargetKey(number, "WWPN")] = wwpn;
+        values[BootTargetKey(number, "LUN")] = lun;
+    }
+}
+
+VX_UINT32 GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    const VX_UINT32 code = Open(group, args, boot);
+    return code == RC_SUCCESS ? ReadNvmeEntries(group, __func__, boot) : code;
+}
+
+VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    if (const VX_UINT32 code = Open(group, args, boot); code != RC_SUCCESS) {
+        return code;
+    }
+    if (const VX_UINT32 code = ReadNvmeEntries(group, __func__, boot); code == RC_FILE_ERROR) {
+        return code;
+    } else if (code != RC_SUCCESS) {
+        boot.nvme = {}; // entries that the library can't read count as empty here, where `get` refuses
+    }
     const auto update = [&](const StagedFile& file) {
         StagedValues values;
         values[KEY_BOOT_MODE] = Decimal(group.modeInFile(boot.mode));
@@ -301,7 +330,7 @@ VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args,
             code = StageFlags(group, NVME_FLAG_OPTIONS, args, boot, values);
         }
         if (code == RC_SUCCESS) {
-            code = options(args, boot, values);
+            code = group.stageTargets(args, boot, values);
         }
         return code == RC_SUCCESS ? file.Merge(values) : code;
     };

@@ -3,6 +3,7 @@
 /// its `BootGroup` what differs.
 #pragma once
 
+#include "Family.h"
 #include "LibraryCall.h"
 #include "PhysicalPortCmdsProcessor.h"
 #include "StagedSettings.h"
@@ -27,6 +28,7 @@ struct BootSettings {
 struct BootCalls {
     LibraryCall switchMode;
     LibraryCall read;
+    LibraryCall readNvme;
     LibraryCall write;
     LibraryCall writeNvme;
     LibraryCall readBackNvme;
@@ -35,25 +37,24 @@ struct BootCalls {
 /// What is particular to a group.
 struct BootGroup {
     BootCalls calls;
+    BlockShape shape;
+    /// Reads the mode among the words.
+    VX_UINT32 (*readMode)(const TavuStringArray& args, BootSettings& boot);
     /// Whether the library's mode must be switched before boot settings are read.
     bool (*mustSwitchMode)(VX_UINT8 current, VX_UINT8 wanted);
     StagedFile (*file)(const char* identifier);
     /// The number of a mode in the cache file, and back.
     VX_UINT32 (*modeInFile)(VX_UINT8 mode);
     VX_UINT8 (*modeFromFile)(VX_UINT32 number);
+    /// Checks and stages the options that name boot targets.
+    VX_UINT32 (*stageTargets)(const TavuStringArray& args, const BootSettings& boot, StagedValues& values);
     bool isExtended; ///< has NVMe settings
 };
 
-/// The opening of `get` and `setFile`, once port and mode stand: aligns the library's mode, checks the ROM and
-/// reads the settings.
-VX_UINT32 ReadBootSettings(const BootGroup& group, BootSettings& boot);
-
-/// The whole of `setFile` behind that; `update(values)` checks the options that the groups don't share.
-using BootOptions = VX_UINT32 (*)(const TavuStringArray& args, const BootSettings& boot, StagedValues& values);
-VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot,
-                            BootOptions options);
-
-/// The whole of `set`. A failure keeps the file, so that the command can be repeated.
+/// The whole of `get`, of `setFile` and of `set`, but for their documents. A failing `set` keeps the file, so
+/// that the command can be repeated.
+VX_UINT32 GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
+VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 
 /// Stages a boot target in the keys of entry `number`; an entry above 7 has none, and nothing is staged.
@@ -74,3 +75,60 @@ const _tagVEXAPI_SDMLun* FindBootLun(const _tagVEXAPI_SDMTarget& target, long nu
 
 /// The lines of the report: the layout of the BIOS, of UEFI, or of NVMe. A mode that is none has that of UEFI.
 void AddBootSettings(ReportBlock& block, const BootSettings& boot);
+
+/// A group's family. `Self` gives a `GROUP` beside its `FAMILY`.
+template <typename Self> class BootFamily : public Family<Self> {
+    using Base = Family<Self>;
+
+public:
+    using Base::Base;
+
+protected:
+    static VX_UINT32 Get(const TavuStringArray& args, BootSettings& boot) {
+        return GetBootSettings(Self::GROUP, args, boot);
+    }
+    static VX_UINT32 SetFile(const TavuStringArray& args, BootSettings& boot) {
+        return StageBootSettings(Self::GROUP, args, boot);
+    }
+    static VX_UINT32 Set(const TavuStringArray& args, BootSettings& boot) {
+        return CommitBootSettings(Self::GROUP, args, boot);
+    }
+    static void DisplayBootConfigInfo(MultipleCmdsProcessor* self, const BootSettings& boot,
+                                      Serializer::eOutputFormat format) {
+        if (boot.isNothingPending) {
+            // The document of a failure with the result of a success: clients know `set` so.
+            Base::DisplaySetError(self, RC_SUCCESS, format);
+            return;
+        }
+        Base::DisplayBlock(
+            self, format, __func__, Self::GROUP.shape, [&](ReportBlock& block) { AddBootSettings(block, boot); },
+            boot.reboot);
+    }
+
+    static constexpr CommonFunction CmdGetCommon =
+        Base::template FetchThenDisplay<Get, DisplayBootConfigInfo, Base::DisplayError>;
+    static constexpr CommonFunction CmdSetFileCommon =
+        Base::template FetchThenDisplay<SetFile, DisplayBootConfigInfo, Base::DisplayError>;
+    static constexpr CommonFunction CmdSetCommon =
+        Base::template FetchThenDisplay<Set, DisplayBootConfigInfo, Base::DisplaySetError>;
+
+    static constexpr VX_UINT32 HELP_ID = 3;
+    static constexpr Leaf LEAVES[] = {
+        {"get", "get Orvane HBA Boot Config information", 0, Base::template Xml<"CmdGet", CmdGetCommon>, nullptr},
+        {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1,
+         Base::template Xml<"CmdSetFile", CmdSetFileCommon>, nullptr},
+        {"set", "set Orvane HBA Boot Config information", 2, Base::template Xml<"CmdSet", CmdSetCommon>, nullptr},
+        {"help", "list of available commands", HELP_ID, Base::CmdHelp, Base::Usage},
+        {"getcli", "get Orvane HBA Boot Config information", 4, Base::template Text<"CmdGetCli", CmdGetCommon>,
+         Base::Usage},
+        {"setFilecli", "set Orvane HBA Boot Config information in a local cache file", 5,
+         Base::template Text<"CmdSetFileCli", CmdSetFileCommon>, Base::Usage},
+        {"setcli", "set Orvane HBA Boot Config information", 6, Base::template Text<"CmdSetCli", CmdSetCommon>,
+         Base::Usage},
+    };
+    static constexpr UsageText USAGES[] = {
+        {4, "Usage: get\r\n"},
+        {5, "Usage: setFile\r\n"},
+        {6, "Usage: set\r\n"},
+    };
+};

@@ -30,12 +30,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_EFI, "Failed, Adapter does not have ROM UEFI"},
 };
 
-constexpr UsageText USAGES[] = {
-    {4, "Usage: get\r\n"},
-    {5, "Usage: setFile\r\n"},
-    {6, "Usage: set\r\n"},
-};
-
 /// Only a clear difference between BIOS and UEFI is switched; other modes of the library are left alone.
 bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
     return (current == BOOT_BIOS && wanted == BOOT_UEFI) || (current == BOOT_UEFI && wanted == BOOT_BIOS);
@@ -52,19 +46,6 @@ VX_UINT32 ModeInFile(VX_UINT8 mode) {
 VX_UINT8 ModeFromFile(VX_UINT32 number) {
     return number == 1 ? BOOT_UEFI : BOOT_BIOS;
 }
-
-constexpr BootGroup GROUP = {
-    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
-              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
-              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
-              .writeNvme = {},
-              .readBackNvme = {}},
-    .mustSwitchMode = MustSwitchMode,
-    .file = BootConfigFile,
-    .modeInFile = ModeInFile,
-    .modeFromFile = ModeFromFile,
-    .isExtended = false,
-};
 
 /// The mode is an option, and the BIOS without it.
 VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
@@ -142,53 +123,29 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
 
 } // namespace
 
-constinit const Leaf PhysicalPortBootConfigCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane HBA Boot Config information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
-     nullptr},
-    {"set", "set Orvane HBA Boot Config information", 2, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 3, CmdHelp, Usage},
-    {"getcli", "get Orvane HBA Boot Config information", 4, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setFilecli", "set Orvane HBA Boot Config information in a local cache file", 5,
-     Text<"CmdSetFileCli", CmdSetFileCommon>, Usage},
-    {"setcli", "set Orvane HBA Boot Config information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constinit const BootGroup PhysicalPortBootConfigCmdsProcessor::GROUP = {
+    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+              .readNvme = {},
+              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .writeNvme = {},
+              .readBackNvme = {}},
+    .shape = OUT_SHAPE,
+    .readMode = ReadMode,
+    .mustSwitchMode = MustSwitchMode,
+    .file = BootConfigFile,
+    .modeInFile = ModeInFile,
+    .modeFromFile = ModeFromFile,
+    .stageTargets = StageDrives,
+    .isExtended = false,
 };
 
 constinit const FamilyDescription PhysicalPortBootConfigCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
-    .helpId = 3,
+    .helpId = HELP_ID,
     .leaves = LEAVES,
     .usages = USAGES,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
-
-/// The mode is looked at before any library call.
-VX_UINT32 PhysicalPortBootConfigCmdsProcessor::Get(const TavuStringArray& args, BootSettings& boot) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
-    if (code == RC_SUCCESS) {
-        code = ReadMode(args, boot);
-    }
-    return code == RC_SUCCESS ? ReadBootSettings(GROUP, boot) : code;
-}
-
-VX_UINT32 PhysicalPortBootConfigCmdsProcessor::SetFile(const TavuStringArray& args, BootSettings& boot) {
-    const VX_UINT32 code = Get(args, boot);
-    return code == RC_SUCCESS ? StageBootSettings(GROUP, args, boot, StageDrives) : code;
-}
-
-VX_UINT32 PhysicalPortBootConfigCmdsProcessor::Set(const TavuStringArray& args, BootSettings& boot) {
-    return CommitBootSettings(GROUP, args, boot);
-}
-
-void PhysicalPortBootConfigCmdsProcessor::DisplayBootConfigInfo(MultipleCmdsProcessor* self, const BootSettings& boot,
-                                                                eOutputFormat format) {
-    if (boot.isNothingPending) {
-        // The document of a failure with the result of a success: clients know `set` so.
-        DisplaySetError(self, RC_SUCCESS, format);
-        return;
-    }
-    DisplayBlock(
-        self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) { AddBootSettings(block, boot); }, boot.reboot);
-}

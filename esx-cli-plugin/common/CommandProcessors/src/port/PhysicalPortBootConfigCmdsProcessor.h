@@ -1,23 +1,12 @@
 #pragma once
 
 #include "BootSettings.h"
-#include "Family.h"
 
 /// `port -s bootconfig`: booting from SAN, from the BIOS or UEFI. Changes are staged in a cache file by
 /// `setFile` and written by `set`.
-class PhysicalPortBootConfigCmdsProcessor final : public Family<PhysicalPortBootConfigCmdsProcessor> {
+class PhysicalPortBootConfigCmdsProcessor final : public BootFamily<PhysicalPortBootConfigCmdsProcessor> {
 public:
-    using Family::Family;
+    using BootFamily::BootFamily;
     static const FamilyDescription FAMILY;
-
-private:
-    static VX_UINT32 Get(const TavuStringArray& args, BootSettings& boot);
-    static VX_UINT32 SetFile(const TavuStringArray& args, BootSettings& boot);
-    static VX_UINT32 Set(const TavuStringArray& args, BootSettings& boot);
-    static void DisplayBootConfigInfo(MultipleCmdsProcessor* self, const BootSettings& boot, eOutputFormat format);
-
-    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayBootConfigInfo, DisplayError>;
-    static constexpr CommonFunction CmdSetFileCommon = FetchThenDisplay<SetFile, DisplayBootConfigInfo, DisplayError>;
-    static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayBootConfigInfo, DisplaySetError>;
-    static const Leaf LEAVES[];
+    static const BootGroup GROUP;
 };

@@ -34,15 +34,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NEED_ADD_NVME_PARAMS, "Failed, Tgt Num, Tgt WWPN, Disk Num, Tgt Enable required for NVMe targets"},
 };
 
-constexpr UsageText USAGES[] = {
-    {4, "Usage: get\r\n"},
-    {5, "Usage: setFile\r\n"},
-    {6, "Usage: set\r\n"},
-};
-
-constexpr LibraryCall READ_NVME = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
-                                   RC_INVALID_DATA};
-
 bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
     return current != wanted;
 }
@@ -60,21 +51,6 @@ VX_UINT8 ModeFromFile(VX_UINT32 number) {
     return static_cast<VX_UINT8>(number);
 }
 
-constexpr BootGroup GROUP = {
-    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
-              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
-              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
-              .writeNvme = {CLASS_NAME, " before NVMe boot update", "Set NVMe Boot Device Entries failed",
-                            RC_CFG_UPDATE_FAILED},
-              .readBackNvme = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
-                               RC_CFG_UPDATE_FAILED}},
-    .mustSwitchMode = MustSwitchMode,
-    .file = BootConfigExtFile,
-    .modeInFile = ModeInFile,
-    .modeFromFile = ModeFromFile,
-    .isExtended = true,
-};
-
 /// The mode is the second argument, and has no default.
 VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
     const char* word = ArgText(args, 1);
@@ -85,23 +61,6 @@ VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
     }
     boot.mode = BOOT_BIOS;
     return CompareNoCase(word, "BIOS") == 0 ? RC_SUCCESS : RC_INVALID_PARAMETER;
-}
-
-/// The opening of `get` and `setFile`.
-VX_UINT32 Open(const TavuStringArray& args, BootSettings& boot) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
-    if (code == RC_SUCCESS) {
-        code = ReadMode(args, boot);
-    }
-    return code == RC_SUCCESS ? ReadBootSettings(GROUP, boot) : code;
-}
-
-/// In NVMe mode, which only the UEFI-capable adapters know.
-VX_UINT32 ReadNvmeEntries(const char* function, BootSettings& boot) {
-    if (boot.mode != BOOT_NVME) {
-        return RC_SUCCESS;
-    }
-    return CallLibrary(READ_NVME, function, [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
 }
 
 /// The four options that describe one boot target together.
@@ -218,57 +177,32 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
 
 } // namespace
 
-constinit const Leaf PhysicalPortBootConfigExtCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane HBA Boot Config information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
-     nullptr},
-    {"set", "set Orvane HBA Boot Config information", 2, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 3, CmdHelp, Usage},
-    {"getcli", "get Orvane HBA Boot Config information", 4, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setFilecli", "set Orvane HBA Boot Config information in a local cache file", 5,
-     Text<"CmdSetFileCli", CmdSetFileCommon>, Usage},
-    {"setcli", "set Orvane HBA Boot Config information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constinit const BootGroup PhysicalPortBootConfigExtCmdsProcessor::GROUP = {
+    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+              .readNvme = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
+                           RC_INVALID_DATA},
+              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .writeNvme = {CLASS_NAME, " before NVMe boot update", "Set NVMe Boot Device Entries failed",
+                            RC_CFG_UPDATE_FAILED},
+              .readBackNvme = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
+                               RC_CFG_UPDATE_FAILED}},
+    .shape = OUT_SHAPE,
+    .readMode = ReadMode,
+    .mustSwitchMode = MustSwitchMode,
+    .file = BootConfigExtFile,
+    .modeInFile = ModeInFile,
+    .modeFromFile = ModeFromFile,
+    .stageTargets = StageTarget,
+    .isExtended = true,
 };
 
 constinit const FamilyDescription PhysicalPortBootConfigExtCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
-    .helpId = 3,
+    .helpId = HELP_ID,
     .leaves = LEAVES,
     .usages = USAGES,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
-
-VX_UINT32 PhysicalPortBootConfigExtCmdsProcessor::Get(const TavuStringArray& args, BootSettings& boot) {
-    const VX_UINT32 code = Open(args, boot);
-    return code == RC_SUCCESS ? ReadNvmeEntries(__func__, boot) : code;
-}
-
-/// Entries that the library can't read count as empty here, where `get` refuses.
-VX_UINT32 PhysicalPortBootConfigExtCmdsProcessor::SetFile(const TavuStringArray& args, BootSettings& boot) {
-    VX_UINT32 code = Open(args, boot);
-    if (code == RC_SUCCESS) {
-        code = ReadNvmeEntries(__func__, boot);
-        if (code == READ_NVME.failureCode) {
-            boot.nvme = {};
-            code = RC_SUCCESS;
-        }
-    }
-    return code == RC_SUCCESS ? StageBootSettings(GROUP, args, boot, StageTarget) : code;
-}
-
-VX_UINT32 PhysicalPortBootConfigExtCmdsProcessor::Set(const TavuStringArray& args, BootSettings& boot) {
-    return CommitBootSettings(GROUP, args, boot);
-}
-
-void PhysicalPortBootConfigExtCmdsProcessor::DisplayBootConfigInfo(MultipleCmdsProcessor* self,
-                                                                   const BootSettings& boot, eOutputFormat format) {
-    if (boot.isNothingPending) {
-        // The document of a failure with the result of a success: clients know `set` so.
-        DisplaySetError(self, RC_SUCCESS, format);
-        return;
-    }
-    DisplayBlock(
-        self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) { AddBootSettings(block, boot); }, boot.reboot);
-}
