@@ -206,6 +206,11 @@ class OnTerminal(Case):
         self.assertEqual(child.before, "")
         return child
 
+    def wait_for_sleep(self, child):
+        """Until the program waits for input. A signal that comes ahead of that interrupts nothing."""
+        while pathlib.Path(f"/proc/{child.pid}/stat").read_text().rpartition(")")[2].split()[0] != "S":
+            time.sleep(0.01)
+
     def expect_answer(self, child, line, answer):
         child.sendline(line)
         child.expect_exact("$>")
@@ -249,6 +254,7 @@ class Signals(OnTerminal):
     def test_quit_key_gives_a_new_prompt(self):
         child = self.start()
         for _ in range(3):
+            self.wait_for_sleep(child)
             child.sendcontrol("\\")
             child.expect_exact("$>")
             # A new prompt stands behind the old one, nothing else.

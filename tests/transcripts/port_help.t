@@ -15,6 +15,7 @@
   updatenvramcli: Update NVRAM of Orvane physical port\r (esc)
   info        : use this command to get Orvane Fibre Channel Port's info\r (esc)
   stats       : use this command to get Orvane Fibre Chanel Port Statistics\r (esc)
+  dmi         : use this command to get Orvane Fibre Channel Port's SFP DMI info\r (esc)
   vpd         : use this command to get Orvane Fibre Channel Port's VPD info\r (esc)
   hbaparams   : use this command to get/set Orvane Fibre Channel Port's HBA parameters\r (esc)
   bbcr        : use this command to get/set Orvane Fibre Channel Port's BBCR info\r (esc)
@@ -30,6 +31,7 @@
   ctdiag      : use this command to run CT diagnostic through Orvane Fibre Channel Port\r (esc)
   fcping      : use this command to run FC Ping diagnostic through Orvane Fibre Channel Port\r (esc)
   fcecho      : use this command to run FC Echo ELS diagnostic through Orvane Fibre Channel Port\r (esc)
+  rdp         : use this command to get Read Diagnostic Parameters ELS info through Orvane Fibre Channel Port\r (esc)
   loopback    : use this command to run loopback diagnostic test through Orvane Fibre Channel Port\r (esc)
   rwbuffer    : use this command to run Read/Write Buffer Diagnostic test through Orvane Fibre Channel Port\r (esc)
   $ orfc-esxcli -t port help >help.txt
