@@ -11,15 +11,6 @@ namespace command_tree {
 /// Families that are not built yet. A family that is built leaves this list; at the end the list is empty.
 // clang-format off
 inline const std::vector<std::string> ABSENT_FAMILIES = {
-    "port bootconfig",
-    "port bootconfigext",
-    "port dportdiag",
-    "port ctdiag",
-    "port fcping",
-    "port fcecho",
-    "port rdp",
-    "port loopback",
-    "port rwbuffer",
 };
 // clang-format on
 
