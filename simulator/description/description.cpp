@@ -14,6 +14,8 @@ namespace {
 
 /// How deep templates may use templates; deeper is taken for a circle.
 constexpr int deepestTemplate = 16;
+/// Most uses of templates by templates in one description: each may multiply those inside it.
+constexpr std::size_t mostNestedUses = 50000;
 /// Most entries that "Repeat" makes.
 constexpr std::uint64_t mostRepeats = 65536;
 
@@ -123,6 +125,7 @@ private:
     Files files_;
     Json templates_ = Json::object();
     std::set<std::string> usedTemplates_;
+    std::size_t nestedUses_ = 0;
     std::set<std::string> names_;
     bool duplicatesAllowed_ = false;
 };
@@ -149,6 +152,9 @@ Json HostReader::resolve(const Json& json, const std::string& path, int depth) {
         }
         const auto& key = name.get_ref<const std::string&>();
         usedTemplates_.insert(key);
+        if (depth > 0 && ++nestedUses_ > mostNestedUses) {
+            throw Refusal(path, "templates use templates more than " + std::to_string(mostNestedUses) + " times");
+        }
         mergeOver(resolved, resolve(templates_[key], "/Templates/" + key, depth + 1));
     }
     Json own = Json::object();

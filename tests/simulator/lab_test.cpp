@@ -1,6 +1,8 @@
 // The lab host shows one of each kind.
 #include "fixture.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <set>

@@ -1,8 +1,6 @@
 // Descriptions that are refused: one good host and one case for each fault.
 #include "fixture.h"
 
-#include <fstream>
-
 namespace {
 
 struct Bad {
@@ -149,6 +147,19 @@ TEST_F(Refusals, TemplatesInACircle) {
     portOf(host)["Use"] = "a";
     describe(host);
     expectRefused("/Templates/b: its templates use each other in a circle");
+}
+
+TEST_F(Refusals, TemplatesThatMultiply) {
+    // Each of the five uses the next one ten times: a hundred thousand uses in all.
+    Json host = smallHost();
+    for (char name = 'a'; name < 'e'; ++name) {
+        const std::string next(1, static_cast<char>(name + 1));
+        host["Templates"][std::string(1, name)]["Use"] = std::vector<std::string>(10, next);
+    }
+    host["Templates"]["e"] = Json::object();
+    portOf(host)["Use"] = std::vector<std::string>(10, "a");
+    describe(host);
+    expectRefused("/Templates/d: templates use templates more than 50000 times");
 }
 
 TEST_F(Refusals, NoAdapters) {

@@ -1,10 +1,9 @@
 // Changes that survive the process, and what becomes of state files that can't be used.
 #include "fixture.h"
 
+#include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
