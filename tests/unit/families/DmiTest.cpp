@@ -1,0 +1,317 @@
+#include "FamilyTest.h"
+#include "TransceiverImages.h"
+
+using namespace family_test;
+using transceiver_test::Image;
+using transceiver_test::LoadImage;
+using transceiver_test::ReportOf;
+
+namespace {
+
+/// The document of a report or a failure; `rows` is the content of the list.
+std::string Document(const Format& format, const std::string& message, const std::string& rows = "") {
+    return format.Report("DMIInformation", {{"Message", message}}, "Dmi Info", rows);
+}
+std::string ReportDocument(const Format& format, const std::string& text) {
+    const std::string content = format.IsXml() ? "<string>" + text + "</string>" : text;
+    return Document(format, "Success", format.Structure("DMIInfoList", format.OpenField("Dmi Data", content)));
+}
+std::string RawDocument(const Format& format, const std::string& a0, const std::string& a2) {
+    return Document(
+        format, "Success",
+        format.Structure("DMIInfoList", format.FieldsOf({{"Dmi A0Data In Hex", a0}, {"Dmi A2Data In Hex", a2}})));
+}
+std::string UpdateDocument(const Format& format, const std::string& message) {
+    return format.Flat("SFPFirmwareUpdate", {{"Message", message}});
+}
+
+/// What a `cli` leaf prints behind its document after a bad call.
+std::string Usage(const Format& format, const std::string& leaf) {
+    return format.IsXml() ? "" : "Usage: " + leaf + " [port identifier]\r\n";
+}
+
+constexpr VX_UINT8 DRIVER_CAN_UPDATE = 2;
+
+class DmiTest : public FamilyTest {
+protected:
+    DmiTest() {
+        port->DriverFeatureFlags = DRIVER_CAN_UPDATE;
+        Insert(LoadImage("finisar-ftlx8571-auj0rcj"));
+    }
+
+    /// The module in the port.
+    static void Insert(const Image& image) {
+        Fake().onGetSFPData = [image](VX_PORT_HANDLE*, void* buffer) {
+            Chatter();
+            for (std::size_t i = 0; i < sizeof image.Data; ++i) {
+                EXPECT_EQ(static_cast<VX_UINT8*>(buffer)[i], 0) << "not zeroed at " << i;
+            }
+            std::memcpy(buffer, image.Data, sizeof image.Data);
+            return 0u;
+        };
+    }
+    CommandRun RunDmi(const Format& format, const std::string& leaf, const std::string& rest = "") const {
+        return RunPort("dmi", format.Leaf(leaf), rest);
+    }
+
+    TemporaryFolder folder;
+    std::string file = folder.Write("sfp.bin", "firmware");
+};
+
+TEST_F(DmiTest, GetIsTheReportAsOneText) {
+    for (const Format& format : FORMATS) {
+        const CommandRun run = RunDmi(format, "get");
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, ReportDocument(format, ReportOf(LoadImage("finisar-ftlx8571-auj0rcj"))));
+        EXPECT_EQ(PortCalls(), Calls{Call("GetSFPData")});
+    }
+}
+
+TEST_F(DmiTest, GetrawIsBothPagesInHexadecimal) {
+    // Every byte of a page another one; the pages differ.
+    Image image;
+    std::string a0;
+    std::string a2;
+    for (int i = 0; i < 256; ++i) {
+        image.Set(static_cast<std::size_t>(i), {255 - i}).Set(256 + static_cast<std::size_t>(i), {i});
+        char text[8];
+        std::snprintf(text, sizeof text, "%02x ", static_cast<unsigned>(255 - i));
+        a0 += text;
+        std::snprintf(text, sizeof text, "%02x ", static_cast<unsigned>(i));
+        a2 += text;
+    }
+    EXPECT_EQ(a0.size(), 768u);
+    Insert(image);
+    for (const Format& format : FORMATS) {
+        const CommandRun run = RunDmi(format, "getraw");
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, RawDocument(format, a0, a2));
+        EXPECT_EQ(PortCalls(), Calls{Call("GetSFPData")});
+    }
+}
+
+TEST_F(DmiTest, EmptyBayIsAFailureWithResultZero) {
+    Insert(Image());
+    for (const Format& format : FORMATS) {
+        for (const char* leaf : {"get", "getraw"}) {
+            const CommandRun run = RunDmi(format, leaf);
+            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.output, Document(format, "Failed, Data not available"));
+        }
+    }
+}
+
+TEST_F(DmiTest, OneByteIsData) {
+    for (const std::size_t offset : {0, 255, 256, 511}) {
+        const Image image = Image().Set(offset, {1});
+        Insert(image);
+        EXPECT_EQ(RunDmi(TEXT, "get").output, ReportDocument(TEXT, ReportOf(image))) << offset;
+        EXPECT_NE(RunDmi(TEXT, "getraw").output.find("01 "), std::string::npos) << offset;
+    }
+}
+
+TEST_F(DmiTest, EveryRealModuleInBothFormats) {
+    for (const char* name : {"amphenol-dac-571540007", "badccext-oem-sfp-ge-t", "cisco-finisar-10g-lr",
+                             "extcal-huawei-hpsp2120", "fs-qsfp28-ir4-100g", "molex-dac-1110401054"}) {
+        Insert(LoadImage(name));
+        for (const Format& format : FORMATS) {
+            EXPECT_EQ(RunDmi(format, "get").output, ReportDocument(format, ReportOf(LoadImage(name)))) << name;
+        }
+    }
+}
+
+/// Percent signs of a module are no conversions; a pair prints as one.
+TEST_F(DmiTest, PercentSignsOfAModule) {
+    Insert(LoadImage("finisar-ftlx8571-auj0rcj").Set(20, "%s%n%d%%50%08x%"));
+    const std::string output = RunDmi(TEXT, "get").output;
+    EXPECT_NE(output.find("Vendor: %s%n%d%50%08x%"), std::string::npos) << output;
+    EXPECT_NE(output.find("Vendor name: %s%n%d%50%08x%"), std::string::npos) << output;
+}
+
+TEST_F(DmiTest, FailuresOfReading) {
+    struct Failure {
+        const char* what;
+        std::function<void(DmiTest&)> prepare;
+        std::string words;
+        VX_UINT32 code;
+        const char* message;
+        bool showsUsage;
+        bool asks; ///< the library for the module
+    };
+    const Failure FAILURES[] = {
+        {"no identifier", [](DmiTest&) {}, "", 6, "Failed, Invalid parameter", true, false},
+        {"no such port", [](DmiTest&) {}, " FC_21:00:0a:0b:0c:0d:00:77", 6, "Failed, Invalid parameter", true, false},
+        {"help", [](DmiTest&) {}, " help", 5, "Failed, Unknown", true, false},
+        {"no host", [](DmiTest&) { LoseHost(); }, " " + Id(*port), 14, "Failed, Host not found", false, false},
+        {"status", [](DmiTest&) { Fake().Return("VEXAPI_GetSFPData", 113); }, " " + Id(*port), 13,
+         "Failed, SFP DMI data read failed", false, true},
+    };
+    for (const Failure& failure : FAILURES) {
+        for (const Format& format : FORMATS) {
+            for (const char* leaf : {"get", "getraw"}) {
+                SCOPED_TRACE(std::string(failure.what) + " " + format.Leaf(leaf));
+                failure.prepare(*this);
+                const CommandRun run = Run("-t port -s dmi " + format.Leaf(leaf) + failure.words);
+                EXPECT_EQ(run.code, failure.code);
+                EXPECT_EQ(run.output,
+                          Document(format, failure.message) + (failure.showsUsage ? Usage(format, leaf) : ""));
+                EXPECT_EQ(PortCalls(), failure.asks ? Calls{Call("GetSFPData")} : Calls{});
+                Fake().host.hasList = true;
+            }
+        }
+    }
+}
+
+TEST_F(DmiTest, ReadingWithoutTheLibrarysLog) {
+    for (const Format& format : FORMATS) {
+        NoFiles files;
+        LoseFiles(files);
+        const CommandRun run = RunDmi(format, "get");
+        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.output, Document(format, "Failed, File not found"));
+        EXPECT_EQ(PortCalls(), Calls{});
+    }
+}
+
+/// Neither a virtual port, nor the adapter, nor the link keeps a module from being read.
+TEST_F(DmiTest, EveryPortIsRead) {
+    for (const ChipRow& chip : CHIPS) {
+        SetChip(*port, chip.chip);
+        port->PortInterfaceType = 3;
+        port->PortState = 3;
+        EXPECT_EQ(RunDmi(TEXT, "get").code, 0u) << chip.name;
+        EXPECT_EQ(PortCalls(), Calls{Call("GetSFPData")}) << chip.name;
+    }
+}
+
+TEST_F(DmiTest, UpdatePassesThePathAndTheNumberTwo) {
+    for (const Format& format : FORMATS) {
+        Fake().onSfpModuleFirmwareUpdate = [](VX_PORT_HANDLE*, const char*, VX_UINT32) {
+            Chatter();
+            return 0u;
+        };
+        const CommandRun run = RunDmi(format, "update", file + " WTD");
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, UpdateDocument(format, "Success"));
+        EXPECT_EQ(PortCalls(), Calls{Call("SfpModuleFirmwareUpdate", "\"" + file + "\", 2")});
+    }
+}
+
+TEST_F(DmiTest, UpdateStatuses) {
+    struct Status {
+        VX_UINT32 status;
+        VX_UINT32 code;
+        const char* message;
+    };
+    const Status STATUSES[] = {
+        {0, 0, "Success"},
+        {1, 50, "Failed, Unknown"},
+        {100, 50, "Failed, Unknown"},
+        {101, 22, "Failed, File open error"},
+        {102, 50, "Failed, Unknown"},
+        {107, 30, "Failed, Checksum error"},
+        {113, 35, "Failed, Feature not supported for adapter"},
+        {114, 21, "Failed, Adapter not found"},
+        {115, 50, "Failed, Unknown"},
+        {118, 45, "Failed, Feature not supported by driver"},
+        {143, 50, "Failed, Unknown"},
+        {144, 59, "Failed, SFP FW update failed"},
+        {145, 58, "Failed, SFP Vendor mismatched"},
+        {146, 57, "Failed, SFP FW update not supported for this SFP vendor"},
+        {147, 50, "Failed, Unknown"},
+        {0xFFFFFFFF, 50, "Failed, Unknown"},
+    };
+    for (const Status& row : STATUSES) {
+        for (const Format& format : FORMATS) {
+            SCOPED_TRACE(row.status);
+            Fake().Return("VEXAPI_SfpModuleFirmwareUpdate", row.status);
+            const CommandRun run = RunDmi(format, "update", file + " WTD");
+            EXPECT_EQ(run.code, row.code);
+            EXPECT_EQ(run.output, UpdateDocument(format, row.message));
+        }
+    }
+}
+
+/// The checks in their order: each case fails where it stands and in all that come behind.
+TEST_F(DmiTest, UpdateAdmission) {
+    struct Case {
+        const char* what;
+        std::string words;
+        Chip chip;
+        VX_UINT8 driver;
+        VX_UINT32 code;
+        const char* message;
+        bool showsUsage;
+    };
+    const std::string id = Id(*port);
+    const std::string missing = folder.Path("missing");
+    const Case CASES[] = {
+        {"no word", "", ALDER, 0, 6, "Failed, Invalid parameter", true},
+        {"help", " help", ALDER, 0, 5, "Failed, Unknown", true},
+        {"no such port", " FC_21:00:0a:0b:0c:0d:00:77 " + missing + " other", ALDER, 0, 6, "Failed, Invalid parameter",
+         true},
+        {"one word", " " + id, ALDER, 0, 6, "Failed, Invalid parameter", true},
+        {"two words", " " + id + " " + missing, ALDER, 0, 6, "Failed, Invalid parameter", true},
+        {"no file", " " + id + " " + missing + " other", ALDER, 0, 19, "Failed, File not found", false},
+        {"empty path", " " + id + "  other", ALDER, 0, 19, "Failed, File not found", false},
+        {"another vendor", " " + id + " " + file + " other", ALDER, 0, 57,
+         "Failed, SFP FW update not supported for this SFP vendor", false},
+        {"a longer vendor", " " + id + " " + file + " WTDX", ALDER, 0, 57,
+         "Failed, SFP FW update not supported for this SFP vendor", false},
+        {"another chip", " " + id + " " + file + " WTD", ALDER, 0, 35, "Failed, Feature not supported for adapter",
+         false},
+        {"another driver", " " + id + " " + file + " WTD", BIRCH, 0, 45, "Failed, Feature not supported by driver",
+         false},
+        {"other flags of the driver", " " + id + " " + file + " WTD", BIRCH, 0xFD, 45,
+         "Failed, Feature not supported by driver", false},
+    };
+    for (const Case& row : CASES) {
+        for (const Format& format : FORMATS) {
+            SCOPED_TRACE(row.what);
+            SetChip(*port, row.chip);
+            port->DriverFeatureFlags = row.driver;
+            const CommandRun run = Run("-t port -s dmi " + format.Leaf("update") + row.words);
+            EXPECT_EQ(run.code, row.code);
+            EXPECT_EQ(run.output,
+                      UpdateDocument(format, row.message) + (row.showsUsage ? Usage(format, "update") : ""));
+            EXPECT_EQ(PortCalls(), Calls{});
+        }
+    }
+}
+
+TEST_F(DmiTest, UpdateOnBirchOnly) {
+    for (const ChipRow& chip : CHIPS) {
+        SetChip(*port, chip.chip);
+        EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, chip.chip == BIRCH ? 0u : 35u) << chip.name;
+    }
+}
+
+TEST_F(DmiTest, UpdateTakesTheVendorInAnyCase) {
+    for (const char* vendor : {"WTD", "wtd", "Wtd", "wTd"}) {
+        EXPECT_EQ(RunDmi(TEXT, "update", file + " " + vendor).code, 0u) << vendor;
+    }
+    // A blank behind it is part of the word.
+    const CommandRun run = RunCommand({"-t", "port", "-s", "dmi", "update", Id(*port).c_str(), file.c_str(), "WTD "});
+    EXPECT_EQ(run.code, 57u);
+}
+
+TEST_F(DmiTest, UpdateElsewhere) {
+    LoseHost();
+    for (const Format& format : FORMATS) {
+        const CommandRun run = RunDmi(format, "update", file + " WTD");
+        EXPECT_EQ(run.code, 14u);
+        EXPECT_EQ(run.output, UpdateDocument(format, "Failed, Host not found"));
+    }
+    Fake().host.hasList = true;
+    // A virtual port is no obstacle.
+    port->PortInterfaceType = 3;
+    EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, 0u);
+    NoFiles files;
+    LoseFiles(files);
+    const CommandRun run = RunDmi(TEXT, "update", file + " WTD");
+    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.output, UpdateDocument(TEXT, "Failed, File not found"));
+    EXPECT_EQ(PortCalls(), Calls{});
+}
+
+} // namespace
