@@ -49,7 +49,7 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: update [port identifier]\r\n"},
 };
 
-constexpr LibraryCall READ_DATA = {CLASS_NAME, " before SFP data read", "Get SFP data failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_DATA = {CLASS_NAME, "", "Get SFP data failed", RC_CFG_READ_FAILED};
 
 /// Result code of a library status that the update can give.
 struct StatusCode {

@@ -43,8 +43,10 @@ template <typename IsWanted> const FieldTable* FindField(const ModuleImage& imag
 
 /// `count` bytes from the field's first on as hexadecimal digits without separators.
 void GetHexDigits(const FieldTable* row, const ModuleImage& image, VX_UINT16 count, DecodedText& destination) {
+    char* end = destination;
     for (VX_UINT16 index = 0; index < count; ++index) {
-        GetByteData(row, image, count, index, destination + 2 * index, 3);
+        GetByteData(row, image, count, index, end, 3);
+        end += 2;
     }
 }
 

@@ -21,7 +21,7 @@ constexpr char DIAG_MONITORING_TYPE[] = "Diag Monitoring Type:";
 constexpr VX_UINT8 DIGITAL_MONITORING = 0x40;
 
 /// Bytes of a raw field on one line.
-constexpr int RAW_BYTES_PER_LINE = 8;
+constexpr std::size_t RAW_BYTES_PER_LINE = 8;
 
 bool StartsAt(const ModuleImage& image, VX_UINT16 offset, std::string_view text) {
     for (const char character : text) {
@@ -138,12 +138,11 @@ void TransceiverReport::PrintValues(const char* label, DiagnosticRow row) {
 
 void TransceiverReport::PrintRawData(const FieldTable& row) {
     PrintLabel(row);
-    for (int index = 0; index < row.Size; ++index) {
+    for (std::size_t index = 0; index < row.Size; ++index) {
         if (index != 0 && index % RAW_BYTES_PER_LINE == 0) {
             mOutput.RawF("\n%32s", "");
         }
-        const VX_UINT8 byte = mImage[static_cast<std::size_t>(row.Offset + index)];
-        mOutput.RawF("0x%02x ", byte);
+        mOutput.RawF("0x%02x ", mImage[row.Offset + index]);
     }
     mOutput.Raw("\n");
 }

@@ -1,0 +1,26 @@
+/// @file
+/// Any 512 bytes as a transceiver's image, through the whole of `dmi get`.
+#include "Capture.h"
+#include "FakeLibrary.h"
+#include "PhysicalPortDMICmdsProcessor.h"
+
+#include <cstring>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    FakeLibrary& library = FakeLibrary::Get();
+    static const std::string port = Id(library.host.AddPort());
+    static PhysicalPortDMICmdsProcessor family(nullptr, "dmi", "-s", "", 0, 0);
+    library.calls.clear();
+    library.onGetSFPData = [&](VX_PORT_HANDLE*, void* buffer) {
+        std::memcpy(buffer, bytes, std::min(size, sizeof(_VEXAPI_SFP_DATA)));
+        return 0u;
+    };
+    Capture capture;
+    TavuStringArray args = {port.c_str()};
+    const VX_UINT32 code = PhysicalPortDMICmdsProcessor::FAMILY.leaves[0].command(&family, args);
+    const std::string output = capture.Stop();
+    if (code != 0 || !output.starts_with("<?xml") || !output.ends_with("</structure>\n</output>\n")) {
+        std::abort();
+    }
+    return 0;
+}
