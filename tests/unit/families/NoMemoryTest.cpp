@@ -1,0 +1,68 @@
+#include "FamilyTest.h"
+#include "PhysicalPortVPDCmdsProcessor.h"
+#include "RefusedBlock.h"
+
+using namespace family_test;
+
+namespace {
+
+/// The text of a report is had from memory that may be refused. The command's result stays 0 then.
+class NoMemoryTest : public FamilyTest {
+protected:
+    struct Case {
+        bool isAdapter;
+        const char* family;
+        const char* rest;
+        std::size_t size;
+        const char* structure;
+        const char* field;
+    };
+    static constexpr Case CASES[] = {
+        {false, "info", "", 4096, "PortInformation", "PortInfo"},
+        {false, "stats", "Driver", 2048, "FCStatistics", "FCStats"},
+        {false, "stats", "Firmware", 2048, "FCStatistics", "FCStats"},
+        {true, "info", "", 4096, "AdapterInformation", "General Parameters"},
+        {true, "flashinfo", "", 1024, "AdapterFlashInformation", "Flash Info"},
+    };
+};
+
+TEST_F(NoMemoryTest, ReportsShowIt) {
+    if (!RefusedBlock::IsPossible()) {
+        GTEST_SKIP() << "the sanitizer allocates";
+    }
+    Fake().onGetAdapterFlashMemoBlock = [](VX_PORT_HANDLE*, VX_SFlashMemoBlock* block) {
+        std::memcpy(block->Signature, "FMBS", 4);
+        return 0u;
+    };
+    for (const Case& row : CASES) {
+        for (const Format& format : FORMATS) {
+            CommandRun run;
+            {
+                const RefusedBlock refused(row.size);
+                run = row.isAdapter ? RunAdapter(row.family, format.Leaf("get"), row.rest)
+                                    : RunPort(row.family, format.Leaf("get"), row.rest);
+            }
+            EXPECT_EQ(run.code, 0u) << row.structure;
+            EXPECT_EQ(run.output, format.Report(row.structure, {{"Message", "Failed, Memory Error"}}, row.field, ""));
+        }
+    }
+}
+
+/// The buffer of vital product data is had ahead of the library call; the family has no words of its own for it.
+TEST_F(NoMemoryTest, VitalProductDataGivesUp) {
+    if (!RefusedBlock::IsPossible()) {
+        GTEST_SKIP() << "the sanitizer allocates";
+    }
+    for (const Format& format : FORMATS) {
+        CommandRun run;
+        {
+            const RefusedBlock refused(1024 + VPD_SLACK);
+            run = RunPort("vpd", format.Leaf("get"));
+        }
+        EXPECT_EQ(run.code, 42u);
+        EXPECT_EQ(run.output, format.Report("VPDInformation", {{"Message", "Failed, Unknown"}}, "VPD Data", ""));
+        EXPECT_EQ(PortCalls(), Calls{});
+    }
+}
+
+} // namespace
