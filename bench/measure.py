@@ -1,4 +1,4 @@
-"""What both measurements share: where things lie, and one timed run of a program."""
+"""What the measurements share: where things lie, and one timed run of a program."""
 import argparse
 import pathlib
 import subprocess
@@ -21,6 +21,7 @@ class Programs:
         self.tool = str(build / "orfc-esxcli")
         self.empty = str(build / "bench/empty_program")
         self.host_only = str(build / "bench/host_only")
+        self.log_loop = str(build / "bench/log_loop")
         self.printf_loop = str(build / "bench/printf_loop")
         self.stopwatch = str(build / "bench/stopwatch")
         self.environment = {

@@ -73,6 +73,7 @@ static void FillUnit(struct Unit* unit, unsigned number, unsigned ports) {
         unit->protocols[i].Count = 1;
         unit->protocols[i].pHead = protocol;
         FillName(protocol->WWPN, 0x21, index);
+        protocol->PortState = 1; // online
     }
 }
 
@@ -134,6 +135,20 @@ static VX_UINT32 Refuse(const VX_PORT_HANDLE* handle, const char* path) {
     (void)handle;
     (void)path;
     return 1;
+}
+
+/// Every frame comes back at once, with a line of chatter.
+VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
+                                        VX_UINT32 stopOnError, VX_UINT32 destinationType,
+                                        _VEXAPI_ECHO_RESULTS* result) {
+    (void)handle;
+    (void)name;
+    (void)stopOnError;
+    (void)destinationType;
+    printf("echo\n");
+    result->FrameSent = count;
+    result->FrameReceived = count;
+    return 0;
 }
 
 VX_UINT32 VEXAPI_UpdateSpecificFlashRegionFromFile(VX_PORT_HANDLE* handle, const char* path) {
