@@ -76,7 +76,7 @@ VX_UINT32 PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Lo
     return RunFrameTest(parameters, "Loopback", loopback.counts, [&](bool& isPassed) {
         loopback.result = {};
         const VX_UINT32 called = MakeLibraryCalls(
-            CLASS_NAME, __func__,
+            CLASS_NAME, "Run",
             [&] { loopback.result = VEXAPI_DiagnosticsLoopBackTest(&entry.protocol->PortHandle, &parameters); },
             " before LoopbackTest read");
         isPassed = IsTestPassed(loopback.result.TestStatus);

@@ -70,7 +70,7 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RW
     }
     return RunFrameTest(parameters, "RWBuffer", buffer.counts, [&](bool& isPassed) -> VX_UINT32 {
         const VX_UINT32 called = MakeLibraryCalls(
-            CLASS_NAME, __func__,
+            CLASS_NAME, "Run",
             [&] {
                 if (buffer.results != nullptr) {
                     VEXAPI_FreeRWBufferTestResultList(buffer.results);
