@@ -7,7 +7,7 @@
 #include <string.h>
 
 #define WWN "%02hhx:%02hhx:%02hhx:%02hhx:%02hhx:%02hhx:%02hhx:%02hhx"
-#define BYTES(name) name[0], name[1], name[2], name[3], name[4], name[5], name[6], name[7]
+#define BYTES(name) (name)[0], (name)[1], (name)[2], (name)[3], (name)[4], (name)[5], (name)[6], (name)[7]
 #define ROW(list, field, number)                                                                                       \
     "<structure typeName=\"" list "\">\n<field name=\"" field "\">\n<string>FC_" WWN "_Target_" WWN number             \
     "</string></field>\n</structure>\n"
