@@ -172,12 +172,12 @@ void PhysicalPortVPDCmdsProcessor::DisplayVPDInfo(MultipleCmdsProcessor* self, V
                                                   eOutputFormat format) {
     Document document(*self, format, CLASS_NAME, __func__);
     document.Report(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
-        for (const auto& [key, value] : *map) {
-            const char* description = GetVPDKeyVal(key);
+        for (const auto& keyword : *map) {
+            const char* description = GetVPDKeyVal(keyword.first);
             if (*description != '\0') {
                 document.Structure(OUT_NAMES.list, [&] {
                     document.Field(OUT_TAG, description);
-                    document.Field(OUT_VALUE, value);
+                    document.Field(OUT_VALUE, keyword.second);
                 });
             }
         }
