@@ -4,14 +4,11 @@
 
 #include <cstddef>
 
-/// Every cleared allocation of exactly `size` bytes fails during its lifetime. Under the address sanitizer, which has
-/// an allocator of its own, `IsPossible` is false and nothing fails.
+/// Every cleared allocation of exactly `size` bytes fails during its lifetime.
 class RefusedBlock {
 public:
     explicit RefusedBlock(std::size_t size);
     ~RefusedBlock();
     RefusedBlock(const RefusedBlock&) = delete;
     RefusedBlock& operator=(const RefusedBlock&) = delete;
-
-    static bool IsPossible();
 };

@@ -267,9 +267,6 @@ TEST_F(CongestionRefusalTest, TellsWhatTheResolverTells) {
 
 /// The command's result stays. The port's statistics have no text for it, and their list is released all the same.
 TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
-    if (!RefusedBlock::IsPossible()) {
-        GTEST_SKIP();
-    }
     static constexpr struct {
         const CongestionCommand* command;
         std::size_t size;
