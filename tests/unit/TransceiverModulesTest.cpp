@@ -1,5 +1,5 @@
 /// @file
-/// Real modules, held against what another decoder printed for the same bytes (in the comments of the images).
+/// Real modules: what their bytes mean by the standards alone.
 #include "TransceiverImages.h"
 
 #include <filesystem>
@@ -14,9 +14,9 @@ struct Identity {
     const char* partNumber;
     const char* revision;
     const char* serialNumber;
-    const char* date; ///< null where the other decoder printed none
+    const char* date;
 };
-/// Padding stays in the report; here it is left out.
+/// Padding stays in the report; here it is left out. Null: nothing is known of it.
 const Identity IDENTITIES[] = {
     {"3m-dac-1410", "3M", "1410-P17-00-3.00", nullptr, "0", nullptr}, // a serial number of blanks
     {"amphenol-dac-571540007", "Amphenol", "571540007", "M", "APF112500749A3", "110624"},
@@ -92,17 +92,17 @@ TEST(TransceiverModulesTest, KindsOfModules) {
     // A bad read of the vendor's name shows what was read: the sixteenth character came as a "d".
     EXPECT_EQ(field("fiberstore-sr85-base64", "Vendor name"), "FiberStore");
     EXPECT_EQ(field("badccbase-fiberstore-sr85", "Vendor name"), "FiberStore d");
-    // A capture out of step begins with another byte, and so is taken for the SFP family.
+    // Byte 0 decides on the family, not byte 128, which says 13 here.
     EXPECT_EQ(field("oem-qsfp-40g-sr4-lower0", "Identifier"), "Unknown or unspecified");
     EXPECT_EQ(ValueOf(HeadOf(ReportOf(LoadImage("fc2g-finisar-ftrj8519p1bnl"))), "Media Type"), "200-M6-SN-I");
 }
 
-/// Values of modules without external calibration, and by how much the other decoder's last digit can differ.
+/// Values of modules without external calibration, and the weight of the last digit that is known.
 struct Values {
     const char* image;
     float temperature, voltage, bias, transmit, receive;
     float temperatureStep, voltageStep, biasStep, powerStep;
-    float receiveFactor; ///< ours to the other's
+    float receiveFactor; ///< of this tool
 };
 const Values VALUES[] = {
     {"cisco-finisar-10g-lr", 27.563f, 3.349f, 30.938f, 0.6233f, 0.5091f, 0.001f, 0.001f, 0.0005f, 0.000005f, 1},
@@ -166,7 +166,7 @@ TEST(TransceiverModulesTest, ExternalCalibration) {
     EXPECT_EQ(diagnostics.getValueAt(0, 2), 48.166f * (692.0f * 100.0f * 1e-6f) - 422.0f);
     // Slope 09 C0 is C0 alone, 192; the value 00 1B is 27.
     EXPECT_EQ(diagnostics.getValueAt(0, 3), 192.0f * (54.0f * 0.001f));
-    // Slope 01 00; the value 45 76 is 17782. The other decoder's 2.499 dBm is 1.778 mW.
+    // Slope 01 00; the value 45 76 is 17782. 2.499 dBm is 1.778 mW.
     EXPECT_EQ(diagnostics.getValueAt(0, 4), 17782.0f * 0.1f * 0.001f);
     EXPECT_NEAR(diagnostics.getValueAt(0, 4), 1.778, 0.0005);
     // The value is 0: the constant BF 32 73 91 alone.
