@@ -1,4 +1,5 @@
 #include "FamilyTest.h"
+#include "TraceLog.h"
 #include "TransceiverImages.h"
 
 using namespace family_test;
@@ -277,6 +278,14 @@ TEST_F(DmiTest, UpdateAdmission) {
             EXPECT_EQ(PortCalls(), Calls{});
         }
     }
+}
+
+TEST_F(DmiTest, UpdateTracesAMissingFile) {
+    const TraceLog log("4");
+    RunDmi(XML, "update", "no/sfp.bin WTD");
+    EXPECT_EQ(TraceLog::Lines(),
+              std::vector<std::string>{
+                  "DEBUG: PhysicalPortDMICmdsProcessor::CmdUpdateCommon: SFP Image file [no/sfp.bin] does not exist"});
 }
 
 TEST_F(DmiTest, UpdateOnBirchOnly) {

@@ -45,6 +45,24 @@ TEST_F(NoMemoryTest, ReportsShowIt) {
     }
 }
 
+/// The data of a transceiver was read, and the document says so; it holds none of it.
+TEST_F(NoMemoryTest, TransceiverReportIsASuccessWithoutData) {
+    Fake().onGetSFPData = [](VX_PORT_HANDLE*, void* data) {
+        *static_cast<VX_UINT8*>(data) = 3;
+        return 0u;
+    };
+    for (const Format& format : FORMATS) {
+        CommandRun run;
+        {
+            const RefusedBlock refused(16384);
+            run = RunPort("dmi", format.Leaf("get"));
+        }
+        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.output, format.Report("DMIInformation", {{"Message", "Success"}}, "Dmi Info",
+                                            format.Structure("DMIInfoList", format.OpenField("Dmi Data", ""))));
+    }
+}
+
 /// The buffer of vital product data is had ahead of the library call; the family has no words of its own for it.
 TEST_F(NoMemoryTest, VitalProductDataGivesUp) {
     for (const Format& format : FORMATS) {

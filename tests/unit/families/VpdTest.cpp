@@ -1,5 +1,6 @@
 #include "FamilyTest.h"
 #include "PhysicalPortVPDCmdsProcessor.h"
+#include "TraceLog.h"
 
 #include <cstdio>
 
@@ -209,6 +210,22 @@ TEST(VpdMapTest, LyingLengths) {
     VpdMap map;
     MapVpdData(full.data(), 1, map);
     EXPECT_EQ(std::string(map.at("PI").c_str()).size(), 0xFFFFu);
+}
+
+TEST(VpdMapTest, TracesEveryItem) {
+    const TraceLog log("1");
+    MapOf({Tag(0x82, 3, "Two"), Tag(0x90, 10), Keyword("PN", "a b"), Keyword("RV", "\x0A\x0B"), Keyword("RX", "c"),
+           Tag(0x91, 3), Tag(0x78, 0), Keyword("SN", "behind the end")});
+    const std::string start = "INFORMATION: PhysicalPortVPDCmdsProcessor::MapFieldData: tmpText=";
+    EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{
+                                     start + " 0x82  \"Two\"\n",
+                                     start + " 0x90\n",
+                                     start + " \"PN\"  \"a b\"\n",
+                                     start + " \"RV\"  0a\n",
+                                     start + " \"RX\"  \"c\"\n",
+                                     start + " 0x91\n",
+                                     start + " 0x78\n",
+                                 }));
 }
 
 class VpdTest : public FamilyTest {
