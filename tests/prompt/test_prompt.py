@@ -251,6 +251,13 @@ class Terminal(OnTerminal):
 
 
 class Signals(OnTerminal):
+    def test_quit_signal_between_the_prompt_and_the_wait_for_input(self):
+        self.environment["LD_PRELOAD"] = str(PROGRAM.parent / "tests/prompt/libquit_behind_prompt.so")
+        child = self.start()
+        child.expect_exact("$>", timeout=20)
+        self.assertEqual(child.before, "")
+        self.expect_answer(child, "version", VERSION)
+
     def test_quit_key_gives_a_new_prompt(self):
         child = self.start()
         for _ in range(3):

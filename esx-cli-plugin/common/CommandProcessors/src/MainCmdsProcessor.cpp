@@ -7,9 +7,11 @@
 #include "PhysicalPortCmdsProcessor.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -60,6 +62,23 @@ Interruption WaitForInterruption() {
         }
         sleep(1);
     }
+}
+
+/// Prompts and reads a line. False, with nothing read, when SIGQUIT came behind the prompt: it is held back
+/// until the wait for input, so that none gets lost between the two. False as well without a line to read.
+bool PromptForLine(const char* prompt, char* line, int size) {
+    sigset_t quit;
+    sigset_t usual;
+    sigemptyset(&quit);
+    sigaddset(&quit, SIGQUIT);
+    sigprocmask(SIG_BLOCK, &quit, &usual);
+    g_uFlags &= ~VX_UINT32{FLAG_BREAK};
+    Output(OUTPUT_TEXT, "%s>", prompt);
+    std::fflush(stdout);
+    pollfd input = {STDIN_FILENO, POLLIN, 0};
+    ppoll(&input, 1, nullptr, &usual);
+    sigprocmask(SIG_SETMASK, &usual, nullptr);
+    return !HasProgramFlag(FLAG_BREAK) && std::fgets(line, size, stdin) != nullptr;
 }
 
 } // namespace
@@ -164,11 +183,9 @@ bool MainCmdsProcessor::ConvertCmdLineToStrArray(const char* line, TavuStringArr
 
 VX_UINT32 MainCmdsProcessor::HandleInteractiveCmds() {
     char line[2048];
+    std::setvbuf(stdin, nullptr, _IONBF, 0); // lines that wait in a buffer would not be seen by the wait for input
     for (;;) {
-        g_uFlags &= ~VX_UINT32{FLAG_BREAK};
-        Output(OUTPUT_TEXT, "%s>", GetPrompt());
-        std::fflush(stdout);
-        if (std::fgets(line, sizeof line, stdin) == nullptr) {
+        if (!PromptForLine(GetPrompt(), line, sizeof line)) {
             switch (WaitForInterruption()) {
             case Interruption::QUIT:
                 return RC_SUCCESS;
