@@ -1,0 +1,161 @@
+#include "BootTest.h"
+
+#include "TraceLog.h"
+
+using namespace family_test;
+
+namespace {
+
+using BootOptionsTest = BootGroupTest;
+
+INSTANTIATE_TEST_SUITE_P(Groups, BootOptionsTest, BOOT_GROUPS, NameOfGroup);
+
+/// What each adapter takes in each mode: the adapter is looked at first, then the mode, then the word.
+TEST_P(BootOptionsTest, FlagOptions) {
+    for (const ChipRow& chip : CHIPS) {
+        SetChip(*port, chip.chip);
+        for (const Mode mode : Modes()) {
+            if (mode != BIOS && !IsUefiCapable(chip.chip)) {
+                continue;
+            }
+            bfsMode = mode;
+            for (const BootFlag& flag : BOOT_FLAGS) {
+                SCOPED_TRACE(std::string(chip.name) + " " + flag.longName + " in mode " + std::to_string(mode));
+                const std::string name = flag.longName;
+                VX_UINT32 code = 0;
+                if (name == "--fabric-assigned-boot-lun") {
+                    code = HasFabricLun(chip.chip) ? 0 : 35;
+                } else if (name == "--selectable-boot") {
+                    code = mode == BIOS ? 0 : 18;
+                } else if (name != "--enable-bfs") {
+                    code = !IsUefiCapable(chip.chip) ? 35 : mode == BIOS ? 4 : 0;
+                }
+                for (const char* const word : {"true", "false"}) {
+                    if (code == 0) {
+                        ExpectStaged(mode, name + " " + word,
+                                     WithLine(Snapshot(mode), flag.key, (*word == 't') != flag.isInverted ? "1" : "0"));
+                    } else {
+                        Stage(Snapshot(mode));
+                        ExpectRefused(mode, name + " " + word, code);
+                    }
+                }
+                Stage(Snapshot(mode));
+                ExpectRefused(mode, name + " maybe", code == 0 ? 6 : code);
+            }
+        }
+    }
+}
+
+TEST_P(BootOptionsTest, FlagWords) {
+    for (const BootFlag& flag : BOOT_FLAGS) {
+        const Mode mode = flag.biosLabel != nullptr ? BIOS : UEFI;
+        const std::string longName = flag.longName;
+        for (const std::string& name :
+             {longName, InUpperCase(longName), std::string(flag.shortName), InUpperCase(flag.shortName)}) {
+            for (const char* const word : {"true", "false", "TRUE", "fAlSe"}) {
+                const bool isTrue = *word == 't' || *word == 'T';
+                ExpectStaged(mode, name + " " + word,
+                             WithLine(Snapshot(mode), flag.key, isTrue != flag.isInverted ? "1" : "0"));
+            }
+        }
+        for (const std::string& word :
+             {std::string("1"), std::string("0"), std::string("on"), std::string("tru"), std::string("truee"),
+              std::string("true="), std::string("%s%n"), std::string(), std::string(100000, 't')}) {
+            Stage(Snapshot(mode));
+            ExpectRefused(mode, longName + " " + word + " .", 6);
+        }
+    }
+}
+
+TEST_P(BootOptionsTest, RefusalsHaveTheirTexts) {
+    struct Case {
+        Chip chip;
+        Mode mode;
+        std::string options;
+        VX_UINT32 code;
+        const char* message;
+    };
+    const Case cases[] = {
+        {BIRCH, BIOS, "-g true", 4, group.paramError},
+        {BIRCH, BIOS, "-a 1", 6, INVALID},
+        {BIRCH, UEFI, "-d true", 18, "Failed, Boot parameter not supported with UEFI boot mode option"},
+        {EIGHT_G, BIOS, "-f true", 35, "Failed, Feature not supported for this adapter"},
+    };
+    for (const Case& row : cases) {
+        SetChip(*port, row.chip);
+        for (const Format& format : FORMATS) {
+            Stage(Snapshot(row.mode));
+            const CommandRun run = RunIn(row.mode, format.Leaf("setFile"), row.options);
+            EXPECT_EQ(run.code, row.code) << row.options;
+            EXPECT_EQ(run.output,
+                      Error(format, row.message) + (row.code == 4 || row.code == 6 ? UsageOf(format, "setFile") : ""));
+        }
+    }
+}
+
+/// One command is all or nothing: valid options ahead of a refusal leave the file untouched.
+TEST_P(BootOptionsTest, ARefusalLeavesTheFile) {
+    Stage(Snapshot(UEFI));
+    ExpectRefused(UEFI, "-a true -g 1", 6);
+    ExpectRefused(UEFI, "-a true -f false -d true", 18);
+    ExpectRefused(BIOS, "-a true -f false -d false -e true", 4); // nor is the mode staged
+    SetChip(*port, EIGHT_G);
+    ExpectRefused(BIOS, "-a true -e true", 35);
+}
+
+/// The options are examined in the order of their table, whatever theirs is in the command. The trace tells
+/// which was refused; each is taken away in turn.
+TEST_P(BootOptionsTest, OrderOfExamination) {
+    const std::vector<std::pair<std::string, std::string>> table = {
+        {"enable-bfs", "-a"},      {"fabric-assigned-boot-lun", "-f"}, {"selectable-boot", "-d"},
+        {"selective-login", "-e"}, {"selective-lun-login", "-c"},      {"world-login", "-g"},
+    };
+    Stage(Snapshot(UEFI));
+    for (std::size_t first = 0; first < table.size(); ++first) {
+        std::string options;
+        for (std::size_t i = table.size(); i > first; --i) { // in reverse
+            options += table[i - 1].second + " %d" + std::to_string(i) + " ";
+        }
+        const TraceLog log("1");
+        ExpectRefused(UEFI, options, table[first].first == "selectable-boot" ? 18 : 6);
+        std::vector<std::string> refused;
+        for (const std::string& line : TraceLog::Lines()) {
+            if (line.ends_with(" not supported")) {
+                refused.push_back(line.substr(line.rfind(": ") + 2));
+            }
+        }
+        EXPECT_EQ(refused, Calls{table[first].first + "=%d" + std::to_string(first + 1) + " not supported"});
+    }
+}
+
+TEST_P(BootOptionsTest, WordsOfACommand) {
+    // An option in last place counts as absent.
+    ExpectStaged(BIOS, "--enable-bfs", Snapshot(BIOS));
+    // The first of two counts, whichever name it has.
+    ExpectStaged(BIOS, "-a true -a maybe", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
+    ExpectStaged(BIOS, "--enable-bfs true -a false", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
+    // The value is whatever word follows, even another option's name.
+    Stage(Snapshot(BIOS));
+    ExpectRefused(BIOS, "-a -d true", 6);
+    ExpectStaged(BIOS, "-x -a true", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
+    // Unknown words are passed over, and so is an option that is none.
+    ExpectStaged(BIOS, "what --enable -aa false -a=true -d false", WithLine(Snapshot(BIOS), "Selectable_Boot", "0"));
+}
+
+/// The updater finds a key anywhere in a line; the keys keep clear of each other.
+TEST_P(BootOptionsTest, NoKeyStandsInTheLineOfAnother) {
+    const std::string whole = Snapshot(UEFI) + "\n";
+    std::vector<std::string> keys;
+    for (std::size_t at = 0; at < whole.size() - 1;) {
+        keys.push_back(whole.substr(at, whole.find('=', at) - at));
+        at = whole.find('\n', at) + 1;
+    }
+    EXPECT_EQ(keys.size(), group.isExtended ? 72u : 23u);
+    for (const std::string& key : keys) {
+        for (const std::string& other : keys) {
+            EXPECT_TRUE(key == other || other.find(key) == std::string::npos) << key << " in " << other;
+        }
+    }
+}
+
+} // namespace
