@@ -1,0 +1,54 @@
+/// @file
+/// Reads of sysfs, or of a folder that was captured from one. Nothing here throws on what it finds there: entries
+/// vanish while they are read, links dangle, and files refuse.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+/// What a read of a file gave. The bytes hold until the next read of any file.
+struct Reading {
+    int error = 0; ///< an errno, 0 when there are bytes
+    std::string_view bytes;
+};
+
+/// An open folder, closed with the object. All paths are relative to it.
+class Folder {
+public:
+    Folder() = default;
+    /// The folder at `path`, from the present folder of the process. One that can't be opened reads as empty.
+    explicit Folder(const char* path);
+    Folder(const Folder& parent, const char* path);
+    Folder(Folder&& other) noexcept;
+    Folder& operator=(Folder&& other) noexcept;
+    ~Folder();
+
+    bool isOpen() const { return descriptor_ >= 0; }
+
+    /// The names in it, but those that begin with a dot, in no order.
+    std::vector<std::string> names() const;
+
+    /// Where a link points to, as it stands; empty when it is no link.
+    std::string link(const char* path) const;
+
+    bool has(const char* path) const;
+
+    /// One attribute, of at most a page (4096 bytes), which the kernel gives in one read.
+    Reading read(const char* path) const;
+
+    /// A file of any size up to `limit` bytes, which the kernel gives in pieces. Returns an errno, or 0.
+    int readWhole(const char* path, std::size_t limit, std::string& bytes) const;
+
+    /// Returns an errno, or 0.
+    int write(const char* path, std::string_view text) const;
+
+private:
+    int open(const char* path, int flags) const;
+
+    int descriptor_ = -1;
+};
+
+} // namespace host
