@@ -2,7 +2,7 @@
 
 #include "ChipFamilies.h"
 #include "CodeTable.h"
-#include "ResultCodes.h"
+#include "LibraryCall.h"
 #include "TavuString.h"
 
 namespace {
@@ -35,10 +35,6 @@ constexpr FlashImageKind KINDS[] = {
     {"PEPCfg", VEXAPI_UpdateAdapterPEPCfgFromFile, IsLarchOrAlder, IsNoChip},
 };
 
-struct StatusResult {
-    VX_UINT32 status;
-    VX_UINT32 code;
-};
 constexpr StatusResult STATUS_RESULTS[] = {
     {3, RC_FILE_ERROR},
     {40, RC_NO_MEMORY},
@@ -95,12 +91,7 @@ const FlashImageKind* FindFlashImageKind(const char* word) {
 }
 
 VX_UINT32 FlashUpdateResult(VX_UINT32 status) {
-    for (const StatusResult& row : STATUS_RESULTS) {
-        if (row.status == status) {
-            return row.code;
-        }
-    }
-    return RC_FLASH_UPDATE_FAILED;
+    return ResultOfStatus(STATUS_RESULTS, status, RC_FLASH_UPDATE_FAILED);
 }
 
 const char* FlashUpdateText(VX_UINT32 code) {

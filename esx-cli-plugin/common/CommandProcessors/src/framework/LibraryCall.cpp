@@ -1,5 +1,7 @@
 #include "LibraryCall.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr char LIBRARY_LOG[] = "/var/tmp/vexapi-output.log";
@@ -28,6 +30,14 @@ VX_UINT32 RefuseLibraryCalls(const char* className, const char* function, const 
 
 void TraceStatus(const char* libraryFunction, VX_UINT32 status) {
     TavuDebug::Print(TRACE_INFORMATION, "%s=%d", libraryFunction, static_cast<int>(status));
+}
+
+VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, VX_UINT32 fallback) {
+    if (status == 0) {
+        return RC_SUCCESS;
+    }
+    const auto row = std::find_if(table.begin(), table.end(), [status](auto& each) { return each.status == status; });
+    return row == table.end() ? fallback : row->code;
 }
 
 VX_UINT32 ResultOf(const LibraryCall& what, const char* function, VX_UINT32 status) {

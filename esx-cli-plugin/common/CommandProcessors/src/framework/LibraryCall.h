@@ -6,6 +6,7 @@
 #include "TavuDebug.h"
 
 #include <cstdio>
+#include <span>
 
 /// Sends what the library prints to "/var/tmp/vexapi-output.log", by exchanging the `stdout` stream itself.
 ///
@@ -26,6 +27,14 @@ VX_UINT32 RefuseLibraryCalls(const char* className, const char* function, const 
 
 /// Traces the status of a library function whose failure is no failure of the command.
 void TraceStatus(const char* libraryFunction, VX_UINT32 status);
+
+/// Result code of a library status, for the functions whose statuses mean something to their command.
+struct StatusResult {
+    VX_UINT32 status;
+    VX_UINT32 code;
+};
+/// The code of `status`; 0 is `RC_SUCCESS`, and what the table doesn't list is `fallback`.
+VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, VX_UINT32 fallback);
 
 /// Makes library calls inside the redirection, when what they give is no matter of result codes. The names
 /// are the caller's, for the traces. `RC_FILE_ERROR`, with no call made, when the redirection can't be

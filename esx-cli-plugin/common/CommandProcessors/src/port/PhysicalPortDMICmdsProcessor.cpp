@@ -51,21 +51,10 @@ constexpr UsageText USAGES[] = {
 
 constexpr LibraryCall READ_DATA = {CLASS_NAME, "", "Get SFP data failed", RC_CFG_READ_FAILED};
 
-/// Result code of a library status that the update can give.
-struct StatusCode {
-    VX_UINT32 status;
-    VX_UINT32 code;
-};
-constexpr StatusCode UPDATE_STATUSES[] = {
-    {0, RC_SUCCESS},
-    {101, RC_FILE_OPEN_ERROR},
-    {107, RC_CHECKSUM_ERROR},
-    {113, RC_FEATURE_NOT_SUPPORTED},
-    {114, RC_ADAPTER_NOT_FOUND},
-    {118, RC_UNSUPPORTED_FW},
-    {144, RC_SFP_FW_UPDATE_FAILED},
-    {145, RC_SFP_VENDOR_MISMATCHED},
-    {146, RC_SFP_VENDOR_UNSUPPORTED},
+constexpr StatusResult UPDATE_STATUSES[] = {
+    {101, RC_FILE_OPEN_ERROR},       {107, RC_CHECKSUM_ERROR},         {113, RC_FEATURE_NOT_SUPPORTED},
+    {114, RC_ADAPTER_NOT_FOUND},     {118, RC_UNSUPPORTED_FW},         {144, RC_SFP_FW_UPDATE_FAILED},
+    {145, RC_SFP_VENDOR_MISMATCHED}, {146, RC_SFP_VENDOR_UNSUPPORTED},
 };
 
 constexpr VX_UINT8 DRIVER_UPDATES_TRANSCEIVERS = 2; ///< in `DriverFeatureFlags`
@@ -74,15 +63,6 @@ constexpr std::size_t UPDATE_WORDS = 3; ///< port, path, vendor
 
 constexpr std::size_t REPORT_SIZE = 16384;
 constexpr std::size_t PAGE_SIZE = 256;
-
-VX_UINT32 CodeOfUpdateStatus(VX_UINT32 status) {
-    for (const StatusCode& row : UPDATE_STATUSES) {
-        if (row.status == status) {
-            return row.code;
-        }
-    }
-    return RC_LIBRARY_FAILED;
-}
 
 /// An empty bay.
 bool IsEmpty(const _VEXAPI_SFP_DATA& data) {
@@ -166,7 +146,7 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::UpdateModule(VX_PORT_HANDLE& handle, con
     VX_UINT32 status = 0;
     const VX_UINT32 code = MakeLibraryCalls(
         CLASS_NAME, __func__, [&] { status = VEXAPI_SfpModuleFirmwareUpdate(&handle, path, UPDATE_OPTION); });
-    return code == RC_SUCCESS ? CodeOfUpdateStatus(status) : code;
+    return code == RC_SUCCESS ? ResultOfStatus(UPDATE_STATUSES, status, RC_LIBRARY_FAILED) : code;
 }
 
 VX_UINT32 PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args,

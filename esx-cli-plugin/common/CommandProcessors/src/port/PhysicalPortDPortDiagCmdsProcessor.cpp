@@ -54,30 +54,13 @@ constexpr VX_UINT32 FEATURE_SECOND_FORM = 0x20000000;
 constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
 constexpr VX_UINT8 PHASE_PASSED = 1;
 
-/// Result codes of the statuses of the test's second form.
 constexpr VX_UINT32 STATUS_BFS_MODE = 132;
-VX_UINT32 TestResult(VX_UINT32 status) {
-    switch (status) {
-    case 0:
-        return RC_SUCCESS;
-    case 2:
-        return RC_INVALID_PARAMETER;
-    case 29:
-        return RC_NOT_SUPPORTED_FOR_VPORT;
-    case 38:
-        return RC_FEATURE_NOT_SUPPORTED;
-    case 129:
-        return RC_UNSUPPORTED_MODE;
-    case 130:
-        return RC_LINK_UP_REQUIRED;
-    case 131:
-        return RC_UNSUPPORTED_SPEED;
-    case STATUS_BFS_MODE:
-        return RC_BFS_MODE;
-    default:
-        return RC_LIBRARY_FAILED;
-    }
-}
+/// Of the test's second form.
+constexpr StatusResult TEST_STATUSES[] = {
+    {2, RC_INVALID_PARAMETER},      {29, RC_NOT_SUPPORTED_FOR_VPORT}, {38, RC_FEATURE_NOT_SUPPORTED},
+    {129, RC_UNSUPPORTED_MODE},     {130, RC_LINK_UP_REQUIRED},       {131, RC_UNSUPPORTED_SPEED},
+    {STATUS_BFS_MODE, RC_BFS_MODE},
+};
 
 constexpr CodeText PHASE_RESULTS[] = {
     {0, "Not Started"},       {1, "Passed"},          {2, "Skipped"},        {3, "Failed"},
@@ -264,7 +247,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor
     const bool isSecondForm = (entry.protocol->FeatureFlags & FEATURE_SECOND_FORM) != 0;
     if (isSecondForm) {
         const VX_UINT32 status = VEXAPI_DiagnosticDPortTestV2(handle, &result);
-        code = TestResult(status);
+        code = ResultOfStatus(TEST_STATUSES, status, RC_LIBRARY_FAILED);
         if (status == STATUS_BFS_MODE) {
             DisplayError(self, code, format); // into the library's log, ahead of the one that is seen
         }

@@ -27,23 +27,12 @@ constexpr CodeText RESULT_TEXTS[] = {
 
 constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
-/// Result code of a library status.
-VX_UINT32 DumpResult(VX_UINT32 status) {
-    switch (status) {
-    case 0:
-        return RC_SUCCESS;
-    case 0x20000064:
-        return RC_INVALID_PARAMETER;
-    case 0x20000072:
-        return RC_NO_MEMORY;
-    case 0x20000073:
-        return RC_PARAM_ERROR;
-    case 0x2000007B:
-        return RC_NO_DATA_AVAILABLE;
-    default:
-        return RC_CFG_READ_FAILED;
-    }
-}
+constexpr StatusResult DUMP_STATUSES[] = {
+    {0x20000064, RC_INVALID_PARAMETER},
+    {0x20000072, RC_NO_MEMORY},
+    {0x20000073, RC_PARAM_ERROR},
+    {0x2000007B, RC_NO_DATA_AVAILABLE},
+};
 
 } // namespace
 
@@ -88,7 +77,7 @@ VX_UINT32 PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args
     const std::unique_ptr<void, decltype(&std::free)> dump(data, &std::free);
     if (code == RC_SUCCESS) {
         TraceStatus("VEXAPI_SDGetFwDump2", status);
-        code = DumpResult(status);
+        code = ResultOfStatus(DUMP_STATUSES, status, RC_CFG_READ_FAILED);
     }
     if (code != RC_SUCCESS) {
         return code;
