@@ -348,7 +348,11 @@ TEST_F(VpdTest, SizeIsHeldAgainstTheBuffer) {
     std::memcpy(image.data() + 1021, "\x82\xFF\xFF", 3); // the last item, of the greatest length
     for (const VX_UINT32 lie : {1024u, 1025u, 65536u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
         size = lie;
-        EXPECT_EQ(RunPort("vpd", "get").code, 0u) << lie;
+        const std::string id = std::to_string(1000 + lie % 9000); // another one in each round
+        std::memcpy(image.data() + ImageOf(GOLDEN).find("1077"), id.data(), 4);
+        const CommandRun run = RunPort("vpd", "getcli");
+        EXPECT_EQ(run.code, 0u) << lie;
+        EXPECT_NE(run.output.find("Manufacturing Id\nValue: " + id), std::string::npos) << run.output;
     }
 }
 
