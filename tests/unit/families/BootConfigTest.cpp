@@ -1,0 +1,395 @@
+#include "BootTest.h"
+
+#include "TraceLog.h"
+
+using namespace family_test;
+
+namespace {
+
+/// What `bootconfig` has of its own: its mode, an option, and its drives.
+class BootConfigTest : public BootTestBase {
+protected:
+    BootConfigTest() : BootTestBase(BOOT_CONFIG) {}
+
+    struct DriveOption {
+        const char* longName;
+        const char* shortName;
+    };
+    static constexpr DriveOption DRIVES[] = {
+        {"--drive-0", "-j"}, {"--drive-1", "-k"}, {"--drive-2", "-l"}, {"--drive-3", "-m"},
+        {"--drive-4", "-n"}, {"--drive-5", "-o"}, {"--drive-6", "-p"}, {"--drive-7", "-q"},
+    };
+    static std::string WithDrive(const std::string& content, unsigned number, const std::string& wwpn,
+                                 const std::string& lun) {
+        return WithLine(WithLine(content, TargetKey(number, "WWPN"), wwpn), TargetKey(number, "LUN"), lun);
+    }
+};
+
+TEST_F(BootConfigTest, Modes) {
+    struct Case {
+        const char* words;
+        VX_UINT32 code;
+        Mode mode;
+    };
+    const Case cases[] = {
+        {"", 0, BIOS},
+        {"-b BIOS", 0, BIOS},
+        {"-B bios", 0, BIOS},
+        {"--boot-mode Bios", 0, BIOS},
+        {"-b UEFI", 0, UEFI},
+        {"-b uEfI", 0, UEFI},
+        {"--BOOT-MODE UEFI", 0, UEFI},
+        {"x --boot-mode UEFI -b BIOS", 0, UEFI}, // the first counts
+        {"-b", 0, BIOS},                         // in last place it is absent
+        {"UEFI", 0, BIOS},                       // and so is a word without its name
+        {"-b NVME", 6, BIOS},
+        {"-b UEFI2", 6, BIOS},
+        {"-b 2", 6, BIOS},
+        {"-b %s%n", 6, BIOS},
+        {"-b --enable-bfs true", 6, BIOS},
+    };
+    for (const Case& row : cases) {
+        for (const Format& format : FORMATS) {
+            for (const std::string leaf : {"get", "setFile"}) {
+                RemoveFiles();
+                bfsMode = BIOS;
+                const CommandRun run = Run(format.Leaf(leaf), row.words);
+                EXPECT_EQ(run.code, row.code) << row.words;
+                if (row.code == 0) {
+                    EXPECT_EQ(run.output, Document(format, LinesOf(row.mode))) << row.words;
+                    EXPECT_EQ(Staged(), leaf == "get" ? "no file" : Snapshot(row.mode)) << row.words;
+                } else {
+                    EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, leaf)) << row.words;
+                    EXPECT_EQ(PortCalls(), Calls{}) << row.words;
+                    EXPECT_EQ(Staged(), "no file") << row.words;
+                }
+            }
+        }
+    }
+    const std::string word(100000, 'U');
+    EXPECT_EQ(Run("get", "-b " + word).code, 6u);
+    // A wrong word is wrong on every adapter; UEFI is refused where it is none.
+    SetChip(*port, EIGHT_G);
+    EXPECT_EQ(Run("get", "-b NVME").code, 6u);
+    EXPECT_EQ(Run("get", "-b uefi").code, 8u);
+}
+
+/// Only BIOS and UEFI are exchanged; what else the library is in is left alone.
+TEST_F(BootConfigTest, LibraryModes) {
+    for (int current = 0; current < 256; ++current) {
+        for (const Mode mode : {BIOS, UEFI}) {
+            bfsMode = static_cast<VX_UINT8>(current);
+            EXPECT_EQ(RunIn(mode, "get").output, Document(XML, LinesOf(mode)));
+            Calls expected = {"VEXAPI_GetBfsConfigMode()"};
+            if (current == 2 && mode == BIOS) {
+                expected.emplace_back("VEXAPI_SetBfsConfigMode(1)");
+            } else if (current == 1 && mode == UEFI) {
+                expected.emplace_back("VEXAPI_SetBfsConfigMode(2)");
+            }
+            expected.push_back(PortCall("GetBootDeviceInfo"));
+            EXPECT_EQ(PortCalls(), expected) << current << " " << +mode;
+        }
+    }
+    // Without the option the library goes to the BIOS, and `setFile` does so too.
+    for (const char* const leaf : {"get", "setFile"}) {
+        bfsMode = UEFI;
+        EXPECT_EQ(Run(leaf).code, 0u);
+        EXPECT_EQ(bfsMode, BIOS);
+    }
+}
+
+/// `set` shows the layout of the file's mode: 1 is UEFI, all else the BIOS.
+TEST_F(BootConfigTest, ModesInTheFile) {
+    const std::pair<const char*, Mode> cases[] = {
+        {"1", UEFI},   {"01", UEFI}, {"1x", UEFI},   {"4294967297", UEFI}, // 2^32 + 1
+        {"0", BIOS},   {"2", BIOS},  {"4", BIOS},    {"11", BIOS},         {"-1", BIOS},
+        {"257", BIOS}, {"", BIOS},   {"UEFI", BIOS}, {"4294967296", BIOS},
+    };
+    for (const auto& [number, mode] : cases) {
+        Stage(std::string("Boot_Mode=") + number + "\n");
+        EXPECT_EQ(Run("set").output, Document(XML, LinesOf(mode), true)) << number;
+        EXPECT_TRUE(WasWritten(nvram)); // the mode is no part of it
+    }
+    Stage("World_Login=0\n"); // no mode at all
+    EXPECT_EQ(Run("set").output, Document(XML, BiosLines(), true));
+    Stage("boot_mode=1\n");
+    EXPECT_EQ(Run("set").output, Document(XML, UefiLines(), true));
+}
+
+TEST_F(BootConfigTest, EveryDriveHasItsOptionAndItsKeys) {
+    for (unsigned number = 0; number < 8; ++number) {
+        const std::string longName = DRIVES[number].longName;
+        for (const std::string& name : {longName, InUpperCase(longName), std::string(DRIVES[number].shortName),
+                                        InUpperCase(DRIVES[number].shortName)}) {
+            ExpectStaged(UEFI, name + " " + TARGET + "-300", WithDrive(Snapshot(UEFI), number, TARGET, "300"));
+            if (number < 4) {
+                ExpectStaged(BIOS, name + " " + TARGET + "-300", WithDrive(Snapshot(BIOS), number, TARGET, "300"));
+            }
+        }
+        const std::string label = "Drive " + std::to_string(number);
+        Stage(Snapshot(UEFI));
+        EXPECT_EQ(RunIn(UEFI, "setFile", longName + " " + TARGET + "-65535").output,
+                  Document(XML, WithField(WithField(UefiLines(), label + " WWPN", TARGET), label + " LUN", "65535")));
+        EXPECT_EQ(Run("set").code, 0u);
+        _VEXAPI_HBAParameters expected = nvram;
+        SetBytes(expected.*BOOT_TARGETS[number].wwpn, {0x50, 0x00, 0x0A, 0x0B, 0x0C, 0x0D, 0x01, 0x01});
+        expected.*BOOT_TARGETS[number].lun = 65535;
+        EXPECT_TRUE(WasWritten(expected)) << number;
+    }
+    // All at once
+    std::string options;
+    std::string content = Snapshot(UEFI);
+    for (unsigned number = 0; number < 8; ++number) {
+        const std::string lun = number % 2 == 0 ? "3" : "300";
+        options += (number == 0 ? "" : " ") + std::string(DRIVES[number].shortName) + " " + TARGET + "-" + lun;
+        content = WithDrive(content, number, TARGET, lun);
+    }
+    ExpectStaged(UEFI, options, content);
+}
+
+TEST_F(BootConfigTest, DriveValues) {
+    struct Case {
+        std::string value;
+        VX_UINT32 code;
+        std::string wwpn;
+        std::string lun;
+    };
+    const std::string zeros(5000, '0');
+    const Case cases[] = {
+        {TARGET + "-0", 0, TARGET, "0"},
+        {TARGET + "-3", 0, TARGET, "3"},
+        {TARGET + "-65535", 0, TARGET, "65535"},
+        {"50:00:0A:0B:0C:0D:01:01-3", 0, TARGET, "3"},
+        {"50:0:a:b:c:d:1:1-3", 0, TARGET, "3"},
+        {"+50:00:0a:0b:0c:0d:01:01-3", 0, TARGET, "3"},
+        {"1250:ff00:0a:0b:0c:0d:01:01-3", 0, TARGET, "3"}, // the low 8 bits of each number
+        {zeros + "50:00:0a:0b:0c:0d:01:01-" + zeros + "3", 0, TARGET, "3"},
+        {TARGET + "-+3", 0, TARGET, "3"},
+        {TARGET + "-3x", 0, TARGET, "3"},
+        {TARGET + "-3" + std::string(100000, 'x'), 0, TARGET, "3"},
+        {TARGET + "-3-300", 0, TARGET, "3"},
+        {TARGET + "-0x3", 0, TARGET, "0"}, // decimal
+        // Without a LUN it is 0, which the target has.
+        {TARGET, 0, TARGET, "0"},
+        {TARGET + "-", 0, TARGET, "0"},
+        {TARGET + "-x", 0, TARGET, "0"},
+        {TARGET + "/3", 0, TARGET, "0"},
+        {TARGET + ":3", 0, TARGET, "0"},
+        {TARGET + "-%d", 0, TARGET, "0"},
+        // LUNs that aren't there; nothing is cut to 16 bits.
+        {TARGET + "-1", 6, "", ""},
+        {TARGET + "-4", 6, "", ""},
+        {TARGET + "--3", 6, "", ""},
+        {TARGET + "-65536", 6, "", ""},
+        {TARGET + "-65539", 6, "", ""}, // 2^16 + 3
+        {BARE_TARGET + "-0", 6, "", ""},
+        {NO_TARGET + "-0", 6, "", ""},
+        // NVMe targets, but for LUNs that aren't there
+        {NVME_TARGET + "-1", 36, "", ""},
+        {NVME_TARGET + "-300", 36, "", ""},
+        {NVME_TARGET + "-0", 6, "", ""},
+        {NVME_TARGET + "-2", 6, "", ""},
+        // Names cut short: the bytes behind are 0.
+        {"50:00:0a:0b:0c:0d:01-3", 6, "", ""},
+        {"50", 6, "", ""},
+        {"50-00-0a-0b-0c-0d-01-01-3", 6, "", ""},
+        {"a%s%n", 6, "", ""},
+        {std::string(100000, 'f'), 6, "", ""},
+        // Zeros clear the entry, whatever the LUN.
+        {std::string(NO_WWN) + "-0", 0, NO_WWN, "0"},
+        {std::string(NO_WWN) + "-9", 0, NO_WWN, "0"},
+        {std::string(NO_WWN) + "--1", 0, NO_WWN, "0"},
+        {NO_WWN, 0, NO_WWN, "0"},
+        {"0", 0, NO_WWN, "0"},
+        {"100:200", 0, NO_WWN, "0"}, // the low 8 bits
+        {"xyz", 0, NO_WWN, "0"},
+        {"%n", 0, NO_WWN, "0"},
+        {"", 0, NO_WWN, "0"},
+        {std::string(100000, 'x'), 0, NO_WWN, "0"},
+    };
+    for (const Case& row : cases) {
+        for (const unsigned number : {0u, 3u, 7u}) {
+            const std::string options = std::string(DRIVES[number].longName) + " " + row.value + " .";
+            if (row.code == 0) {
+                ExpectStaged(UEFI, options, WithDrive(Snapshot(UEFI), number, row.wwpn, row.lun));
+            } else {
+                Stage(Snapshot(UEFI));
+                ExpectRefused(UEFI, options, row.code);
+            }
+        }
+    }
+    // No target is looked for when an entry is cleared.
+    port->pTargetList = nullptr;
+    ExpectStaged(BIOS, "-j " + std::string(NO_WWN) + "-3", WithDrive(Snapshot(BIOS), 0, NO_WWN, "0"));
+    Stage(Snapshot(BIOS));
+    ExpectRefused(BIOS, "-j " + TARGET + "-0", 6);
+}
+
+/// A drive without a LUN takes that of the drive before it, in the order of the options' table.
+TEST_F(BootConfigTest, LunsCarryOver) {
+    struct Case {
+        std::string options;
+        std::vector<std::pair<unsigned, std::string>> luns; ///< of drives that name the target
+        std::vector<unsigned> cleared;
+    };
+    const std::string clear = NO_WWN;
+    const Case cases[] = {
+        {"-j " + TARGET + "-300 -k " + TARGET, {{0, "300"}, {1, "300"}}, {}},
+        {"-k " + TARGET + " -j " + TARGET + "-300", {{0, "300"}, {1, "300"}}, {}},
+        {"-j " + TARGET + " -k " + TARGET + "-300", {{0, "0"}, {1, "300"}}, {}},
+        {"-j " + TARGET + "-300 -k " + TARGET + "-x -l " + TARGET + "- -q " + TARGET,
+         {{0, "300"}, {1, "300"}, {2, "300"}, {7, "300"}},
+         {}},
+        {"-j " + TARGET + "-300 -k " + TARGET + "-3 -l " + TARGET, {{0, "300"}, {1, "3"}, {2, "3"}}, {}},
+        // A cleared drive keeps 0, and its LUN carries over none the less.
+        {"-j " + clear + "-300 -k " + TARGET, {{1, "300"}}, {0}},
+        {"-j " + TARGET + "-300 -k " + clear + " -l " + TARGET, {{0, "300"}, {2, "300"}}, {1}},
+        {"-j " + TARGET + "-300 -k " + clear + "-3 -l " + TARGET, {{0, "300"}, {2, "3"}}, {1}},
+        // A name that is cut short has no LUN.
+        {"-j " + TARGET + "-300 -k 0-3 -l " + TARGET, {{0, "300"}, {2, "300"}}, {1}},
+    };
+    for (const Case& row : cases) {
+        std::string content = Snapshot(UEFI);
+        for (const auto& [number, lun] : row.luns) {
+            content = WithDrive(content, number, TARGET, lun);
+        }
+        for (const unsigned number : row.cleared) {
+            content = WithDrive(content, number, NO_WWN, "0");
+        }
+        ExpectStaged(UEFI, row.options, content);
+    }
+    // The next command begins at 0 again.
+    Stage(Snapshot(BIOS));
+    Run("setFile", "-j " + TARGET + "-300");
+    Run("setFile", "-k " + TARGET);
+    EXPECT_EQ(Staged(), WithDrive(WithDrive(Snapshot(BIOS), 0, TARGET, "300"), 1, TARGET, "0"));
+    // A LUN that carries over may not be there.
+    Stage(Snapshot(BIOS));
+    ExpectRefused(BIOS, "-j " + std::string(NO_WWN) + "-4 -k " + TARGET, 6);
+}
+
+/// Drives 4 to 7: the adapter is looked at first, then the mode, then the value.
+TEST_F(BootConfigTest, DrivesOfUefi) {
+    for (const ChipRow& chip : CHIPS) {
+        SetChip(*port, chip.chip);
+        const bool isCapable = IsUefiCapable(chip.chip);
+        for (unsigned number = 0; number < 8; ++number) {
+            for (const std::string& value : {TARGET + "-3", TARGET + "-4", NVME_TARGET + "-3", std::string(NO_WWN)}) {
+                const VX_UINT32 valueCode = value.ends_with("-4") ? 6 : value.starts_with(NVME_TARGET) ? 36 : 0;
+                const std::string options = std::string(DRIVES[number].shortName) + " " + value;
+                SCOPED_TRACE(chip.name + (" " + options));
+                Stage(Snapshot(BIOS));
+                EXPECT_EQ(RunIn(BIOS, "setFile", options).code, number < 4 ? valueCode : isCapable ? 4u : 35u);
+                if (isCapable) {
+                    Stage(Snapshot(UEFI));
+                    EXPECT_EQ(RunIn(UEFI, "setFile", options).code, valueCode);
+                }
+            }
+        }
+    }
+}
+
+TEST_F(BootConfigTest, RefusedDrivesHaveTheirTexts) {
+    struct Case {
+        Chip chip;
+        std::string options;
+        VX_UINT32 code;
+        const char* message;
+    };
+    const Case cases[] = {
+        {BIRCH, "-n " + TARGET + "-3", 4, "Failed, Boot parameter requires UEFI boot mode option"},
+        {BIRCH, "-j " + TARGET + "-4", 6, INVALID},
+        {EIGHT_G, "-q " + TARGET + "-3", 35, "Failed, Feature not supported for this adapter"},
+        {BIRCH, "-j " + NVME_TARGET + "-3", 36, "Failed, Feature not supported for NVMe target"},
+    };
+    for (const Case& row : cases) {
+        SetChip(*port, row.chip);
+        for (const Format& format : FORMATS) {
+            Stage(Snapshot(BIOS));
+            const CommandRun run = Run(format.Leaf("setFile"), row.options);
+            EXPECT_EQ(run.code, row.code);
+            EXPECT_EQ(run.output,
+                      Error(format, row.message) + (row.code == 4 || row.code == 6 ? UsageOf(format, "setFile") : ""));
+            EXPECT_EQ(Staged(), Snapshot(BIOS));
+        }
+    }
+}
+
+/// Drives are examined behind the flags, in the order of their numbers, and nothing is staged ahead of a refusal.
+TEST_F(BootConfigTest, OrderOfDrives) {
+    Stage(Snapshot(UEFI));
+    ExpectRefused(UEFI, "-j " + TARGET + "-4 -d true", 18);
+    ExpectRefused(UEFI, "-a true -k " + TARGET + "-3 -l " + TARGET + "-4", 6);
+    for (unsigned first = 0; first < 8; ++first) {
+        std::string options;
+        for (unsigned number = 8; number > first; --number) { // in reverse
+            options += DRIVES[number - 1].shortName + (" 1:%d" + std::to_string(number - 1)) + " ";
+        }
+        const TraceLog log("1");
+        ExpectRefused(UEFI, options, 6);
+        std::vector<std::string> refused;
+        for (const std::string& line : TraceLog::Lines()) {
+            if (line.ends_with(" not supported")) {
+                refused.push_back(line.substr(line.rfind(": ") + 2));
+            }
+        }
+        const std::string number = std::to_string(first);
+        EXPECT_EQ(refused, Calls{"drive-" + number + "=1:%d" + number + " not supported"});
+    }
+}
+
+/// Targets and LUNs are looked for at `setFile`, not at `set`.
+TEST_F(BootConfigTest, SetLooksForNoTarget) {
+    RunIn(UEFI, "setFile", "-j " + TARGET + "-300");
+    port->pTargetList = nullptr;
+    EXPECT_EQ(Run("set").code, 0u);
+    _VEXAPI_HBAParameters expected = nvram;
+    SetBytes(expected.BootPortName, {0x50, 0x00, 0x0A, 0x0B, 0x0C, 0x0D, 0x01, 0x01});
+    expected.BootLunNumber = 300;
+    EXPECT_TRUE(WasWritten(expected));
+}
+
+TEST_F(BootConfigTest, ClearedEntriesReachTheLibrary) {
+    RunIn(UEFI, "setFile", "-j 0 -q " + std::string(NO_WWN) + "-5");
+    EXPECT_EQ(Run("set").code, 0u);
+    _VEXAPI_HBAParameters expected = nvram;
+    std::memset(expected.BootPortName, 0, 8);
+    expected.BootLunNumber = 0;
+    std::memset(expected.Alt7BootPortName, 0, 8);
+    expected.Alt7BootLunNumber = 0;
+    EXPECT_TRUE(WasWritten(expected));
+}
+
+/// Several commands, one write; the file holds all eight entries whatever the mode.
+TEST_F(BootConfigTest, ChangesOfSeveralCommands) {
+    RunIn(UEFI, "setFile", "-q " + TARGET + "-3 -g true");
+    RunIn(BIOS, "setFile", "-j " + TARGET + "-300 -d false");
+    EXPECT_EQ(Staged(), WithLine(WithLine(WithDrive(WithDrive(Snapshot(BIOS), 7, TARGET, "3"), 0, TARGET, "300"),
+                                          "World_Login", "1"),
+                                 "Selectable_Boot", "0"));
+    const CommandRun run = Run("set");
+    EXPECT_EQ(PortCalls(), SetCalls());
+    std::vector<Field> lines = WithField(BiosLines(), "Selectable Boot", "false");
+    lines = WithField(WithField(lines, "Drive 0 WWPN", TARGET), "Drive 0 LUN", "300");
+    EXPECT_EQ(run.output, Document(XML, lines, true));
+    _VEXAPI_HBAParameters expected = nvram;
+    SetBytes(expected.BootPortName, {0x50, 0x00, 0x0A, 0x0B, 0x0C, 0x0D, 0x01, 0x01});
+    SetBytes(expected.Alt7BootPortName, {0x50, 0x00, 0x0A, 0x0B, 0x0C, 0x0D, 0x01, 0x01});
+    expected.BootLunNumber = 300;
+    expected.Alt7BootLunNumber = 3;
+    expected.ForceWorldLogin = 1;
+    expected.EnableSelectableBoot = 0;
+    EXPECT_TRUE(WasWritten(expected));
+}
+
+/// The group has no NVMe settings: its file doesn't know them, and the library isn't asked.
+TEST_F(BootConfigTest, KnowsNoNvme) {
+    Stage(Snapshot(UEFI) + "NVMe_Enable=0\nNVME_0_Enable=1\n");
+    EXPECT_EQ(RunIn(UEFI, "setFile", "-m " + TARGET + "-3 --fc-nvme false").code, 0u); // "-m" is a drive here
+    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(PortCalls(), SetCalls());
+    EXPECT_EQ(written->NVMeEnable, 1);
+    EXPECT_EQ(written->Alt3BootLunNumber, 3);
+}
+
+} // namespace
