@@ -56,7 +56,7 @@ TEST_F(BootConfigTest, Modes) {
                 const CommandRun run = Run(format.Leaf(leaf), row.words);
                 EXPECT_EQ(run.code, row.code) << row.words;
                 if (row.code == 0) {
-                    EXPECT_EQ(run.output, Document(format, LinesOf(row.mode))) << row.words;
+                    EXPECT_EQ(run.output, Document(format, LinesIn(row.mode))) << row.words;
                     EXPECT_EQ(Staged(), leaf == "get" ? "no file" : Snapshot(row.mode)) << row.words;
                 } else {
                     EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, leaf)) << row.words;
@@ -79,7 +79,7 @@ TEST_F(BootConfigTest, LibraryModes) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI}) {
             bfsMode = static_cast<VX_UINT8>(current);
-            EXPECT_EQ(RunIn(mode, "get").output, Document(XML, LinesOf(mode)));
+            EXPECT_EQ(RunIn(mode, "get").output, Document(XML, LinesIn(mode)));
             Calls expected = {"VEXAPI_GetBfsConfigMode()"};
             if (current == 2 && mode == BIOS) {
                 expected.emplace_back("VEXAPI_SetBfsConfigMode(1)");
@@ -107,7 +107,7 @@ TEST_F(BootConfigTest, ModesInTheFile) {
     };
     for (const auto& [number, mode] : cases) {
         Stage(std::string("Boot_Mode=") + number + "\n");
-        EXPECT_EQ(Run("set").output, Document(XML, LinesOf(mode), true)) << number;
+        EXPECT_EQ(Run("set").output, Document(XML, LinesIn(mode), true)) << number;
         EXPECT_TRUE(WasWritten(nvram)); // the mode is no part of it
     }
     Stage("World_Login=0\n"); // no mode at all

@@ -180,7 +180,7 @@ TEST_P(BootTest, SetFileBeginsWithASnapshot) {
             RemoveFiles();
             const CommandRun run = RunIn(mode, format.Leaf("setFile"));
             EXPECT_EQ(run.code, 0u);
-            EXPECT_EQ(run.output, Document(format, LinesOf(mode))); // no reboot is asked for
+            EXPECT_EQ(run.output, Document(format, LinesIn(mode))); // no reboot is asked for
             EXPECT_EQ(Staged(), Snapshot(mode));
             EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
         }

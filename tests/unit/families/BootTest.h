@@ -231,7 +231,7 @@ protected:
         AddDrives(lines, 8);
         return lines;
     }
-    static std::vector<Field> LinesOf(Mode mode) { return mode == BIOS ? BiosLines() : UefiLines(); }
+    static std::vector<Field> LinesIn(Mode mode) { return mode == BIOS ? BiosLines() : UefiLines(); }
 
     static std::string Document(const Format& format, const std::vector<Field>& lines,
                                 std::optional<bool> reboot = std::nullopt) {
