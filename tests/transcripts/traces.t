@@ -26,53 +26,76 @@ A command that goes well says nothing at this level.
   $ logs
   /var/tmp/vexapi-output.log
 
-The failures of `list` and of the identifiers. Who traces the file is not told here.
+The failures of `list`, of the identifiers and of a file.
 
   $ VEXAPI_SIM_FAULTS=VEXAPI_GetAdapterList=null orfc-esxcli -t adapter list
   $ VEXAPI_SIM_FAULTS=VEXAPI_GetAdapterList=null orfc-esxcli -t port list
   $ VEXAPI_SIM_FAULTS=VEXAPI_GetAdapterList=null orfc-esxcli -t port -s fec get FC >/dev/null
   $ orfc-esxcli -t port updatenvram FC_21:00:00:24:ff:10:20:30 nosuch.txt >/dev/null
   $ orfc-esxcli log nosuch/file >/dev/null
-  $ messages /var/tmp/viplugin.log | sed 's/::[A-Za-z]*: NVRAM/::*: NVRAM/'
+  $ messages /var/tmp/viplugin.log
   AdapterCmdsProcessor::CmdListCommon: List is NULL\r (esc)
   PhysicalPortCmdsProcessor::CmdListCommon: List is NULL\r (esc)
   PhysicalPortCmdsProcessor::GetPhyPortFromPortString: Adapter List is NULL\r (esc)
-  PhysicalPortCmdsProcessor::*: NVRAM file [nosuch.txt] does not exist\r (esc)
+  PhysicalPortCmdsProcessor::CmdUpdateNvramCommon: NVRAM file [nosuch.txt] does not exist\r (esc)
   open() nosuch/file failed 2 (No such file or directory)
   \r (esc)
 
-The failures of `fec`. The function's name stands behind that of the class.
+The failures of `fec`. A trace names the command's common function, whichever helper takes the step.
 
-  $ fec() { orfc-esxcli -t port -s fec "$@" >/dev/null; messages /var/tmp/viplugin.log | sed 's/^PhysicalPortFECCmdsProcessor::[A-Za-z]*: //'; }
+  $ fec() { orfc-esxcli -t port -s fec "$@" >/dev/null; messages /var/tmp/viplugin.log; }
   $ port=FC_21:00:00:24:ff:10:20:30
   $ fec get FC_21:00:00:24:ff:10:20:70
-  Command not supported for this adapter\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdGetCommon: Command not supported for this adapter\r (esc)
   $ VEXAPI_SIM_FAULTS=VEXAPI_FCGetFECSupportInfo=5 fec get $port
-  Get FEC Info failed err=5\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdGetCommon: Get FEC Info failed err=5\r (esc)
   $ VEXAPI_SIM_FAULTS=VEXAPI_IsMezzAdapter=0xFFFFFFFF fec get $port
-  Mezz adapter check failed err=-1\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdGetCommon: Mezz adapter check failed err=-1\r (esc)
   $ VEXAPI_SIM_FAULTS=VEXAPI_GetFWPrivateStats=7 fec get $port
-  Get FW Private stats failed err=7\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdGetCommon: Get FW Private stats failed err=7\r (esc)
   $ fec set FC_21:00:00:24:ff:10:20:31 -f true
-  Modification of fec-status is supported at 16Gbps and Unknown speed for non-mezz adapters only\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Modification of fec-status is supported at 16Gbps and Unknown speed for non-mezz adapters only\r (esc)
   $ fec set $port -f on
-  fec-status=on not supported\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: fec-status=on not supported\r (esc)
   $ fec set $port -r all
-  reset=all not supported\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: reset=all not supported\r (esc)
   $ VEXAPI_SIM_FAULTS=VEXAPI_FCSetFECSupportInfo=8 fec set $port -f true
-  Update FEC failed err=8\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Update FEC failed err=8\r (esc)
   $ VEXAPI_SIM_FAULTS=VEXAPI_ResetFECCounters=9 fec set $port -r reset
-  Reset FEC counters failed err=9\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Reset FEC counters failed err=9\r (esc)
 
+So do the families that share helpers, and a helper of theirs that has a name of its own is named itself.
+
+  $ run() { orfc-esxcli -t port -s "$@" >/dev/null; messages /var/tmp/viplugin.log; }
+  $ host diagnostics
+  $ run loopback run FC_21:00:00:24:ff:70:00:01 0 1 8 Ignore Internal Random
+  PhysicalPortLoopbackCmdsProcessor::CmdRunCommon: Invalid test count\r (esc)
+  $ run loopback run FC_21:00:00:24:ff:70:00:01 1 1 8 Ignore Internal_10bit Random
+  PhysicalPortLoopbackCmdsProcessor::CmdRunCommon: Option not supported for this adapter\r (esc)
+  $ run dportdiag set FC_21:01:00:24:ff:70:00:01 true
+  PhysicalPortDPortDiagCmdsProcessor::CmdSetCommon: Command not supported for vport\r (esc)
+  $ VEXAPI_SIM_FAULTS=VEXAPI_IsMezzAdapter=5 run dportdiag set FC_21:00:00:24:ff:70:00:01 true
+  PhysicalPortDPortDiagCmdsProcessor::CmdSetCommon: Mezz adapter check failed err=5\r (esc)
+  $ run bbcr set FC_21:00:00:24:ff:70:00:01
+  FileOps::IsFilePresent: File not present\r (esc)
+  PhysicalPortBBCRCmdsProcessor::CmdSetCommon: /tmp/BBCR_FC_21:00:00:24:ff:70:00:01 file not present\r (esc)
+  $ run bbcr setFile FC_21:00:00:24:ff:70:00:01 -c 16
+  FileOps::IsFilePresent: File not present\r (esc)
+  FileOps::UpdateKeyValueInFile: File open failed in read mode, creating it\r (esc)
+  PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile: bbcr-count=16 not supported\r (esc)
+  PhysicalPortBBCRCmdsProcessor::CmdSetFileCommon: UpdateBBCRInFile failed with uRet=6\r (esc)
+  $ rm /tmp/BBCR_*; host fec
 1 is information: the entry and the exit of the functions, every field that is shown, and the run's code.
 
   $ export ORFC_DEBUG_LEVEL=1
   $ orfc-esxcli -t port -s fec getcli $port >/dev/null
   $ grep -vc 'CIM Provider INFORMATION [0-9]*: ' /var/tmp/viplugin.log
   1
-  $ messages /var/tmp/viplugin.log | grep -a 'FECCmdsProcessor::\(Cmd\|Display\)\|^main'
+  $ messages /var/tmp/viplugin.log | grep -a 'FECCmdsProcessor::\(Cmd\|Display\)\|GetPhyPort\|^main'
   PhysicalPortFECCmdsProcessor::CmdGetCli: Entered\r (esc)
   PhysicalPortFECCmdsProcessor::CmdGetCommon: Entered\r (esc)
+  PhysicalPortCmdsProcessor::GetPhyPortFromPortString: Entered\r (esc)
+  PhysicalPortCmdsProcessor::GetPhyPortFromPortString: Exiting\r (esc)
   PhysicalPortFECCmdsProcessor::DisplayFECInfo: Message=Success\r (esc)
   PhysicalPortFECCmdsProcessor::DisplayFECInfo: FEC_Status=true\r (esc)
   PhysicalPortFECCmdsProcessor::DisplayFECInfo: Correctable FEC errors=1200\r (esc)
@@ -80,17 +103,26 @@ The failures of `fec`. The function's name stands behind that of the class.
   PhysicalPortFECCmdsProcessor::CmdGetCommon: Exiting\r (esc)
   main: Program Exit Code: (0)
 
+The making and the end of a family too, by the pretty name of the function.
+
+  $ orfc-esxcli -t port -s fec getcli $port >/dev/null
+  $ messages /var/tmp/viplugin.log | sed -n 's/^\([A-Z]*\) .*::\(~*Family\)(.*Self = \(PhysicalPortFEC[A-Za-z]*\).*/\1 \2 \3/p'
+  STARTING Family PhysicalPortFECCmdsProcessor
+  RETURNING Family PhysicalPortFECCmdsProcessor
+  STARTING ~Family PhysicalPortFECCmdsProcessor
+  RETURNING ~Family PhysicalPortFECCmdsProcessor
+
 A log that can't be opened for a call of the library is information too.
 
   $ for call in 2 3 4 5 6; do
   >     refuse_log $call orfc-esxcli -t port -s fec set $port -f true -r reset >/dev/null
-  >     messages /var/tmp/viplugin.log | grep -o 'Failed to open.*'
+  >     messages /var/tmp/viplugin.log | grep 'Failed to open'
   > done
-  Failed to open /var/tmp/vexapi-output.log file before FEC read\r (esc)
-  Failed to open /var/tmp/vexapi-output.log file before FW Priv Stats read\r (esc)
-  Failed to open /var/tmp/vexapi-output.log file before Mezz adapter check\r (esc)
-  Failed to open /var/tmp/vexapi-output.log file before FEC set\r (esc)
-  Failed to open /var/tmp/vexapi-output.log file before FEC counter reset\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before FEC read\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before FW Priv Stats read\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before Mezz adapter check\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before FEC set\r (esc)
+  PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before FEC counter reset\r (esc)
 
 5 is both, and so is every mask with these bits.
 

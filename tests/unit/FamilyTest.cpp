@@ -201,11 +201,26 @@ TEST_F(FamilyTest, TracesItsLife) {
     const TraceLog log("1");
     { const SampleFamily other(nullptr, "sample", "-t", "a sample", 0, 0); }
     // The sub-family is made inside the constructor, and deleted inside the destructor.
-    ASSERT_EQ(TraceLog::Lines().size(), 8u);
-    const char* const starts[] = {"STARTING Sample", "STARTING Inner", "RETURNING Inner", "RETURNING Sample",
-                                  "STARTING Sample", "STARTING Inner", "RETURNING Inner", "RETURNING Sample"};
-    for (std::size_t at = 0; at < 8; ++at) {
-        EXPECT_EQ(TraceLog::Lines()[at].find(std::string("INFORMATION: ") + starts[at]), 0u) << at;
+    const std::vector<std::string> lines = TraceLog::Lines();
+    ASSERT_EQ(lines.size(), 8u);
+    const struct {
+        const char* start;
+        const char* function; ///< in the pretty name
+        const char* family;
+    } expected[] = {
+        {"STARTING", "::Family(MultipleCmdsProcessor*", "SampleFamily"},
+        {"STARTING", "::Family(MultipleCmdsProcessor*", "InnerFamily"},
+        {"RETURNING", "::Family(MultipleCmdsProcessor*", "InnerFamily"},
+        {"RETURNING", "::Family(MultipleCmdsProcessor*", "SampleFamily"},
+        {"STARTING", "::~Family()", "SampleFamily"},
+        {"STARTING", "::~Family()", "InnerFamily"},
+        {"RETURNING", "::~Family()", "InnerFamily"},
+        {"RETURNING", "::~Family()", "SampleFamily"},
+    };
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        EXPECT_EQ(lines[at].find(std::string("INFORMATION: ") + expected[at].start + " "), 0u) << lines[at];
+        EXPECT_NE(lines[at].find(expected[at].function), std::string::npos) << lines[at];
+        EXPECT_NE(lines[at].find(expected[at].family), std::string::npos) << lines[at];
     }
 }
 

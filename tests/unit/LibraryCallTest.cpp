@@ -26,7 +26,7 @@ protected:
 
     FakeLibrary& Fake() { return FakeLibrary::Get(); }
 
-    const LibraryCall what{"Class", " before the call", "Call failed", 13};
+    const LibraryCall what{" before the call", "Call failed", 13};
 };
 
 TEST_F(LibraryCallTest, SendsWhatTheLibraryPrintsToTheLog) {
@@ -84,11 +84,10 @@ TEST_F(LibraryCallTest, MakesCallsInsideTheRedirection) {
     const LibraryLog log;
     Capture capture;
     int calls = 0;
-    EXPECT_EQ(MakeLibraryCalls("Class", "Function",
-                               [&] {
-                                   ++calls;
-                                   std::printf("%s", Chatter("six").c_str());
-                               }),
+    EXPECT_EQ(MakeLibraryCalls([&] {
+                  ++calls;
+                  std::printf("%s", Chatter("six").c_str());
+              }),
               0u);
     EXPECT_EQ(capture.Stop(), "");
     EXPECT_EQ(calls, 1);
@@ -98,8 +97,8 @@ TEST_F(LibraryCallTest, MakesCallsInsideTheRedirection) {
 TEST_F(LibraryCallTest, MakesNoCallWithoutARedirection) {
     const NoMoreFiles fault;
     int calls = 0;
-    EXPECT_EQ(MakeLibraryCalls("Class", "Function", [&] { ++calls; }), FILE_ERROR);
-    EXPECT_EQ(CallLibrary(what, "Function",
+    EXPECT_EQ(MakeLibraryCalls([&] { ++calls; }), FILE_ERROR);
+    EXPECT_EQ(CallLibrary(what,
                           [&] {
                               ++calls;
                               return VX_UINT32{5};
@@ -110,29 +109,32 @@ TEST_F(LibraryCallTest, MakesNoCallWithoutARedirection) {
 
 TEST_F(LibraryCallTest, TracesARedirectionThatCannotBeOpened) {
     const TraceLog log("1");
-    EXPECT_EQ(RefuseLibraryCalls("Class", "Function", ""), FILE_ERROR);
-    EXPECT_EQ(RefuseLibraryCalls("Class", "Function", " before the call"), FILE_ERROR);
+    const TracedFunction traced("Class", "Function");
+    EXPECT_EQ(RefuseLibraryCalls(""), FILE_ERROR);
+    EXPECT_EQ(RefuseLibraryCalls(" before the call"), FILE_ERROR);
     const std::string text = "INFORMATION: Class::Function: Failed to open /var/tmp/vexapi-output.log file";
     EXPECT_EQ(TraceLog::Lines(), (Strings{text, text + " before the call"}));
 }
 
 TEST_F(LibraryCallTest, GivesTheFailureCodeForEveryStatusButZero) {
     const TraceLog log("5");
-    EXPECT_EQ(CallLibrary(what, "Function", [] { return VX_UINT32{0}; }), 0u);
+    const TracedFunction traced("Class", "Function");
+    EXPECT_EQ(CallLibrary(what, [] { return VX_UINT32{0}; }), 0u);
     EXPECT_TRUE(TraceLog::Lines().empty());
-    EXPECT_EQ(CallLibrary(what, "Function", [] { return VX_UINT32{1}; }), 13u);
-    EXPECT_EQ(CallLibrary(what, "Function", [] { return VX_UINT32{0xFFFFFFFF}; }), 13u);
-    EXPECT_EQ(ResultOf(what, "Other", 118), 13u);
-    EXPECT_EQ(ResultOf(what, "Other", 0), 0u);
+    EXPECT_EQ(CallLibrary(what, [] { return VX_UINT32{1}; }), 13u);
+    EXPECT_EQ(CallLibrary(what, [] { return VX_UINT32{0xFFFFFFFF}; }), 13u);
+    EXPECT_EQ(ResultOf(what, 118), 13u);
+    EXPECT_EQ(ResultOf(what, 0), 0u);
     EXPECT_EQ(TraceLog::Lines(),
               (Strings{"DEBUG: Class::Function: Call failed err=1", "DEBUG: Class::Function: Call failed err=-1",
-                       "DEBUG: Class::Other: Call failed err=118"}));
+                       "DEBUG: Class::Function: Call failed err=118"}));
 }
 
 TEST_F(LibraryCallTest, TracesAStatusThatFailsNothing) {
     const TraceLog log("1");
+    const TracedFunction traced("Class", "Function");
     TraceStatus("VEXAPI_Initialize", 7);
-    EXPECT_EQ(TraceLog::Lines(), (Strings{"INFORMATION: VEXAPI_Initialize=7"}));
+    EXPECT_EQ(TraceLog::Lines(), (Strings{"INFORMATION: Class::Function: VEXAPI_Initialize=7"}));
 }
 
 TEST_F(LibraryCallTest, TakesOnlyTheValueOneForAMezzanineAdapter) {
@@ -145,13 +147,13 @@ TEST_F(LibraryCallTest, TakesOnlyTheValueOneForAMezzanineAdapter) {
         };
         bool isMezzanine = flag != 1;
         Capture capture;
-        EXPECT_EQ(AskMezzanine(what, "Function", port.PortHandle, isMezzanine), 0u);
+        EXPECT_EQ(AskMezzanine(what, port.PortHandle, isMezzanine), 0u);
         EXPECT_EQ(capture.Stop(), "");
         EXPECT_EQ(isMezzanine, flag == 1) << flag;
     }
     Fake().Return("VEXAPI_IsMezzAdapter", 5);
     bool isMezzanine = true;
-    EXPECT_EQ(AskMezzanine(what, "Function", port.PortHandle, isMezzanine), 13u);
+    EXPECT_EQ(AskMezzanine(what, port.PortHandle, isMezzanine), 13u);
     EXPECT_EQ(Fake().calls, Strings(5, "VEXAPI_IsMezzAdapter(21:00:0a:0b:0c:0d:00:01)"));
 }
 

@@ -310,7 +310,7 @@ TEST_F(CongestionRefusalTest, Traces) {
         RunCongestion(command, XML);
         return TraceLog::Lines();
     };
-    const std::string by = "DEBUG: FCTargetSCMChkCmdsProcessor::Get: ";
+    const std::string by = "DEBUG: FCTargetSCMChkCmdsProcessor::CmdGetCommon: ";
     feature = 0;
     EXPECT_EQ(tracesOf(TARGET_CHECK), (std::vector<std::string>{by + "FWCM feature is disabled"}));
     Fake().Return("VEXAPI_IsFWCMFeatureEnabled", 7);

@@ -192,16 +192,16 @@ TEST_F(CongestionProfileTest, Traces) {
         return TraceLog::Lines();
     };
     const std::string by = "DEBUG: PhysicalPortSCMProfileCmdsProcessor::";
-    EXPECT_EQ(tracesOf("-r x"), (std::vector<std::string>{by + "ApplyOptions: restore=x not supported"}));
-    EXPECT_EQ(tracesOf("-a y"), (std::vector<std::string>{by + "ApplyOptions: activation=y not supported"}));
+    EXPECT_EQ(tracesOf("-r x"), (std::vector<std::string>{by + "CmdSetCommon: restore=x not supported"}));
+    EXPECT_EQ(tracesOf("-a y"), (std::vector<std::string>{by + "CmdSetCommon: activation=y not supported"}));
     EXPECT_EQ(tracesOf("-a Moderate -r Driver_Settings"),
-              (std::vector<std::string>{by + "ApplyOptions: Mutually exclusive parameters"}));
+              (std::vector<std::string>{by + "CmdSetCommon: Mutually exclusive parameters"}));
     Fake().ReturnInTurn("VEXAPI_GetSCMRProfile", {0, 9});
-    EXPECT_EQ(tracesOf(""), (std::vector<std::string>{by + "ReadProfile: Get SCMR Profile failed after set err=9"}));
+    EXPECT_EQ(tracesOf(""), (std::vector<std::string>{by + "CmdSetCommon: Get SCMR Profile failed after set err=9"}));
     Fake().Return("VEXAPI_SetSCMRProfile", 8);
-    EXPECT_EQ(tracesOf(""), (std::vector<std::string>{by + "Set: Update SCMR Profile failed err=8"}));
+    EXPECT_EQ(tracesOf(""), (std::vector<std::string>{by + "CmdSetCommon: Update SCMR Profile failed err=8"}));
     Fake().Return("VEXAPI_GetSCMRProfile", 7);
-    EXPECT_EQ(tracesOf(""), (std::vector<std::string>{by + "ReadProfile: Get SCMR Profile failed err=7"}));
+    EXPECT_EQ(tracesOf(""), (std::vector<std::string>{by + "CmdSetCommon: Get SCMR Profile failed err=7"}));
 }
 
 } // namespace

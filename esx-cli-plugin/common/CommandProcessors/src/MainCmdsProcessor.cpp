@@ -112,10 +112,11 @@ void MainCmdsProcessor::destroyMainCmdsProcessor() {
 }
 
 VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
+    const TracedFunction traced("MainCmdsProcessor", __func__);
     const char* value = std::getenv("ORFC_DEBUG_LEVEL");
     const long requested = value != nullptr ? std::strtol(value, nullptr, 10) : 0;
     const VX_UINT32 level = requested == LIBRARY_DEBUG_REQUEST ? LIBRARY_DEBUG_LEVEL : 0;
-    const VX_UINT32 code = MakeLibraryCalls("MainCmdsProcessor", __func__, [&] {
+    const VX_UINT32 code = MakeLibraryCalls([&] {
         std::printf("FC ESXCLI Debug level = %ld\n", requested);
         std::printf("VEXAPI Debug level = %d\n", static_cast<int>(level));
         TraceStatus("VEXAPI_Initialize", VEXAPI_Initialize(level, 0));

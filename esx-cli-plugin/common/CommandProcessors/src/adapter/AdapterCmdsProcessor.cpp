@@ -71,7 +71,8 @@ VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuS
 VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
                                                             _vexapi_phy_port_t** port, _vexapi_protocol_t** nic,
                                                             _vexapi_protocol_t** fc, _vexapi_protocol_t** iscsi) {
-    TavuDebug::Print(TRACE_INFORMATION, "AdapterCmdsProcessor::%s: Entered", __func__);
+    const TracedFunction traced(FAMILY.className, __func__);
+    TraceStep(TRACE_INFORMATION, "Entered");
     const TavuString identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier.c_str())) {
         return RC_HELP_REQUESTED;
@@ -88,7 +89,7 @@ VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArra
     }
     const VX_ADAPTER_LIST* host = VEXAPI_GetAdapterList();
     if (host == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Adapter List is NULL", __func__);
+        TraceStep(TRACE_DEBUG, "Adapter List is NULL");
         return RC_HOST_NOT_FOUND;
     }
     // The walk does not stop at a match: a later record with the same model and serial number wins.
@@ -124,7 +125,7 @@ VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArra
     if (*adapter == nullptr || *port == nullptr || (*nic == nullptr && *fc == nullptr && *iscsi == nullptr)) {
         return RC_INVALID_PARAMETER;
     }
-    TavuDebug::Print(TRACE_INFORMATION, "AdapterCmdsProcessor::%s: Exiting", __func__);
+    TraceStep(TRACE_INFORMATION, "Exiting");
     return RC_SUCCESS;
 }
 
@@ -144,7 +145,7 @@ VX_UINT32 AdapterCmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, Tav
 /// The command but for its document. `reboot` is only written on success.
 VX_UINT32 AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboot) {
     if (args.size() < 3) {
-        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Invalid number of arguments", __func__);
+        TraceStep(TRACE_DEBUG, "Invalid number of arguments");
         return RC_PARAM_ERROR;
     }
     AdapterEntry entry;
@@ -153,29 +154,27 @@ VX_UINT32 AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboot
     }
     const char* path = ArgText(args, 1);
     if (!FileExists(path)) {
-        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Firmware file [%s] does not exist", __func__, path);
+        TraceStep(TRACE_DEBUG, "Firmware file [%s] does not exist", path);
         return RC_FILE_ERROR;
     }
     LibraryOutputRedirection redirection;
     if (!redirection.Open()) {
-        return RefuseLibraryCalls("AdapterCmdsProcessor", __func__, "");
+        return RefuseLibraryCalls("");
     }
     // A bad kind is no usage error but a failed update, as is an adapter without an FC protocol.
     const FlashImageKind* kind = entry.fc != nullptr ? FindFlashImageKind(ArgText(args, 2)) : nullptr;
     if (kind != nullptr && !kind->isAllowed(entry.fc->ChipProperty)) {
         // The redirection stays open: the document goes into the library's log, and clients see nothing.
-        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: %s not supported for this adapter", __func__,
-                         kind->word);
+        TraceStep(TRACE_DEBUG, "%s not supported for this adapter", kind->word);
         return RC_FEATURE_NOT_SUPPORTED;
     }
     const VX_UINT32 status = kind != nullptr ? kind->write(&entry.fc->PortHandle, path) : FLASH_STATUS_NONE;
     redirection.Close();
     if (status != FLASH_STATUS_DONE && status != FLASH_STATUS_REBOOT_NEEDED) {
-        TavuDebug::Print(TRACE_DEBUG, "AdapterCmdsProcessor::%s: Update operation failed. uReturnCode=%d", __func__,
-                         static_cast<int>(status));
+        TraceStep(TRACE_DEBUG, "Update operation failed. uReturnCode=%d", static_cast<int>(status));
         return FlashUpdateResult(status);
     }
-    TavuDebug::Print(TRACE_INFORMATION, "AdapterCmdsProcessor::%s: Update operation successful", __func__);
+    TraceStep(TRACE_INFORMATION, "Update operation successful");
     reboot = status == FLASH_STATUS_REBOOT_NEEDED || !kind->runsAtOnce(entry.fc->ChipProperty);
     return RC_SUCCESS;
 }

@@ -25,7 +25,7 @@ constexpr CodeText RESULT_TEXTS[] = {
 
 constexpr UsageText USAGES[] = {{2, "Usage: get [adapter identifier]\r\n"}};
 
-constexpr LibraryCall READ_MEMO = {CLASS_NAME, "", "Get Flash Memo Block failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_MEMO = {"", "Get Flash Memo Block failed", RC_CFG_READ_FAILED};
 
 struct FlashTool {
     const char* id;
@@ -88,17 +88,16 @@ VX_UINT32 AdapterFlashInfoCmdsProcessor::Get(const TavuStringArray& args, VX_SFl
         return code;
     }
     if (!HasFlashMemoBlock(entry.fc->ChipProperty)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
     }
     const VX_UINT32 code =
-        CallLibrary(READ_MEMO, __func__, [&] { return VEXAPI_GetAdapterFlashMemoBlock(&entry.fc->PortHandle, &memo); });
+        CallLibrary(READ_MEMO, [&] { return VEXAPI_GetAdapterFlashMemoBlock(&entry.fc->PortHandle, &memo); });
     if (code != RC_SUCCESS) {
         return code;
     }
     if (!HasSignature(memo)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get FMB signature failed err=%d", CLASS_NAME, __func__,
-                         int{RC_SIGNATURE_ERROR});
+        TraceStep(TRACE_DEBUG, "Get FMB signature failed err=%d", int{RC_SIGNATURE_ERROR});
         return RC_SIGNATURE_ERROR;
     }
     return RC_SUCCESS;

@@ -52,7 +52,7 @@ VX_UINT32 AdapterInfoCmdsProcessor::Get(const TavuStringArray& args, AdapterInfo
     if (code != RC_SUCCESS) {
         return code;
     }
-    return MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+    return MakeLibraryCalls([&] {
         VX_PORT_HANDLE* const handle = &info.entry.fc->PortHandle;
         TraceStatus("VEXAPI_GetFlashComponentVersion", VEXAPI_GetFlashComponentVersion(handle, &info.components));
         if (HasFlashMemoBlock(info.entry.fc->ChipProperty)) {

@@ -36,8 +36,8 @@ constexpr UsageText USAGES[] = {
 };
 
 /// The personality functions print nothing and stand outside the redirection.
-constexpr LibraryCall READ_PERSONALITY = {CLASS_NAME, "", "Get Personality failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_PERSONALITY = {CLASS_NAME, "", "Change Personality failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_PERSONALITY = {"", "Get Personality failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_PERSONALITY = {"", "Change Personality failed", RC_CFG_UPDATE_FAILED};
 
 /// The library's answer that the user may change the personality.
 constexpr VX_UINT32 CHANGE_ALLOWED = 1;
@@ -83,7 +83,7 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Get(const TavuStringArray& args, Pers
         personality.value = IsWillowAdapter(entry.fc->ChipProperty) ? PERSONALITY_CNA : PERSONALITY_FC;
         return RC_SUCCESS;
     }
-    return ResultOf(READ_PERSONALITY, __func__, VEXAPI_GetPersonalityType(&entry.fc->PortHandle, &personality.value));
+    return ResultOf(READ_PERSONALITY, VEXAPI_GetPersonalityType(&entry.fc->PortHandle, &personality.value));
 }
 
 VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Personality& personality) {
@@ -93,7 +93,7 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Pers
     }
     // The chip is asked about ahead of the virtual port, unlike in `get`.
     if (!IsRowanAdapter(entry.fc->ChipProperty)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: feature not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "feature not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
     }
     if (IsVirtualPort(*entry.fc)) {
@@ -101,16 +101,16 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Pers
     }
     VX_PORT_HANDLE* const handle = &entry.fc->PortHandle;
     if (VEXAPI_CheckRowanPersonalityChangeOption(handle) != CHANGE_ALLOWED) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: personality change by user not supported", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "personality change by user not supported");
         return RC_DISABLED_FOR_USER;
     }
     // Every other word means FC, a missing one too: there is no invalid value.
     personality.value = CompareNoCase(ArgText(args, 1), OUT_CNA) == 0 ? PERSONALITY_CNA : PERSONALITY_FC;
     personality.reboot = true;
     unsigned char current = 0;
-    VX_UINT32 code = ResultOf(READ_PERSONALITY, __func__, VEXAPI_GetPersonalityType(handle, &current));
+    VX_UINT32 code = ResultOf(READ_PERSONALITY, VEXAPI_GetPersonalityType(handle, &current));
     if (code == RC_SUCCESS && personality.value != current) {
-        code = ResultOf(CHANGE_PERSONALITY, __func__, VEXAPI_ChangePersonalityType(handle, personality.value));
+        code = ResultOf(CHANGE_PERSONALITY, VEXAPI_ChangePersonalityType(handle, personality.value));
     }
     return code;
 }
@@ -123,10 +123,11 @@ void AdapterPersonalityCmdsProcessor::DisplayAdapterPersonality(MultipleCmdsProc
 
 void AdapterPersonalityCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                       eOutputFormat format) {
-    WritePersonality(Document(*self, format, CLASS_NAME, __func__), REBOOT_NOT_SHOWN, ResultText(code), OUT_UNKNOWN);
+    WritePersonality(Document(*self, format, CLASS_NAME, "DisplayError"), REBOOT_NOT_SHOWN, ResultText(code),
+                     OUT_UNKNOWN);
 }
 
 void AdapterPersonalityCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                       eOutputFormat format) {
-    WritePersonality(Document(*self, format, CLASS_NAME, __func__), false, ResultText(code), OUT_UNKNOWN);
+    WritePersonality(Document(*self, format, CLASS_NAME, "DisplayError"), false, ResultText(code), OUT_UNKNOWN);
 }

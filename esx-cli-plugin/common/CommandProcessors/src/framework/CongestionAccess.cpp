@@ -40,16 +40,12 @@ constexpr CongestionRefusal EITHER_GENERATION[] = {REFUSE_CHIP, REFUSE_NO_GENERA
 constexpr CongestionRefusal SECOND_GENERATION[] = {REFUSE_CHIP, REFUSE_NO_SECOND_GENERATION, REFUSE_VIRTUAL_PORT};
 constexpr CongestionRefusal PROFILE[] = {REFUSE_CHIP, REFUSE_VIRTUAL_PORT, REFUSE_NO_SECOND_GENERATION};
 
-void TraceFailure(const char* className, const char* function, const char* what) {
-    TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s", className, function, what);
-}
-
-VX_UINT32 AskFeature(const char* className, const char* function, _vexapi_protocol_t& protocol) {
+VX_UINT32 AskFeature(_vexapi_protocol_t& protocol) {
     VX_UINT8 isEnabled = 0;
-    const VX_UINT32 code = CallLibrary({className, "", "Get FWCM feature failed", RC_CFG_READ_FAILED}, function,
+    const VX_UINT32 code = CallLibrary({"", "Get FWCM feature failed", RC_CFG_READ_FAILED},
                                        [&] { return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled); });
     if (code == RC_SUCCESS && isEnabled == 0) {
-        TraceFailure(className, function, "FWCM feature is disabled");
+        TraceStep(TRACE_DEBUG, "FWCM feature is disabled");
         return RC_FEATURE_DISABLED;
     }
     return code;
@@ -65,43 +61,40 @@ constinit const CongestionAdmission ADMIT_EITHER_GENERATION = {EITHER_GENERATION
 constinit const CongestionAdmission ADMIT_SECOND_GENERATION = {SECOND_GENERATION, true};
 constinit const CongestionAdmission ADMIT_PROFILE = {PROFILE, false};
 
-VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* className, const char* function,
-                          _vexapi_protocol_t& protocol) {
+VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol) {
     for (const CongestionRefusal& refusal : admission.refusals) {
         if (refusal.applies(protocol)) {
-            TraceFailure(className, function, refusal.trace);
+            TraceStep(TRACE_DEBUG, "%s", refusal.trace);
             return refusal.code;
         }
     }
-    return admission.needsFeature ? AskFeature(className, function, protocol) : VX_UINT32{RC_SUCCESS};
+    return admission.needsFeature ? AskFeature(protocol) : VX_UINT32{RC_SUCCESS};
 }
 
-bool HasSecondGeneration(const char* className, const char* function, const _vexapi_protocol_t& protocol) {
+bool HasSecondGeneration(const _vexapi_protocol_t& protocol) {
     const bool isSecond = !LacksFeatures(protocol, FEATURE_SECOND_GENERATION);
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Phase %d supported", className, function, isSecond ? 2 : 1);
+    TraceStep(TRACE_INFORMATION, "Phase %d supported", isSecond ? 2 : 1);
     return isSecond;
 }
 
-VX_UINT32 ReadCongestionList(const char* className, const char* function, _vexapi_protocol_t& protocol,
-                             _VEXAPI_SANCONGTMGMTV2*& list) {
+VX_UINT32 ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list) {
     VX_UINT32 status = 0;
-    const VX_UINT32 code = MakeLibraryCalls(
-        className, function, [&] { status = VEXAPI_GetSCMRStatisticsList(&protocol.PortHandle, &list); });
+    const VX_UINT32 code =
+        MakeLibraryCalls([&] { status = VEXAPI_GetSCMRStatisticsList(&protocol.PortHandle, &list); });
     if (code != RC_SUCCESS) {
         return code;
     }
     if (status != 0 || list == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get SCMR Statistics failed err=%d", className, function,
-                         static_cast<int>(status));
+        TraceStep(TRACE_DEBUG, "Get SCMR Statistics failed err=%d", static_cast<int>(status));
         return RC_STATS_READ_FAILED;
     }
     return RC_SUCCESS;
 }
 
-VX_UINT32 ReleaseCongestionList(const char* className, const char* function, _VEXAPI_SANCONGTMGMTV2* list) {
+VX_UINT32 ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list) {
     if (list == nullptr) {
         return RC_SUCCESS;
     }
-    return CallLibrary({className, "", "Free SCMR Statistics failed", RC_STATS_CLEAR_FAILED}, function,
+    return CallLibrary({"", "Free SCMR Statistics failed", RC_STATS_CLEAR_FAILED},
                        [&] { return VEXAPI_FreeSCMRStatisticsList(list); });
 }

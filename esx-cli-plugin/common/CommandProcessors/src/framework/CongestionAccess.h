@@ -4,7 +4,7 @@
 #pragma once
 
 #include "LibraryCall.h"
-#include "TavuString.h"
+#include "TracedFunction.h"
 #include "vexapi.h"
 
 /// What a port must be for a command of congestion management. Each kind has its own order of refusals.
@@ -17,34 +17,30 @@ extern const CongestionAdmission ADMIT_SECOND_GENERATION;
 extern const CongestionAdmission ADMIT_PROFILE;
 
 /// `RC_SUCCESS`, the code of the first refusal that applies, or, where the feature must be on,
-/// `RC_FEATURE_DISABLED` when it isn't and `RC_CFG_READ_FAILED` without an answer of the library. The names
-/// are the caller's, for the traces, here and below.
-VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* className, const char* function,
-                          _vexapi_protocol_t& protocol);
+/// `RC_FEATURE_DISABLED` when it isn't and `RC_CFG_READ_FAILED` without an answer of the library.
+VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol);
 
 /// The same for what the first argument names: `resolve` finds it, and `object` is its word in the trace of
 /// a failure, "phy port" or "target".
 template <typename Entry>
-VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* className, const char* function,
-                          const char* object, VX_UINT32 (*resolve)(const TavuStringArray& args, Entry& entry),
-                          const TavuStringArray& args, Entry& entry) {
+VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* object,
+                          VX_UINT32 (*resolve)(const TavuStringArray& args, Entry& entry), const TavuStringArray& args,
+                          Entry& entry) {
     const VX_UINT32 code = resolve(args, entry);
     if (code != RC_SUCCESS) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get %s failed err=%d", className, function, object,
-                         static_cast<int>(code));
+        TraceStep(TRACE_DEBUG, "Get %s failed err=%d", object, static_cast<int>(code));
         return code;
     }
-    return AdmitCongestion(admission, className, function, *entry.protocol);
+    return AdmitCongestion(admission, *entry.protocol);
 }
 
 /// Whether the port keeps a list of 64-bit counters, and not only the last events: the second generation counts
 /// where it has both.
-bool HasSecondGeneration(const char* className, const char* function, const _vexapi_protocol_t& protocol);
+bool HasSecondGeneration(const _vexapi_protocol_t& protocol);
 
 /// Reads the counters of the second generation, of the port and all its targets. On success there is a head,
 /// which `ReleaseCongestionList` takes back; `RC_STATS_READ_FAILED` for a failure and for no head.
-VX_UINT32 ReadCongestionList(const char* className, const char* function, _vexapi_protocol_t& protocol,
-                             _VEXAPI_SANCONGTMGMTV2*& list);
+VX_UINT32 ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list);
 
 /// Gives the list back; null is no list. `RC_STATS_CLEAR_FAILED` when the library fails at it.
-VX_UINT32 ReleaseCongestionList(const char* className, const char* function, _VEXAPI_SANCONGTMGMTV2* list);
+VX_UINT32 ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list);

@@ -1,7 +1,5 @@
 #include "Family.h"
 
-#include <string_view>
-
 VX_UINT32 ShowFamilyHelp(MultipleCmdsProcessor* self, TavuStringArray& args, const char* helpWord) {
     Output(OUTPUT_HEADING,
            "\r\nFollowing is the list of available commands in the %s command mode.\r\n"
@@ -25,28 +23,28 @@ VX_UINT32 ShowUsage(std::span<const UsageText> usages, VX_UINT32 cmdId) {
 VX_UINT32 RunCommon(const char* className, const char* name, CommonFunction common, MultipleCmdsProcessor* self,
                     TavuStringArray& args, Serializer::eOutputFormat format) {
     // The common function is named after the plain leaf's.
-    std::string_view stem = name;
-    if (stem.ends_with("Cli")) {
-        stem.remove_suffix(3);
+    TavuString commonName = name;
+    if (commonName.ends_with("Cli")) {
+        commonName.resize(commonName.size() - 3);
     }
-    const auto length = static_cast<int>(stem.size());
+    commonName += "Common";
     TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Entered", className, name);
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%.*sCommon: Entered", className, length, stem.data());
+    const TracedFunction traced(className, commonName.c_str());
+    TraceStep(TRACE_INFORMATION, "Entered");
     const VX_UINT32 code = common(self, args, format);
     if (code == RC_SUCCESS) {
-        TavuDebug::Print(TRACE_INFORMATION, "%s::%.*sCommon: Exiting", className, length, stem.data());
+        TraceStep(TRACE_INFORMATION, "Exiting");
     }
     return code;
 }
 
-VX_UINT32 AdmitList(const char* className, const char* function, const TavuStringArray& args,
-                    const VX_ADAPTER_LIST*& host) {
+VX_UINT32 AdmitList(const TavuStringArray& args, const VX_ADAPTER_LIST*& host) {
     if (IsInvokingHelp(ArgText(args, 0))) {
         return RC_HELP_REQUESTED;
     }
     host = VEXAPI_GetAdapterList();
     if (host == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: List is NULL", className, function);
+        TraceStep(TRACE_DEBUG, "List is NULL");
         return RC_HOST_NOT_FOUND;
     }
     return RC_SUCCESS;

@@ -11,7 +11,7 @@
 #include "Document.h"
 #include "MultipleCmdsProcessor.h"
 #include "ResultCodes.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 #include <algorithm>
 
@@ -50,8 +50,7 @@ VX_UINT32 RunCommon(const char* className, const char* name, CommonFunction comm
                     TavuStringArray& args, Serializer::eOutputFormat format);
 
 /// What a `list` leaf does ahead of its document: `RC_SUCCESS` with the host stored, or why there is none.
-VX_UINT32 AdmitList(const char* className, const char* function, const TavuStringArray& args,
-                    const VX_ADAPTER_LIST*& host);
+VX_UINT32 AdmitList(const TavuStringArray& args, const VX_ADAPTER_LIST*& host);
 
 /// A literal as a template argument.
 template <std::size_t Size> struct FixedText {
@@ -64,11 +63,11 @@ public:
     Family(MultipleCmdsProcessor* parent, const char* name, const char* option, const char* description, VX_UINT32 id,
            VX_UINT32 flags)
         : MultipleCmdsProcessor(parent, name, option, description, false, id, flags) {
-        const ScopedTrace trace(Self::FAMILY.className);
+        const ScopedTrace trace(__PRETTY_FUNCTION__);
         CreateSubFamilies(Self::FAMILY.subOption, Self::FAMILY.subFamilies);
     }
     ~Family() override {
-        const ScopedTrace trace(Self::FAMILY.className);
+        const ScopedTrace trace(__PRETTY_FUNCTION__);
         DeleteSubFamilies();
     }
 
@@ -131,7 +130,7 @@ protected:
                               Rows rows) {
         constexpr char function[] = "CmdListCommon";
         const VX_ADAPTER_LIST* host = nullptr;
-        const VX_UINT32 code = AdmitList(Self::FAMILY.className, function, args, host);
+        const VX_UINT32 code = AdmitList(args, host);
         if (code == RC_SUCCESS) {
             Document document(*self, format, Self::FAMILY.className, function);
             document.List([&] { rows(document, *host); });

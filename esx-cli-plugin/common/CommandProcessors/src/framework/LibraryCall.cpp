@@ -23,13 +23,13 @@ void LibraryOutputRedirection::Close() {
     stdout = mSaved;
 }
 
-VX_UINT32 RefuseLibraryCalls(const char* className, const char* function, const char* purpose) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Failed to open %s file%s", className, function, LIBRARY_LOG, purpose);
+VX_UINT32 RefuseLibraryCalls(const char* purpose) {
+    TraceStep(TRACE_INFORMATION, "Failed to open %s file%s", LIBRARY_LOG, purpose);
     return RC_FILE_ERROR;
 }
 
 void TraceStatus(const char* libraryFunction, VX_UINT32 status) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s=%d", libraryFunction, static_cast<int>(status));
+    TraceStep(TRACE_INFORMATION, "%s=%d", libraryFunction, static_cast<int>(status));
 }
 
 VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, VX_UINT32 fallback) {
@@ -40,17 +40,17 @@ VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, 
     return row == table.end() ? fallback : row->code;
 }
 
-VX_UINT32 ResultOf(const LibraryCall& what, const char* function, VX_UINT32 status) {
+VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status) {
     if (status == 0) {
         return RC_SUCCESS;
     }
-    TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s err=%d", what.className, function, what.failed, static_cast<int>(status));
+    TraceStep(TRACE_DEBUG, "%s err=%d", what.failed, static_cast<int>(status));
     return what.failureCode;
 }
 
-VX_UINT32 AskMezzanine(const LibraryCall& what, const char* function, VX_PORT_HANDLE& handle, bool& isMezzanine) {
+VX_UINT32 AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& isMezzanine) {
     VX_UINT8 flag = 0;
-    const VX_UINT32 code = CallLibrary(what, function, [&] { return VEXAPI_IsMezzAdapter(&handle, &flag); });
+    const VX_UINT32 code = CallLibrary(what, [&] { return VEXAPI_IsMezzAdapter(&handle, &flag); });
     isMezzanine = flag == 1;
     return code;
 }
@@ -63,8 +63,8 @@ bool IsRebootRequired() {
     return required == 1;
 }
 
-bool AskRebootRequired(const char* className, const char* function) {
+bool AskRebootRequired() {
     bool isRequired = true;
-    MakeLibraryCalls(className, function, [&] { isRequired = IsRebootRequired(); });
+    MakeLibraryCalls([&] { isRequired = IsRebootRequired(); });
     return isRequired;
 }

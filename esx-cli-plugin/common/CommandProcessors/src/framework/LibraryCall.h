@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ResultCodes.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 #include <cstdio>
 #include <span>
@@ -23,7 +23,7 @@ private:
 };
 
 /// Traces a redirection that can't be opened, with `purpose` behind it, and gives `RC_FILE_ERROR`.
-VX_UINT32 RefuseLibraryCalls(const char* className, const char* function, const char* purpose);
+VX_UINT32 RefuseLibraryCalls(const char* purpose);
 
 /// Traces the status of a library function whose failure is no failure of the command.
 void TraceStatus(const char* libraryFunction, VX_UINT32 status);
@@ -36,14 +36,12 @@ struct StatusResult {
 /// The code of `status`; 0 is `RC_SUCCESS`, and what the table doesn't list is `fallback`.
 VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, VX_UINT32 fallback);
 
-/// Makes library calls inside the redirection, when what they give is no matter of result codes. The names
-/// are the caller's, for the traces. `RC_FILE_ERROR`, with no call made, when the redirection can't be
-/// opened.
-template <typename Calls>
-VX_UINT32 MakeLibraryCalls(const char* className, const char* function, Calls calls, const char* purpose = "") {
+/// Makes library calls inside the redirection, when what they give is no matter of result codes. `RC_FILE_ERROR`,
+/// with no call made, when the redirection can't be opened.
+template <typename Calls> VX_UINT32 MakeLibraryCalls(Calls calls, const char* purpose = "") {
     LibraryOutputRedirection redirection;
     if (!redirection.Open()) {
-        return RefuseLibraryCalls(className, function, purpose);
+        return RefuseLibraryCalls(purpose);
     }
     calls();
     redirection.Close();
@@ -52,30 +50,28 @@ VX_UINT32 MakeLibraryCalls(const char* className, const char* function, Calls ca
 
 /// A library call whose failure ends the command.
 struct LibraryCall {
-    const char* className; ///< the calling family, as its traces name it
     const char* purpose;   ///< behind the trace of a redirection that can't be opened, such as " before FEC read"
     const char* failed;    ///< trace of a failing status, such as "Get FEC Info failed"
     VX_UINT32 failureCode; ///< result code of a failing status
 };
 
 /// Traces a failing status and gives the failure code; `RC_SUCCESS` for status 0.
-VX_UINT32 ResultOf(const LibraryCall& what, const char* function, VX_UINT32 status);
+VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status);
 
 /// Makes one library call, or a tight group of them, inside the redirection; `call()` gives a status.
 /// `RC_SUCCESS` for status 0, `RC_FILE_ERROR` with no call made when the redirection can't be opened, else
 /// the failure code.
-template <typename Call> VX_UINT32 CallLibrary(const LibraryCall& what, const char* function, Call call) {
+template <typename Call> VX_UINT32 CallLibrary(const LibraryCall& what, Call call) {
     VX_UINT32 status = 0;
-    const VX_UINT32 code = MakeLibraryCalls(
-        what.className, function, [&] { status = call(); }, what.purpose);
-    return code == RC_SUCCESS ? ResultOf(what, function, status) : code;
+    const VX_UINT32 code = MakeLibraryCalls([&] { status = call(); }, what.purpose);
+    return code == RC_SUCCESS ? ResultOf(what, status) : code;
 }
 
 /// Asks, as `CallLibrary` does, whether a port belongs to a mezzanine adapter.
-VX_UINT32 AskMezzanine(const LibraryCall& what, const char* function, VX_PORT_HANDLE& handle, bool& isMezzanine);
+VX_UINT32 AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& isMezzanine);
 
 /// Whether the change just made needs a reboot; true when the library can't answer. The caller decides
 /// whether this stands inside the redirection.
 bool IsRebootRequired();
 /// The same inside the redirection; true when that can't be opened.
-bool AskRebootRequired(const char* className, const char* function);
+bool AskRebootRequired();

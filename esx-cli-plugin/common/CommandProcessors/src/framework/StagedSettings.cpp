@@ -1,20 +1,18 @@
 #include "StagedSettings.h"
 
 #include "FileOps.h"
-#include "TavuDebug.h"
 
-StagedFile::StagedFile(const char* className, const char* group, const char* identifier, unsigned long maxValue)
-    : mClassName(className), mGroup(group), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {
-}
+StagedFile::StagedFile(const char* group, const char* identifier, unsigned long maxValue)
+    : mGroup(group), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {}
 
 bool StagedFile::IsPresent() const {
     return FileOps::IsFilePresent(mPath) == 1;
 }
 
-bool StagedFile::IsPending(const char* function) const {
+bool StagedFile::IsPending() const {
     const bool isPending = IsPresent();
     if (!isPending) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: %s file not present", mClassName, function, mPath.c_str());
+        TraceStep(TRACE_DEBUG, "%s file not present", mPath.c_str());
     }
     return isPending;
 }
@@ -31,7 +29,7 @@ bool StagedFile::Read(const char* key, TavuString& value) const {
 VX_UINT32 StagedFile::Merge(const StagedValues& values) const {
     for (const auto& [key, value] : values) {
         if (const VX_UINT32 code = FileOps::UpdateKeyValueInFile(mPath, key, value); code != 0) {
-            TavuDebug::Print(TRACE_DEBUG, "%s::%s: file ops failed", mClassName, __func__);
+            TraceStep(TRACE_DEBUG, "file ops failed");
             return code;
         }
     }
@@ -42,12 +40,14 @@ void StagedFile::Delete() const {
     FileOps::DeleteFile(mPath);
 }
 
-VX_UINT32 StagedFile::CreateFailed(VX_UINT32 code) const {
-    TavuDebug::Print(TRACE_DEBUG, "%s::StageSettings: Create%sFile failed", mClassName, mGroup);
-    return code;
-}
-
-VX_UINT32 StagedFile::UpdateFailed(VX_UINT32 code) const {
-    TavuDebug::Print(TRACE_DEBUG, "%s::StageSettings: Update%sInFile failed with uRet=%u", mClassName, mGroup, code);
+VX_UINT32 StagedFile::Create(const StagedValues& values) const {
+    const TavuString function = TavuString("Create") + mGroup + "File";
+    const VX_UINT32 code = [&] {
+        const TracedFunction traced(function.c_str());
+        return Merge(values);
+    }();
+    if (code != 0) {
+        TraceStep(TRACE_DEBUG, "%s failed", function.c_str());
+    }
     return code;
 }

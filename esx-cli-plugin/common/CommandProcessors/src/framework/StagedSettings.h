@@ -5,7 +5,7 @@
 #pragma once
 
 #include "CmdLineParser.h"
-#include "TavuString.h"
+#include "TracedFunction.h"
 #include "vexapi.h"
 
 #include <map>
@@ -20,13 +20,13 @@ public:
     /// Longest value that is read, unless a group has a shorter limit of its own; what is longer is cut there.
     static constexpr unsigned long MAX_VALUE = 512;
 
-    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it. The family's class name
-    /// and the group, such as "BBCR", stand in the traces and must outlive the file.
-    StagedFile(const char* className, const char* group, const char* identifier, unsigned long maxValue = MAX_VALUE);
+    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it. The group,
+    /// such as "BBCR", stands in the traces too and must outlive the file.
+    StagedFile(const char* group, const char* identifier, unsigned long maxValue = MAX_VALUE);
 
     bool IsPresent() const;
-    /// The same for the function of a `set`, which traces that nothing is pending.
-    bool IsPending(const char* function) const;
+    /// The same for a `set`, which traces that nothing is pending.
+    bool IsPending() const;
     /// True, with the value stored, when the file has the key.
     bool Read(const char* key, TavuString& value) const;
     /// Writes the settings one by one. 0, or the result code of the first that fails; those before it stay.
@@ -34,12 +34,22 @@ public:
     /// A failure is only traced.
     void Delete() const;
 
-    /// Trace the failure of a file's making, or of merging options into it, and give its code.
-    VX_UINT32 CreateFailed(VX_UINT32 code) const;
-    VX_UINT32 UpdateFailed(VX_UINT32 code) const;
+    /// Makes the file of settings that were just read. 0, or the result code of the failure, which it traces.
+    VX_UINT32 Create(const StagedValues& values) const;
+    /// Lets `update(file)` validate options and merge them. 0, or the result code of the failure, which it traces.
+    template <typename Merge> VX_UINT32 Update(Merge update) const {
+        const TavuString function = TavuString("Update") + mGroup + "InFile";
+        const VX_UINT32 code = [&] {
+            const TracedFunction traced(function.c_str());
+            return update(*this);
+        }();
+        if (code != 0) {
+            TraceStep(TRACE_DEBUG, "%s failed with uRet=%u", function.c_str(), code);
+        }
+        return code;
+    }
 
 private:
-    const char* mClassName;
     const char* mGroup;
     TavuString mPath;
     unsigned long mMaxValue;
@@ -102,12 +112,12 @@ VX_UINT32 StageSettings(const StagedFile& file, Collect collect, Update update, 
     if (!file.IsPresent()) {
         StagedValues values;
         collect(values);
-        if (const VX_UINT32 code = file.Merge(values); code != 0) {
-            return file.CreateFailed(code);
+        if (const VX_UINT32 code = file.Create(values); code != 0) {
+            return code;
         }
     }
-    if (const VX_UINT32 code = update(file); code != 0) {
-        return file.UpdateFailed(code);
+    if (const VX_UINT32 code = file.Update(update); code != 0) {
+        return code;
     }
     overlay(file);
     return 0;

@@ -50,10 +50,10 @@ VX_UINT32 FCLunCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStr
 }
 
 VX_UINT32 FCLunCmdsProcessor::GetLunFromLunString(const TavuStringArray& args, _tagVEXAPI_SDMLun** lun) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Entered", CLASS_NAME, __func__);
+    const TracedFunction traced(CLASS_NAME, __func__);
+    TraceStep(TRACE_INFORMATION, "Entered");
     const VX_ADAPTER_LIST* host = nullptr;
-    if (const VX_UINT32 code = AdmitIdentifier(IdentifierKind::LUN, CLASS_NAME, __func__, args, host);
-        code != RC_SUCCESS) {
+    if (const VX_UINT32 code = AdmitIdentifier(IdentifierKind::LUN, args, host); code != RC_SUCCESS) {
         return code;
     }
     LunName name;
@@ -79,6 +79,6 @@ VX_UINT32 FCLunCmdsProcessor::GetLunFromLunString(const TavuStringArray& args, _
             });
         });
     });
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Exiting", CLASS_NAME, __func__);
+    TraceStep(TRACE_INFORMATION, "Exiting");
     return result;
 }

@@ -199,24 +199,24 @@ VX_UINT32 CheckFlag(const FlagOption& option, const char* word, const BootSettin
     return RC_SUCCESS;
 }
 
-VX_UINT32 StageFlags(const BootGroup& group, std::span<const FlagOption> options, const TavuStringArray& args,
-                     const BootSettings& boot, StagedValues& values) {
+VX_UINT32 StageFlags(std::span<const FlagOption> options, const TavuStringArray& args, const BootSettings& boot,
+                     StagedValues& values) {
     for (const FlagOption& option : options) {
         TavuString word;
         if (CmdLineParser::GetCommandValueFromArgs(args, option.shortName, option.longName, word) == 0) {
             continue;
         }
         if (const VX_UINT32 code = CheckFlag(option, word.c_str(), boot, values); code != RC_SUCCESS) {
-            TavuDebug::Print(TRACE_INFORMATION, "%s::UpdateBootConfigInFile: %s=%s not supported",
-                             group.calls.read.className, option.longName + 2, word.c_str()); // without the dashes
+            const char* const name = option.longName + 2; // without the dashes
+            TraceStep(TRACE_INFORMATION, "%s=%s not supported", name, word.c_str());
             return code;
         }
     }
     return RC_SUCCESS;
 }
 
-VX_UINT32 ReadRecord(const BootGroup& group, const char* function, BootSettings& boot) {
-    return CallLibrary(group.calls.read, function,
+VX_UINT32 ReadRecord(const BootGroup& group, BootSettings& boot) {
+    return CallLibrary(group.calls.read,
                        [&] { return VEXAPI_GetBootDeviceInfo(boot.Handle(), &boot.parameters, nullptr); });
 }
 
@@ -266,7 +266,7 @@ VX_UINT32 Open(const BootGroup& group, const TavuStringArray& args, BootSettings
     }
     // The library's mode is switched before the ROM is looked at.
     if (IsUefiCapableAdapter(boot.Chip())) {
-        code = CallLibrary(group.calls.switchMode, __func__, [&]() -> VX_UINT32 {
+        code = CallLibrary(group.calls.switchMode, [&]() -> VX_UINT32 {
             const VX_UINT8 current = VEXAPI_GetBfsConfigMode();
             return group.mustSwitchMode(current, boot.mode) ? VEXAPI_SetBfsConfigMode(boot.mode) : 0;
         });
@@ -281,15 +281,15 @@ VX_UINT32 Open(const BootGroup& group, const TavuStringArray& args, BootSettings
     if (boot.mode != BOOT_BIOS && (roms & HAS_ROM_UEFI) == 0) {
         return RC_NO_EFI;
     }
-    return ReadRecord(group, __func__, boot);
+    return ReadRecord(group, boot);
 }
 
 /// The NVMe boot entries, where the mode has any.
-VX_UINT32 ReadNvmeEntries(const BootGroup& group, const char* function, BootSettings& boot) {
+VX_UINT32 ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
     if (!UsesNvmeEntries(group, boot)) {
         return RC_SUCCESS;
     }
-    return CallLibrary(group.calls.readNvme, function,
+    return CallLibrary(group.calls.readNvme,
                        [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
 }
 
@@ -310,14 +310,14 @@ void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString&
 
 VX_UINT32 GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
     const VX_UINT32 code = Open(group, args, boot);
-    return code == RC_SUCCESS ? ReadNvmeEntries(group, __func__, boot) : code;
+    return code == RC_SUCCESS ? ReadNvmeEntries(group, boot) : code;
 }
 
 VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
     if (const VX_UINT32 code = Open(group, args, boot); code != RC_SUCCESS) {
         return code;
     }
-    if (const VX_UINT32 code = ReadNvmeEntries(group, __func__, boot); code == RC_FILE_ERROR) {
+    if (const VX_UINT32 code = ReadNvmeEntries(group, boot); code == RC_FILE_ERROR) {
         return code;
     } else if (code != RC_SUCCESS) {
         boot.nvme = {}; // entries that the library can't read count as empty here, where `get` refuses
@@ -325,9 +325,9 @@ VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args,
     const auto update = [&](const StagedFile& file) {
         StagedValues values;
         values[KEY_BOOT_MODE] = Decimal(group.modeInFile(boot.mode));
-        VX_UINT32 code = StageFlags(group, FLAG_OPTIONS, args, boot, values);
+        VX_UINT32 code = StageFlags(FLAG_OPTIONS, args, boot, values);
         if (code == RC_SUCCESS && group.isExtended) {
-            code = StageFlags(group, NVME_FLAG_OPTIONS, args, boot, values);
+            code = StageFlags(NVME_FLAG_OPTIONS, args, boot, values);
         }
         if (code == RC_SUCCESS) {
             code = group.stageTargets(args, boot, values);
@@ -342,31 +342,30 @@ VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args,
 VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
     VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
     if (code == RC_SUCCESS) {
-        code = ReadRecord(group, __func__, boot);
+        code = ReadRecord(group, boot);
     }
     if (code != RC_SUCCESS) {
         return code;
     }
     const StagedFile file = group.file(ArgText(args, 0));
-    boot.isNothingPending = !file.IsPending(__func__);
+    boot.isNothingPending = !file.IsPending();
     if (boot.isNothingPending) {
         return RC_SUCCESS;
     }
     ReadBootFile(group, file, boot);
-    code = CallLibrary(group.calls.write, __func__,
-                       [&] { return VEXAPI_SetBootDeviceInfo(boot.Handle(), &boot.parameters); });
+    code = CallLibrary(group.calls.write, [&] { return VEXAPI_SetBootDeviceInfo(boot.Handle(), &boot.parameters); });
     if (code == RC_SUCCESS && UsesNvmeEntries(group, boot)) {
         // No transaction: when the entries can't be written, the boot settings are in place already.
-        code = CallLibrary(group.calls.writeNvme, __func__,
+        code = CallLibrary(group.calls.writeNvme,
                            [&] { return VEXAPI_SetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
         if (code == RC_SUCCESS) {
             boot.nvme = {}; // the library fills cleared records only
-            code = CallLibrary(group.calls.readBackNvme, __func__,
+            code = CallLibrary(group.calls.readBackNvme,
                                [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
         }
     }
     if (code == RC_SUCCESS) {
-        boot.reboot = AskRebootRequired(group.calls.write.className, __func__);
+        boot.reboot = AskRebootRequired();
         file.Delete();
     }
     return code;

@@ -2,6 +2,7 @@
 
 #include "CmdLineParser.h"
 #include "Console.h"
+#include "TracedFunction.h"
 
 #include <algorithm>
 
@@ -28,8 +29,8 @@ constexpr CodeText PATTERN_WORDS[] = {
     {PATTERN_CUSTOM, "Custom"},
 };
 
-VX_UINT32 Refuse(const char* className, const char* why, VX_UINT32 code) {
-    TavuDebug::Print(TRACE_DEBUG, "%s::CmdRunCommon: %s", className, why);
+VX_UINT32 Refuse(const char* why, VX_UINT32 code) {
+    TraceStep(TRACE_DEBUG, "%s", why);
     return code;
 }
 
@@ -51,31 +52,30 @@ bool ReadCustomData(const TavuString& value, VX_UINT8 (&data)[8]) {
 
 } // namespace
 
-VX_UINT32 ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, const char* className,
-                             DiagTestParams& parameters, FrameTestCounts& counts) {
+VX_UINT32 ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters,
+                             FrameTestCounts& counts) {
     if (args.size() <= limits.patternIndex) {
-        return Refuse(className, "Too few arguments", RC_INVALID_PARAMETER);
+        return Refuse("Too few arguments", RC_INVALID_PARAMETER);
     }
     const VX_UINT32 count = ParseNumber(ArgText(args, 1));
     if (count == 0 || static_cast<int>(count) > static_cast<int>(limits.maxCount)) {
-        return Refuse(className, "Invalid test count", RC_INVALID_PARAMETER);
+        return Refuse("Invalid test count", RC_INVALID_PARAMETER);
     }
     parameters.TestCount = count;
     parameters.TestCountCopy = count;
     counts.increment = ParseNumber(ArgText(args, 2));
     if (counts.increment == 0 || counts.increment > limits.maxCount) {
-        return Refuse(className, "Invalid test increment", RC_INVALID_PARAMETER);
+        return Refuse("Invalid test increment", RC_INVALID_PARAMETER);
     }
     parameters.DataSize = ParseNumber(ArgText(args, 3));
     if (std::find(limits.dataSizes.begin(), limits.dataSizes.end(), parameters.DataSize) == limits.dataSizes.end()) {
-        return Refuse(className, "Invalid data size", RC_INVALID_PARAMETER);
+        return Refuse("Invalid data size", RC_INVALID_PARAMETER);
     }
     FindWord(ON_ERROR_WORDS, ArgText(args, 4), parameters.OnError); // any other word means to ignore errors
     return RC_SUCCESS;
 }
 
-VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, const char* className,
-                               DiagTestParams& parameters) {
+VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters) {
     const char* word = ArgText(args, limits.patternIndex);
     FindWord(PATTERN_WORDS, word, parameters.DataPatternType);
     if (parameters.DataPatternType == PATTERN_FIXED) {
@@ -85,15 +85,15 @@ VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimit
     if (parameters.DataPatternType == PATTERN_CUSTOM &&
         CmdLineParser::GetCommandValueFromArgs(args, "-d", "--data-pattern", value) != 0 &&
         !ReadCustomData(value, parameters.CustomData)) {
-        return Refuse(className, "Custom data is not '-' (hifen) separated", RC_INVALID_FORMAT);
+        return Refuse("Custom data is not '-' (hifen) separated", RC_INVALID_FORMAT);
     }
     return RC_SUCCESS;
 }
 
 bool CountFrameTest(const DiagTestParams& parameters, const char* testName, VX_UINT32 index, bool isPassed,
                     FrameTestCounts& counts) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s Test %s for TestIteration=%u", testName, isPassed ? "Successful" : "Failed",
-                     index);
+    TraceStep(TRACE_INFORMATION, "%s Test %s for TestIteration=%u", testName, isPassed ? "Successful" : "Failed",
+              index);
     ++(isPassed ? counts.successes : counts.failures);
     const bool isStopped = !isPassed && parameters.OnError == ON_ERROR_STOP;
     // A stop shows the index of the failed iteration, one less than the calls made.

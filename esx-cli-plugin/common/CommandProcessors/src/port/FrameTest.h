@@ -29,13 +29,12 @@ struct FrameTestCounts {
 /// Reads the words up to what to do on an error. `RC_INVALID_PARAMETER` for too few words and for a number out
 /// of range. A test count whose low 32 bits have the top bit set passes, as it is compared with its sign; the
 /// test increment isn't.
-VX_UINT32 ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, const char* className,
-                             DiagTestParams& parameters, FrameTestCounts& counts);
+VX_UINT32 ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters,
+                             FrameTestCounts& counts);
 
 /// Reads the data pattern; a word that is none means random data. `RC_INVALID_FORMAT` for custom data that is
 /// not of eight characters with "-" between them.
-VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, const char* className,
-                               DiagTestParams& parameters);
+VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters);
 
 /// True when a test's verdict is "Success", terminator included.
 template <std::size_t N> bool IsTestPassed(const char (&status)[N]) {

@@ -5,11 +5,9 @@
 #include "CodeTable.h"
 #include "ReportTexts.h"
 #include "ResultCodes.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 namespace {
-
-constexpr char CLASS_NAME[] = "PhysicalPortHBAParamsCmdsProcessor"; // of the family, in the traces
 
 constexpr char KEY_CONNECTION_OPTIONS[] = "Connection_Options";
 constexpr char KEY_DATA_RATE[] = "Data_Rate";
@@ -295,8 +293,7 @@ VX_UINT32 StageOption(const Option& option, const char* value, const Staging& st
     const bool isSupported = option.isSupported == nullptr || option.isSupported(staging.Chip());
     const VX_UINT32 code = isSupported ? option.stage(option, value, staging) : VX_UINT32{RC_FEATURE_NOT_SUPPORTED};
     if (code != RC_SUCCESS) {
-        TavuDebug::Print(TRACE_INFORMATION, "%s::UpdateHBAParamsInFile: %s=%s not supported", CLASS_NAME,
-                         option.longName + 2, value); // without the dashes
+        TraceStep(TRACE_INFORMATION, "%s=%s not supported", option.longName + 2, value); // without the dashes
     }
     return code;
 }
@@ -304,7 +301,7 @@ VX_UINT32 StageOption(const Option& option, const char* value, const Staging& st
 } // namespace
 
 StagedFile HBAParamsFile(const char* identifier) {
-    return {CLASS_NAME, "HBAParams", identifier};
+    return {"HBAParams", identifier};
 }
 
 std::span<const StagedKey<_VEXAPI_HBAParameters>> HBAParamsKeys() {

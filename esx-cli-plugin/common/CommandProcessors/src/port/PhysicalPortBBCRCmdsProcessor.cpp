@@ -31,15 +31,15 @@ constexpr UsageText USAGES[] = {
     {6, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_BBCR = {CLASS_NAME, "", "Get BBCR Info failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall WRITE_BBCR = {CLASS_NAME, " before set", "Update BBCR failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_BBCR = {"", "Get BBCR Info failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall WRITE_BBCR = {" before set", "Update BBCR failed", RC_CFG_UPDATE_FAILED};
 
 constexpr char KEY_COUNT[] = "BBCR_Count";
 constexpr char KEY_STATUS[] = "BBCR_Status";
 constexpr VX_UINT32 MAX_COUNT = 15;
 
 StagedFile BBCRFile(const char* identifier) {
-    return {CLASS_NAME, "BBCR", identifier};
+    return {"BBCR", identifier};
 }
 
 } // namespace
@@ -83,10 +83,10 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::Get(const TavuStringArray& args, BBCRIn
     }
     info.protocol = entry.protocol;
     if (!IsUefiCapableAdapter(info.protocol->ChipProperty)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
     }
-    return CallLibrary(READ_BBCR, __func__, [&] {
+    return CallLibrary(READ_BBCR, [&] {
         return VEXAPI_FCGetBBCSupportInfoEx(&info.protocol->PortHandle, &info.status, &info.configured, &info.state,
                                             &info.negotiated, info.reason, sizeof info.reason);
     });
@@ -108,12 +108,12 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRIn
         return code;
     }
     const StagedFile file = BBCRFile(ArgText(args, 0));
-    info.isNothingPending = !file.IsPending(__func__);
+    info.isNothingPending = !file.IsPending();
     if (info.isNothingPending) {
         return RC_SUCCESS;
     }
     ReadStagedFile(file, Keys(), info);
-    code = CallLibrary(WRITE_BBCR, __func__, [&] {
+    code = CallLibrary(WRITE_BBCR, [&] {
         return VEXAPI_FCSetBBCSupportInfo(&info.protocol->PortHandle, info.status, info.configured);
     });
     if (code == RC_SUCCESS) {
@@ -130,7 +130,7 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray&
     if (CmdLineParser::GetCommandValueFromArgs(args, "-b", "--bbcr-status", value) != 0) {
         const bool isOn = value.CompareNoCase(OUT_TRUE) == 0;
         if (!isOn && value.CompareNoCase(OUT_FALSE) != 0) {
-            TavuDebug::Print(TRACE_DEBUG, "%s::%s: bbcr-status=%s not supported", CLASS_NAME, __func__, value.c_str());
+            TraceStep(TRACE_DEBUG, "bbcr-status=%s not supported", value.c_str());
             return RC_INVALID_PARAMETER;
         }
         values[KEY_STATUS] = isOn ? "1" : "0";
@@ -138,7 +138,7 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray&
     if (CmdLineParser::GetCommandValueFromArgs(args, "-c", "--bbcr-configured", value) != 0) {
         const VX_UINT32 count = ParseNumber(value.c_str());
         if (count > MAX_COUNT) {
-            TavuDebug::Print(TRACE_DEBUG, "%s::%s: bbcr-count=%s not supported", CLASS_NAME, __func__, value.c_str());
+            TraceStep(TRACE_DEBUG, "bbcr-count=%s not supported", value.c_str());
             return RC_INVALID_PARAMETER;
         }
         values[KEY_COUNT].Format("%u", count);

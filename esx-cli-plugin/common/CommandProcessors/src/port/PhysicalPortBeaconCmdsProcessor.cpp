@@ -34,11 +34,9 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_MEZZANINE = {CLASS_NAME, " before Mezz adapter check", "Mezz adapter check failed",
-                                        RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_STATE = {CLASS_NAME, " before Beacon read", "Get Beacon Status failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_STATE = {CLASS_NAME, " before Beacon update", "Update Beacon Status failed",
-                                      RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {" before Mezz adapter check", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_STATE = {" before Beacon read", "Get Beacon Status failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATE = {" before Beacon update", "Update Beacon Status failed", RC_CFG_UPDATE_FAILED};
 
 bool HasBeacon(__CHIPPROPERTY chip) {
     return Is4GAdapter(chip) || Is8GAdapter(chip) || IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);
@@ -91,7 +89,7 @@ VX_UINT32 PhysicalPortBeaconCmdsProcessor::Set(const TavuStringArray& args, VEXA
     if (!isOn && CompareNoCase(word, OUT_OFF) != 0) {
         return RC_INVALID_PARAMETER;
     }
-    code = CallLibrary(CHANGE_STATE, __func__, [&] {
+    code = CallLibrary(CHANGE_STATE, [&] {
         return VEXAPI_UpdateAdapterBeaconStatus(&entry.protocol->PortHandle, isOn ? STATE_ON : STATE_OFF);
     });
     return code == RC_SUCCESS ? ReadState(entry, state) : code;
@@ -103,20 +101,19 @@ VX_UINT32 PhysicalPortBeaconCmdsProcessor::AdmitPort(const TavuStringArray& args
         return code;
     }
     bool isMezzanine = false;
-    code = AskMezzanine(READ_MEZZANINE, __func__, entry.protocol->PortHandle, isMezzanine);
+    code = AskMezzanine(READ_MEZZANINE, entry.protocol->PortHandle, isMezzanine);
     if (code != RC_SUCCESS) {
         return code;
     }
     if (isMezzanine || !HasBeacon(entry.protocol->ChipProperty)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
     }
     return RC_SUCCESS;
 }
 
 VX_UINT32 PhysicalPortBeaconCmdsProcessor::ReadState(const PortEntry& entry, VEXAPI_BEACON_TYPE& state) {
-    return CallLibrary(READ_STATE, __func__,
-                       [&] { return VEXAPI_GetAdapterBeaconStatus(&entry.protocol->PortHandle, &state); });
+    return CallLibrary(READ_STATE, [&] { return VEXAPI_GetAdapterBeaconStatus(&entry.protocol->PortHandle, &state); });
 }
 
 void PhysicalPortBeaconCmdsProcessor::DisplayBeaconInfo(MultipleCmdsProcessor* self, const VEXAPI_BEACON_TYPE& state,

@@ -36,7 +36,7 @@ bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
 }
 
 StagedFile BootConfigFile(const char* identifier) {
-    return {CLASS_NAME, "BootConfig", identifier};
+    return {"BootConfig", identifier};
 }
 
 /// The file knows two modes: 1 is UEFI, any other number the BIOS.
@@ -113,8 +113,7 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
             return RC_PARAM_ERROR;
         }
         if (const VX_UINT32 code = StageDrive(number, value.c_str(), boot, lun, values); code != RC_SUCCESS) {
-            TavuDebug::Print(TRACE_INFORMATION, "%s::%s: drive-%u=%s not supported", CLASS_NAME, __func__, number,
-                             value.c_str());
+            TraceStep(TRACE_INFORMATION, "drive-%u=%s not supported", number, value.c_str());
             return code;
         }
     }
@@ -124,10 +123,10 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
 } // namespace
 
 constinit const BootGroup PhysicalPortBootConfigCmdsProcessor::GROUP = {
-    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
-              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+    .calls = {.switchMode = {" before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {"", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
               .readNvme = {},
-              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .write = {" before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
               .writeNvme = {},
               .readBackNvme = {}},
     .shape = OUT_SHAPE,

@@ -40,7 +40,7 @@ bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
 
 StagedFile BootConfigExtFile(const char* identifier) {
     constexpr unsigned long MAX_VALUE = 256;
-    return {CLASS_NAME, "BootConfigExt", identifier, MAX_VALUE};
+    return {"BootConfigExt", identifier, MAX_VALUE};
 }
 
 /// The file holds the library's number, and any number is taken back.
@@ -178,15 +178,12 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
 } // namespace
 
 constinit const BootGroup PhysicalPortBootConfigExtCmdsProcessor::GROUP = {
-    .calls = {.switchMode = {CLASS_NAME, " before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
-              .read = {CLASS_NAME, "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
-              .readNvme = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
-                           RC_INVALID_DATA},
-              .write = {CLASS_NAME, " before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
-              .writeNvme = {CLASS_NAME, " before NVMe boot update", "Set NVMe Boot Device Entries failed",
-                            RC_CFG_UPDATE_FAILED},
-              .readBackNvme = {CLASS_NAME, " before NVMe boot read", "Get NVMe Boot Device Entries failed",
-                               RC_CFG_UPDATE_FAILED}},
+    .calls = {.switchMode = {" before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {"", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+              .readNvme = {" before NVMe boot read", "Get NVMe Boot Device Entries failed", RC_INVALID_DATA},
+              .write = {" before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .writeNvme = {" before NVMe boot update", "Set NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED},
+              .readBackNvme = {" before NVMe boot read", "Get NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED}},
     .shape = OUT_SHAPE,
     .readMode = ReadMode,
     .mustSwitchMode = MustSwitchMode,

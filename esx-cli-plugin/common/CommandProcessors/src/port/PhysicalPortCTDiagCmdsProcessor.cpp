@@ -17,7 +17,7 @@ constexpr CodeText TEST_TYPES[] = {{1, "CTPing"}, {2, "CTFCTraceRoute"}};
 /// `runcli` carries no usage function, so nothing shows this text.
 constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
 
-constexpr LibraryCall CT_TEST = {CLASS_NAME, "", "CT Diag failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall CT_TEST = {"", "CT Diag failed", RC_DIAG_TEST_FAILED};
 
 } // namespace
 
@@ -64,7 +64,7 @@ VX_UINT32 PhysicalPortCTDiagCmdsProcessor::Run(const TavuStringArray& args, VX_U
     if (code != RC_SUCCESS) {
         return code;
     }
-    return CallLibrary(CT_TEST, __func__, [&] {
+    return CallLibrary(CT_TEST, [&] {
         VX_UINT32 output = 0;
         char buffer[PING_BUFFER_SIZE] = {};
         return VEXAPI_DiagnosticsCTCommand(&request.entry.protocol->PortHandle, request.name, request.count,

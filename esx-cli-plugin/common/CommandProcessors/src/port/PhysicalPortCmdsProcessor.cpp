@@ -49,7 +49,7 @@ constexpr UsageText USAGES[] = {
     {3, "Usage: list\r\n"},
 };
 
-constexpr LibraryCall UPDATE_NVRAM = {"PhysicalPortCmdsProcessor", "", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall UPDATE_NVRAM = { "", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
 
 /// What stands ahead of the first "_" or "'" of an identifier, at most 15 characters.
 TavuString PrefixOf(const char* identifier) {
@@ -137,19 +137,19 @@ VX_UINT32 PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, 
 VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringArray& args, _vexapi_adapter_t** adapter,
                                                               _vexapi_phy_port_t** port,
                                                               _vexapi_protocol_t** protocol) {
-    TavuDebug::Print(TRACE_INFORMATION, "PhysicalPortCmdsProcessor::%s: Entered", __func__);
+    const TracedFunction traced(FAMILY.className, __func__);
+    TraceStep(TRACE_INFORMATION, "Entered");
     const char* identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier)) {
         return RC_HELP_REQUESTED;
     }
     if (PrefixOf(identifier).CompareNoCase("FC") != 0) {
-        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: Invalid Port identifier %s", __func__,
-                         identifier);
+        TraceStep(TRACE_DEBUG, "Invalid Port identifier %s", identifier);
         return RC_INVALID_PARAMETER;
     }
     const VX_ADAPTER_LIST* host = VEXAPI_GetAdapterList();
     if (host == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: Adapter List is NULL", __func__);
+        TraceStep(TRACE_DEBUG, "Adapter List is NULL");
         return RC_HOST_NOT_FOUND;
     }
     // The prefix passes in any letter case, yet only the exact text of a port finds it.
@@ -169,14 +169,14 @@ VX_UINT32 PhysicalPortCmdsProcessor::GetPhyPortFromPortString(const TavuStringAr
             result = RC_SUCCESS;
             return false;
         });
-    TavuDebug::Print(TRACE_INFORMATION, "PhysicalPortCmdsProcessor::%s: Exiting", __func__);
+    TraceStep(TRACE_INFORMATION, "Exiting");
     return result;
 }
 
 VX_UINT32 PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(const TavuStringArray& args, PortEntry& entry) {
     const VX_UINT32 code = GetPhyPortFromPortString(args, entry);
     if (code == RC_SUCCESS && IsVirtualPort(*entry.protocol)) {
-        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: Command not supported for vport", __func__);
+        TraceStep(TRACE_DEBUG, "Command not supported for vport");
         return RC_NOT_SUPPORTED_FOR_VPORT;
     }
     return code;
@@ -198,11 +198,11 @@ VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bo
     }
     const char* path = ArgText(args, 1);
     if (!FileExists(path)) {
-        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortCmdsProcessor::%s: NVRAM file [%s] does not exist", __func__, path);
+        TraceStep(TRACE_DEBUG, "NVRAM file [%s] does not exist", path);
         return RC_FILE_ERROR;
     }
-    const VX_UINT32 code = CallLibrary(
-        UPDATE_NVRAM, __func__, [&] { return VEXAPI_UpdateAdapterNVRAMFromFile(&entry.protocol->PortHandle, path); });
+    const VX_UINT32 code =
+        CallLibrary(UPDATE_NVRAM, [&] { return VEXAPI_UpdateAdapterNVRAMFromFile(&entry.protocol->PortHandle, path); });
     if (code == RC_SUCCESS) {
         rebootRequired = IsRebootRequired();
     }

@@ -49,7 +49,7 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: update [port identifier]\r\n"},
 };
 
-constexpr LibraryCall READ_DATA = {CLASS_NAME, "", "Get SFP data failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_DATA = {"", "Get SFP data failed", RC_CFG_READ_FAILED};
 
 constexpr StatusResult UPDATE_STATUSES[] = {
     {101, RC_FILE_OPEN_ERROR},       {107, RC_CHECKSUM_ERROR},         {113, RC_FEATURE_NOT_SUPPORTED},
@@ -113,7 +113,7 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::Get(const TavuStringArray& args, _VEXAPI
         return code;
     }
     data = {};
-    return CallLibrary(READ_DATA, __func__, [&] { return VEXAPI_GetSFPData(&entry.protocol->PortHandle, data.Data); });
+    return CallLibrary(READ_DATA, [&] { return VEXAPI_GetSFPData(&entry.protocol->PortHandle, data.Data); });
 }
 
 VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
@@ -126,8 +126,7 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
     }
     const char* path = ArgText(args, 1);
     if (!FileExists(path)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: SFP Image file [%s] does not exist", CLASS_NAME, "CmdUpdateCommon",
-                         path);
+        TraceStep(TRACE_DEBUG, "SFP Image file [%s] does not exist", path);
         return RC_FILE_ERROR;
     }
     if (CompareNoCase(ArgText(args, 2), OUT_WTD) != 0) {
@@ -144,8 +143,8 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
 
 VX_UINT32 PhysicalPortDMICmdsProcessor::UpdateModule(VX_PORT_HANDLE& handle, const char* path) {
     VX_UINT32 status = 0;
-    const VX_UINT32 code = MakeLibraryCalls(
-        CLASS_NAME, __func__, [&] { status = VEXAPI_SfpModuleFirmwareUpdate(&handle, path, UPDATE_OPTION); });
+    const VX_UINT32 code =
+        MakeLibraryCalls([&] { status = VEXAPI_SfpModuleFirmwareUpdate(&handle, path, UPDATE_OPTION); });
     return code == RC_SUCCESS ? ResultOfStatus(UPDATE_STATUSES, status, RC_LIBRARY_FAILED) : code;
 }
 

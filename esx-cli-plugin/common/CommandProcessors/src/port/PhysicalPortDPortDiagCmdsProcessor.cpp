@@ -46,9 +46,8 @@ constexpr UsageText USAGES[] = {
     {6, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_MEZZANINE = {CLASS_NAME, " before Mezz adapter check", "Mezz adapter check failed",
-                                        RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_MODE = {CLASS_NAME, " before DPort set", "Configure DPort failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {" before Mezz adapter check", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_MODE = {" before DPort set", "Configure DPort failed", RC_CFG_UPDATE_FAILED};
 
 constexpr VX_UINT32 FEATURE_SECOND_FORM = 0x20000000;
 constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
@@ -84,9 +83,8 @@ constexpr CodeText REASONS[] = {
 constexpr unsigned MAILBOX_LOW_BITS = 0xF;
 constexpr unsigned MAILBOX_HAS_REASON = 2;
 
-VX_UINT32 ReadMode(const char* function, const PortEntry& entry, bool& isDiagnostic) {
-    return MakeLibraryCalls(CLASS_NAME, function,
-                            [&] { isDiagnostic = VEXAPI_CheckAdapterDPortOption(&entry.protocol->PortHandle) != 0; });
+VX_UINT32 ReadMode(const PortEntry& entry, bool& isDiagnostic) {
+    return MakeLibraryCalls([&] { isDiagnostic = VEXAPI_CheckAdapterDPortOption(&entry.protocol->PortHandle) != 0; });
 }
 
 void AddPhase(ReportBlock& block, const char* phase, VX_UINT32 value, VX_UINT8 status) {
@@ -146,8 +144,10 @@ void AddFailedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& res
     AddPowers(block, "Ingress Power", ingress, 0.0F, 0.0F);
 }
 
-/// The flat document of `get` and `set`.
-void WriteMode(Document document, const char* message, RebootRequired reboot, bool isDiagnostic) {
+/// The flat document of `get` and `set`, of their failures too.
+void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, const char* message,
+               RebootRequired reboot, bool isDiagnostic) {
+    Document document(*self, format, CLASS_NAME, "DisplayDPortDiagInfo");
     document.Flat(OUT_SHAPE.names.structure, [&] {
         document.Field(OUT_MESSAGE, message);
         if (reboot.has_value()) {
@@ -202,7 +202,7 @@ const char* GetDportTestResult(VX_UINT32 code) {
 VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Get(const TavuStringArray& args, DPortMode& mode) {
     PortEntry entry;
     const VX_UINT32 code = AdmitPort(args, entry);
-    return code == RC_SUCCESS ? ReadMode(__func__, entry, mode.isDiagnostic) : code;
+    return code == RC_SUCCESS ? ReadMode(entry, mode.isDiagnostic) : code;
 }
 
 /// Shows the mode as it is read back.
@@ -218,12 +218,11 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, D
         return RC_INVALID_PARAMETER;
     }
     VX_PORT_HANDLE* const handle = &entry.protocol->PortHandle;
-    code = CallLibrary(CHANGE_MODE, __func__,
-                       [&] { return VEXAPI_ConfigureAdapterDPortSettings(handle, isEnabled ? 1 : 0, 0); });
+    code = CallLibrary(CHANGE_MODE, [&] { return VEXAPI_ConfigureAdapterDPortSettings(handle, isEnabled ? 1 : 0, 0); });
     if (code != RC_SUCCESS) {
         return code;
     }
-    return MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+    return MakeLibraryCalls([&] {
         mode.isDiagnostic = VEXAPI_CheckAdapterDPortOption(handle) != 0;
         mode.reboot = IsRebootRequired();
     });
@@ -236,7 +235,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor
     VX_UINT32 code = AdmitTest(args, entry);
     LibraryOutputRedirection redirection;
     if (code == RC_SUCCESS && !redirection.Open()) {
-        code = RefuseLibraryCalls(CLASS_NAME, __func__, " before DPort test");
+        code = RefuseLibraryCalls(" before DPort test");
     }
     if (code != RC_SUCCESS) {
         DisplayError(self, code, format);
@@ -273,7 +272,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitPort(const TavuStringArray& a
         return code;
     }
     bool isMezzanine = false;
-    code = AskMezzanine(READ_MEZZANINE, __func__, entry.protocol->PortHandle, isMezzanine);
+    code = AskMezzanine(READ_MEZZANINE, entry.protocol->PortHandle, isMezzanine);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -286,7 +285,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitTest(const TavuStringArray& a
     bool isDiagnostic = false;
     VX_UINT32 code = AdmitPort(args, entry);
     if (code == RC_SUCCESS) {
-        code = ReadMode(__func__, entry, isDiagnostic);
+        code = ReadMode(entry, isDiagnostic);
     }
     if (code != RC_SUCCESS) {
         return code;
@@ -302,17 +301,17 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitTest(const TavuStringArray& a
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagInfo(MultipleCmdsProcessor* self, const DPortMode& mode,
                                                               eOutputFormat format) {
-    WriteMode(Document(*self, format, CLASS_NAME, __func__), OUT_SUCCESS, mode.reboot, mode.isDiagnostic);
+    WriteMode(self, format, OUT_SUCCESS, mode.reboot, mode.isDiagnostic);
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                          eOutputFormat format) {
-    WriteMode(Document(*self, format, CLASS_NAME, __func__), ResultText(code), REBOOT_NOT_SHOWN, false);
+    WriteMode(self, format, ResultText(code), REBOOT_NOT_SHOWN, false);
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                          eOutputFormat format) {
-    WriteMode(Document(*self, format, CLASS_NAME, __func__), ResultText(code), false, false);
+    WriteMode(self, format, ResultText(code), false, false);
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayMbxError(MultipleCmdsProcessor* self, VX_UINT32 status,

@@ -19,7 +19,7 @@ constexpr char OUT_ECHO_STATUS[] = "Echo Status";
 /// `runcli` carries no usage function, so nothing shows this text.
 constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
 
-constexpr LibraryCall ECHO = {CLASS_NAME, "", "FC Echo failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall ECHO = {"", "FC Echo failed", RC_DIAG_TEST_FAILED};
 
 constexpr VX_UINT32 DESTINATION_NONE = 0;
 constexpr VX_UINT32 DESTINATION_TARGET = 2;
@@ -77,7 +77,7 @@ VX_UINT32 PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 dest
     VX_UINT32 code = RC_SUCCESS;
     for (VX_UINT32 frame = 0; frame < request.count; ++frame) {
         _VEXAPI_ECHO_RESULTS result{};
-        code = CallLibrary(ECHO, __func__, [&] {
+        code = CallLibrary(ECHO, [&] {
             const VX_UINT32 status =
                 VEXAPI_DiagnosticsEchoElsTest(&request.entry.protocol->PortHandle, request.name, ONE_FRAME,
                                               request.stopOnError, destinationType, &result);

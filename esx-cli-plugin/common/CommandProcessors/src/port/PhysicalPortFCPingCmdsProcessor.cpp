@@ -14,7 +14,7 @@ constexpr char OUT_FC_PING[] = "FCPing";
 /// `runcli` carries no usage function, so nothing shows this text.
 constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
 
-constexpr LibraryCall PING = {CLASS_NAME, "", "FC Ping failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall PING = {"", "FC Ping failed", RC_DIAG_TEST_FAILED};
 
 } // namespace
 
@@ -57,7 +57,7 @@ VX_UINT32 PhysicalPortFCPingCmdsProcessor::Run(const TavuStringArray& args) {
     if (code != RC_SUCCESS) {
         return code;
     }
-    return CallLibrary(PING, __func__, [&] {
+    return CallLibrary(PING, [&] {
         VX_UINT32 output = 0;
         char buffer[PING_BUFFER_SIZE] = {};
         return VEXAPI_DiagnosticsFCPingTest(&request.entry.protocol->PortHandle, request.name, request.count,

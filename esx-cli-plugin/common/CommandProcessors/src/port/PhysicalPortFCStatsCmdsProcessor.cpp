@@ -26,7 +26,7 @@ constexpr UsageText USAGES[] = {
     {3, "Usage: reset [port identifier]\r\n"},
 };
 
-constexpr LibraryCall RESET_STATS = {CLASS_NAME, "", "Reset Device Stats failed", RC_STATS_CLEAR_FAILED};
+constexpr LibraryCall RESET_STATS = {"", "Reset Device Stats failed", RC_STATS_CLEAR_FAILED};
 
 using Port = _vexapi_protocol_t;
 constexpr PortCounter DRIVER_COUNTERS[] = {
@@ -81,7 +81,7 @@ VX_UINT32 PhysicalPortFCStatsCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* 
         DisplayFCStats(self, *entry.protocol, FIRMWARE_COUNTERS, format);
     } else {
         // The document tells the failure, yet the result is success, so that no usage follows; `reset` differs.
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Invalid mode=%s", CLASS_NAME, __func__, mode);
+        TraceStep(TRACE_DEBUG, "Invalid mode=%s", mode);
         DisplayError(self, RC_INVALID_PARAMETER, format);
     }
     return RC_SUCCESS;
@@ -94,10 +94,10 @@ VX_UINT32 PhysicalPortFCStatsCmdsProcessor::Reset(const TavuStringArray& args, N
     }
     const char* mode = ArgText(args, 1);
     if (CompareNoCase(mode, MODE_FIRMWARE) != 0) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Invalid mode=%s", CLASS_NAME, __func__, mode);
+        TraceStep(TRACE_DEBUG, "Invalid mode=%s", mode);
         return RC_INVALID_PARAMETER;
     }
-    return CallLibrary(RESET_STATS, __func__, [&] { return VEXAPI_ResetDeviceStats(&entry.protocol->PortHandle); });
+    return CallLibrary(RESET_STATS, [&] { return VEXAPI_ResetDeviceStats(&entry.protocol->PortHandle); });
 }
 
 void PhysicalPortFCStatsCmdsProcessor::DisplayFCStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,

@@ -34,14 +34,11 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_STATUS = {CLASS_NAME, " before FEC read", "Get FEC Info failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_MEZZANINE = {CLASS_NAME, " before Mezz adapter check", "Mezz adapter check failed",
-                                        RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_COUNTERS = {CLASS_NAME, " before FW Priv Stats read", "Get FW Private stats failed",
-                                       RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_STATUS = {CLASS_NAME, " before FEC set", "Update FEC failed", RC_CFG_UPDATE_FAILED};
-constexpr LibraryCall RESET_COUNTERS = {CLASS_NAME, " before FEC counter reset", "Reset FEC counters failed",
-                                        RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_STATUS = {" before FEC read", "Get FEC Info failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {" before Mezz adapter check", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_COUNTERS = {" before FW Priv Stats read", "Get FW Private stats failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATUS = {" before FEC set", "Update FEC failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall RESET_COUNTERS = {" before FEC counter reset", "Reset FEC counters failed", RC_CFG_UPDATE_FAILED};
 
 } // namespace
 
@@ -132,26 +129,25 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args,
     fec.protocol = entry.protocol;
     const __CHIPPROPERTY chip = fec.protocol->ChipProperty;
     if (!IsRowanFCAdapter(chip) && !IsUefiCapableAdapter(chip)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
     }
     return RC_SUCCESS;
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ReadStatus(FecState& fec) {
-    return CallLibrary(READ_STATUS, __func__,
-                       [&] { return VEXAPI_FCGetFECSupportInfo(&fec.protocol->PortHandle, &fec.status); });
+    return CallLibrary(READ_STATUS, [&] { return VEXAPI_FCGetFECSupportInfo(&fec.protocol->PortHandle, &fec.status); });
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ReadMezzanine(FecState& fec) {
-    return AskMezzanine(READ_MEZZANINE, __func__, fec.protocol->PortHandle, fec.isMezzanine);
+    return AskMezzanine(READ_MEZZANINE, fec.protocol->PortHandle, fec.isMezzanine);
 }
 
 VX_UINT32 PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
     _VEXAPI_FWPRIVATESTATSEntry* entries = nullptr;
     VX_UINT32 count = 0;
     const VX_UINT32 code = CallLibrary(
-        READ_COUNTERS, __func__, [&] { return VEXAPI_GetFWPrivateStats(&fec.protocol->PortHandle, &entries, &count); });
+        READ_COUNTERS, [&] { return VEXAPI_GetFWPrivateStats(&fec.protocol->PortHandle, &entries, &count); });
     fec.entries.reset(entries);
     return code == RC_SUCCESS && (entries == nullptr || count == 0) ? VX_UINT32{RC_CFG_READ_FAILED} : code;
 }
@@ -159,31 +155,29 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
 VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec) {
     // A port without a choice refuses even a misspelt word so.
     if (!IsFecChangeAllowed(fec.isMezzanine, *fec.protocol)) {
-        TavuDebug::Print(TRACE_DEBUG,
-                         "%s::%s: Modification of fec-status is supported at 16Gbps and Unknown speed for "
-                         "non-mezz adapters only",
-                         CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Modification of fec-status is supported at 16Gbps and Unknown speed for "
+                               "non-mezz adapters only");
         return RC_READ_ONLY_MODE;
     }
     const bool isOn = value.CompareNoCase(OUT_TRUE) == 0;
     if (!isOn && value.CompareNoCase(OUT_FALSE) != 0) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: fec-status=%s not supported", CLASS_NAME, __func__, value.c_str());
+        TraceStep(TRACE_DEBUG, "fec-status=%s not supported", value.c_str());
         return RC_INVALID_PARAMETER;
     }
     fec.status = isOn ? 1 : 0;
     fec.reboot = true;
-    return CallLibrary(CHANGE_STATUS, __func__,
+    return CallLibrary(CHANGE_STATUS,
                        [&] { return VEXAPI_FCSetFECSupportInfo(&fec.protocol->PortHandle, fec.status); });
 }
 
 /// The counters read before stay what the document shows; only the next `get` sees the reset.
 VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec) {
     if (value.CompareNoCase("reset") != 0) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: reset=%s not supported", CLASS_NAME, __func__, value.c_str());
+        TraceStep(TRACE_DEBUG, "reset=%s not supported", value.c_str());
         return RC_INVALID_PARAMETER;
     }
     fec.reboot = true;
-    return CallLibrary(RESET_COUNTERS, __func__, [&] { return VEXAPI_ResetFECCounters(&fec.protocol->PortHandle); });
+    return CallLibrary(RESET_COUNTERS, [&] { return VEXAPI_ResetFECCounters(&fec.protocol->PortHandle); });
 }
 
 void PhysicalPortFECCmdsProcessor::DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec,

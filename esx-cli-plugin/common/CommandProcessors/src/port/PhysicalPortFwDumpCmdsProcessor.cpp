@@ -71,9 +71,8 @@ VX_UINT32 PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args
     void* data = nullptr;
     VX_UINT32 size = 0;
     VX_UINT32 status = 0;
-    VX_UINT32 code = MakeLibraryCalls(CLASS_NAME, __func__, [&] {
-        status = VEXAPI_SDGetFwDump2(HandleWord(entry.protocol->PortHandle), 0, &data, &size);
-    });
+    VX_UINT32 code = MakeLibraryCalls(
+        [&] { status = VEXAPI_SDGetFwDump2(HandleWord(entry.protocol->PortHandle), 0, &data, &size); });
     const std::unique_ptr<void, decltype(&std::free)> dump(data, &std::free);
     if (code == RC_SUCCESS) {
         TraceStatus("VEXAPI_SDGetFwDump2", status);

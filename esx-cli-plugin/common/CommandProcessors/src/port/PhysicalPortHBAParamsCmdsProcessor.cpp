@@ -34,12 +34,11 @@ constexpr UsageText USAGES[] = {
     {10, "Usage: save\r\n"},
 };
 
-constexpr LibraryCall READ_PARAMETERS = {CLASS_NAME, "", "Get HBA Params failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall WRITE_PARAMETERS = {CLASS_NAME, " before update", "Update HBA Params failed",
-                                          RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_PARAMETERS = {"", "Get HBA Params failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall WRITE_PARAMETERS = {" before update", "Update HBA Params failed", RC_CFG_UPDATE_FAILED};
 /// A write, and yet its failure is told as that of a read: clients know it so.
-constexpr LibraryCall RESTORE_DEFAULTS = {CLASS_NAME, "", "Restore Default NVRAM failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall SAVE_NVRAM = {CLASS_NAME, "", "Save NVRAM failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall RESTORE_DEFAULTS = {"", "Restore Default NVRAM failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall SAVE_NVRAM = {"", "Save NVRAM failed", RC_CFG_READ_FAILED};
 
 constexpr CodeText CONNECTION_TEXTS[] = {{0, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
 constexpr CodeText DATA_RATE_TEXTS[] = {
@@ -64,9 +63,9 @@ const char* EnabledOrNa(bool hasSetting, bool isEnabled) {
     return hasSetting ? EnabledText(isEnabled) : OUT_NA;
 }
 
-VX_UINT32 ReadParameters(const char* function, const PortEntry& entry, _VEXAPI_HBAParameters& parameters) {
+VX_UINT32 ReadParameters(const PortEntry& entry, _VEXAPI_HBAParameters& parameters) {
     VX_HBA_AUX auxiliary{};
-    return CallLibrary(READ_PARAMETERS, function,
+    return CallLibrary(READ_PARAMETERS,
                        [&] { return VEXAPI_GetHBAParamsInfo(&entry.protocol->PortHandle, &parameters, &auxiliary); });
 }
 
@@ -102,7 +101,7 @@ constinit const FamilyDescription PhysicalPortHBAParamsCmdsProcessor::FAMILY = {
 
 VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Get(const TavuStringArray& args, HBAParams& params) {
     const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, params.entry);
-    return code == RC_SUCCESS ? ReadParameters(__func__, params.entry, params.parameters) : code;
+    return code == RC_SUCCESS ? ReadParameters(params.entry, params.parameters) : code;
 }
 
 /// Shows the pending state: the port's parameters as they will be after `set`.
@@ -123,16 +122,16 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, H
         return code;
     }
     const StagedFile file = HBAParamsFile(ArgText(args, 0));
-    params.isNothingPending = !file.IsPending(__func__);
+    params.isNothingPending = !file.IsPending();
     if (params.isNothingPending) {
         return RC_SUCCESS;
     }
     ReadStagedFile(file, HBAParamsKeys(), params.parameters);
-    code = CallLibrary(WRITE_PARAMETERS, __func__, [&] {
+    code = CallLibrary(WRITE_PARAMETERS, [&] {
         return VEXAPI_UpdateHBAParameters(&params.entry.protocol->PortHandle, &params.parameters);
     });
     if (code == RC_SUCCESS) {
-        params.reboot = AskRebootRequired(CLASS_NAME, __func__);
+        params.reboot = AskRebootRequired();
         file.Delete();
     }
     return code;
@@ -142,11 +141,10 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringAr
     PortEntry entry;
     VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
     if (code == RC_SUCCESS) {
-        code = CallLibrary(RESTORE_DEFAULTS, __func__,
-                           [&] { return VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle); });
+        code = CallLibrary(RESTORE_DEFAULTS, [&] { return VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle); });
     }
     if (code == RC_SUCCESS) {
-        reboot = AskRebootRequired(CLASS_NAME, __func__);
+        reboot = AskRebootRequired();
     }
     return code;
 }
@@ -160,9 +158,8 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, 
     if (args.size() < 2) {
         return RC_INVALID_PARAMETER;
     }
-    return CallLibrary(SAVE_NVRAM, __func__, [&] {
-        return VEXAPI_SaveSingleAdapterNVRAMToFile(&entry.protocol->PortHandle, ArgText(args, 1));
-    });
+    return CallLibrary(
+        SAVE_NVRAM, [&] { return VEXAPI_SaveSingleAdapterNVRAMToFile(&entry.protocol->PortHandle, ArgText(args, 1)); });
 }
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplayHBAParamsInfo(MultipleCmdsProcessor* self, const HBAParams& params,

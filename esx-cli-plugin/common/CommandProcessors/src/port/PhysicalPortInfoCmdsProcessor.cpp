@@ -103,7 +103,7 @@ VX_UINT32 PhysicalPortInfoCmdsProcessor::Get(const TavuStringArray& args, PortIn
     if (code != RC_SUCCESS) {
         return code;
     }
-    return MakeLibraryCalls(CLASS_NAME, __func__, [&] {
+    return MakeLibraryCalls([&] {
         VX_PORT_HANDLE* const handle = &info.entry.protocol->PortHandle;
         TraceStatus("VEXAPI_GetAdapterAsicBoardTemperature",
                     VEXAPI_GetAdapterAsicBoardTemperature(handle, &info.temperature));

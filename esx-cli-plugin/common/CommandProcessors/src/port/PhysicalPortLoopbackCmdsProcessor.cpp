@@ -30,9 +30,9 @@ VX_UINT32 ReadLoopbackType(const char* word, __CHIPPROPERTY chip, VX_UINT32& typ
                              : type == LOOPBACK_FCOE_ECHO    ? IsRowanCNAAdapter(chip)
                                                              : true;
     if (!isSupported) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::CmdRunCommon: %s", CLASS_NAME,
-                         type == LOOPBACK_FCOE_ECHO ? "Option not supported for FC adapter"
-                                                    : "Option not supported for this adapter");
+        TraceStep(TRACE_DEBUG, "%s",
+                  type == LOOPBACK_FCOE_ECHO ? "Option not supported for FC adapter"
+                                             : "Option not supported for this adapter");
     }
     return isSupported ? RC_SUCCESS : RC_PARAM_ERROR;
 }
@@ -61,13 +61,13 @@ VX_UINT32 PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Lo
     DiagTestParams parameters{};
     VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
     if (code == RC_SUCCESS) {
-        code = ReadFrameTestWords(args, LIMITS, CLASS_NAME, parameters, loopback.counts);
+        code = ReadFrameTestWords(args, LIMITS, parameters, loopback.counts);
     }
     if (code == RC_SUCCESS) {
         code = ReadLoopbackType(ArgText(args, 5), entry.protocol->ChipProperty, parameters.LoopbackType);
     }
     if (code == RC_SUCCESS) {
-        code = ReadFrameTestPattern(args, LIMITS, CLASS_NAME, parameters);
+        code = ReadFrameTestPattern(args, LIMITS, parameters);
     }
     if (code != RC_SUCCESS) {
         return code;
@@ -76,7 +76,6 @@ VX_UINT32 PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Lo
     return RunFrameTest(parameters, "Loopback", loopback.counts, [&](bool& isPassed) {
         loopback.result = {};
         const VX_UINT32 called = MakeLibraryCalls(
-            CLASS_NAME, "Run",
             [&] { loopback.result = VEXAPI_DiagnosticsLoopBackTest(&entry.protocol->PortHandle, &parameters); },
             " before LoopbackTest read");
         isPassed = IsTestPassed(loopback.result.TestStatus);

@@ -15,7 +15,7 @@ constexpr ReportNames OUT_NAMES = {"RDPInformation", "Read Diagnostics Parameter
 
 constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
-constexpr LibraryCall READ_RDP = {CLASS_NAME, " before RDP read", "RDP Test failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall READ_RDP = {" before RDP read", "RDP Test failed", RC_DIAG_TEST_FAILED};
 
 constexpr std::size_t REPORT_SIZE = 16384;
 
@@ -44,7 +44,7 @@ VX_UINT32 PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payload
     if (const VX_UINT32 code = AdmitPingPort(args, request); code != RC_SUCCESS) {
         return code;
     }
-    return CallLibrary(READ_RDP, __func__, [&] {
+    return CallLibrary(READ_RDP, [&] {
         VX_UINT32 size = Payload::SIZE;
         return VEXAPI_DiagnosticsRDPTest(&request.entry.protocol->PortHandle, payload.bytes, &size);
     });

@@ -44,8 +44,7 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor*
         DisplayRWBufferTestResult(self, buffer, format);
     }
     if (buffer.results != nullptr) {
-        const VX_UINT32 released =
-            MakeLibraryCalls(CLASS_NAME, __func__, [&] { VEXAPI_FreeRWBufferTestResultList(buffer.results); });
+        const VX_UINT32 released = MakeLibraryCalls([&] { VEXAPI_FreeRWBufferTestResultList(buffer.results); });
         code = code == RC_SUCCESS ? released : code;
     }
     if (code != RC_SUCCESS) {
@@ -60,17 +59,16 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RW
     DiagTestParams parameters{};
     VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
     if (code == RC_SUCCESS) {
-        code = ReadFrameTestWords(args, LIMITS, CLASS_NAME, parameters, buffer.counts);
+        code = ReadFrameTestWords(args, LIMITS, parameters, buffer.counts);
     }
     if (code == RC_SUCCESS) {
-        code = ReadFrameTestPattern(args, LIMITS, CLASS_NAME, parameters);
+        code = ReadFrameTestPattern(args, LIMITS, parameters);
     }
     if (code != RC_SUCCESS) {
         return code;
     }
     return RunFrameTest(parameters, "RWBuffer", buffer.counts, [&](bool& isPassed) -> VX_UINT32 {
         const VX_UINT32 called = MakeLibraryCalls(
-            CLASS_NAME, "Run",
             [&] {
                 if (buffer.results != nullptr) {
                     VEXAPI_FreeRWBufferTestResultList(buffer.results);

@@ -60,8 +60,8 @@ constinit const FamilyDescription PhysicalPortSCMChkCmdsProcessor::FAMILY = {
 };
 
 VX_UINT32 PhysicalPortSCMChkCmdsProcessor::Get(const TavuStringArray& args, PortEntry& entry) {
-    return AdmitCongestion(ADMIT_SECOND_GENERATION, CLASS_NAME, __func__, "phy port",
-                           PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+    return AdmitCongestion(ADMIT_SECOND_GENERATION, "phy port", PhysicalPortCmdsProcessor::GetPhyPortFromPortString,
+                           args, entry);
 }
 
 void PhysicalPortSCMChkCmdsProcessor::DisplayPortSCMChk(MultipleCmdsProcessor* self, const PortEntry& entry,

@@ -35,9 +35,9 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_PROFILE = {CLASS_NAME, "", "Get SCMR Profile failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_PROFILE = {CLASS_NAME, " before set", "Update SCMR Profile failed", RC_CFG_UPDATE_FAILED};
-constexpr LibraryCall READ_BACK = {CLASS_NAME, "", "Get SCMR Profile failed after set", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_PROFILE = {"", "Get SCMR Profile failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_PROFILE = {" before set", "Update SCMR Profile failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_BACK = {"", "Get SCMR Profile failed after set", RC_CFG_READ_FAILED};
 
 /// `ControlFlag`: who rules the profile. Any value but 0 is NVRAM.
 constexpr VX_UINT8 CONTROL_DRIVER = 0;
@@ -48,13 +48,12 @@ constexpr CodeText ACTIVATIONS[] = {
     {0, "Monitor_Only"}, {1, "Conservative"}, {2, "Moderate"}, {3, "Aggressive"}, {4, "Defensive"},
 };
 
-VX_UINT32 AdmitPort(const char* function, const TavuStringArray& args, PortEntry& entry) {
-    return AdmitCongestion(ADMIT_PROFILE, CLASS_NAME, function, "phy port",
-                           PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+VX_UINT32 AdmitPort(const TavuStringArray& args, PortEntry& entry) {
+    return AdmitCongestion(ADMIT_PROFILE, "phy port", PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
 }
 
 VX_UINT32 RefuseValue(const char* option, const TavuString& value) {
-    TavuDebug::Print(TRACE_DEBUG, "%s::ApplyOptions: %s=%s not supported", CLASS_NAME, option, value.c_str());
+    TraceStep(TRACE_DEBUG, "%s=%s not supported", option, value.c_str());
     return RC_INVALID_PARAMETER;
 }
 
@@ -79,7 +78,7 @@ constinit const FamilyDescription PhysicalPortSCMProfileCmdsProcessor::FAMILY = 
 };
 
 VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Get(const TavuStringArray& args, PortProfile& port) {
-    const VX_UINT32 code = AdmitPort(__func__, args, port.entry);
+    const VX_UINT32 code = AdmitPort(args, port.entry);
     return code == RC_SUCCESS ? ReadProfile(READ_PROFILE, port) : code;
 }
 
@@ -91,7 +90,7 @@ VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, 
         code = ApplyOptions(args, port.profile);
     }
     if (code == RC_SUCCESS) {
-        code = CallLibrary(CHANGE_PROFILE, __func__,
+        code = CallLibrary(CHANGE_PROFILE,
                            [&] { return VEXAPI_SetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
     }
     return code == RC_SUCCESS ? ReadProfile(READ_BACK, port) : code;
@@ -99,8 +98,7 @@ VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, 
 
 VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::ReadProfile(const LibraryCall& call, PortProfile& port) {
     port.profile = {};
-    return CallLibrary(call, __func__,
-                       [&] { return VEXAPI_GetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
+    return CallLibrary(call, [&] { return VEXAPI_GetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
 }
 
 /// Both values are looked at ahead of the refusal of both options. Restoring leaves the level as it was, and
@@ -126,12 +124,11 @@ VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::ApplyOptions(const TavuStringArra
         profile.Profile = static_cast<VX_UINT8>(row->code);
     }
     if (isRestore && isActivation) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Mutually exclusive parameters", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Mutually exclusive parameters");
         return RC_MUTUALLY_EXCLUSIVE;
     }
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Congestion_Profile_ControlFlag=%d", CLASS_NAME, __func__,
-                     profile.ControlFlag);
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Congestion_Profile_Profile=%d", CLASS_NAME, __func__, profile.Profile);
+    TraceStep(TRACE_INFORMATION, "Congestion_Profile_ControlFlag=%d", profile.ControlFlag);
+    TraceStep(TRACE_INFORMATION, "Congestion_Profile_Profile=%d", profile.Profile);
     return RC_SUCCESS;
 }
 

@@ -38,14 +38,12 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: clear [port identifier]\r\n"},
 };
 
-constexpr LibraryCall RESET_STATISTICS = {CLASS_NAME, "", "Get SCM Reset Statistics failed", RC_LIBRARY_FAILED};
+constexpr LibraryCall RESET_STATISTICS = {"", "Get SCM Reset Statistics failed", RC_LIBRARY_FAILED};
 /// Status of a reset that driver or firmware can't do.
 constexpr VX_UINT32 STATUS_UNSUPPORTED_DRIVER = 118;
 
-VX_UINT32 AdmitPort(const CongestionAdmission& admission, const char* function, const TavuStringArray& args,
-                    PortEntry& entry) {
-    return AdmitCongestion(admission, CLASS_NAME, function, "phy port",
-                           PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+VX_UINT32 AdmitPort(const CongestionAdmission& admission, const TavuStringArray& args, PortEntry& entry) {
+    return AdmitCongestion(admission, "phy port", PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
 }
 
 } // namespace
@@ -72,15 +70,15 @@ constinit const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
 };
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
-    const VX_UINT32 code = AdmitPort(ADMIT_EITHER_GENERATION, __func__, args, statistics.entry);
-    if (code != RC_SUCCESS || !HasSecondGeneration(CLASS_NAME, __func__, *statistics.entry.protocol)) {
+    const VX_UINT32 code = AdmitPort(ADMIT_EITHER_GENERATION, args, statistics.entry);
+    if (code != RC_SUCCESS || !HasSecondGeneration(*statistics.entry.protocol)) {
         return code; // the first generation keeps everything in the port's record
     }
-    return ReadCongestionList(CLASS_NAME, __func__, *statistics.entry.protocol, statistics.list);
+    return ReadCongestionList(*statistics.entry.protocol, statistics.list);
 }
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
-    return ReleaseCongestionList(CLASS_NAME, __func__, statistics.list);
+    return ReleaseCongestionList(statistics.list);
 }
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::CmdClearCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
@@ -92,13 +90,12 @@ VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::CmdClearCommon(MultipleCmdsProcesso
 
 VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Clear(const TavuStringArray& args) {
     PortEntry entry;
-    if (const VX_UINT32 code = AdmitPort(ADMIT_SECOND_GENERATION, __func__, args, entry); code != RC_SUCCESS) {
+    if (const VX_UINT32 code = AdmitPort(ADMIT_SECOND_GENERATION, args, entry); code != RC_SUCCESS) {
         return code;
     }
     VX_UINT32 status = 0;
-    const VX_UINT32 code = CallLibrary(RESET_STATISTICS, __func__, [&] {
-        return status = VEXAPI_SANCongMgmtResetStatistics(&entry.protocol->PortHandle);
-    });
+    const VX_UINT32 code = CallLibrary(
+        RESET_STATISTICS, [&] { return status = VEXAPI_SANCongMgmtResetStatistics(&entry.protocol->PortHandle); });
     return status == STATUS_UNSUPPORTED_DRIVER ? VX_UINT32{RC_UNSUPPORTED_FW} : code;
 }
 

@@ -26,7 +26,7 @@ constexpr CodeText RESULT_TEXTS[] = {
 
 constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
-constexpr LibraryCall READ_VPD = {CLASS_NAME, "", "Get VPD failed", RC_VPD_FAILED};
+constexpr LibraryCall READ_VPD = {"", "Get VPD failed", RC_VPD_FAILED};
 
 constexpr VX_UINT32 VPD_SIZE = 1024;
 
@@ -69,10 +69,11 @@ TavuString TextAt(const VX_UINT8* bytes, std::size_t length) {
 }
 
 void TraceItem(const TavuString& text) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::MapFieldData: tmpText=%s", CLASS_NAME, text.c_str());
+    TraceStep(TRACE_INFORMATION, "tmpText=%s", text.c_str());
 }
 
 void MapFieldData(const VX_UINT8* item, std::size_t length, VpdMap& map) {
+    const TracedFunction traced(__func__);
     const VX_UINT8* const value = item + HEADER_SIZE;
     TavuString trace;
     switch (item[0]) {
@@ -158,9 +159,8 @@ VX_UINT32 PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap*
         return RC_NO_MEMORY;
     }
     VX_UINT32 size = VPD_SIZE;
-    const VX_UINT32 code = CallLibrary(READ_VPD, __func__, [&] {
-        return VEXAPI_GetVpd(HandleWord(entry.protocol->PortHandle), 0, buffer.get(), &size);
-    });
+    const VX_UINT32 code = CallLibrary(
+        READ_VPD, [&] { return VEXAPI_GetVpd(HandleWord(entry.protocol->PortHandle), 0, buffer.get(), &size); });
     if (code == RC_SUCCESS) {
         map = &ProcessVpdMap();
         MapVpdData(buffer.get(), std::min(size, VPD_SIZE), *map);

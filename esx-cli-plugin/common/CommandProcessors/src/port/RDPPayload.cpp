@@ -2,7 +2,7 @@
 
 #include "BoundedText.h"
 #include "ReportTexts.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -328,8 +328,7 @@ void DecodeDescriptor(RDPCursor& cursor, RDPReport& report) {
     if (descriptor != std::end(DESCRIPTORS)) {
         descriptor->decode(cursor, report);
     } else {
-        TavuDebug::Print(TRACE_INFORMATION, "PhysicalPortRDPCmdsProcessor::%s: Unknown Descriptor Tag/Value 0x%08X",
-                         "ParseRDPDataBuffer", tag);
+        TraceStep(TRACE_INFORMATION, "Unknown Descriptor Tag/Value 0x%08X", tag);
     }
 }
 
@@ -354,8 +353,9 @@ VX_UINT32 RDPCursor::GetWord(VX_UINT32 distance) const {
 }
 
 void ParseRDPDataBuffer(const VX_UINT8* payload, std::size_t size, RDPReport& report, bool& isVendorMatch) {
+    const TracedFunction traced("PhysicalPortRDPCmdsProcessor", __func__);
     if (payload == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "PhysicalPortRDPCmdsProcessor::%s: pBuffer is NULL", __func__);
+        TraceStep(TRACE_DEBUG, "pBuffer is NULL");
         return;
     }
     RDPCursor cursor(payload, size);
@@ -368,8 +368,7 @@ void ParseRDPDataBuffer(const VX_UINT8* payload, std::size_t size, RDPReport& re
         if (cursor.GetWord() == TAG_OPTICAL_PRODUCT) {
             const TavuString vendor = DecodeSwitchVendorFromOpticalProductDescriptor(cursor);
             isVendorMatch = vendor.find("CISCO") != TavuString::npos;
-            TavuDebug::Print(TRACE_INFORMATION, "PhysicalPortRDPCmdsProcessor::%s: Vendor Name: %s", __func__,
-                             vendor.c_str());
+            TraceStep(TRACE_INFORMATION, "Vendor Name: %s", vendor.c_str());
             break;
         }
     }

@@ -56,11 +56,10 @@ VX_UINT32 FCTargetCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, Tavu
                                                eOutputFormat format) {
     return ListHost(self, args, format, [](Document& document, const VX_ADAPTER_LIST& host) {
         ForEachFcPort(host, [&](auto&, auto&, const _vexapi_protocol_t& protocol) {
-            TavuDebug::Print(TRACE_INFORMATION, "%s::CmdListCommon: Got Tgt Count=%d", CLASS_NAME,
-                             static_cast<int>(protocol.TargetCount));
+            TraceStep(TRACE_INFORMATION, "Got Tgt Count=%d", static_cast<int>(protocol.TargetCount));
             return ForEachEntry(protocol.pTargetList, [&](const _tagVEXAPI_SDMTarget& target) {
                 const TargetIdentifier identifier(protocol, target);
-                TavuDebug::Print(TRACE_INFORMATION, "%s::CmdListCommon: Got Tgt=%s", CLASS_NAME, identifier.text);
+                TraceStep(TRACE_INFORMATION, "Got Tgt=%s", identifier.text);
                 document.Structure(OUT_STRUCT_NAME, [&] { document.Field(OUT_TARGETS, identifier.text); });
                 return true;
             });
@@ -70,10 +69,10 @@ VX_UINT32 FCTargetCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, Tavu
 
 VX_UINT32 FCTargetCmdsProcessor::GetTargetFromTargetString(const TavuStringArray& args, _vexapi_protocol_t** protocol,
                                                            _tagVEXAPI_SDMTarget** target) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Entered", CLASS_NAME, __func__);
+    const TracedFunction traced(CLASS_NAME, __func__);
+    TraceStep(TRACE_INFORMATION, "Entered");
     const VX_ADAPTER_LIST* host = nullptr;
-    if (const VX_UINT32 code = AdmitIdentifier(IdentifierKind::TARGET, CLASS_NAME, __func__, args, host);
-        code != RC_SUCCESS) {
+    if (const VX_UINT32 code = AdmitIdentifier(IdentifierKind::TARGET, args, host); code != RC_SUCCESS) {
         return code;
     }
     const char* identifier = ArgText(args, 0);
@@ -81,7 +80,6 @@ VX_UINT32 FCTargetCmdsProcessor::GetTargetFromTargetString(const TavuStringArray
     if (!ParseTargetIdentifier(identifier, name)) {
         return RC_INVALID_PARAMETER;
     }
-    const char* const function = __func__;
     VX_UINT32 result = RC_INVALID_PARAMETER;
     ForEachFcPort(*host, [&](auto&, auto&, _vexapi_protocol_t& protocolEntry) {
         if (!IsSameWwn(protocolEntry.WWPN, name.portWwpn)) {
@@ -91,15 +89,14 @@ VX_UINT32 FCTargetCmdsProcessor::GetTargetFromTargetString(const TavuStringArray
             if (!IsSameWwn(targetEntry.PortName, name.targetWwpn)) {
                 return true;
             }
-            TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Got matching Tgt=%s", CLASS_NAME, function, identifier);
-            TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Picked pTargetEntry %p", CLASS_NAME, function,
-                             static_cast<void*>(&targetEntry));
+            TraceStep(TRACE_INFORMATION, "Got matching Tgt=%s", identifier);
+            TraceStep(TRACE_INFORMATION, "Picked pTargetEntry %p", static_cast<void*>(&targetEntry));
             *protocol = &protocolEntry;
             *target = &targetEntry;
             result = RC_SUCCESS;
             return false;
         });
     });
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Exiting", CLASS_NAME, __func__);
+    TraceStep(TRACE_INFORMATION, "Exiting");
     return result;
 }

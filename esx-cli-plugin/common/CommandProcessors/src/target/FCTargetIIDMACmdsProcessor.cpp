@@ -31,9 +31,9 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set [port identifier]\r\n"},
 };
 
-constexpr LibraryCall READ_SPEED = {CLASS_NAME, "", "Get Link Speed failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_SPEED = {"", "Get Link Speed failed", RC_CFG_READ_FAILED};
 /// The trace of a failing change tells of a read: it has always read so.
-constexpr LibraryCall CHANGE_SPEED = {CLASS_NAME, "", "Get Link Speed failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall CHANGE_SPEED = {"", "Get Link Speed failed", RC_CFG_UPDATE_FAILED};
 
 /// A rate in its three forms. `level` ranks what an adapter can do, by its highest bit of `SupportedSpeeds`.
 /// 10 Gbps has no level and no bit that counts: it can be shown and never be set.
@@ -103,8 +103,7 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Get(const TavuStringArray& args, LinkSpeed
     const Rate maximum = MaximumRate(speed.entry.protocol->SupportedSpeeds);
     const int level = RateOfCode(speed.code).level;
     if (level > maximum.level) {
-        TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Got TgtSpeed %d > MaxSpeed %d", CLASS_NAME, __func__, level,
-                         maximum.level);
+        TraceStep(TRACE_INFORMATION, "Got TgtSpeed %d > MaxSpeed %d", level, maximum.level);
         speed.code = maximum.code;
     }
     return RC_SUCCESS;
@@ -116,7 +115,7 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed
     }
     _vexapi_protocol_t& protocol = *speed.entry.protocol;
     if (Is10GAdapter(protocol.ChipProperty)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Command not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_INVALID_CMD;
     }
     // A missing word is refused; only a misspelt one counts as 1 Gbps.
@@ -125,7 +124,7 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed
     }
     const Rate wanted = RateOfWord(ArgText(args, 1));
     if (wanted.level == NO_LEVEL || wanted.level > MaximumRate(protocol.SupportedSpeeds).level) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: speed not supported for this adapter", CLASS_NAME, __func__);
+        TraceStep(TRACE_DEBUG, "speed not supported for this adapter");
         return RC_UNSUPPORTED_SPEED;
     }
     speed.code = wanted.code;
@@ -134,7 +133,7 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed
     if (code != RC_SUCCESS || present == wanted.code) {
         return code;
     }
-    return CallLibrary(CHANGE_SPEED, __func__, [&] {
+    return CallLibrary(CHANGE_SPEED, [&] {
         return VEXAPI_SetTargetLinkSpeed(&protocol.PortHandle, speed.entry.target->TargetNumber, wanted.code);
     });
 }
@@ -145,7 +144,7 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::ResolveTarget(const TavuStringArray& args,
 }
 
 VX_UINT32 FCTargetIIDMACmdsProcessor::ReadSpeed(const TargetEntry& entry, VX_UINT32& code) {
-    return CallLibrary(READ_SPEED, __func__, [&] {
+    return CallLibrary(READ_SPEED, [&] {
         return VEXAPI_GetTargetLinkSpeed(&entry.protocol->PortHandle, entry.target->TargetNumber, &code);
     });
 }

@@ -45,8 +45,8 @@ constinit const FamilyDescription FCTargetSCMChkCmdsProcessor::FAMILY = {
 };
 
 VX_UINT32 FCTargetSCMChkCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
-    return AdmitCongestion(ADMIT_SECOND_GENERATION, CLASS_NAME, __func__, "target",
-                           FCTargetCmdsProcessor::GetTargetFromTargetString, args, entry);
+    return AdmitCongestion(ADMIT_SECOND_GENERATION, "target", FCTargetCmdsProcessor::GetTargetFromTargetString, args,
+                           entry);
 }
 
 void FCTargetSCMChkCmdsProcessor::DisplayTargetSCMChk(MultipleCmdsProcessor* self, const TargetEntry& entry,

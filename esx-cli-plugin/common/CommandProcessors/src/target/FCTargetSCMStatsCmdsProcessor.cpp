@@ -48,19 +48,18 @@ constinit const FamilyDescription FCTargetSCMStatsCmdsProcessor::FAMILY = {
 };
 
 VX_UINT32 FCTargetSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
-    const VX_UINT32 code = AdmitCongestion(ADMIT_EITHER_GENERATION, CLASS_NAME, __func__, "target",
+    const VX_UINT32 code = AdmitCongestion(ADMIT_EITHER_GENERATION, "target",
                                            FCTargetCmdsProcessor::GetTargetFromTargetString, args, statistics.entry);
     if (code != RC_SUCCESS) {
         return code;
     }
     _vexapi_protocol_t& protocol = *statistics.entry.protocol;
-    return HasSecondGeneration(CLASS_NAME, __func__, protocol)
-               ? ReadCongestionList(CLASS_NAME, __func__, protocol, statistics.list)
-               : ReadTargetStatistics(CLASS_NAME, __func__, statistics.entry, statistics.counters);
+    return HasSecondGeneration(protocol) ? ReadCongestionList(protocol, statistics.list)
+                                         : ReadTargetStatistics(statistics.entry, statistics.counters);
 }
 
 VX_UINT32 FCTargetSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
-    return ReleaseCongestionList(CLASS_NAME, __func__, statistics.list);
+    return ReleaseCongestionList(statistics.list);
 }
 
 void FCTargetSCMStatsCmdsProcessor::DisplayStatistics(MultipleCmdsProcessor* self, const Statistics& statistics,

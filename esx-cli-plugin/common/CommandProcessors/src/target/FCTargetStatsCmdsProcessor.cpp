@@ -54,14 +54,13 @@ constinit const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 ReadTargetStatistics(const char* className, const char* function, const TargetEntry& entry,
-                               __STATISTICS& counters) {
+VX_UINT32 ReadTargetStatistics(const TargetEntry& entry, __STATISTICS& counters) {
     constexpr VX_UINT16 SELECT_BY_PORT_NAME = 2;
     VX_PORT_SELECTOR selector{};
     selector.SelectorType = SELECT_BY_PORT_NAME;
     std::copy_n(entry.target->PortName, sizeof selector.PortName, selector.PortName);
     counters = {};
-    return CallLibrary({className, "", "Get Port Stats FC failed", RC_STATS_READ_FAILED}, function, [&] {
+    return CallLibrary({"", "Get Port Stats FC failed", RC_STATS_READ_FAILED}, [&] {
         return VEXAPI_GetPortStatisticsFC(HandleWord(entry.protocol->PortHandle), 0, &selector, &counters);
     });
 }
@@ -69,10 +68,10 @@ VX_UINT32 ReadTargetStatistics(const char* className, const char* function, cons
 VX_UINT32 FCTargetStatsCmdsProcessor::Get(const TavuStringArray& args, TargetStats& stats) {
     if (const VX_UINT32 code = FCTargetCmdsProcessor::GetTargetFromTargetString(args, stats.entry);
         code != RC_SUCCESS) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Get target failed err=%d", CLASS_NAME, __func__, static_cast<int>(code));
+        TraceStep(TRACE_DEBUG, "Get target failed err=%d", static_cast<int>(code));
         return code;
     }
-    return ReadTargetStatistics(CLASS_NAME, __func__, stats.entry, stats.counters);
+    return ReadTargetStatistics(stats.entry, stats.counters);
 }
 
 void FCTargetStatsCmdsProcessor::DisplayTargetStats(MultipleCmdsProcessor* self, const TargetStats& stats,

@@ -4,8 +4,7 @@
 
 /// Reads the link statistics of a target: `RC_STATS_READ_FAILED` when the library can't. The names are the
 /// caller's, for the traces.
-VX_UINT32 ReadTargetStatistics(const char* className, const char* function, const TargetEntry& entry,
-                               __STATISTICS& counters);
+VX_UINT32 ReadTargetStatistics(const TargetEntry& entry, __STATISTICS& counters);
 
 /// `target -v stats`: the error counters of the link to a target.
 class FCTargetStatsCmdsProcessor final : public Family<FCTargetStatsCmdsProcessor> {

@@ -2,7 +2,7 @@
 
 #include "Console.h"
 #include "ResultCodes.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 #include <charconv>
 #include <cstdio>
@@ -102,20 +102,19 @@ bool ParseLunIdentifier(const char* text, LunName& name) {
     return error == std::errc{} && last == numberEnd;
 }
 
-VX_UINT32 AdmitIdentifier(IdentifierKind kind, const char* className, const char* function, const TavuStringArray& args,
-                          const VX_ADAPTER_LIST*& host) {
+VX_UINT32 AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host) {
     const char* identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier)) {
-        TavuDebug::Print(TRACE_INFORMATION, "%s::%s: Invoking Help", className, function);
+        TraceStep(TRACE_INFORMATION, "Invoking Help");
         return RC_HELP_REQUESTED;
     }
     if (const char* part = WrongPartOf(identifier, kind)) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Invalid %s identifier %s", className, function, part, identifier);
+        TraceStep(TRACE_DEBUG, "Invalid %s identifier %s", part, identifier);
         return RC_INVALID_PARAMETER;
     }
     host = VEXAPI_GetAdapterList();
     if (host == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Adapter List is NULL", className, function);
+        TraceStep(TRACE_DEBUG, "Adapter List is NULL");
         return RC_HOST_NOT_FOUND;
     }
     return RC_SUCCESS;

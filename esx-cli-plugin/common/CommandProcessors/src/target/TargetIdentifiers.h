@@ -52,8 +52,7 @@ bool ParseLunIdentifier(const char* text, LunName& name);
 /// Which identifier a resolver takes.
 enum class IdentifierKind { TARGET, LUN };
 
-/// What a resolver does before it searches: it looks at the first argument and gets the host. The names are
-/// the caller's, for the traces.
+/// What a resolver does before it searches: it looks at the first argument and gets the host.
 ///
 /// The words of the identifier pass in any letter case and the bytes in any form that reads as a number,
 /// although the search then finds nothing but the exact text. So a misspelt identifier of this form is
@@ -61,5 +60,4 @@ enum class IdentifierKind { TARGET, LUN };
 ///
 /// `RC_HELP_REQUESTED` for a help word, `RC_INVALID_PARAMETER` for an identifier of another form,
 /// `RC_HOST_NOT_FOUND` without an adapter list; else `RC_SUCCESS` with the host stored.
-VX_UINT32 AdmitIdentifier(IdentifierKind kind, const char* className, const char* function, const TavuStringArray& args,
-                          const VX_ADAPTER_LIST*& host);
+VX_UINT32 AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host);
