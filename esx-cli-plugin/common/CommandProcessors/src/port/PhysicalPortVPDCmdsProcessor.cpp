@@ -73,7 +73,7 @@ void TraceItem(const TavuString& text) {
 }
 
 void MapFieldData(const VX_UINT8* item, std::size_t length, VpdMap& map) {
-    const TracedFunction traced(__func__);
+    const TracedFunction traced(CLASS_NAME, __func__);
     const VX_UINT8* const value = item + HEADER_SIZE;
     TavuString trace;
     switch (item[0]) {
