@@ -41,6 +41,14 @@ _VEXAPI_DiagnosticsDPortResult VEXAPI_DiagnosticDPortTest(VX_PORT_HANDLE* /*hand
     return result;
 }
 
+/// A state of each item, which has a word for it.
+VX_UINT32 VEXAPI_GetLockdownStatus(VX_PORT_HANDLE* /*handle*/, VEXAPI_LOCKDOWNINFO* lockdown) {
+    lockdown->ConfigStatus = UNSUPPORTED;
+    lockdown->FirmwareStatus = UNSUPPORTED;
+    lockdown->MpiStatus = UNSUPPORTED;
+    return host::OK;
+}
+
 /* Statuses. */
 
 VX_UINT32 VEXAPI_IsRebootRequired(VX_UINT32* /*required*/) {
@@ -74,9 +82,6 @@ VX_UINT32 VEXAPI_UpdateAdapterNVRAMFromFile(VX_PORT_HANDLE* /*handle*/, const ch
     return UNSUPPORTED;
 }
 VX_UINT32 VEXAPI_GetAdapterAsicBoardTemperature(VX_PORT_HANDLE* /*handle*/, _VEXAPI_BoardThermalTemp* /*temperature*/) {
-    return UNSUPPORTED;
-}
-VX_UINT32 VEXAPI_GetLockdownStatus(VX_PORT_HANDLE* /*handle*/, VEXAPI_LOCKDOWNINFO* /*lockdown*/) {
     return UNSUPPORTED;
 }
 VX_UINT32 VEXAPI_GetSFPData(VX_PORT_HANDLE* /*handle*/, void* /*buffer*/) {

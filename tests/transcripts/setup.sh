@@ -67,3 +67,18 @@ full() {
 refuse_log() {
     REFUSE_LOG_FROM=$1 LD_PRELOAD=$BUILD/tests/transcripts/librefuse_log.so "${@:2}"
 }
+
+# linux [TREE]: from here on a Linux host: the sysfs tree of tests/data/sysfs/TREE.tree, made anew as ./tree, or, without
+# one, whatever stands there.
+linux() {
+    export LD_LIBRARY_PATH=$BUILD/linux VEXAPI_SYSFS_ROOT=$PWD/tree
+    [[ $# == 0 ]] || { rm -rf tree && "$TESTDIR/../hosts/tree" unpack "$TESTDIR/../data/sysfs/$1.tree" tree; }
+    sys=tree/sys
+    rm -f /var/tmp/vexapi-output.log
+}
+
+# told: what the library of a Linux host told since the last look.
+told() {
+    sed -n 's/^vexapi linux: //p' /var/tmp/vexapi-output.log
+    rm -f /var/tmp/vexapi-output.log
+}
