@@ -186,7 +186,7 @@ Bytes HostReader::readBlob(const Json& json, const std::string& path, std::size_
             throw Refusal(path, "must be a file name, {\"bytes\": ...} or {\"file\": ..., \"patch\": ...}");
         }
         if (const Json* patch = reader.take("patch")) {
-            ObjectReader(*patch, path + "/patch");
+            requireObject(*patch, path + "/patch");
             for (auto piece = patch->begin(); piece != patch->end(); ++piece) {
                 const std::string at = path + "/patch/" + piece.key();
                 if (piece.key().empty() || piece.key().find_first_not_of("0123456789") != std::string::npos ||
@@ -454,9 +454,9 @@ Adapter HostReader::readAdapter(const Json& json, const std::string& path, std::
 }
 
 void HostReader::readTop(const Json& top, Host& host) {
-    ObjectReader(top, ""); // an object, before anything is looked up in it
+    requireObject(top, ""); // an object, before anything is looked up in it
     if (top.contains("Templates")) {
-        ObjectReader(top["Templates"], "/Templates");
+        requireObject(top["Templates"], "/Templates");
         templates_ = top["Templates"];
     }
     Json plain = top;

@@ -288,11 +288,15 @@ void storeText(char* array, std::size_t size, std::string_view text) {
     std::memcpy(array, text.data(), std::min(size, text.size()));
 }
 
+void requireObject(const Json& value, const std::string& path) {
+    if (!value.is_object()) {
+        throw Refusal(path, "must be an object");
+    }
+}
+
 ObjectReader::ObjectReader(const Json& object, std::string path)
     : object_(object), path_(std::move(path)), taken_(object.size(), false) {
-    if (!object.is_object()) {
-        throw Refusal(path_, "must be an object");
-    }
+    requireObject(object, path_);
 }
 
 const Json* ObjectReader::take(std::string_view key) {

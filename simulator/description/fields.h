@@ -49,14 +49,15 @@ template <class Record> Table fieldsOf();
 /// Makes the row of a member from its type.
 template <class Member> constexpr Field row(const char* key, std::size_t offset) {
     using Element = std::remove_all_extents_t<Member>;
+    constexpr std::size_t count = std::is_array_v<Member> ? std::extent_v<Member> : 1;
     if constexpr (std::is_class_v<Element>) {
-        return {key, Kind::Record, offset, sizeof(Element), sizeof(Member) / sizeof(Element), &fieldsOf<Element>};
+        return {key, Kind::Record, offset, sizeof(Element), count, &fieldsOf<Element>};
     } else if constexpr (std::is_array_v<Member>) {
         constexpr Kind kind = std::is_same_v<Element, char>           ? Kind::Text
                               : std::is_same_v<Element, std::uint8_t> ? Kind::Octets
                                                                       : Kind::Numbers;
         if constexpr (kind == Kind::Numbers) {
-            return {key, kind, offset, sizeof(Element), sizeof(Member) / sizeof(Element), nullptr};
+            return {key, kind, offset, sizeof(Element), count, nullptr};
         } else {
             return {key, kind, offset, sizeof(Member), 1, nullptr};
         }
@@ -106,6 +107,8 @@ private:
     std::vector<bool> taken_;
 };
 
+/// Refuses anything but an object.
+void requireObject(const Json& value, const std::string& path);
 /// Reads one value into the field of a record. Throws `Refusal`.
 void readField(const Json& value, const std::string& path, const Field& field, void* record);
 /// Reads a number or "0x..." text of at most `top`. Throws `Refusal`.

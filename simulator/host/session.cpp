@@ -22,7 +22,7 @@ void applySection(const Json& state, const char* section, Element element, Read 
         return;
     }
     const std::string path = std::string("/") + section;
-    ObjectReader(state[section], path);
+    requireObject(state[section], path);
     for (auto item = state[section].begin(); item != state[section].end(); ++item) {
         auto* found = element(item.key());
         if (found == nullptr) {

@@ -107,7 +107,7 @@ std::optional<Json> StateFile::load() {
     return state;
 }
 
-void StateFile::save(Json state) {
+void StateFile::save(const Json& state) {
     if (path_.empty()) {
         return;
     }

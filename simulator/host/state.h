@@ -35,7 +35,7 @@ public:
     bool changed() const;
     /// Puts a new state in the place of the old one, whole or not at all. Call it under a `Lock`. Throws
     /// `std::runtime_error`.
-    void save(Json state);
+    void save(const Json& state);
 
     /// Keeps other processes from reading and writing the state in between.
     class Lock {
