@@ -10,7 +10,6 @@
 #include <cstring>
 #include <map>
 #include <optional>
-#include <tuple>
 
 namespace host {
 
@@ -154,24 +153,6 @@ template <std::size_t size> bool isZero(const VX_UINT8 (&bytes)[size]) {
     return std::all_of(bytes, bytes + size, [](VX_UINT8 byte) { return byte == 0; });
 }
 
-/// Block devices by the name of the folder that they lie in: "0:0:1:300" of a LUN, "nvme0" of a controller.
-std::multimap<std::string, std::string> blockDevices(const Folder& classes) {
-    std::multimap<std::string, std::string> devices;
-    const Folder blocks(classes, "block");
-    for (const std::string& name : blocks.names()) {
-        std::vector<std::string> parts = split(blocks.link(name.c_str()));
-        if (parts.size() < 3) {
-            continue;
-        }
-        parts.pop_back();
-        if (parts.back() == "block") {
-            parts.pop_back();
-        }
-        devices.emplace(parts.back(), name);
-    }
-    return devices;
-}
-
 /// The size of a LUN in its own blocks.
 void takeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
     takeAll(classes, "block/" + blockDevice, BLOCK_DEVICE, lun);
@@ -230,7 +211,6 @@ void Tree::readPorts() {
         if (!port.pci.path.empty()) {
             takeAll(hosts_, port.pci.path, PCI, port.pci);
         }
-        takeIdentityFromCard(hosts_, port);
         record.ChipProperty = port.pci.chip;
         record.ProtocolType = port.isFcoe ? 1 : 0;
         record.ScmCongState = UNKNOWN_STATE;
@@ -268,13 +248,33 @@ void Tree::readRemotePorts() {
     }
 }
 
+/// Each by the name of the folder that it lies in, which its link tells.
+void Tree::readBlockDevices() {
+    if (!blockDevices_.empty()) {
+        return; // read already
+    }
+    const Folder blocks(classes_, "block");
+    for (const std::string& name : blocks.names()) {
+        std::vector<std::string> parts = split(blocks.link(name.c_str()));
+        if (parts.size() < 3) {
+            continue;
+        }
+        parts.pop_back();
+        if (parts.back() == "block") {
+            parts.pop_back();
+        }
+        blockDevices_.emplace(parts.back(), name);
+    }
+}
+
 void Tree::readLuns() {
     // By the H:C:T of their LUNs' names.
     std::map<std::array<std::uint64_t, 3>, Target*> targets;
     for (Port& port : ports_) {
         for (Target& target : port.targets) {
             const auto numbers = numbersIn<3>(target.name, "rport-#:#-#");
-            if (target.record.TargetNumber != NO_TARGET_NUMBER) {
+            const bool isNvme = (target.record.TargetFlags[5] & NVME_TARGET) != 0;
+            if (!isNvme && target.record.TargetNumber != NO_TARGET_NUMBER) {
                 targets.emplace(std::array{(*numbers)[0], (*numbers)[1], std::uint64_t{target.record.TargetNumber}},
                                 &target);
             }
@@ -283,7 +283,7 @@ void Tree::readLuns() {
     if (targets.empty()) {
         return;
     }
-    const std::multimap<std::string, std::string> blocks = blockDevices(classes_);
+    readBlockDevices();
     const Folder devices(system_, "bus/scsi/devices");
     for (const auto& [numbers, name] : numbered<4>(devices, "#:#:#:#")) {
         const auto owner = targets.find({numbers[0], numbers[1], numbers[2]});
@@ -299,7 +299,7 @@ void Tree::readLuns() {
         if (!take(devices, name, DESIGNATORS, lun)) {
             take(devices, name, WORLDWIDE_ID, lun);
         }
-        if (const auto block = blocks.find(name); block != blocks.end()) {
+        if (const auto block = blockDevices_.find(name); block != blockDevices_.end()) {
             takeSize(classes_, block->second, lun);
         }
         Target& target = *owner->second;
@@ -319,7 +319,7 @@ void Tree::readControllers() {
     if (names.empty()) {
         return;
     }
-    const std::multimap<std::string, std::string> blocks = blockDevices(classes_);
+    readBlockDevices();
     for (const auto& [numbers, name] : names) {
         Controller controller;
         take(controllers, name, TRANSPORT, controller);
@@ -361,7 +361,7 @@ void Tree::readControllers() {
             target = &owner->targets.emplace_back();
         }
         target->record = record;
-        const auto [begin, end] = blocks.equal_range(name);
+        const auto [begin, end] = blockDevices_.equal_range(name);
         for (auto block = begin; block != end; ++block) {
             Lun lun;
             lun.record.LunFlags = NAMESPACE;
@@ -425,6 +425,7 @@ void Tree::join() {
         if (adapter == adapters_.end()) {
             adapter = adapters_.emplace(adapters_.end());
             adapter->owner = port.owner;
+            takeIdentityFromCard(hosts_, port);
             takeIdentity(port, adapter->record);
         }
         // Virtual ports stand behind the physical one whose function they share.

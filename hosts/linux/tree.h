@@ -6,6 +6,7 @@
 #include "sysfs.h"
 
 #include <deque>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -98,6 +99,7 @@ public:
 private:
     void readPorts();
     void readRemotePorts();
+    void readBlockDevices();
     void readLuns();
     void readControllers();
     void join();
@@ -106,6 +108,8 @@ private:
     Folder classes_;
     Folder hosts_;
     Folder remotePorts_;
+    /// Names in class/block by what they belong to: "0:0:1:300", a LUN, or "nvme0", a controller.
+    std::multimap<std::string, std::string> blockDevices_;
     std::deque<Port> ports_; ///< in order of their numbers
     std::deque<Adapter> adapters_;
     VX_ADAPTER_LIST list_{};

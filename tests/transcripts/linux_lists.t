@@ -73,6 +73,36 @@ controller gives it: the second one is 7, though its device is `nvme0n2`.
   LUNs/Namespaces: FC_20:00:02:00:00:00:b0:01_Target_20:00:02:00:00:00:c0:20_NSID_7
   ****************************************************
 
+A remote port that has the role of an NVMe target is the controller's, once. One that is a SCSI target as well is there
+twice, under one name.
+
+  $ cd $sys/class/fc_remote_ports/rport-0:0-1; echo 0x200002000000c010 >port_name
+  $ echo NVMe Target, NVMe Discovery >roles; cd - >/dev/null
+  $ orfc-esxcli -t target listcli | grep c0:10
+  Targets: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10
+  $ orfc-esxcli -t target -v info getcli FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10 |
+  >   grep -E 'Port ID|Namespaces|Status'
+        Target Port ID: 00:a0:11
+        Namespaces: NSID_1, NSID_7
+        Status: Online
+  $ echo FCP Target, NVMe Target >$sys/class/fc_remote_ports/rport-0:0-1/roles
+  $ orfc-esxcli -t target listcli | grep c0:10
+  Targets: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10
+  Targets: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10
+  $ orfc-esxcli -t lun listcli | grep c0:10
+  LUNs/Namespaces: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10_LUN_1
+  LUNs/Namespaces: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10_LUN_300
+  LUNs/Namespaces: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10_NSID_1
+  LUNs/Namespaces: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10_NSID_7
+  $ rm -r $sys/class/nvme; echo NVMe Target >$sys/class/fc_remote_ports/rport-0:0-1/roles
+  $ orfc-esxcli -t target -v info getcli FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10 |
+  >   grep -E 'Port ID|Product Type|Namespace|Status'
+        Target Port ID: 00:a0:11
+        Product Type: NVMe Disk
+        Namespace Count: 0
+        Namespaces: 
+        Status: Online
+
 Nothing was left out.
 
   $ told
