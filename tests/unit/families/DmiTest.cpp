@@ -288,6 +288,15 @@ TEST_F(DmiTest, UpdateTracesAMissingFile) {
                   "DEBUG: PhysicalPortDMICmdsProcessor::CmdUpdateCommon: SFP Image file [no/sfp.bin] does not exist"});
 }
 
+TEST_F(DmiTest, UpdateTracesAFailingStatus) {
+    const TraceLog log("4");
+    Fake().Return("VEXAPI_SfpModuleFirmwareUpdate", 144);
+    RunDmi(XML, "update", file + " WTD");
+    EXPECT_EQ(
+        TraceLog::Lines(),
+        std::vector<std::string>{"DEBUG: PhysicalPortDMICmdsProcessor::CmdUpdateCommon: SFP FW update failed err=144"});
+}
+
 TEST_F(DmiTest, UpdateOnBirchOnly) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);

@@ -1,4 +1,5 @@
 #include "FamilyTest.h"
+#include "TraceLog.h"
 
 using namespace family_test;
 
@@ -101,6 +102,16 @@ TEST_F(FwDumpTest, StatusTable) {
         const bool showsUsage = row.code == 4 || row.code == 6;
         EXPECT_EQ(run.output, Document(TEXT, row.message) + (showsUsage ? "Usage: get\r\n" : ""));
     }
+}
+
+TEST_F(FwDumpTest, TracesAFailingStatus) {
+    const TraceLog log("4");
+    Expect(path, 0, "Success");
+    status = 0x64;
+    Expect(path, 13, "Failed, FW Dump read failed");
+    EXPECT_EQ(
+        TraceLog::Lines(),
+        std::vector<std::string>{"DEBUG: PhysicalPortFwDumpCmdsProcessor::CmdGetCommon: Get FW Dump failed err=100"});
 }
 
 TEST_F(FwDumpTest, EmptyDumpIsAnEmptyFile) {

@@ -45,7 +45,7 @@ VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status) {
         return RC_SUCCESS;
     }
     TraceStep(TRACE_DEBUG, "%s err=%d", what.failed, static_cast<int>(status));
-    return what.failureCode;
+    return ResultOfStatus(what.statuses, status, what.failureCode);
 }
 
 VX_UINT32 AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& isMezzanine) {

@@ -53,14 +53,15 @@ struct LibraryCall {
     const char* purpose;   ///< behind the trace of a redirection that can't be opened, such as " before FEC read"
     const char* failed;    ///< trace of a failing status, such as "Get FEC Info failed"
     VX_UINT32 failureCode; ///< result code of a failing status
+    std::span<const StatusResult> statuses = {}; ///< the failing statuses that have a code of their own
 };
 
-/// Traces a failing status and gives the failure code; `RC_SUCCESS` for status 0.
+/// Traces a failing status and gives its code; `RC_SUCCESS` for status 0.
 VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status);
 
 /// Makes one library call, or a tight group of them, inside the redirection; `call()` gives a status.
 /// `RC_SUCCESS` for status 0, `RC_FILE_ERROR` with no call made when the redirection can't be opened, else
-/// the failure code.
+/// the status's code.
 template <typename Call> VX_UINT32 CallLibrary(const LibraryCall& what, Call call) {
     VX_UINT32 status = 0;
     const VX_UINT32 code = MakeLibraryCalls([&] { status = call(); }, what.purpose);

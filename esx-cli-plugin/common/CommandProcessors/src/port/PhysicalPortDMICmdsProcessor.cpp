@@ -57,6 +57,8 @@ constexpr StatusResult UPDATE_STATUSES[] = {
     {145, RC_SFP_VENDOR_MISMATCHED}, {146, RC_SFP_VENDOR_UNSUPPORTED},
 };
 
+constexpr LibraryCall UPDATE_MODULE = {"", "SFP FW update failed", RC_LIBRARY_FAILED, UPDATE_STATUSES};
+
 constexpr VX_UINT8 DRIVER_UPDATES_TRANSCEIVERS = 2; ///< in `DriverFeatureFlags`
 constexpr VX_UINT32 UPDATE_OPTION = 2;
 constexpr std::size_t UPDATE_WORDS = 3; ///< port, path, vendor
@@ -138,14 +140,9 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
     if ((entry.protocol->DriverFeatureFlags & DRIVER_UPDATES_TRANSCEIVERS) == 0) {
         return RC_UNSUPPORTED_FW;
     }
-    return UpdateModule(entry.protocol->PortHandle, path);
-}
-
-VX_UINT32 PhysicalPortDMICmdsProcessor::UpdateModule(VX_PORT_HANDLE& handle, const char* path) {
-    VX_UINT32 status = 0;
-    const VX_UINT32 code =
-        MakeLibraryCalls([&] { status = VEXAPI_SfpModuleFirmwareUpdate(&handle, path, UPDATE_OPTION); });
-    return code == RC_SUCCESS ? ResultOfStatus(UPDATE_STATUSES, status, RC_LIBRARY_FAILED) : code;
+    return CallLibrary(UPDATE_MODULE, [&] {
+        return VEXAPI_SfpModuleFirmwareUpdate(&entry.protocol->PortHandle, path, UPDATE_OPTION);
+    });
 }
 
 VX_UINT32 PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args,

@@ -11,7 +11,6 @@ public:
 private:
     static VX_UINT32 Get(const TavuStringArray& args, _VEXAPI_SFP_DATA& data);
     static VX_UINT32 Update(const TavuStringArray& args);
-    static VX_UINT32 UpdateModule(VX_PORT_HANDLE& handle, const char* path);
 
     static void DisplayDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data, eOutputFormat format);
     static void DisplayRawDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data, eOutputFormat format);

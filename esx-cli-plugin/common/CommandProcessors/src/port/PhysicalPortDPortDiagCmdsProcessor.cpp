@@ -60,6 +60,7 @@ constexpr StatusResult TEST_STATUSES[] = {
     {129, RC_UNSUPPORTED_MODE},     {130, RC_LINK_UP_REQUIRED},       {131, RC_UNSUPPORTED_SPEED},
     {STATUS_BFS_MODE, RC_BFS_MODE},
 };
+constexpr LibraryCall RUN_TEST = {" before DPort test", "DPort test failed", RC_LIBRARY_FAILED, TEST_STATUSES};
 
 constexpr CodeText PHASE_RESULTS[] = {
     {0, "Not Started"},       {1, "Passed"},          {2, "Skipped"},        {3, "Failed"},
@@ -235,7 +236,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor
     VX_UINT32 code = AdmitTest(args, entry);
     LibraryOutputRedirection redirection;
     if (code == RC_SUCCESS && !redirection.Open()) {
-        code = RefuseLibraryCalls(" before DPort test");
+        code = RefuseLibraryCalls(RUN_TEST.purpose);
     }
     if (code != RC_SUCCESS) {
         DisplayError(self, code, format);
@@ -246,7 +247,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor
     const bool isSecondForm = (entry.protocol->FeatureFlags & FEATURE_SECOND_FORM) != 0;
     if (isSecondForm) {
         const VX_UINT32 status = VEXAPI_DiagnosticDPortTestV2(handle, &result);
-        code = ResultOfStatus(TEST_STATUSES, status, RC_LIBRARY_FAILED);
+        code = ResultOf(RUN_TEST, status);
         if (status == STATUS_BFS_MODE) {
             DisplayError(self, code, format); // into the library's log, ahead of the one that is seen
         }

@@ -33,6 +33,7 @@ constexpr StatusResult DUMP_STATUSES[] = {
     {0x20000073, RC_PARAM_ERROR},
     {0x2000007B, RC_NO_DATA_AVAILABLE},
 };
+constexpr LibraryCall READ_DUMP = {"", "Get FW Dump failed", RC_CFG_READ_FAILED, DUMP_STATUSES};
 
 } // namespace
 
@@ -70,14 +71,9 @@ VX_UINT32 PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args
     }
     void* data = nullptr;
     VX_UINT32 size = 0;
-    VX_UINT32 status = 0;
-    VX_UINT32 code = MakeLibraryCalls(
-        [&] { status = VEXAPI_SDGetFwDump2(HandleWord(entry.protocol->PortHandle), 0, &data, &size); });
+    const VX_UINT32 code = CallLibrary(
+        READ_DUMP, [&] { return VEXAPI_SDGetFwDump2(HandleWord(entry.protocol->PortHandle), 0, &data, &size); });
     const std::unique_ptr<void, decltype(&std::free)> dump(data, &std::free);
-    if (code == RC_SUCCESS) {
-        TraceStatus("VEXAPI_SDGetFwDump2", status);
-        code = ResultOfStatus(DUMP_STATUSES, status, RC_CFG_READ_FAILED);
-    }
     if (code != RC_SUCCESS) {
         return code;
     }
