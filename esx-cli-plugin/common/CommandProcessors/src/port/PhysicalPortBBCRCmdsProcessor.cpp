@@ -128,12 +128,12 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray&
     StagedValues values;
     TavuString value;
     if (CmdLineParser::GetCommandValueFromArgs(args, "-b", "--bbcr-status", value) != 0) {
-        const bool isOn = value.CompareNoCase(OUT_TRUE) == 0;
-        if (!isOn && value.CompareNoCase(OUT_FALSE) != 0) {
+        VX_UINT32 status = 0;
+        if (!FindWord(FLAG_WORDS, value.c_str(), status)) {
             TraceStep(TRACE_DEBUG, "bbcr-status=%s not supported", value.c_str());
             return RC_INVALID_PARAMETER;
         }
-        values[KEY_STATUS] = isOn ? "1" : "0";
+        values[KEY_STATUS].Format("%u", status);
     }
     if (CmdLineParser::GetCommandValueFromArgs(args, "-c", "--bbcr-configured", value) != 0) {
         const VX_UINT32 count = ParseNumber(value.c_str());

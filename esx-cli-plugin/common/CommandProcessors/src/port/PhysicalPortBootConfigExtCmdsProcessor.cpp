@@ -95,9 +95,11 @@ VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings&
         VX_UINT8 wwpn[8] = {};
         ScanWwn(name->c_str(), wwpn);
         options.wwpn = WwnText(wwpn);
-        options.target = IsZero(wwpn) ? nullptr : FindBootTarget(boot, wwpn);
-        if (options.target == nullptr && !IsZero(wwpn)) {
-            return RC_INVALID_PARAMETER;
+        if (!IsZero(wwpn)) {
+            options.target = FindBootTarget(boot, wwpn);
+            if (options.target == nullptr) {
+                return RC_INVALID_PARAMETER;
+            }
         }
     }
     if (const auto disk = OptionValue(args, "-o", "--boot-disk-num")) {

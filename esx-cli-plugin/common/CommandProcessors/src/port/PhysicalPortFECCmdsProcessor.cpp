@@ -159,12 +159,10 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, Fe
                                "non-mezz adapters only");
         return RC_READ_ONLY_MODE;
     }
-    const bool isOn = value.CompareNoCase(OUT_TRUE) == 0;
-    if (!isOn && value.CompareNoCase(OUT_FALSE) != 0) {
+    if (!FindWord(FLAG_WORDS, value.c_str(), fec.status)) {
         TraceStep(TRACE_DEBUG, "fec-status=%s not supported", value.c_str());
         return RC_INVALID_PARAMETER;
     }
-    fec.status = isOn ? 1 : 0;
     fec.reboot = true;
     return CallLibrary(CHANGE_STATUS,
                        [&] { return VEXAPI_FCSetFECSupportInfo(&fec.protocol->PortHandle, fec.status); });
