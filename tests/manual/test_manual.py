@@ -59,7 +59,7 @@ class Manual(unittest.TestCase):
             output = run(example)
             if example.endswith("help"):
                 self.assertIn("list of available commands", output, example)
-            elif example.endswith("?"):
+            elif example.endswith("'?'"):
                 self.assertTrue(output.startswith("Usage: "), example)
             elif example.endswith(" listcli"):
                 self.assertNotIn("Failed", output, example)

@@ -213,6 +213,7 @@ void PhysicalPortCmdsProcessor::DisplayUpdateNvram(MultipleCmdsProcessor* self, 
                                                    bool rebootRequired) {
     Document document(*self, format, FAMILY.className, __func__);
     document.Flat(OUT_UPDATE_NVRAM, [&] {
-        document.Failure(rebootRequired, ResultTextOf(RESULT_TEXTS, code)); // a success has this order too
+        document.Field(OUT_REBOOT_REQUIRED, rebootRequired);
+        document.Field(OUT_MESSAGE, ResultTextOf(RESULT_TEXTS, code));
     });
 }
