@@ -6,7 +6,16 @@ using namespace family_test;
 
 namespace {
 
-using BootOptionsTest = BootGroupTest;
+class BootOptionsTest : public BootGroupTest {
+protected:
+    std::string ClassName() const { return std::string("PhysicalPort") + group.file + "CmdsProcessor"; }
+    /// The traces so far that hold this text.
+    static Calls LinesWith(const std::string& text) {
+        Calls lines = TraceLog::Lines();
+        std::erase_if(lines, [&](const std::string& line) { return line.find(text) == std::string::npos; });
+        return lines;
+    }
+};
 
 INSTANTIATE_TEST_SUITE_P(Groups, BootOptionsTest, BOOT_GROUPS, NameOfGroup);
 
@@ -118,14 +127,27 @@ TEST_P(BootOptionsTest, OrderOfExamination) {
         }
         const TraceLog log("1");
         ExpectRefused(UEFI, options, table[first].first == "selectable-boot" ? 18 : 6);
-        std::vector<std::string> refused;
-        for (const std::string& line : TraceLog::Lines()) {
-            if (line.ends_with(" not supported")) {
-                refused.push_back(line.substr(line.rfind(": ") + 2));
-            }
-        }
-        EXPECT_EQ(refused, Calls{table[first].first + "=%d" + std::to_string(first + 1) + " not supported"});
+        EXPECT_EQ(LinesWith("InFile: "),
+                  Calls{"INFORMATION: " + ClassName() + "::UpdateBootConfigInFile: " + table[first].first + "=%d" +
+                        std::to_string(first + 1) + " not supported"});
     }
+}
+
+/// Both groups call their operations by the same names.
+TEST_P(BootOptionsTest, FailuresAreTraced) {
+    {
+        const TraceLog log("4");
+        RunIn(BIOS, "setFile", "-a maybe");
+        EXPECT_EQ(LinesWith(ClassName()),
+                  Calls{"DEBUG: " + ClassName() + "::CmdSetFileCommon: UpdateBootConfigInFile failed with uRet=6"});
+    }
+    RemoveFiles();
+    std::filesystem::create_directory(FilePath());
+    const TraceLog log("4");
+    RunIn(BIOS, "setFile");
+    EXPECT_EQ(LinesWith(ClassName()),
+              (Calls{"DEBUG: " + ClassName() + "::CreateBootConfigFile: file ops failed",
+                     "DEBUG: " + ClassName() + "::CmdSetFileCommon: CreateBootConfigFile failed"}));
 }
 
 TEST_P(BootOptionsTest, WordsOfACommand) {

@@ -2,8 +2,8 @@
 
 #include "FileOps.h"
 
-StagedFile::StagedFile(const char* group, const char* identifier, unsigned long maxValue)
-    : mGroup(group), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {}
+StagedFile::StagedFile(const char* group, const char* settings, const char* identifier, unsigned long maxValue)
+    : mSettings(settings), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {}
 
 bool StagedFile::IsPresent() const {
     return FileOps::IsFilePresent(mPath) == 1;
@@ -41,7 +41,7 @@ void StagedFile::Delete() const {
 }
 
 VX_UINT32 StagedFile::Create(const StagedValues& values) const {
-    const TavuString function = TavuString("Create") + mGroup + "File";
+    const TavuString function = TavuString("Create") + mSettings + "File";
     const VX_UINT32 code = [&] {
         const TracedFunction traced(function.c_str());
         return Merge(values);

@@ -20,9 +20,11 @@ public:
     /// Longest value that is read, unless a group has a shorter limit of its own; what is longer is cut there.
     static constexpr unsigned long MAX_VALUE = 512;
 
-    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it. The group,
-    /// such as "BBCR", stands in the traces too and must outlive the file.
-    StagedFile(const char* group, const char* identifier, unsigned long maxValue = MAX_VALUE);
+    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it. Traces name what is done
+    /// with it by its settings, such as "BBCR"; the name must outlive the file.
+    StagedFile(const char* group, const char* settings, const char* identifier, unsigned long maxValue = MAX_VALUE);
+    /// The same for settings that are named like their group.
+    StagedFile(const char* group, const char* identifier) : StagedFile(group, group, identifier) {}
 
     bool IsPresent() const;
     /// The same for a `set`, which traces that nothing is pending.
@@ -38,7 +40,7 @@ public:
     VX_UINT32 Create(const StagedValues& values) const;
     /// Lets `update(file)` validate options and merge them. 0, or the result code of the failure, which it traces.
     template <typename Merge> VX_UINT32 Update(Merge update) const {
-        const TavuString function = TavuString("Update") + mGroup + "InFile";
+        const TavuString function = TavuString("Update") + mSettings + "InFile";
         const VX_UINT32 code = [&] {
             const TracedFunction traced(function.c_str());
             return update(*this);
@@ -50,7 +52,7 @@ public:
     }
 
 private:
-    const char* mGroup;
+    const char* mSettings;
     TavuString mPath;
     unsigned long mMaxValue;
 };

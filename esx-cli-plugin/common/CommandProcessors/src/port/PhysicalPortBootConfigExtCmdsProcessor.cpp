@@ -40,7 +40,7 @@ bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
 
 StagedFile BootConfigExtFile(const char* identifier) {
     constexpr unsigned long MAX_VALUE = 256;
-    return {"BootConfigExt", identifier, MAX_VALUE};
+    return {"BootConfigExt", "BootConfig", identifier, MAX_VALUE};
 }
 
 /// The file holds the library's number, and any number is taken back.
