@@ -179,6 +179,17 @@ A read that fails is none for `setFile`: the entries count as empty.
         Storage 1 NamespaceID: 0
   $ rm /tmp/BootConfigExt_$port
 
+But a log of the library that can't be opened ends the command there, with no file made.
+
+  $ refuse_log 4 orfc-esxcli -t port -s bootconfigext setFilecli $port NVME
+  ****************************************************
+  BootConfigInfo:
+  Message: Failed, Unknown
+  BootConfig: ****************************************************
+  $ ls /tmp/BootConfigExt_$port
+  ls: cannot access '/tmp/BootConfigExt_FC_21:00:00:24:ff:60:00:01': No such file or directory
+  [2]
+
 The options of a boot target: every mix of number, name, disk and enable, in each mode.
 
   $ mixes() {
