@@ -1,6 +1,7 @@
 """What the measurements share: where things lie, and one timed run of a program."""
 import argparse
 import pathlib
+import re
 import subprocess
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -40,3 +41,10 @@ class Programs:
             raise SystemExit(f"{' '.join(command)}: {run.stderr}")
         wall, processor, kibibytes = map(int, run.stderr.split())
         return wall / 1e9, processor / 1e9, kibibytes
+
+    def instructions(self, command):
+        """All instructions of a run, the loader's among them, and what it printed."""
+        run = subprocess.run(
+            ["/usr/bin/valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command],
+            env=self.environment, capture_output=True, text=True, check=True)
+        return int(re.search(r"Collected : (\d+)", run.stderr)[1]), run.stdout
