@@ -83,11 +83,10 @@ std::optional<TavuString> OptionValue(const TavuStringArray& args, const char* s
 /// Checks each option for itself, in order. The target is looked up before it is asked whether the options are
 /// complete.
 VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
-    constexpr VX_UINT32 LAST_BIOS_TARGET = 3;
-    const bool isUefiCapable = IsUefiCapableAdapter(boot.Chip());
+    constexpr VX_UINT32 LAST_BIOS_TARGET = 3; // on adapters without UEFI too: their only mode is that of the BIOS
     if (const auto number = OptionValue(args, "-n", "--boot-target-num")) {
         options.number = ParseNumber(number->c_str());
-        if (*options.number > LAST_BIOS_TARGET && (boot.mode == BOOT_BIOS || !isUefiCapable)) {
+        if (*options.number > LAST_BIOS_TARGET && boot.mode == BOOT_BIOS) {
             return RC_PARAM_ERROR;
         }
     }
@@ -106,7 +105,7 @@ VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings&
         options.disk = static_cast<VX_UINT16>(ParseNumber(disk->c_str()));
     }
     if (const auto word = OptionValue(args, "-l", "--boot-target-enable")) {
-        if (!isUefiCapable) {
+        if (!IsUefiCapableAdapter(boot.Chip())) {
             return RC_FEATURE_NOT_SUPPORTED;
         }
         if (boot.mode != BOOT_NVME) {
