@@ -124,6 +124,20 @@ A log that can't be opened for a call of the library is information too.
   PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before FEC set\r (esc)
   PhysicalPortFECCmdsProcessor::CmdSetCommon: Failed to open /var/tmp/vexapi-output.log file before FEC counter reset\r (esc)
 
+Other families don't tell what it was for.
+
+  $ host diagnostics
+  $ for family in beacon bbcr dportdiag hbaparams rdp; do
+  >     refuse_log 2 orfc-esxcli -t port -s $family get FC_21:00:00:24:ff:70:00:01 >/dev/null
+  >     messages /var/tmp/viplugin.log | grep 'Failed to open'
+  > done
+  PhysicalPortBeaconCmdsProcessor::CmdGetCommon: Failed to open /var/tmp/vexapi-output.log file\r (esc)
+  PhysicalPortBBCRCmdsProcessor::CmdGetCommon: Failed to open /var/tmp/vexapi-output.log file\r (esc)
+  PhysicalPortDPortDiagCmdsProcessor::CmdGetCommon: Failed to open /var/tmp/vexapi-output.log file\r (esc)
+  PhysicalPortHBAParamsCmdsProcessor::CmdGetCommon: Failed to open /var/tmp/vexapi-output.log file\r (esc)
+  PhysicalPortRDPCmdsProcessor::CmdGetCommon: Failed to open /var/tmp/vexapi-output.log file\r (esc)
+  $ host fec
+
 5 is both, and so is every mask with these bits.
 
   $ for level in 5 65535 -1 4 1 2 0 nonsense; do

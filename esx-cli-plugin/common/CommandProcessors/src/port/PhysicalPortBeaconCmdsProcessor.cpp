@@ -34,9 +34,9 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_MEZZANINE = {" before Mezz adapter check", "Mezz adapter check failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_STATE = {" before Beacon read", "Get Beacon Status failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_STATE = {" before Beacon update", "Update Beacon Status failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {"", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_STATE = {"", "Get Beacon Status failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATE = {"", "Update Beacon Status failed", RC_CFG_UPDATE_FAILED};
 
 bool HasBeacon(__CHIPPROPERTY chip) {
     return Is4GAdapter(chip) || Is8GAdapter(chip) || IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);

@@ -123,10 +123,10 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
 } // namespace
 
 constinit const BootGroup PhysicalPortBootConfigCmdsProcessor::GROUP = {
-    .calls = {.switchMode = {" before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+    .calls = {.switchMode = {"", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
               .read = {"", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
               .readNvme = {},
-              .write = {" before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .write = {"", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
               .writeNvme = {},
               .readBackNvme = {}},
     .shape = OUT_SHAPE,

@@ -179,12 +179,12 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
 } // namespace
 
 constinit const BootGroup PhysicalPortBootConfigExtCmdsProcessor::GROUP = {
-    .calls = {.switchMode = {" before BFS mode", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+    .calls = {.switchMode = {"", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
               .read = {"", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
-              .readNvme = {" before NVMe boot read", "Get NVMe Boot Device Entries failed", RC_INVALID_DATA},
-              .write = {" before update", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
-              .writeNvme = {" before NVMe boot update", "Set NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED},
-              .readBackNvme = {" before NVMe boot read", "Get NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED}},
+              .readNvme = {"", "Get NVMe Boot Device Entries failed", RC_INVALID_DATA},
+              .write = {"", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .writeNvme = {"", "Set NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED},
+              .readBackNvme = {"", "Get NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED}},
     .shape = OUT_SHAPE,
     .readMode = ReadMode,
     .mustSwitchMode = MustSwitchMode,

@@ -49,7 +49,7 @@ constexpr UsageText USAGES[] = {
     {3, "Usage: list\r\n"},
 };
 
-constexpr LibraryCall UPDATE_NVRAM = { "", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall UPDATE_NVRAM = {"", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
 
 /// What stands ahead of the first "_" or "'" of an identifier, at most 15 characters.
 TavuString PrefixOf(const char* identifier) {

@@ -46,8 +46,8 @@ constexpr UsageText USAGES[] = {
     {6, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_MEZZANINE = {" before Mezz adapter check", "Mezz adapter check failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_MODE = {" before DPort set", "Configure DPort failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {"", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_MODE = {"", "Configure DPort failed", RC_CFG_UPDATE_FAILED};
 
 constexpr VX_UINT32 FEATURE_SECOND_FORM = 0x20000000;
 constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
@@ -60,7 +60,7 @@ constexpr StatusResult TEST_STATUSES[] = {
     {129, RC_UNSUPPORTED_MODE},     {130, RC_LINK_UP_REQUIRED},       {131, RC_UNSUPPORTED_SPEED},
     {STATUS_BFS_MODE, RC_BFS_MODE},
 };
-constexpr LibraryCall RUN_TEST = {" before DPort test", "DPort test failed", RC_LIBRARY_FAILED, TEST_STATUSES};
+constexpr LibraryCall RUN_TEST = {"", "DPort test failed", RC_LIBRARY_FAILED, TEST_STATUSES};
 
 constexpr CodeText PHASE_RESULTS[] = {
     {0, "Not Started"},       {1, "Passed"},          {2, "Skipped"},        {3, "Failed"},

@@ -35,7 +35,7 @@ constexpr UsageText USAGES[] = {
 };
 
 constexpr LibraryCall READ_PARAMETERS = {"", "Get HBA Params failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall WRITE_PARAMETERS = {" before update", "Update HBA Params failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall WRITE_PARAMETERS = {"", "Update HBA Params failed", RC_CFG_UPDATE_FAILED};
 /// A write, and yet its failure is told as that of a read: clients know it so.
 constexpr LibraryCall RESTORE_DEFAULTS = {"", "Restore Default NVRAM failed", RC_CFG_READ_FAILED};
 constexpr LibraryCall SAVE_NVRAM = {"", "Save NVRAM failed", RC_CFG_READ_FAILED};

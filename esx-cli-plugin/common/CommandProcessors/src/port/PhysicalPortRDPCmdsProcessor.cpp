@@ -15,7 +15,7 @@ constexpr ReportNames OUT_NAMES = {"RDPInformation", "Read Diagnostics Parameter
 
 constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
-constexpr LibraryCall READ_RDP = {" before RDP read", "RDP Test failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall READ_RDP = {"", "RDP Test failed", RC_DIAG_TEST_FAILED};
 
 constexpr std::size_t REPORT_SIZE = 16384;
 
