@@ -40,11 +40,12 @@ protected:
 };
 
 TEST_F(PortInfoTablesTest, LinkWidth) {
-    // The lanes are their own code, but 24 stands for 32.
+    // The lanes are their own code, but 24 stands for 32. Codes of 32 and above have the highest bit of the six.
     const std::vector<Row> rows = {
-        {0, "Unknown"},  {1, "x1"},       {2, "x2"},      {3, "Unknown"},  {4, "x4"},       {5, "Unknown"},
-        {7, "Unknown"},  {8, "x8"},       {9, "Unknown"}, {12, "Unknown"}, {15, "Unknown"}, {16, "x16"},
-        {17, "Unknown"}, {23, "Unknown"}, {24, "x32"},    {25, "Unknown"}, {32, "Unknown"}, {63, "Unknown"},
+        {0, "Unknown"},  {1, "x1"},       {2, "x2"},       {3, "Unknown"},  {4, "x4"},
+        {5, "Unknown"},  {7, "Unknown"},  {8, "x8"},       {9, "Unknown"},  {12, "Unknown"},
+        {15, "Unknown"}, {16, "x16"},     {17, "Unknown"}, {23, "Unknown"}, {24, "x32"},
+        {25, "Unknown"}, {32, "Unknown"}, {33, "Unknown"}, {56, "Unknown"}, {63, "Unknown"},
     };
     for (const bool othersSet : {false, true}) { // bits 4 to 9
         Expect("PCI Bus Max Width", rows, LinkBits(&__CHIPPROPERTY::PciMaxLink, 4, 0x3F, othersSet));
