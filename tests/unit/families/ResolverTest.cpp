@@ -290,7 +290,10 @@ TEST_F(PortResolverTest, HelpWordsComeFirst) {
 
 TEST_F(PortResolverTest, PrefixIsTestedAheadOfTheHost) {
     LoseHost();
-    EXPECT_EQ(Resolve("FD_21:00:0a:0b:0c:0d:00:01"), 6u);
+    for (const char* word :
+         {"FD_21:00:0a:0b:0c:0d:00:01", "FCX_21:00:0a:0b:0c:0d:00:01", "F_21:00:0a:0b:0c:0d:00:01"}) {
+        EXPECT_EQ(Resolve(word), 6u) << word;
+    }
     EXPECT_EQ(Fake().calls, Calls{});
     // A lower-case prefix passes, so that the host is asked for.
     for (const char* word : {PORT_ID, "fc_21:00:0a:0b:0c:0d:00:01", "FC", "fC", "FC'x"}) {

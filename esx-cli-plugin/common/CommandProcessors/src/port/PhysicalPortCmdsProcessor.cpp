@@ -51,10 +51,9 @@ constexpr UsageText USAGES[] = {
 
 constexpr LibraryCall UPDATE_NVRAM = {"", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
 
-/// What stands ahead of the first "_" or "'" of an identifier, at most 15 characters.
+/// What stands ahead of the first "_" or "'" of an identifier.
 TavuString PrefixOf(const char* identifier) {
-    constexpr std::size_t MAX_PREFIX = 15;
-    return {identifier, std::min(std::strcspn(identifier, "'_"), MAX_PREFIX)};
+    return {identifier, std::strcspn(identifier, "'_")};
 }
 
 } // namespace
