@@ -1,6 +1,5 @@
 #include "TracedFunction.h"
 
-
 namespace {
 
 const char* currentClass = "";
