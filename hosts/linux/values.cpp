@@ -76,7 +76,7 @@ bool isUntold(Text text) {
                       [](char a, char b) { return (a | 0x20) == b; });
 }
 
-/// A number whose ones in all of its digits, of 32 or of 64 bits, say that there is none.
+/// A number of 64 ones says that there is none.
 bool isNone(std::uint64_t number) {
     return number == std::numeric_limits<std::uint64_t>::max();
 }
@@ -129,6 +129,18 @@ void storeWorldwideId(Text bytes, _tagVEXAPI_SDMLun& lun) {
 
 unsigned byteAt(Text bytes, std::size_t index) {
     return static_cast<unsigned char>(bytes[index]);
+}
+
+/// How well a designator of a type (SPC-4, 7.8.6) names a logical unit; 0: it doesn't.
+unsigned designatorRank(unsigned type, Text designator) {
+    enum : unsigned { T10_VENDOR = 1, EUI_64 = 2, NAA = 3 };
+    constexpr unsigned LOCALLY_ASSIGNED = 3;
+    if (type == NAA) {
+        // Of the formats of IEEE the longest has the highest number: 2 extended, 5 registered, 6 registered extended.
+        const unsigned format = byteAt(designator, 0) >> 4;
+        return NAA + (format == LOCALLY_ASSIGNED ? 0 : format);
+    }
+    return type == T10_VENDOR || type == EUI_64 ? type : 0;
 }
 
 } // namespace
@@ -256,9 +268,12 @@ bool takeLinkSpeed(Text text, VX_UINT16& link) {
 }
 
 bool takeLinkWidth(Text text, VX_UINT16& link) {
-    // The kernel shows 255 lanes where the device doesn't tell.
-    return withNumber(
-        text, [&](std::uint64_t lanes) { link = static_cast<VX_UINT16>(link | (lanes <= 32 ? lanes << 4 : 0)); });
+    constexpr VX_UINT16 LANES_32 = 24;
+    return withNumber(text, [&](std::uint64_t lanes) {
+        // The kernel shows 255 lanes, or 63, where the device doesn't tell.
+        const std::uint64_t code = lanes <= 16 ? lanes : lanes == 32 ? LANES_32 : 0;
+        link = static_cast<VX_UINT16>(link | code << 4);
+    });
 }
 
 bool takeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun) {
@@ -285,24 +300,27 @@ bool takeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun) {
 }
 
 bool takeDesignators(Text page, _tagVEXAPI_SDMLun& lun) {
-    constexpr unsigned KINDS[] = {3, 2, 1}; // NAA, EUI-64, T10 vendor; the best first
     if (page.size() < 4 || byteAt(page, 1) != 0x83) {
         return false;
     }
     const std::size_t length = (byteAt(page, 2) << 8) + byteAt(page, 3);
-    const Text designators = page.substr(4, length);
-    for (const unsigned kind : KINDS) {
-        for (Text rest = designators; rest.size() >= 4;) {
-            const std::size_t size = byteAt(rest, 3);
-            const bool isOfLogicalUnit = (byteAt(rest, 1) & 0x30) == 0;
-            if (isOfLogicalUnit && (byteAt(rest, 1) & 0x0F) == kind && size != 0 && rest.size() >= 4 + size) {
-                storeWorldwideId(rest.substr(4, size), lun);
-                return true;
-            }
-            rest.remove_prefix(std::min(4 + size, rest.size()));
+    Text best;
+    unsigned bestRank = 0;
+    for (Text rest = page.substr(4, length); rest.size() >= 4;) {
+        const std::size_t size = byteAt(rest, 3);
+        const bool isOfLogicalUnit = (byteAt(rest, 1) & 0x30) == 0;
+        if (isOfLogicalUnit && size != 0 && rest.size() >= 4 + size) {
+            const Text designator = rest.substr(4, size);
+            const unsigned rank = designatorRank(byteAt(rest, 1) & 0x0F, designator);
+            best = rank > bestRank ? designator : best;
+            bestRank = std::max(rank, bestRank);
         }
+        rest.remove_prefix(std::min(4 + size, rest.size()));
     }
-    return false;
+    if (bestRank != 0) {
+        storeWorldwideId(best, lun);
+    }
+    return bestRank != 0;
 }
 
 bool takeUuid(Text text, VX_UINT8 (&id)[16]) {

@@ -80,7 +80,8 @@ bool takeLinkWidth(Text text, VX_UINT16& link);
 bool takeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun);
 
 /// Page 83h of the vital product data of a SCSI device (SPC-4, 7.8.6): of the designators of the logical unit, the
-/// NAA one, else the EUI-64 one, else the one that begins with the vendor. False without any.
+/// NAA one, the most worldwide of several, else the EUI-64 one, else the one that begins with the vendor. False without
+/// any.
 bool takeDesignators(Text page, _tagVEXAPI_SDMLun& lun);
 
 /// "44444444-0000-4000-8000-000000000001" as its 16 bytes.

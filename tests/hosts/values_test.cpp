@@ -197,10 +197,10 @@ TEST(LinuxValuesTest, PortTypes) {
 TEST(LinuxValuesTest, PciLinks) {
     const std::tuple<Text, Text, VX_UINT16> rows[] = {
         {"2.5 GT/s PCIe", "1", 0x11},  {"5.0 GT/s PCIe", "2", 0x22},    {"8.0 GT/s PCIe", "4", 0x43},
-        {"16.0 GT/s PCIe", "8", 0x84}, {"32.0 GT/s PCIe", "16", 0x108}, {"64.0 GT/s PCIe", "32", 0x200},
-        {"8 GT/s", "24", 0x183},       {"Unknown", "255", 0},           {"Unknown speed", "0", 0},
+        {"16.0 GT/s PCIe", "8", 0x84}, {"32.0 GT/s PCIe", "16", 0x108}, {"64.0 GT/s PCIe", "32", 0x180},
+        {"8 GT/s", "24", 0x003},       {"Unknown", "255", 0},           {"Unknown speed", "0", 0},
     };
-    for (const auto& [speed, width, expected] : rows) {
+    for (const auto& [speed, width, expected] : rows) { // 32 lanes are the library's code 24
         VX_UINT16 link = 0;
         EXPECT_TRUE(takeLinkSpeed(speed, link) && takeLinkWidth(width, link)) << speed;
         EXPECT_EQ(link, expected) << speed;
@@ -250,6 +250,11 @@ TEST(LinuxValuesTest, Designators) {
          "4e4141"}, // those of ports and devices don't count
         {page({{3, ""}, {3, "A"}}), true, "41"},
         {page({{3, "A"}, {3, "B"}}), true, "41"},
+        // Of several NAA ones the registered extended, then the registered, last the locally assigned.
+        {page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}, {3, "\x61"}, {3, "\x52"}}), true, "61"},
+        {page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}}), true, "51"},
+        {page({{3, "\x31"}, {3, "\x21"}}), true, "21"},
+        {page({{2, "\xff"}, {3, "\x31"}}), true, "31"},
         {page({{0x13, "port"}, {8, "name"}}), false, ""},
         {page({}), false, ""},
         {page({{3, "NAA"}}).substr(0, 10), false, ""}, // cut within the designator
