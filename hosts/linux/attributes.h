@@ -2,8 +2,9 @@
 /// The files of the kernel's that this host reads, what they say, and where it goes in the library's records.
 ///
 /// Sources: the Fibre Channel transport class, the SCSI middle layer, the block layer, the NVMe driver and the PCI
-/// core, as of Linux 6.1. Each of these files answers from what the kernel has in memory, or, for the PCI link, from a
-/// register; none of them waits for a device, and none is written.
+/// core, as of Linux 6.1. Each of these files answers from what the kernel has in memory or, for the PCI link, from a
+/// register. Two ask the device, for a limited time: the counters of a port, which some drivers fetch from the
+/// adapter's firmware, and vital product data. Reading changes nothing, and one file alone is ever written.
 #pragma once
 
 #include "tree.h"
@@ -101,7 +102,7 @@ inline constexpr Attribute<Lun> BLOCK_DEVICE[] = {
     {"queue/logical_block_size", "bytes in a block",            [](Text t, auto& l) { return takeNumber(t, l.record.BlockSize); }},
 };
 /// Of a namespace alone
-inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", [](Text t, auto& l) { return takeNumber(t, l.record.LunNumber); }};
+inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", [](Text t, auto& l) { return takeNumber(t, l.namespaceNumber); }};
 
 /// class/nvme/nvmeN; of those that don't go over Fibre Channel the transport alone is read.
 inline constexpr Attribute<Controller> TRANSPORT{"transport", "transport", [](Text t, auto& c) { return takeText(t, c.transport); }};

@@ -22,13 +22,16 @@ Port* portOf(VX_UINT32 word) {
     return tree() == nullptr ? nullptr : tree()->port(word);
 }
 
-/// The notifications that the kernel counted for an entry of a folder. Counters that can't be read stay zero.
+/// The notifications that the kernel counted for an entry of a folder. Counters that can't be read are told, and zero.
 _VEXAPI_SANCONGTMGMTV2 notifications(const Folder& folder, const std::string& entry) {
     _VEXAPI_SANCONGTMGMTV2 counts{};
     for (const Notification& counter : NOTIFICATION_COUNTERS) {
-        const Reading reading = folder.read((entry + "/statistics/" + counter.path).c_str());
-        if (reading.error == 0) {
-            takeNumber(reading.bytes, counts.*counter.count);
+        const std::string path = entry + "/statistics/" + counter.path;
+        const Reading reading = folder.read(path.c_str());
+        if (reading.error != 0 && reading.error != ENOENT) {
+            tell(path, std::strerror(reading.error));
+        } else if (!takeNumber(reading.bytes, counts.*counter.count)) {
+            tell(path, "not understood as a number");
         }
     }
     return counts;
@@ -70,15 +73,17 @@ VX_UINT32 VEXAPI_GetVpd(VX_UINT32 word, VX_UINT32 /*reserved*/, void* buffer, VX
 }
 
 VX_UINT32 VEXAPI_ResetDeviceStats(VX_PORT_HANDLE* handle) {
-    const Port* const port = portOf(handle);
+    Port* const port = portOf(handle);
     if (port == nullptr) {
         return INVALID_HANDLE;
     }
     const int error = tree()->hosts().write((port->name + "/statistics/" + RESET_STATISTICS).c_str(), "1");
     if (error != 0) {
         tell(port->name + ": clearing the counters", std::strerror(error));
+        return error == ENOENT ? UNSUPPORTED : NOT_READABLE;
     }
-    return error == 0 ? OK : error == ENOENT ? UNSUPPORTED : NOT_READABLE;
+    tree()->readCounters(*port);
+    return OK;
 }
 
 VX_UINT32 VEXAPI_IsFWCMFeatureEnabled(VX_PORT_HANDLE* handle, VX_UINT8* enabled) {

@@ -4,14 +4,16 @@
 #include <climits>
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
 #include <unistd.h>
-#include <utility>
 
 namespace host {
 
 namespace {
 
 constexpr std::size_t PAGE = 4096;
+constexpr int NEVER_WAIT = O_CLOEXEC | O_NOCTTY | O_NONBLOCK; // not even for what should be a file and is none
 
 /// `read` that is not cut short by a signal.
 ssize_t readBytes(int descriptor, char* buffer, std::size_t size) {
@@ -22,18 +24,30 @@ ssize_t readBytes(int descriptor, char* buffer, std::size_t size) {
     return count;
 }
 
+/// Opens a path below `root`, which no link leads out of. Returns -1 with ENOSYS where the kernel can't promise that.
+int openInRoot(int root, const char* path, int flags) {
+    open_how how{};
+    how.flags = static_cast<unsigned>(flags);
+    how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
+    int descriptor = -1;
+    // The kernel gives up when any file of the machine was renamed meanwhile.
+    for (int tries = 0; tries < 100; ++tries) {
+        descriptor = static_cast<int>(syscall(SYS_openat2, root, path, &how, sizeof how));
+        if (descriptor >= 0 || errno != EAGAIN) {
+            break;
+        }
+    }
+    return descriptor;
+}
+
 } // namespace
 
-Folder::Folder(const char* path) : descriptor_(::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+Folder::Folder(const std::string& path)
+    : descriptor_(::open(path.empty() ? "/" : path.c_str(), O_RDONLY | O_DIRECTORY | NEVER_WAIT)),
+      root_(path.empty() ? -1 : descriptor_) {}
 
-Folder::Folder(const Folder& parent, const char* path) : descriptor_(parent.open(path, O_RDONLY | O_DIRECTORY)) {}
-
-Folder::Folder(Folder&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-
-Folder& Folder::operator=(Folder&& other) noexcept {
-    std::swap(descriptor_, other.descriptor_);
-    return *this;
-}
+Folder::Folder(const Folder& parent, const char* path)
+    : descriptor_(parent.open(path, O_RDONLY | O_DIRECTORY)), root_(parent.root_), path_(parent.path_ + path + '/') {}
 
 Folder::~Folder() {
     if (isOpen()) {
@@ -41,19 +55,25 @@ Folder::~Folder() {
     }
 }
 
-/// Never waits, not even for what should be a file and is none.
 int Folder::open(const char* path, int flags) const {
     if (!isOpen()) {
         errno = ENOENT; // and not what the present folder of the process has
         return -1;
     }
-    return openat(descriptor_, path, flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (root_ >= 0) {
+        const int descriptor = openInRoot(root_, (path_ + path).c_str(), flags | NEVER_WAIT);
+        // Kernels before 5.6 can't, and sandboxes may forbid it.
+        if (descriptor >= 0 || (errno != ENOSYS && errno != EPERM)) {
+            return descriptor;
+        }
+    }
+    return openat(descriptor_, path, flags | NEVER_WAIT);
 }
 
 std::vector<std::string> Folder::names() const {
     std::vector<std::string> names;
     // Of its own: closing a listing closes its descriptor.
-    const int descriptor = open(".", O_RDONLY | O_DIRECTORY);
+    const int descriptor = isOpen() ? openat(descriptor_, ".", O_RDONLY | O_DIRECTORY | NEVER_WAIT) : -1;
     DIR* const listing = descriptor < 0 ? nullptr : fdopendir(descriptor);
     if (listing == nullptr) {
         if (descriptor >= 0) {
@@ -77,7 +97,11 @@ std::string Folder::link(const char* path) const {
 }
 
 bool Folder::has(const char* path) const {
-    return isOpen() && faccessat(descriptor_, path, F_OK, 0) == 0;
+    const int descriptor = open(path, O_RDONLY);
+    if (descriptor >= 0) {
+        close(descriptor);
+    }
+    return descriptor >= 0;
 }
 
 Reading Folder::read(const char* path) const {
@@ -111,7 +135,7 @@ int Folder::readWhole(const char* path, std::size_t limit, std::string& bytes) c
 }
 
 int Folder::write(const char* path, std::string_view text) const {
-    const int descriptor = open(path, O_WRONLY);
+    const int descriptor = open(path, O_WRONLY | O_NOFOLLOW);
     if (descriptor < 0) {
         return errno;
     }

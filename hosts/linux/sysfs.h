@@ -15,15 +15,17 @@ struct Reading {
     std::string_view bytes;
 };
 
-/// An open folder, closed with the object. All paths are relative to it.
+/// An open folder of a tree, closed with the object. All paths are relative to it. One that can't be opened reads as
+/// empty.
 class Folder {
 public:
-    Folder() = default;
-    /// The folder at `path`, from the present folder of the process. One that can't be opened reads as empty.
-    explicit Folder(const char* path);
+    /// The root of a tree, at `path` from the present folder of the process. An empty path is the root of this machine;
+    /// out of any other no link leads, since that root is the one of absolute links and of those that climb above it.
+    explicit Folder(const std::string& path);
+    /// A folder in the tree of `parent`. The root's object must outlive it.
     Folder(const Folder& parent, const char* path);
-    Folder(Folder&& other) noexcept;
-    Folder& operator=(Folder&& other) noexcept;
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
     ~Folder();
 
     bool isOpen() const { return descriptor_ >= 0; }
@@ -49,6 +51,8 @@ private:
     int open(const char* path, int flags) const;
 
     int descriptor_ = -1;
+    int root_ = -1;    ///< of the tree; -1: the root of this machine
+    std::string path_; ///< from `root_`, with a slash at its end
 };
 
 } // namespace host

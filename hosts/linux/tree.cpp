@@ -19,17 +19,19 @@ constexpr VX_UINT32 FIBRE_CHANNEL_ADAPTER = 2;
 constexpr VX_UINT32 ETHERNET_ADAPTER = 1;
 constexpr VX_UINT16 PHYSICAL_PORT = 1;
 constexpr VX_UINT16 VIRTUAL_PORT = 3;
-constexpr VX_UINT8 ONLINE = 1;
+constexpr VX_UINT8 OFFLINE = 3;
 constexpr VX_UINT32 CONGESTION_PHASE_2 = VX_UINT32{1} << 26;
 constexpr VX_UINT8 UNKNOWN_STATE = 0xFF;       ///< of congestion: neither healthy nor congested
 constexpr VX_UINT8 NVME_TARGET = 0x08;         ///< in byte 5 of `TargetFlags`
 constexpr VX_UINT8 NAMESPACE = 0x01;           ///< in `LunFlags`
 constexpr VX_UINT32 NO_DEVICE_TYPE = 0x1F;     ///< SPC-4: unknown or no device type
 constexpr VX_UINT16 NO_TARGET_NUMBER = 0xFFFF; ///< the kernel's -1
-constexpr VX_UINT32 SECTOR = 512;              ///< the kernel's unit of sizes
+constexpr std::uint64_t MAX_HOST = 0xFFFFFFFF;
+constexpr VX_UINT32 MAX_NAMESPACE = 0xFFFF; ///< that the library's record has room for
+constexpr VX_UINT32 SECTOR = 512;           ///< the kernel's unit of sizes
 constexpr char HANDLE_TAG[4] = {'s', 'y', 's', 'f'};
 
-/// The numbers in a name such as "rport-3:0-12", for the pattern "rport-#:#-#".
+/// The numbers in a name such as "rport-3:0-12", for the pattern "rport-#:#-#", as the kernel writes them.
 template <std::size_t count>
 std::optional<std::array<std::uint64_t, count>> numbersIn(std::string_view name, std::string_view pattern) {
     std::array<std::uint64_t, count> numbers{};
@@ -38,7 +40,7 @@ std::optional<std::array<std::uint64_t, count>> numbersIn(std::string_view name,
     for (const char expected : pattern) {
         if (expected == '#') {
             const auto [end, error] = std::from_chars(at, name.end(), *number++);
-            if (error != std::errc()) {
+            if (error != std::errc() || (*at == '0' && end != at + 1)) {
                 return std::nullopt;
             }
             at = end;
@@ -107,7 +109,7 @@ void place(const std::string& link, Port& port) {
     std::string owner;
     std::string above;
     for (const std::string& part : split(link)) {
-        if (const auto host = numbersIn<1>(part, "host#")) {
+        if (const auto host = numbersIn<1>(part, "host#"); host && (*host)[0] <= MAX_HOST) {
             port.physicalNumber = static_cast<unsigned>((*host)[0]);
             port.isFcoe = above.starts_with("ctlr_"); // a controller of the FCoE bus, over a network device
             port.owner = owner.empty() ? path : owner;
@@ -132,21 +134,44 @@ void place(const std::string& link, Port& port) {
     port.record.PortInterfaceType = link.find("/vport-") == std::string::npos ? PHYSICAL_PORT : VIRTUAL_PORT;
 }
 
+std::string textOf(Text text) {
+    std::string value;
+    takeText(text, value);
+    return value;
+}
+
+/// Fills in what is empty.
+void complete(Identity& identity, const Identity& other) {
+    for (std::string Identity::*const text : {&Identity::model, &Identity::serialNumber, &Identity::manufacturer}) {
+        if ((identity.*text).empty()) {
+            identity.*text = other.*text;
+        }
+    }
+}
+
 /// What the transport class doesn't tell of an adapter, its card may.
-void takeIdentityFromCard(const Folder& hosts, Port& port) {
-    constexpr std::size_t LIMIT = 1024; // of the library's own
-    std::string vpd;
-    if (port.pci.path.empty() || !port.identity.model.empty() ||
-        hosts.readWhole((port.pci.path + VITAL_PRODUCT_DATA).c_str(), LIMIT, vpd) != 0) {
+void takeIdentityFromCard(const Folder& hosts, const PciFunction& pci, Identity& identity) {
+    if (pci.path.empty() || (!identity.model.empty() && !identity.serialNumber.empty())) {
         return;
     }
-    takeText(vpdKeyword(vpd, "PN"), port.identity.model);
-    if (port.identity.serialNumber.empty()) {
-        takeText(vpdKeyword(vpd, "SN"), port.identity.serialNumber);
+    constexpr std::size_t LIMIT = 1024; // of the library's own
+    std::string vpd;
+    const int error = hosts.readWhole((pci.path + VITAL_PRODUCT_DATA).c_str(), LIMIT, vpd);
+    if (error != 0 && error != ENOENT) {
+        tell(split(pci.path).back() + '/' + VITAL_PRODUCT_DATA, std::strerror(error));
     }
-    if (port.identity.manufacturer.empty()) {
-        takeText(vpdKeyword(vpd, "MN"), port.identity.manufacturer);
+    complete(identity, {textOf(vpdKeyword(vpd, "PN")), textOf(vpdKeyword(vpd, "SN")), textOf(vpdKeyword(vpd, "MN"))});
+}
+
+/// The H:C:T that the names of a target's LUNs begin with; none: the target has no LUNs.
+std::optional<std::array<std::uint64_t, 3>> scsiTarget(const Folder& remotePorts, const Target& target) {
+    const auto numbers = numbersIn<3>(target.name, "rport-#:#-#");
+    if (target.record.TargetNumber != NO_TARGET_NUMBER) {
+        return std::array{(*numbers)[0], (*numbers)[1], std::uint64_t{target.record.TargetNumber}};
     }
+    // The number may be what can't be read; the remote port's own folder has the SCSI target's.
+    const auto found = numbered<3>(Folder(remotePorts, (target.name + "/device").c_str()), "target#:#:#");
+    return found.empty() ? std::nullopt : std::optional(found.begin()->first);
 }
 
 template <std::size_t size> bool isZero(const VX_UINT8 (&bytes)[size]) {
@@ -169,7 +194,7 @@ void tell(const std::string& what, const std::string& why) {
 }
 
 Tree::Tree(const std::string& root)
-    : system_((root + "/sys").c_str()), classes_(system_, "class"), hosts_(classes_, "fc_host"),
+    : root_(root), system_(root_, "sys"), classes_(system_, "class"), hosts_(classes_, "fc_host"),
       remotePorts_(classes_, "fc_remote_ports") {
     readPorts();
     readRemotePorts();
@@ -194,6 +219,10 @@ Port* Tree::port(const VX_PORT_HANDLE* handle) {
 
 void Tree::readPorts() {
     for (const auto& [numbers, name] : numbered<1>(hosts_, "host#")) {
+        if (numbers[0] > MAX_HOST) {
+            tell("fc_host/" + name, "left out, since the kernel has no such number");
+            continue;
+        }
         Port port;
         port.number = static_cast<unsigned>(numbers[0]);
         port.name = name;
@@ -204,7 +233,7 @@ void Tree::readPorts() {
             tell("fc_host/" + name, "left out, since it has no port name");
             continue;
         }
-        takeAll(hosts_, name + "/statistics", HOST_STATISTICS, record);
+        readCounters(port);
         if (hosts_.has((name + "/statistics/" + NOTIFICATIONS).c_str())) {
             record.FeatureFlags |= CONGESTION_PHASE_2;
         }
@@ -214,7 +243,7 @@ void Tree::readPorts() {
         record.ChipProperty = port.pci.chip;
         record.ProtocolType = port.isFcoe ? 1 : 0;
         record.ScmCongState = UNKNOWN_STATE;
-        if (record.PortState != ONLINE) {
+        if (record.PortState == OFFLINE) {
             record.PortSpeed = 0; // the kernel keeps the last one, or the fastest
         }
         const VX_UINT32 word = port.number;
@@ -224,13 +253,25 @@ void Tree::readPorts() {
     }
 }
 
+void Tree::readCounters(Port& port) {
+    port.record.IoCount = 0; // these two are sums
+    port.record.MegaBytesCount = 0;
+    takeAll(hosts_, port.name + "/statistics", HOST_STATISTICS, port.record);
+}
+
 void Tree::readRemotePorts() {
     for (const auto& [numbers, name] : numbered<3>(remotePorts_, "rport-#:#-#")) {
-        Port* const owner = port(static_cast<VX_UINT32>(numbers[0]));
+        Port* const owner = numbers[0] > MAX_HOST ? nullptr : port(static_cast<VX_UINT32>(numbers[0]));
         Target target;
-        take(remotePorts_, name, ROLES, target);
+        if (owner == nullptr) {
+            continue;
+        }
+        if (!take(remotePorts_, name, ROLES, target)) {
+            tell("fc_remote_ports/" + name, "left out, since it has no roles");
+            continue;
+        }
         const bool isFcp = target.roles.find("FCP Target") != std::string::npos;
-        if (owner == nullptr || (!isFcp && target.roles.find("NVMe Target") == std::string::npos)) {
+        if (!isFcp && target.roles.find("NVMe Target") == std::string::npos) {
             continue;
         }
         _tagVEXAPI_SDMTarget& record = target.record;
@@ -272,11 +313,11 @@ void Tree::readLuns() {
     std::map<std::array<std::uint64_t, 3>, Target*> targets;
     for (Port& port : ports_) {
         for (Target& target : port.targets) {
-            const auto numbers = numbersIn<3>(target.name, "rport-#:#-#");
-            const bool isNvme = (target.record.TargetFlags[5] & NVME_TARGET) != 0;
-            if (!isNvme && target.record.TargetNumber != NO_TARGET_NUMBER) {
-                targets.emplace(std::array{(*numbers)[0], (*numbers)[1], std::uint64_t{target.record.TargetNumber}},
-                                &target);
+            if ((target.record.TargetFlags[5] & NVME_TARGET) != 0) {
+                continue;
+            }
+            if (const auto numbers = scsiTarget(remotePorts_, target)) {
+                targets.emplace(*numbers, &target);
             }
         }
     }
@@ -322,7 +363,10 @@ void Tree::readControllers() {
     readBlockDevices();
     for (const auto& [numbers, name] : names) {
         Controller controller;
-        take(controllers, name, TRANSPORT, controller);
+        if (!take(controllers, name, TRANSPORT, controller)) {
+            tell("nvme/" + name, "left out, since it has no transport");
+            continue;
+        }
         if (controller.transport != "fc") {
             continue;
         }
@@ -366,10 +410,13 @@ void Tree::readControllers() {
             Lun lun;
             lun.record.LunFlags = NAMESPACE;
             const std::string entry = "block/" + block->second;
-            if (!take(classes_, entry, NAMESPACE_NUMBER, lun)) {
-                tell(entry, "left out, since it has no namespace number");
+            take(classes_, entry, NAMESPACE_NUMBER, lun);
+            if (lun.namespaceNumber == 0 || lun.namespaceNumber > MAX_NAMESPACE) {
+                tell(entry, lun.namespaceNumber == 0 ? "left out, since it has no namespace number"
+                                                     : "left out, since its number takes more than 16 bits");
                 continue;
             }
+            lun.record.LunNumber = static_cast<VX_UINT16>(lun.namespaceNumber);
             take(classes_, entry, WORLDWIDE_ID, lun);
             takeSize(classes_, block->second, lun);
             std::copy_n(record.ProductId, sizeof lun.record.ProductId, lun.record.ProductId);
@@ -393,10 +440,13 @@ template <class Records, class Project> auto chain(Records& records, Project pro
     return next;
 }
 
-void takeIdentity(const Port& port, _vexapi_adapter_t& record) {
-    takeText(port.identity.model, record.Model);
-    takeText(port.identity.serialNumber, record.SerialNumber);
-    takeText(port.identity.manufacturer, record.Manufacturer);
+void takeIdentity(const Identity& identity, _vexapi_adapter_t& record) {
+    takeText(identity.model, record.Model);
+    takeText(identity.serialNumber, record.SerialNumber);
+    takeText(identity.manufacturer, record.Manufacturer);
+}
+
+void takeChip(const Port& port, _vexapi_adapter_t& record) {
     record.AdapterType = !port.isFcoe                        ? FIBRE_CHANNEL_ADAPTER
                          : port.pci.classCode >> 8 == 0x0200 ? ETHERNET_ADAPTER
                                                              : 0;
@@ -425,9 +475,10 @@ void Tree::join() {
         if (adapter == adapters_.end()) {
             adapter = adapters_.emplace(adapters_.end());
             adapter->owner = port.owner;
-            takeIdentityFromCard(hosts_, port);
-            takeIdentity(port, adapter->record);
+            adapter->pci = port.pci;
+            takeChip(port, adapter->record);
         }
+        complete(adapter->identity, port.identity);
         // Virtual ports stand behind the physical one whose function they share.
         auto physical = std::find_if(adapter->ports.begin(), adapter->ports.end(),
                                      [&](const PhysicalPort& known) { return known.number == port.physicalNumber; });
@@ -445,6 +496,8 @@ void Tree::join() {
         ++physical->protocols.Count;
     }
     for (Adapter& adapter : adapters_) {
+        takeIdentityFromCard(hosts_, adapter.pci, adapter.identity);
+        takeIdentity(adapter.identity, adapter.record);
         adapter.list.Count = static_cast<VX_UINT32>(adapter.ports.size());
         adapter.list.pHead = chain(
             adapter.ports, [](PhysicalPort & port) -> auto& { return port.record; });

@@ -31,6 +31,7 @@ struct PciFunction {
 struct Lun {
     _tagVEXAPI_SDMLun record{};
     VX_UINT32 deviceType = 0;
+    VX_UINT32 namespaceNumber = 0; ///< 0: none
 };
 
 struct Target {
@@ -71,6 +72,8 @@ struct PhysicalPort {
 
 struct Adapter {
     std::string owner;
+    PciFunction pci;   ///< of its first port
+    Identity identity; ///< from the first of its ports that tells
     _vexapi_adapter_t record{};
     VX_PHY_PORT_LIST list{};
     std::deque<PhysicalPort> ports;
@@ -92,6 +95,9 @@ public:
     Port* port(const VX_PORT_HANDLE* handle);
     Port* port(VX_UINT32 word);
 
+    /// Reads the counters of a port, the first time or again.
+    void readCounters(Port& port);
+
     /// The folders class/fc_host and class/fc_remote_ports.
     const Folder& hosts() const { return hosts_; }
     const Folder& remotePorts() const { return remotePorts_; }
@@ -104,6 +110,7 @@ private:
     void readControllers();
     void join();
 
+    Folder root_;
     Folder system_;
     Folder classes_;
     Folder hosts_;

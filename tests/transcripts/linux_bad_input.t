@@ -76,6 +76,13 @@ Every other attribute may be missing, empty, unknown, garbage or too long.
   5\t5\t11 (esc)
   $ rm /var/tmp/vexapi-output.log
 
+The speed of a port whose state isn't known stands; only a link that is down has none.
+
+  $ echo 16 Gbit >$sys/class/fc_host/host0/speed
+  $ orfc-esxcli -t port -s info getcli $PORT | grep -E 'Port (State|Speed)'
+        Port State: Unknown
+        Port Speed: 16 Gbps
+
 A file that refuses is told. So is a folder in a file's place.
 
   $ rm $sys/class/fc_host/host0/speed; mkdir $sys/class/fc_host/host0/speed
@@ -89,6 +96,46 @@ Nobody waits for a pipe in a file's place.
   $ rm -f $sys/class/fc_host/host0/node_name; mkfifo $sys/class/fc_host/host0/node_name
   $ timeout 5 orfc-esxcli -t port listcli | grep -c FC_
   5
+
+The kernel writes host numbers of 32 bits, and without zeros in front.
+
+  $ linux fcoe
+  $ for name in host4294967296 host00 host host-1 host0x; do ln -s $(readlink $sys/class/fc_host/host0) $sys/class/fc_host/$name; done
+  $ lists | paste -s
+  5\t5\t11 (esc)
+  $ told | sort -u
+  fc_host/host4294967296: left out, since the kernel has no such number
+
+No link leads out of a tree: absolute ones, and those that climb above its root, begin at that root.
+
+  $ echo outside >version; echo inside >tree/version
+  $ rm $sys/class/fc_host/host0/statistics/reset_statistics
+  $ ln -s $PWD/version $sys/class/fc_host/host0/statistics/reset_statistics
+  $ for file in $PWD/version /version ../../../../../../../../../../../../../../../../../../version; do
+  >   ln -sf $file $sys/class/fc_host/host0/driver_version
+  >   orfc-esxcli -t port -s info getcli $PORT | grep Driver
+  > done
+        Driver Version: 
+        Driver Version: inside
+        Driver Version: inside
+  $ orfc-esxcli -t port -s stats resetcli $PORT Firmware | grep Message
+  Message: Failed, Statistics clear error
+  $ cat version
+  outside
+
+A remote port without its number as a SCSI target has its LUNs all the same, by its folder. Without its roles it isn't
+known as a target.
+
+  $ linux fcoe
+  $ rm $sys/class/fc_remote_ports/rport-0:0-1/scsi_target_id
+  $ ln -s ../../../rport-0:0-1 $sys/class/fc_remote_ports/rport-0:0-1/device
+  $ lists | paste -s
+  5\t5\t11 (esc)
+  $ printf '' >$sys/class/fc_remote_ports/rport-0:0-0/roles; rm $sys/class/fc_remote_ports/rport-1:0-0/roles
+  $ lists | paste -s
+  5\t3\t6 (esc)
+  $ told | sort -u
+  fc_remote_ports/rport-1:0-0: left out, since it has no roles
 
 LUNs: texts with bytes of all kinds, too short or missing inquiry data, designators that lie about their lengths, sizes
 that are no numbers, links that go nowhere.
@@ -164,6 +211,24 @@ NVMe controllers: another transport, a discovery controller, an address without 
   nvme4/address: not understood as the names of both ports
   nvme/nvme4: left out, since no port of this host has it
   nvme/nvme5: left out, since no port of this host has it
+
+A namespace's number: a LUN's record has 16 bits for it, and 0 is none.
+
+  $ linux fcoe
+  $ cd $sys/class/nvme
+  $ echo 65535 >nvme0/nvme0c0n1/nsid; echo 65536 >nvme0/nvme0c0n2/nsid
+  $ printf '' >nvme1/nvme0c1n1/nsid; echo 0 >nvme1/nvme0c1n2/nsid
+  $ cd - >/dev/null
+  $ orfc-esxcli -t lun listcli | grep NSID
+  LUNs/Namespaces: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10_NSID_65535
+  $ told | sort -u
+  block/nvme0c0n2: left out, since its number takes more than 16 bits
+  block/nvme0c1n1: left out, since it has no namespace number
+  block/nvme0c1n2: left out, since it has no namespace number
+  $ rm $sys/class/nvme/nvme1/transport; orfc-esxcli -t target listcli | grep c0:
+  Targets: FC_20:00:02:00:00:00:a0:01_Target_20:00:02:00:00:00:c0:10
+  $ told | grep nvme1
+  nvme/nvme1: left out, since it has no transport
 
 Half a tree: without block devices there are no sizes, without a SCSI bus no LUNs, without remote ports NVMe alone.
 

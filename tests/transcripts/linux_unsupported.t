@@ -141,6 +141,15 @@ The kernel counts what the fabric notifies. The chip must be one that the tool h
   $ orfc-esxcli -t port -s scmstats clearcli $PORT | grep Message
   Message: Failed, Driver/Firmware does not support this feature
 
+A counter that can't be read is told.
+
+  $ rm -f /var/tmp/vexapi-output.log; echo many >$sys/class/fc_host/host0/statistics/fpin_dn_timeout
+  $ orfc-esxcli -t port -s scmstats getcli $PORT | grep -E 'Timeout|Stall'
+        Delivery Timeout Count: 0
+        Congestion Credit Stall Count: 7
+  $ told
+  host0/statistics/fpin_dn_timeout: not understood as a number
+
 Older kernels don't, and have no such reports.
 
   $ rm $sys/class/fc_host/host0/statistics/fpin_* $sys/class/fc_remote_ports/rport-0:0-0/statistics/fpin_*

@@ -68,6 +68,12 @@ What the transport class does tell is not replaced.
   AdapterList:
   ****************************************************
 
+The serial number alone may be missing.
+
+  $ rm $sys/class/fc_host/host0/serial_number
+  $ orfc-esxcli -t adapter listcli | grep -v Adapter__ | sed -n 3p
+  Adapters: Adapter_HBA 5000_00000194
+
 Of more than 1024 bytes the first ones are shown. Sections that lie about their length, and no section at all.
 
   $ rm $sys/class/fc_host/host0/*l*; { image pci-spec-example-widget; head -c 4000 /dev/zero; } >$card/vpd
@@ -89,3 +95,18 @@ Of more than 1024 bytes the first ones are shown. Sections that lie about their 
   Message: Success
   VPD Data: ****************************************************
   $ told
+
+Any port of an adapter may tell what it is.
+
+  $ rm -r tree; "$TESTDIR/../hosts/generate" 2 0 tree; linux; rm $sys/bus/pci/devices/*/vpd $sys/class/fc_host/host0/model
+  $ echo '' >$sys/class/fc_host/host1/serial_number
+  $ orfc-esxcli -t adapter listcli | grep Adapters:
+  Adapters: Adapter_SYN-16002_SYN00000
+
+Data that can't be read are told when they are needed.
+
+  $ rm $sys/class/fc_host/host1/model; mkdir $sys/devices/pci0000:00/0000:00:00.0/0000:01:00.0/vpd
+  $ orfc-esxcli -t adapter listcli | grep Adapters:
+  Adapters: Adapter__SYN00000
+  $ told
+  0000:01:00.0/vpd: Is a directory
