@@ -354,6 +354,30 @@ void Tree::readLuns() {
     }
 }
 
+/// In the order of their numbers; those without one, or with one that the record has no room for, are left out.
+void Tree::readNamespaces(const std::string& controller, Target& target) {
+    const auto [begin, end] = blockDevices_.equal_range(controller);
+    for (auto block = begin; block != end; ++block) {
+        Lun lun;
+        lun.record.LunFlags = NAMESPACE;
+        const std::string entry = "block/" + block->second;
+        take(classes_, entry, NAMESPACE_NUMBER, lun);
+        if (lun.namespaceNumber == 0 || lun.namespaceNumber > MAX_NAMESPACE) {
+            tell(entry, lun.namespaceNumber == 0 ? "left out, since it has no namespace number"
+                                                 : "left out, since its number takes more than 16 bits");
+            continue;
+        }
+        lun.record.LunNumber = static_cast<VX_UINT16>(lun.namespaceNumber);
+        take(classes_, entry, WORLDWIDE_ID, lun);
+        takeSize(classes_, block->second, lun);
+        std::copy_n(target.record.ProductId, sizeof lun.record.ProductId, lun.record.ProductId);
+        std::copy_n(target.record.NvmeRevision, sizeof lun.record.NamespaceRevision, lun.record.NamespaceRevision);
+        target.luns.push_back(lun.record);
+    }
+    std::sort(target.luns.begin(), target.luns.end(),
+              [](const auto& a, const auto& b) { return a.LunNumber < b.LunNumber; });
+}
+
 void Tree::readControllers() {
     const Folder controllers(classes_, "nvme");
     const std::map<std::array<std::uint64_t, 1>, std::string> names = numbered<1>(controllers, "nvme#");
@@ -405,26 +429,7 @@ void Tree::readControllers() {
             target = &owner->targets.emplace_back();
         }
         target->record = record;
-        const auto [begin, end] = blockDevices_.equal_range(name);
-        for (auto block = begin; block != end; ++block) {
-            Lun lun;
-            lun.record.LunFlags = NAMESPACE;
-            const std::string entry = "block/" + block->second;
-            take(classes_, entry, NAMESPACE_NUMBER, lun);
-            if (lun.namespaceNumber == 0 || lun.namespaceNumber > MAX_NAMESPACE) {
-                tell(entry, lun.namespaceNumber == 0 ? "left out, since it has no namespace number"
-                                                     : "left out, since its number takes more than 16 bits");
-                continue;
-            }
-            lun.record.LunNumber = static_cast<VX_UINT16>(lun.namespaceNumber);
-            take(classes_, entry, WORLDWIDE_ID, lun);
-            takeSize(classes_, block->second, lun);
-            std::copy_n(record.ProductId, sizeof lun.record.ProductId, lun.record.ProductId);
-            std::copy_n(record.NvmeRevision, sizeof lun.record.NamespaceRevision, lun.record.NamespaceRevision);
-            target->luns.push_back(lun.record);
-        }
-        std::sort(target->luns.begin(), target->luns.end(),
-                  [](const auto& a, const auto& b) { return a.LunNumber < b.LunNumber; });
+        readNamespaces(name, *target);
     }
 }
 

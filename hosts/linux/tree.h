@@ -107,6 +107,7 @@ private:
     void readRemotePorts();
     void readBlockDevices();
     void readLuns();
+    void readNamespaces(const std::string& controller, Target& target);
     void readControllers();
     void join();
 
