@@ -390,16 +390,9 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
 }
 
 TEST_F(BootConfigExtOptionsTest, RefusalsHaveTheirTexts) {
-    struct Case {
-        Chip chip;
-        Mode mode;
-        std::string options;
-        VX_UINT32 code;
-        const char* message;
-    };
     const char* const paramError = "Failed, Boot parameter requires valid boot mode option";
     const char* const notSupported = "Failed, Feature not supported for this adapter";
-    const Case cases[] = {
+    const Refusal refusals[] = {
         {BIRCH, BIOS, "-n 4", 4, paramError},
         {BIRCH, UEFI, "-m true", 4, paramError},
         {BIRCH, UEFI, "-l true", 4, paramError},
@@ -411,16 +404,8 @@ TEST_F(BootConfigExtOptionsTest, RefusalsHaveTheirTexts) {
         {BIRCH, BIOS, "-n 1", 55, "Failed, Tgt Num, Tgt WWPN, Disk Num required for FCP targets"},
         {BIRCH, NVME, "-n 1", 56, "Failed, Tgt Num, Tgt WWPN, Disk Num, Tgt Enable required for NVMe targets"},
     };
-    for (const Case& row : cases) {
-        SetChip(*port, row.chip);
-        for (const Format& format : FORMATS) {
-            Stage(Snapshot(row.mode));
-            const CommandRun run = RunIn(row.mode, format.Leaf("setFile"), row.options);
-            EXPECT_EQ(run.code, row.code) << row.options;
-            EXPECT_EQ(run.output,
-                      Error(format, row.message) + (row.code == 4 || row.code == 6 ? UsageOf(format, "setFile") : ""));
-            EXPECT_EQ(Staged(), Snapshot(row.mode));
-        }
+    for (const Refusal& refusal : refusals) {
+        ExpectRefusal(refusal);
     }
 }
 

@@ -77,28 +77,14 @@ TEST_P(BootOptionsTest, FlagWords) {
 }
 
 TEST_P(BootOptionsTest, RefusalsHaveTheirTexts) {
-    struct Case {
-        Chip chip;
-        Mode mode;
-        std::string options;
-        VX_UINT32 code;
-        const char* message;
-    };
-    const Case cases[] = {
+    const Refusal refusals[] = {
         {BIRCH, BIOS, "-g true", 4, group.paramError},
         {BIRCH, BIOS, "-a 1", 6, INVALID},
         {BIRCH, UEFI, "-d true", 18, "Failed, Boot parameter not supported with UEFI boot mode option"},
         {EIGHT_G, BIOS, "-f true", 35, "Failed, Feature not supported for this adapter"},
     };
-    for (const Case& row : cases) {
-        SetChip(*port, row.chip);
-        for (const Format& format : FORMATS) {
-            Stage(Snapshot(row.mode));
-            const CommandRun run = RunIn(row.mode, format.Leaf("setFile"), row.options);
-            EXPECT_EQ(run.code, row.code) << row.options;
-            EXPECT_EQ(run.output,
-                      Error(format, row.message) + (row.code == 4 || row.code == 6 ? UsageOf(format, "setFile") : ""));
-        }
+    for (const Refusal& refusal : refusals) {
+        ExpectRefusal(refusal);
     }
 }
 

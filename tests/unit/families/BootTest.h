@@ -261,6 +261,27 @@ protected:
         return format.IsXml() ? "" : "Usage: " + leaf + "\r\n";
     }
 
+    /// Options of a `setFile` that is refused.
+    struct Refusal {
+        Chip chip;
+        Mode mode;
+        std::string options;
+        VX_UINT32 code;
+        const char* message;
+    };
+    /// Its document, in both formats, with the usage where one belongs behind it; the file stays as it is.
+    void ExpectRefusal(const Refusal& refusal) const {
+        SetChip(*port, refusal.chip);
+        const bool hasUsage = refusal.code == 4 || refusal.code == 6;
+        for (const Format& format : FORMATS) {
+            Stage(Snapshot(refusal.mode));
+            const CommandRun run = RunIn(refusal.mode, format.Leaf("setFile"), refusal.options);
+            EXPECT_EQ(run.code, refusal.code) << refusal.options;
+            EXPECT_EQ(run.output, Error(format, refusal.message) + (hasUsage ? UsageOf(format, "setFile") : ""));
+            EXPECT_EQ(Staged(), Snapshot(refusal.mode)) << refusal.options;
+        }
+    }
+
     Calls SetCalls() const {
         return {PortCall("GetBootDeviceInfo"), PortCall("SetBootDeviceInfo"), "VEXAPI_IsRebootRequired()"};
     }
