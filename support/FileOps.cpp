@@ -1,50 +1,56 @@
 #include "FileOps.h"
 
+#include "OwnFile.h"
 #include "TavuDebug.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
 constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
-
-using File = std::unique_ptr<FILE, int (*)(FILE*)>;
-
-File Open(const char* path, const char* mode) {
-    return {std::fopen(path, mode), &std::fclose};
-}
-
-/// Closes a written file. False when not all of it has reached the file.
-bool Close(File file) {
-    const bool isWritten = std::ferror(file.get()) == 0;
-    return std::fclose(file.release()) == 0 && isWritten;
-}
 
 /// Cuts a text at the first of `characters`.
 void Cut(char* text, const char* characters) {
     text[std::strcspn(text, characters)] = '\0';
 }
 
-/// Copies `input` to `output`, with `line` in the place of every line that contains `key`, or at the end.
-void CopyWithSetting(FILE* input, FILE* output, const char* key, const char* line) {
-    char buffer[512];
+/// Takes the next line off `content`, with its newline; of a longer line a piece of `longest` bytes.
+std::string_view TakeLine(std::string_view& content, std::size_t longest) {
+    const std::size_t newline = content.substr(0, longest).find('\n');
+    const std::size_t length = newline == std::string_view::npos ? std::min(longest, content.size()) : newline + 1;
+    const std::string_view line = content.substr(0, length);
+    content.remove_prefix(length);
+    return line;
+}
+
+/// `content` with `setting` in the place of every line that contains `key`, or at the end. A line ends at a NUL
+/// in it, as the reader sees it.
+TavuString WithSetting(std::string_view content, const TavuString& key, const TavuString& setting) {
+    constexpr std::size_t LONGEST_LINE = 511;
+    TavuString result;
     bool isReplaced = false;
-    bool isLineEnded = true;
-    while (std::fgets(buffer, sizeof buffer, input) != nullptr) {
-        const bool isSetting = std::strstr(buffer, key) != nullptr;
-        const char* const text = isSetting ? line : buffer;
-        std::fputs(text, output);
-        isReplaced = isReplaced || isSetting;
-        isLineEnded = *text == '\0' || text[std::strlen(text) - 1] == '\n';
+    while (!content.empty()) {
+        const std::string_view line = TakeLine(content, LONGEST_LINE);
+        const std::string_view text = line.substr(0, line.find('\0'));
+        if (text.find(key) != std::string_view::npos) {
+            result += setting;
+            isReplaced = true;
+        } else if (!text.empty()) {
+            result += text;
+            result += text.size() < line.size() && line.back() == '\n' ? "\n" : "";
+        }
     }
     if (!isReplaced) {
         // A file that was edited by hand may end without a newline; both settings would be lost on one line.
-        std::fputs(isLineEnded ? "" : "\n", output);
-        std::fputs(line, output);
+        result += result.empty() || result.back() == '\n' ? "" : "\n";
+        result += setting;
     }
+    return result;
 }
 
 unsigned Fail(const char* what) {
@@ -58,12 +64,16 @@ int FileOps::read_key_value(const char* path, const char* key, char* value, unsi
     if (path == nullptr || key == nullptr || value == nullptr) {
         return READ_INVALID;
     }
-    const File file = Open(path, "r");
-    if (file == nullptr) {
-        return READ_NO_FILE;
-    }
+    TavuString content;
+    return ReadOwnFile(path, content) ? FindKeyValue(content, key, value, valueSize, delimiter) : READ_NO_FILE;
+}
+
+int FileOps::FindKeyValue(const TavuString& content, const char* key, char* value, unsigned long valueSize,
+                          char delimiter) {
     char buffer[1024] = {};
-    while (std::fgets(buffer, sizeof buffer, file.get()) != nullptr) {
+    for (std::string_view rest = content; !rest.empty();) {
+        const std::string_view piece = TakeLine(rest, sizeof buffer - 1);
+        buffer[piece.copy(buffer, sizeof buffer - 1)] = '\0';
         char* const line = buffer + std::strspn(buffer, WHITE_SPACE);
         char* const end = *line == '#' ? nullptr : std::strchr(line, delimiter);
         if (end == nullptr) {
@@ -84,32 +94,20 @@ int FileOps::read_key_value(const char* path, const char* key, char* value, unsi
 
 unsigned FileOps::UpdateKeyValueInFile(const TavuString& path, const TavuString& key, const TavuString& value) {
     const TavuString temporary = path + "_tmp";
-    const TavuString line = key + "=" + value + "\n";
+    const TavuString setting = key + "=" + value + "\n";
 
-    File input = Open(path.c_str(), "r");
-    if (input == nullptr) {
+    TavuString content;
+    if (!ReadOwnFile(path.c_str(), content)) {
+        // Only a missing file is started anew: what was staged in one that can't be read must not get lost.
+        if (errno != ENOENT) {
+            return Fail("File open failed in read mode");
+        }
         TavuDebug::Print(TRACE_DEBUG, "FileOps::UpdateKeyValueInFile: File open failed in read mode, creating it");
-        File created = Open(path.c_str(), "w+");
-        if (created == nullptr) {
-            return Fail("File open failed in write mode");
-        }
-        std::fputs(line.c_str(), created.get());
-        if (!Close(std::move(created))) {
-            std::remove(path.c_str());
-            return Fail("File write failed");
-        }
-        return 0;
+        return CreateOwnFile(path.c_str(), setting) ? 0 : Fail("File open failed in write mode");
     }
-    File output = Open(temporary.c_str(), "w+");
-    if (output == nullptr) {
+    unlink(temporary.c_str()); // of an interrupted run, or another user's
+    if (!CreateOwnFile(temporary.c_str(), WithSetting(content, key, setting))) {
         return Fail("temp file open failed");
-    }
-    CopyWithSetting(input.get(), output.get(), key.c_str(), line.c_str());
-    const bool isRead = std::ferror(input.get()) == 0;
-    input.reset();
-    if (!Close(std::move(output)) || !isRead) {
-        std::remove(temporary.c_str());
-        return Fail("temp file write failed");
     }
     if (std::remove(path.c_str()) != 0) {
         return Fail("remove file failed");
@@ -123,11 +121,11 @@ unsigned FileOps::UpdateKeyValueInFile(const TavuString& path, const TavuString&
 int FileOps::IsFilePresent(const TavuString& path) {
     TavuDebug::Print(TRACE_INFORMATION, "FileOps::IsFilePresent: Entered for file=%s", path.c_str());
     struct stat information {};
-    if (stat(path.c_str(), &information) != 0 || !S_ISREG(information.st_mode)) {
+    if (lstat(path.c_str(), &information) != 0 || !S_ISREG(information.st_mode)) {
         TavuDebug::Print(TRACE_DEBUG, "FileOps::IsFilePresent: File not present");
         return 0;
     }
-    // A success, and still at the level of failures: support staff look for it there.
+    // A success, and still at the level of failures. Required: support staff look for it there.
     TavuDebug::Print(TRACE_DEBUG, "FileOps::IsFilePresent: %s file present", path.c_str());
     return 1;
 }

@@ -1,6 +1,7 @@
 #include "TavuDebug.h"
 
 #include "CriticalSection.h"
+#include "OwnFile.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -67,7 +68,7 @@ void TavuDebug::Print(const char* format, ...) {
     }
     va_list arguments;
     va_start(arguments, format);
-    Write(nullptr, format, arguments);
+    PrintV(nullptr, "", format, arguments);
     va_end(arguments);
 }
 
@@ -77,12 +78,13 @@ void TavuDebug::Print(unsigned level, const char* format, ...) {
     }
     va_list arguments;
     va_start(arguments, format);
-    Write(&level, format, arguments);
+    PrintV(&level, "", format, arguments);
     va_end(arguments);
 }
 
-void TavuDebug::Write(const unsigned* level, const char* format, va_list arguments) {
-    if (format == nullptr || *format == '\0') {
+void TavuDebug::PrintV(const unsigned* level, const char* prefix, const char* format, va_list arguments) {
+    const bool isWanted = level != nullptr ? IsEnabled(*level) : dwDbgLevel != 0;
+    if (!isWanted || format == nullptr || *format == '\0') {
         return;
     }
     TraceLock().Lock();
@@ -91,9 +93,9 @@ void TavuDebug::Write(const unsigned* level, const char* format, va_list argumen
     const auto process = static_cast<unsigned long>(getpid());
     TavuString line;
     if (level != nullptr) {
-        line.Format("CIM Provider %s %lu: %s\r\n", WordOf(*level), process, text.c_str());
+        line.Format("CIM Provider %s %lu%s: %s\r\n", WordOf(*level), process, prefix, text.c_str());
     } else {
-        line.Format("CIM Provider %lu: %s\r\n", process, text.c_str());
+        line.Format("CIM Provider %lu%s: %s\r\n", process, prefix, text.c_str());
     }
     OutputDebugStringA(line.c_str());
     TraceLock().Unlock();
@@ -101,7 +103,7 @@ void TavuDebug::Write(const unsigned* level, const char* format, va_list argumen
 
 void TavuDebug::OutputDebugStringA(const char* text) {
     const TavuString stamp = TimeStamp();
-    FILE* log = std::fopen(GetInstallationPath().c_str(), "a+");
+    FILE* log = AppendToOwnFile(GetInstallationPath().c_str());
     if (log == nullptr) {
         return;
     }
@@ -129,10 +131,10 @@ TavuString DebugLogPath(const char* file) {
     return path;
 }
 
-ScopedTrace::ScopedTrace(const char* name) : mName(name) {
+ScopedTrace::ScopedTrace(Kind kind, const char* className) : mKind(kind), mClassName(className) {
     if (TavuDebug::IsEnabled(TRACE_INFORMATION)) {
         mTimer.Start();
-        TavuDebug::Print(TRACE_INFORMATION, "STARTING %s", mName);
+        TavuDebug::Print(TRACE_INFORMATION, "STARTING %s", GetName().c_str());
     }
 }
 
@@ -142,8 +144,18 @@ ScopedTrace::~ScopedTrace() {
     }
     mTimer.Stop();
     if (mTimer.ElapsedTimeInMillisec() >= SLOW_SCOPE_MILLISECONDS) {
-        TavuDebug::Print(TRACE_INFORMATION, "RETURNING %s ... elapsed %s", mName, mTimer.ElapsedTime().c_str());
+        TavuDebug::Print(TRACE_INFORMATION, "RETURNING %s ... elapsed %s", GetName().c_str(),
+                         mTimer.ElapsedTime().c_str());
     } else {
-        TavuDebug::Print(TRACE_INFORMATION, "RETURNING %s", mName);
+        TavuDebug::Print(TRACE_INFORMATION, "RETURNING %s", GetName().c_str());
     }
+}
+
+TavuString ScopedTrace::GetName() const {
+    TavuString name;
+    name.Format(mKind == CONSTRUCTOR ? "%s::%s(MultipleCmdsProcessor*, const char*, const char*, const char*, "
+                                       "VX_UINT32, VX_UINT32)"
+                                     : "virtual %s::~%s()",
+                mClassName, mClassName);
+    return name;
 }

@@ -71,7 +71,7 @@ A failure is told as that of a read, although it is a write.
   ****************************************************
   RestoreDefaultsInfo:
   Message: Success
-  Reboot Required: true
+  Reboot Required: false
   ****************************************************
   $ orfc-esxcli -t port -s hbaparams restoreDefaultscli FC_21:01:00:24:ff:50:00:01
   ****************************************************

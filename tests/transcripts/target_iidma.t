@@ -135,3 +135,4 @@ The trace of the failing change tells of a read.
   $ VEXAPI_SIM_FAULTS=VEXAPI_SetTargetLinkSpeed=9 ORFC_DEBUG_LEVEL=4 orfc-esxcli -t target -v iidma set $target 8_Gbps >/dev/null
   $ messages /var/tmp/viplugin.log
   FCTargetIIDMACmdsProcessor::CmdSetCommon: Get Link Speed failed err=9\r (esc)
+  FCTargetIIDMACmdsProcessor::DisplayError: Failed, IIDMA set failed (result 20)\r (esc)

@@ -13,7 +13,7 @@ using Node = _VEXAPI_SANCONGTMGMTV2;
 
 /// What `add(block)` writes behind a first line.
 template <typename Add> std::string Written(Add add) {
-    ReportBlock block(4096, ReportBlock::SizeRule::SPACE_LEFT, "Class", "Function");
+    ReportBlock block(4096, ReportBlock::SizeRule::SPACE_LEFT);
     block.Raw("");
     add(block);
     return block.GetText();

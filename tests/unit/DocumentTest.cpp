@@ -1,6 +1,7 @@
 #include "Document.h"
 #include "Capture.h"
 #include "TraceLog.h"
+#include "TracedFunction.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +19,8 @@ const ReportNames NAMES = {"PortInfo", "Port Info", "PortInfoList"};
 template <typename Write> std::string Written(Serializer::eOutputFormat format, Write write) {
     Serializer out;
     Capture capture;
-    Document document(out, format, "Class", "Function");
+    const TracedFunction traced("Class", "Function");
+    Document document(out, format);
     write(document);
     EXPECT_EQ(out.end_output(), 12u) << "the document was not ended";
     return capture.Stop();
@@ -80,7 +82,7 @@ std::string XmlReboot(const std::string& word) {
 const std::string XML_STRUCTURE = "<structure typeName=\"PortInfo\">\n";
 
 TEST(DocumentTest, WritesADataBlockReport) {
-    ReportBlock block(64, ReportBlock::SizeRule::FULL, "Class", "Function");
+    ReportBlock block(64, ReportBlock::SizeRule::FULL);
     block.Line("Name", "100%");
     block.Line("State", "%s");
     ExpectBoth([&](Document& document) { document.BlockReport(NAMES, REBOOT_NOT_SHOWN, block); },
@@ -107,14 +109,14 @@ TEST(DocumentTest, WritesTheRebootBehindSuccess) {
 }
 
 TEST(DocumentTest, WritesTheRebootAheadOfAnError) {
-    ExpectBoth([](Document& document) { document.ReportError(NAMES, true, "Failed, Unknown"); },
+    ExpectBoth([](Document& document) { document.ReportError(NAMES, true, 50, "Failed, Unknown"); },
                XML_STRUCTURE + XmlReboot("true") + XmlMessage("Failed, Unknown") + REPORT_FIELD + REPORT_FIELD_END,
                // The last line has no end of its own.
                "PortInfo:\nReboot Required: true\nMessage: Failed, Unknown\nPort Info: ");
 }
 
 TEST(DocumentTest, WritesAnErrorWithoutAReboot) {
-    ExpectBoth([](Document& document) { document.ReportError(NAMES, REBOOT_NOT_SHOWN, "Failed, Unknown"); },
+    ExpectBoth([](Document& document) { document.ReportError(NAMES, REBOOT_NOT_SHOWN, 50, "Failed, Unknown"); },
                XML_STRUCTURE + XmlMessage("Failed, Unknown") + REPORT_FIELD + REPORT_FIELD_END,
                "PortInfo:\nMessage: Failed, Unknown\nPort Info: ");
 }
@@ -145,7 +147,7 @@ TEST(DocumentTest, TracesEveryField) {
             document.Field("Number", 18446744073709551615ULL, Serializer::INT_U64);
         });
     });
-    Written(TEXT, [](Document& document) { document.ReportError(NAMES, false, "Failed, Unknown"); });
+    Written(TEXT, [](Document& document) { document.ReportError(NAMES, false, 50, "Failed, Unknown"); });
     EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{
                                      "INFORMATION: Class::Function: Text=a%sb",
                                      "INFORMATION: Class::Function: String=c",
@@ -155,6 +157,40 @@ TEST(DocumentTest, TracesEveryField) {
                                      "INFORMATION: Class::Function: Reboot Required=false",
                                      "INFORMATION: Class::Function: Message=Failed, Unknown",
                                  }));
+}
+
+/// The log shows a number as the document does.
+TEST(DocumentTest, TracesANumberInItsType) {
+    const TraceLog log("1");
+    const auto write = [](Document& document) {
+        document.Flat("S", [&] {
+            document.Field("Counter", (17ULL << 32) + 5, Serializer::INT_U32);
+            document.Field("Balance", ~0ULL, Serializer::INT_S32);
+            document.Field("Mask", 255ULL, Serializer::INT_HEX);
+        });
+    };
+    Written(XML, write);
+    Written(TEXT, write);
+    EXPECT_EQ(TraceLog::Lines(),
+              (std::vector<std::string>{
+                  "INFORMATION: Class::Function: Counter=5", "INFORMATION: Class::Function: Balance=-1",
+                  "INFORMATION: Class::Function: Mask=255", "INFORMATION: Class::Function: Counter=5",
+                  "INFORMATION: Class::Function: Balance=-1", "INFORMATION: Class::Function: Mask=ff"}));
+}
+
+TEST(DocumentTest, TracesAFailureAsOne) {
+    const TraceLog log("4");
+    Written(XML, [](Document& document) { document.ReportError(NAMES, false, 13, "Failed, FEC read failed"); });
+    Written(XML, [](Document& document) {
+        document.Flat("S", [&] {
+            document.Message(0, "Success");
+            document.Message(6, "Failed, 100%s", "Test Result");
+            document.Field("Test Status", "Failed");
+        });
+    });
+    EXPECT_EQ(TraceLog::Lines(),
+              (std::vector<std::string>{"DEBUG: Class::Function: Failed, FEC read failed (result 13)",
+                                        "DEBUG: Class::Function: Failed, 100%s (result 6)"}));
 }
 
 } // namespace

@@ -282,11 +282,74 @@ TEST_F(FileOpsTest, AFullDiskLosesNothing) {
     EXPECT_EQ(ReadFile(path), "A=1\nSpeed=16\n");
 }
 
-TEST_F(FileOpsTest, AFullDeviceLosesNothing) {
+TEST_F(FileOpsTest, UpdaterReplacesALinkAtTheTemporaryName) {
     const std::string path = folder.Write("update", "Speed=8\n");
-    ASSERT_EQ(symlink("/dev/full", (path + "_tmp").c_str()), 0);
+    const std::string target = folder.Write("target", "Speed=7\n");
+    ASSERT_EQ(symlink(target.c_str(), (path + "_tmp").c_str()), 0);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), DONE);
+    EXPECT_EQ(ReadFile(path), "Speed=9\n");
+    EXPECT_EQ(ReadFile(target), "Speed=7\n");
+}
+
+/// A line ends at a NUL in it, for the updater as for the reader; two settings never run into each other.
+TEST_F(FileOpsTest, UpdaterKeepsSettingsApartAtANul) {
+    const auto content = [](std::initializer_list<std::string> pieces) {
+        std::string text;
+        for (const std::string& piece : pieces) {
+            text += piece + '\0';
+        }
+        return text.substr(0, text.size() - 1);
+    };
+    EXPECT_EQ(Update(content({"A=1", "\n", "x"}), "Speed", "9"), "A=1\nSpeed=9\n");
+    EXPECT_EQ(Update(content({"A=1", "\nB=2\n"}), "Speed", "9"), "A=1\nB=2\nSpeed=9\n");
+    EXPECT_EQ(Update(content({"A=1\n", "Speed=8\n"}), "Speed", "9"), "A=1\nSpeed=9\n");
+    EXPECT_EQ(Update(content({"A=1\n", ""}), "Speed", "9"), "A=1\nSpeed=9\n");
+    EXPECT_EQ(Update(content({"", "x"}), "Speed", "9"), "Speed=9\n");
+    EXPECT_EQ(Read(content({"A=1", "\n", "x\nB=2\n"}), "B"), Found("2"));
+}
+
+/// Whatever isn't a file of our own is no file that could be read, edited or started anew.
+TEST_F(FileOpsTest, TakesNoFileThatIsNotOurOwn) {
+    const std::string target = folder.Write("target", "Speed=8\n");
+    const std::string link = folder.Path("link");
+    ASSERT_EQ(symlink(target.c_str(), link.c_str()), 0);
+    const std::string dangling = folder.Path("dangling");
+    ASSERT_EQ(symlink(folder.Path("missing").c_str(), dangling.c_str()), 0);
+    const std::string pipe = folder.Path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::string hardLinked = folder.Write("one", "Speed=8\n");
+    ASSERT_EQ(::link(hardLinked.c_str(), folder.Path("two").c_str()), 0);
+    for (const std::string& path : {link, dangling, pipe, hardLinked}) {
+        char value[8] = "before";
+        EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), -2) << path;
+        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR) << path;
+    }
+    EXPECT_EQ(ReadFile(target), "Speed=8\n");
+    EXPECT_EQ(ReadFile(hardLinked), "Speed=8\n");
+    EXPECT_EQ(ReadFile(folder.Path("missing")), std::nullopt);
+    EXPECT_EQ(FileOps::IsFilePresent(link), 0);
+    EXPECT_EQ(FileOps::IsFilePresent(hardLinked), 1);
+}
+
+TEST_F(FileOpsTest, TakesNoFileWithoutABound) {
+    const std::string path = folder.Write("large", "Speed=8\n");
+    std::filesystem::resize_file(path, 1 << 20);
+    char value[8] = "before";
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), 1);
+    std::filesystem::resize_file(path, (1 << 20) + 1);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), -2);
     EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR);
-    EXPECT_EQ(ReadFile(path), "Speed=8\n");
+    EXPECT_EQ(std::filesystem::file_size(path), (1U << 20) + 1);
+}
+
+TEST_F(FileOpsTest, LetsNobodyElseWriteANewFile) {
+    const std::string path = folder.Path("new");
+    const mode_t before = umask(0);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), DONE);
+    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0644));
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), DONE);
+    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0644));
+    umask(before);
 }
 
 TEST_F(FileOpsTest, UpdaterKeepsTheOldFileWithoutATemporaryOne) {

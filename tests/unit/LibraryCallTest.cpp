@@ -26,7 +26,7 @@ protected:
 
     FakeLibrary& Fake() { return FakeLibrary::Get(); }
 
-    const LibraryCall what{" before the call", "Call failed", 13};
+    const LibraryCall what{"VEXAPI_Call", " before the call", "Call failed", 13};
 };
 
 TEST_F(LibraryCallTest, SendsWhatTheLibraryPrintsToTheLog) {
@@ -120,14 +120,14 @@ TEST_F(LibraryCallTest, GivesTheFailureCodeForEveryStatusButZero) {
     const TraceLog log("5");
     const TracedFunction traced("Class", "Function");
     EXPECT_EQ(CallLibrary(what, [] { return VX_UINT32{0}; }), 0u);
-    EXPECT_TRUE(TraceLog::Lines().empty());
     EXPECT_EQ(CallLibrary(what, [] { return VX_UINT32{1}; }), 13u);
     EXPECT_EQ(CallLibrary(what, [] { return VX_UINT32{0xFFFFFFFF}; }), 13u);
     EXPECT_EQ(ResultOf(what, 118), 13u);
     EXPECT_EQ(ResultOf(what, 0), 0u);
-    EXPECT_EQ(TraceLog::Lines(),
-              (Strings{"DEBUG: Class::Function: Call failed err=1", "DEBUG: Class::Function: Call failed err=-1",
-                       "DEBUG: Class::Function: Call failed err=118"}));
+    const std::string status = "INFORMATION: Class::Function: VEXAPI_Call=";
+    const std::string failed = "DEBUG: Class::Function: Call failed err=";
+    EXPECT_EQ(TraceLog::Lines(), (Strings{status + "0", status + "1", failed + "1", status + "-1", failed + "-1",
+                                          status + "118", failed + "118", status + "0"}));
 }
 
 TEST_F(LibraryCallTest, TracesAStatusThatFailsNothing) {
@@ -175,6 +175,15 @@ TEST_F(LibraryCallTest, AsksForTheRebootWithTheAnswerYesReady) {
         EXPECT_TRUE(IsRebootRequired()) << value;
     }
     EXPECT_EQ(onEntry, std::vector<VX_UINT32>(8, 1));
+}
+
+TEST_F(LibraryCallTest, TracesAFailingRebootQuestion) {
+    const TraceLog log("5");
+    const TracedFunction traced("Class", "Function");
+    Fake().onIsRebootRequired = [](VX_UINT32*) { return VX_UINT32{5}; };
+    EXPECT_TRUE(IsRebootRequired());
+    EXPECT_EQ(TraceLog::Lines(), (Strings{"INFORMATION: Class::Function: VEXAPI_IsRebootRequired=5",
+                                          "DEBUG: Class::Function: Is Reboot Required failed err=5"}));
 }
 
 TEST_F(LibraryCallTest, TakesASilentLibraryForAReboot) {

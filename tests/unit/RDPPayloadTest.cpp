@@ -258,6 +258,27 @@ TEST(RDPPayload, ReportsLoseThePiecesThatDontFit) {
     EXPECT_EQ(Payload({0x00010005, 4, 1}).Report(PAYLOAD_SIZE, whole.size()), whole.substr(0, whole.size() - 1));
 }
 
+/// The head of a block is three pieces.
+TEST(RDPPayload, ReportsKeepTheLinesOfAHeadThatFit) {
+    const auto report = [](VX_UINT32 tag, std::size_t length) { // of at most `length` characters
+        return Payload({tag, 0}).Report(PAYLOAD_SIZE, length + 1);
+    };
+    constexpr VX_UINT32 FEC = 0x00010005;
+    const std::string title = "FEC Status Information\n"; // 23 characters, and a line of dashes has 34
+    EXPECT_EQ(report(FEC, 22), "\n");
+    EXPECT_EQ(report(FEC, 23), title);
+    EXPECT_EQ(report(FEC, 24), title + "\n");
+    EXPECT_EQ(report(FEC, 34), DASHES + "\n");
+    EXPECT_EQ(report(FEC, 56), DASHES + "\n\n");
+    EXPECT_EQ(report(FEC, 57), DASHES + "\n" + title);
+    EXPECT_EQ(report(FEC, 90), DASHES + "\n" + title + "\n");
+    EXPECT_EQ(report(FEC, 91), DASHES + "\n" + title + DASHES + "\n");
+    EXPECT_EQ(report(FEC, 92), Block("FEC Status Information", ""));
+    // The first of all begins with a newline that belongs to its line of dashes.
+    EXPECT_EQ(report(1, 34), DASHES + "\n"); // the last line of the head, as the first and the title don't fit
+    EXPECT_EQ(report(1, 35), "\n" + DASHES + "\n");
+}
+
 TEST(RDPArithmetic, Temperatures) {
     EXPECT_EQ(rdp::CalculateTemperatureHighAlarm(0), 0.0f);
     EXPECT_EQ(rdp::CalculateTemperatureHighAlarm(0x4BFF), 0x4BFF * 0.5f - 256.0f); // bit 8 is set

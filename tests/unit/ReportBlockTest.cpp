@@ -1,6 +1,7 @@
 #include "ReportBlock.h"
 #include "Limits.h"
 #include "TraceLog.h"
+#include "TracedFunction.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +13,7 @@ constexpr auto FULL = ReportBlock::SizeRule::FULL;
 constexpr auto SPACE_LEFT = ReportBlock::SizeRule::SPACE_LEFT;
 
 ReportBlock MakeBlock(std::size_t size, ReportBlock::SizeRule rule = FULL) {
-    return ReportBlock(size, rule, "Class", "Function");
+    return ReportBlock(size, rule);
 }
 
 TEST(ReportBlockTest, IndentsAllLinesButTheFirst) {
@@ -34,6 +35,14 @@ TEST(ReportBlockTest, TakesARawTextAsItStands) {
     block.Raw("");
     block.Line("Two", "2");
     EXPECT_STREQ(block.GetText(), "One: 1\n   raw %s\n      Two: 2\n");
+}
+
+TEST(ReportBlockTest, TakesALineEndOfItsOwn) {
+    ReportBlock block = MakeBlock(256);
+    block.Line("One", "1", "");
+    block.Line("Two", "2", "");
+    block.BareLine("Reserved");
+    EXPECT_STREQ(block.GetText(), "One: 1      Two: 2Reserved");
 }
 
 TEST(ReportBlockTest, CountsARawTextAsTheFirstLine) {
@@ -118,19 +127,26 @@ TEST(ReportBlockTest, CutsAFormattedValueAt1024Characters) {
 
 TEST(ReportBlockTest, TracesEveryLine) {
     const TraceLog log("1");
+    const TracedFunction traced("Class", "Function");
     ReportBlock block = MakeBlock(8);
     block.Line("One", "1");
     block.Line("Two", std::string_view("2%s3", 3));
     block.LineF("Three", "%u (ms)", 3u);
+    block.Line("Time", "Nov 22", "");
+    block.BareLine("Reserved");
+    block.BareLine("\n");
     block.Raw("raw");
     EXPECT_STREQ(block.GetText(), "One: 1\n");
     EXPECT_EQ(TraceLog::Lines(),
               (std::vector<std::string>{"INFORMATION: Class::Function: One=1", "INFORMATION: Class::Function: Two=2%s",
-                                        "INFORMATION: Class::Function: Three=3 (ms)"}));
+                                        "INFORMATION: Class::Function: Three=3 (ms)",
+                                        "INFORMATION: Class::Function: Time=Nov 22",
+                                        "INFORMATION: Class::Function: Reserved", "INFORMATION: Class::Function: "}));
 }
 
 TEST(ReportBlockTest, TellsThatThereIsNoMemory) {
     const TraceLog log("4");
+    const TracedFunction traced("Class", "Function");
 #ifndef __SANITIZE_ADDRESS__
     const LoweredLimit fault(RLIMIT_AS, rlim_t{3} << 30);
 #endif

@@ -35,7 +35,7 @@ TEST(TavuDebugTest, WritesNoFileWithoutAMask) {
     const TraceLog log("0");
     TavuDebug::Print("without a level");
     TavuDebug::Print(TRACE_INFORMATION, "with a level");
-    { const ScopedTrace trace("a scope"); }
+    { const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, "Some"); }
     EXPECT_FALSE(TraceLog::Exists());
 }
 
@@ -150,9 +150,13 @@ TEST(DebugLogPathTest, IsNamedAfterTheLoadedFile) {
 
 TEST(ScopedTraceTest, TracesStartAndEnd) {
     const TraceLog log("1");
-    { const ScopedTrace trace("Some::Function"); }
+    { const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, "Some"); }
+    { const ScopedTrace trace(ScopedTrace::DESTRUCTOR, "Some"); }
+    const std::string constructor = "Some::Some(MultipleCmdsProcessor*, const char*, const char*, const char*, "
+                                    "VX_UINT32, VX_UINT32)";
     EXPECT_EQ(TraceLog::Lines(),
-              (Strings{"INFORMATION: STARTING Some::Function", "INFORMATION: RETURNING Some::Function"}));
+              (Strings{"INFORMATION: STARTING " + constructor, "INFORMATION: RETURNING " + constructor,
+                       "INFORMATION: STARTING virtual Some::~Some()", "INFORMATION: RETURNING virtual Some::~Some()"}));
 }
 
 TEST(ScopedTraceTest, TellsTheTimeFrom300MillisecondsOn) {
@@ -160,22 +164,23 @@ TEST(ScopedTraceTest, TellsTheTimeFrom300MillisecondsOn) {
     const long second = 1'600'000'000;
     StoppedClock clock({second, 0});
     {
-        const ScopedTrace trace("quick");
+        const ScopedTrace trace(ScopedTrace::DESTRUCTOR, "Quick");
         clock.Set({second, 299'999});
     }
     clock.Set({second, 0});
     {
-        const ScopedTrace trace("slow");
+        const ScopedTrace trace(ScopedTrace::DESTRUCTOR, "Slow");
         clock.Set({second, 300'000});
     }
     EXPECT_EQ(TraceLog::Lines(),
-              (Strings{"INFORMATION: STARTING quick", "INFORMATION: RETURNING quick", "INFORMATION: STARTING slow",
-                       "INFORMATION: RETURNING slow ... elapsed 00:00:00.300"}));
+              (Strings{"INFORMATION: STARTING virtual Quick::~Quick()",
+                       "INFORMATION: RETURNING virtual Quick::~Quick()", "INFORMATION: STARTING virtual Slow::~Slow()",
+                       "INFORMATION: RETURNING virtual Slow::~Slow() ... elapsed 00:00:00.300"}));
 }
 
 TEST(ScopedTraceTest, IsSilentWithoutLevelOne) {
     const TraceLog log("4");
-    { const ScopedTrace trace("a scope"); }
+    { const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, "Some"); }
     EXPECT_FALSE(TraceLog::Exists());
 }
 

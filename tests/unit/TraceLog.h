@@ -60,6 +60,16 @@ public:
         return lines;
     }
 
+    /// The same without the lines of documents that report a failure: those of the steps that led to them.
+    static std::vector<std::string> Steps() {
+        std::vector<std::string> lines = Lines();
+        std::erase_if(lines, [](const std::string& line) {
+            return line.ends_with(")") && line.find(": Failed, ") != std::string::npos &&
+                   line.find(" (result ") != std::string::npos;
+        });
+        return lines;
+    }
+
 private:
     int mLock;
 };

@@ -61,7 +61,7 @@ inline Image LoadImage(const std::string& name) {
 
 /// The report of an image, without its document.
 inline std::string ReportOf(const Image& image, std::size_t blockSize = 16384) {
-    ReportBlock block(blockSize, ReportBlock::SizeRule::FULL, "Test", "Report");
+    ReportBlock block(blockSize, ReportBlock::SizeRule::FULL);
     TransceiverReport report(block, image.View());
     report.CalculateDMIData();
     report.PrintSFPDMI(true);

@@ -272,7 +272,7 @@ TEST(TransceiverReportTest, InstalledOnlyWithTheExactWord) {
 
 TEST(TransceiverReportTest, InstalledLineCanBeLeftOut) {
     const Image image = Image().Set(0, {3});
-    ReportBlock block(16384, ReportBlock::SizeRule::FULL, "Test", "Report");
+    ReportBlock block(16384, ReportBlock::SizeRule::FULL);
     TransceiverReport(block, image.View()).PrintSFPDMI(false);
     EXPECT_EQ(std::string(block.GetText()).find("Installed"), std::string::npos);
 }
@@ -417,7 +417,7 @@ TEST(TransceiverReportTest, ShorterImagesReadAsZeroBehindTheirEnd) {
     Image whole = LoadImage("finisar-ftlx8571-auj0rcj");
     for (VX_UINT16 size = 0; size <= 512; ++size) {
         const std::vector<VX_UINT8> exact(whole.Data, whole.Data + size); // a read behind it is caught
-        ReportBlock block(16384, ReportBlock::SizeRule::FULL, "Test", "Report");
+        ReportBlock block(16384, ReportBlock::SizeRule::FULL);
         TransceiverReport report(block, ModuleImage(exact.data(), size));
         report.CalculateDMIData();
         report.PrintSFPDMI(true);

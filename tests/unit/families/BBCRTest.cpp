@@ -428,7 +428,7 @@ TEST_F(BBCRTest, AFullDiskLosesNothing) {
 /// Lines of the debug log that aren't about every run.
 std::vector<std::string> FailureTraces() {
     std::vector<std::string> lines;
-    for (const std::string& line : TraceLog::Lines()) {
+    for (const std::string& line : TraceLog::Steps()) {
         if (line.starts_with("DEBUG: ") && line.find("FileOps::") == std::string::npos) {
             lines.push_back(line.substr(7));
         }

@@ -311,8 +311,12 @@ TEST_F(BootConfigExtOptionsTest, NamesOfTargets) {
         {std::string(256, 'n'), std::string(256, 'n'), std::string(255, 'n')},
         {"", "", ""},
         {"%s%n", "%s%n", "%s%n"},
-        {"nqn.a b", "nqn.a b", "nqn.a"},
-        {"nqn.a#b", "nqn.a#b", "nqn.a"},
+        {"nqn.a b", "nqn.a", "nqn.a"},
+        {"nqn.a#b", "nqn.a", "nqn.a"},
+        {"nqn.a\nPrimary_Boot_Target_LUN=9", "nqn.a", "nqn.a"},
+        {"nqn.a\x01\x7f", "nqn.a", "nqn.a"},
+        {"nqn.\xc3\xa9\x7f", "nqn.\xc3\xa9", "nqn.\xc3\xa9"},
+        {"\tnqn.a", "", ""},
         {"nqn=a", "nqn=a", "nqn=a"},
     };
     for (const Case& row : cases) {
@@ -380,7 +384,7 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
         ExpectRefused(row.mode, row.options, row.code);
     }
     Stage(Snapshot(NVME));
-    const TraceLog log("1");
+    const TraceLog log("4");
     ExpectRefused(NVME, "-n 1 -m %d -p " + NO_TARGET, 6);
     bool isTraced = false;
     for (const std::string& line : TraceLog::Lines()) {

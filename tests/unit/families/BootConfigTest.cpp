@@ -325,7 +325,7 @@ TEST_F(BootConfigTest, OrderOfDrives) {
         for (unsigned number = 8; number > first; --number) { // in reverse
             options += DRIVES[number - 1].shortName + (" 1:%d" + std::to_string(number - 1)) + " ";
         }
-        const TraceLog log("1");
+        const TraceLog log("4");
         ExpectRefused(UEFI, options, 6);
         std::vector<std::string> refused;
         for (const std::string& line : TraceLog::Lines()) {

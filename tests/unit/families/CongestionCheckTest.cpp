@@ -295,7 +295,7 @@ TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
                 EXPECT_EQ(run.code, 0u) << row.command->name;
                 EXPECT_EQ(run.output, FailureOf(*row.command, format, row.message)) << row.command->name;
                 EXPECT_EQ(released, flags == SECOND_GENERATION && row.size == 8192 ? 1 : 0) << row.command->name;
-                const std::vector<std::string> traces = TraceLog::Lines();
+                const std::vector<std::string> traces = TraceLog::Steps();
                 ASSERT_EQ(traces.size(), 1u);
                 EXPECT_TRUE(traces[0].ends_with(": Output memory alloc failed")) << traces[0];
             }
@@ -308,7 +308,7 @@ TEST_F(CongestionRefusalTest, Traces) {
     const auto tracesOf = [&](const CongestionCommand& command) {
         unlink(TraceLog::Path());
         RunCongestion(command, XML);
-        return TraceLog::Lines();
+        return TraceLog::Steps();
     };
     const std::string by = "DEBUG: FCTargetSCMChkCmdsProcessor::CmdGetCommon: ";
     feature = 0;

@@ -189,7 +189,7 @@ TEST_F(CongestionProfileTest, Traces) {
     const auto tracesOf = [&](const std::string& options) {
         unlink(TraceLog::Path());
         RunCongestion(PROFILE_SET, XML, options);
-        return TraceLog::Lines();
+        return TraceLog::Steps();
     };
     const std::string by = "DEBUG: PhysicalPortSCMProfileCmdsProcessor::";
     EXPECT_EQ(tracesOf("-r x"), (std::vector<std::string>{by + "CmdSetCommon: restore=x not supported"}));

@@ -537,7 +537,7 @@ TEST_F(DPortDiagTest, Traces) {
     for (const char* leaf : {"get", "setcli", "run"}) {
         RunPort("dportdiag", leaf, "true");
     }
-    EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{by + "CmdSetCommon: Configure DPort failed err=7",
+    EXPECT_EQ(TraceLog::Steps(), (std::vector<std::string>{by + "CmdSetCommon: Configure DPort failed err=7",
                                                            by + "CmdGetCommon: Mezz adapter check failed err=6",
                                                            by + "CmdSetCommon: Mezz adapter check failed err=6",
                                                            by + "CmdRunCommon: Mezz adapter check failed err=6"}));
@@ -548,8 +548,8 @@ TEST_F(DPortDiagTest, FieldsAreTracedByTheirDisplay) {
     Run("-t port -s dportdiag get FC_x");
     RunPort("dportdiag", "set", "on");
     std::vector<std::string> lines;
-    for (const std::string& line : TraceLog::Lines()) {
-        if (line.find("::Display") != std::string::npos) {
+    for (const std::string& line : TraceLog::Steps()) {
+        if (line.find("::Display") != std::string::npos && line.find('=') != std::string::npos) {
             lines.push_back(line);
         }
     }

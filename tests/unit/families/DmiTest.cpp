@@ -283,7 +283,7 @@ TEST_F(DmiTest, UpdateAdmission) {
 TEST_F(DmiTest, UpdateTracesAMissingFile) {
     const TraceLog log("4");
     RunDmi(XML, "update", "no/sfp.bin WTD");
-    EXPECT_EQ(TraceLog::Lines(),
+    EXPECT_EQ(TraceLog::Steps(),
               std::vector<std::string>{
                   "DEBUG: PhysicalPortDMICmdsProcessor::CmdUpdateCommon: SFP Image file [no/sfp.bin] does not exist"});
 }
@@ -293,7 +293,7 @@ TEST_F(DmiTest, UpdateTracesAFailingStatus) {
     Fake().Return("VEXAPI_SfpModuleFirmwareUpdate", 144);
     RunDmi(XML, "update", file + " WTD");
     EXPECT_EQ(
-        TraceLog::Lines(),
+        TraceLog::Steps(),
         std::vector<std::string>{"DEBUG: PhysicalPortDMICmdsProcessor::CmdUpdateCommon: SFP FW update failed err=144"});
 }
 

@@ -110,7 +110,7 @@ TEST_F(FwDumpTest, TracesAFailingStatus) {
     status = 0x64;
     Expect(path, 13, "Failed, FW Dump read failed");
     EXPECT_EQ(
-        TraceLog::Lines(),
+        TraceLog::Steps(),
         std::vector<std::string>{"DEBUG: PhysicalPortFwDumpCmdsProcessor::CmdGetCommon: Get FW Dump failed err=100"});
 }
 

@@ -515,10 +515,12 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
                 files.Begin();
                 return 0u;
             };
+            // Both calls stand in one opening of the log: the question is asked, and answered with no.
             const CommandRun run = Run(format.Leaf("restoreDefaults"));
             EXPECT_EQ(run.code, 0u);
             EXPECT_EQ(run.output,
-                      format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", true)}));
+                      format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", false)}));
+            EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM"), "VEXAPI_IsRebootRequired()"}));
         }
         reboot = 1;
     }

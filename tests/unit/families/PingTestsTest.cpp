@@ -300,7 +300,7 @@ TEST_F(PingTestsTest, Traces) {
         const TraceLog log("4");
         Fake().ReturnInTurn(std::string("VEXAPI_") + row.kind.function, {5});
         RunTest(row.kind, std::string(TARGET) + " 1 true");
-        EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{std::string("DEBUG: ") + row.className +
+        EXPECT_EQ(TraceLog::Steps(), (std::vector<std::string>{std::string("DEBUG: ") + row.className +
                                                                "::CmdRunCommon: " + row.failed + " err=5"}));
     }
 }

@@ -166,20 +166,21 @@ TEST_F(RDPTest, Traces) {
     RunPort("rdp", "runcli");
     const std::string by = "PhysicalPortRDPCmdsProcessor::";
     std::vector<std::string> lines;
-    for (const std::string& line : TraceLog::Lines()) {
-        if (line.find(": " + by) != std::string::npos && line.find("Family<") == std::string::npos) {
+    for (const std::string& line : TraceLog::Steps()) {
+        if (line.find(": " + by) != std::string::npos && line.find("RETURNING") == std::string::npos) {
             lines.push_back(line);
         }
     }
     const std::string tag = "INFORMATION: " + by + "ParseRDPDataBuffer: Unknown Descriptor Tag/Value 0x";
-    EXPECT_EQ(
-        lines,
-        (std::vector<std::string>{
-            "INFORMATION: " + by + "CmdGet: Entered", "INFORMATION: " + by + "CmdGetCommon: Entered", tag + "00010004",
-            tag + "00000004", tag + "00000102", "INFORMATION: " + by + "DisplayRDPInfo: Message=Success",
-            "INFORMATION: " + by + "CmdGetCommon: Exiting", "INFORMATION: " + by + "CmdGetCli: Entered",
-            "INFORMATION: " + by + "CmdGetCommon: Entered", "DEBUG: " + by + "CmdGetCommon: RDP Test failed err=9",
-            "INFORMATION: " + by + "DisplayError: Message=Failed, Diagnostic test failed"}));
+    const auto info = [&by](const std::string& text) { return "INFORMATION: " + by + text; };
+    EXPECT_EQ(lines, (std::vector<std::string>{
+                         info("CmdGet: Entered"), info("CmdGetCommon: Entered"),
+                         info("CmdGetCommon: VEXAPI_DiagnosticsRDPTest=0"), info("DisplayRDPInfo: Entered"),
+                         tag + "00010004", tag + "00000004", tag + "00000102", info("DisplayRDPInfo: Message=Success"),
+                         info("DisplayRDPInfo: Exiting"), info("CmdGetCommon: Exiting"), info("CmdGetCli: Entered"),
+                         info("CmdGetCommon: Entered"), info("CmdGetCommon: VEXAPI_DiagnosticsRDPTest=9"),
+                         "DEBUG: " + by + "CmdGetCommon: RDP Test failed err=9", info("DisplayError: Entered"),
+                         info("DisplayError: Message=Failed, Diagnostic test failed"), info("DisplayError: Exiting")}));
 }
 
 } // namespace

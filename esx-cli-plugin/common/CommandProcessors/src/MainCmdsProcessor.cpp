@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr char CLASS_NAME[] = "MainCmdsProcessor";
+
 /// The tool to the library.
 constexpr VX_UINT32 TOOL_ID = 11;
 constexpr VX_UINT32 LIBRARY_DEBUG_LEVEL = 31;
@@ -97,7 +99,13 @@ constinit const Leaf MainCmdsProcessor::LEAVES[] = {
 };
 
 MainCmdsProcessor::MainCmdsProcessor()
-    : MultipleCmdsProcessor(nullptr, "main", "", "the main commands processor", false, 0, 0) {}
+    : MultipleCmdsProcessor(nullptr, "main", "", "the main commands processor", false, 0, 0) {
+    const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, CLASS_NAME);
+}
+
+MainCmdsProcessor::~MainCmdsProcessor() {
+    const ScopedTrace trace(ScopedTrace::DESTRUCTOR, CLASS_NAME);
+}
 
 MainCmdsProcessor* MainCmdsProcessor::getMainCmdsProcessor() {
     if (mpMainCmdsProcessor == nullptr) {
@@ -112,7 +120,7 @@ void MainCmdsProcessor::destroyMainCmdsProcessor() {
 }
 
 VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
-    const TracedFunction traced("MainCmdsProcessor", __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
     const char* value = std::getenv("ORFC_DEBUG_LEVEL");
     const long requested = value != nullptr ? std::strtol(value, nullptr, 10) : 0;
     const VX_UINT32 level = requested == LIBRARY_DEBUG_REQUEST ? LIBRARY_DEBUG_LEVEL : 0;
@@ -130,6 +138,7 @@ VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
 }
 
 VX_UINT32 MainCmdsProcessor::Uninitialize(TavuStringArray&) {
+    const TracedCall traced(CLASS_NAME, __func__);
     VEXAPI_Uninitialize();
     DeleteSubFamilies();
     return RC_SUCCESS;
@@ -145,6 +154,7 @@ VX_UINT32 MainCmdsProcessor::PrintUsage(TavuStringArray&, VX_UINT32) {
 }
 
 VX_UINT32 MainCmdsProcessor::DoCmd(TavuStringArray& args) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (!HasProgramFlag(FLAG_COMMAND_LINE) && args.empty()) {
         return HandleInteractiveCmds();
     }
@@ -218,6 +228,7 @@ VX_UINT32 MainCmdsProcessor::HandleInteractiveCmds() {
 }
 
 VX_UINT32 MainCmdsProcessor::CmdQuit(MultipleCmdsProcessor*, TavuStringArray& args) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (!args.empty()) {
         return RefuseParameters();
     }
@@ -226,6 +237,7 @@ VX_UINT32 MainCmdsProcessor::CmdQuit(MultipleCmdsProcessor*, TavuStringArray& ar
 }
 
 VX_UINT32 MainCmdsProcessor::CmdVersion(MultipleCmdsProcessor*, TavuStringArray& args) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (!args.empty()) {
         return RefuseParameters();
     }
@@ -234,6 +246,7 @@ VX_UINT32 MainCmdsProcessor::CmdVersion(MultipleCmdsProcessor*, TavuStringArray&
 }
 
 VX_UINT32 MainCmdsProcessor::CmdLog(MultipleCmdsProcessor*, TavuStringArray& args) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (args.empty()) {
         if (g_hLogFile != -1) {
             close(g_hLogFile);
@@ -252,6 +265,7 @@ VX_UINT32 MainCmdsProcessor::CmdLog(MultipleCmdsProcessor*, TavuStringArray& arg
 }
 
 VX_UINT32 MainCmdsProcessor::CmdHelp(MultipleCmdsProcessor* self, TavuStringArray& args) {
+    const TracedCall traced(CLASS_NAME, __func__);
     Output(OUTPUT_HEADING, "\r\nFollowing is the list of available commands.\r\n"
                            "For detailed information of each command, please type 'command ?'\r\n");
     Output(OUTPUT_NOTE, "All commands are case insensitive.\r\n\r\n");
@@ -263,6 +277,7 @@ VX_UINT32 MainCmdsProcessor::CmdHelp(MultipleCmdsProcessor* self, TavuStringArra
 }
 
 VX_UINT32 MainCmdsProcessor::Usage(MultipleCmdsProcessor* self, TavuStringArray&, VX_UINT32 id) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (id == 0) {
         TavuStringArray none;
         return CmdHelp(self, none);

@@ -31,6 +31,7 @@ public:
 
 private:
     MainCmdsProcessor();
+    ~MainCmdsProcessor() override;
 
     VX_UINT32 HandleInteractiveCmds();
     static const char* GetPrompt() { return "$"; }

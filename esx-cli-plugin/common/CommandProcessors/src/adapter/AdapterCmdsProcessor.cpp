@@ -57,7 +57,8 @@ constinit const FamilyDescription AdapterCmdsProcessor::FAMILY = {
 VX_UINT32 AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                               eOutputFormat format) {
     return ListHost(self, args, format, [](Document& document, const VX_ADAPTER_LIST& host) {
-        for (const _vexapi_adapter_t* adapter = host.pHead; adapter != nullptr; adapter = adapter->pNext) {
+        for (const _vexapi_adapter_t* adapter = BeginWalk("Adapter", &host); adapter != nullptr;
+             adapter = adapter->pNext) {
             document.Structure(OUT_STRUCT_NAME, [&] {
                 TavuString identifier;
                 identifier.Format("Adapter_%.*s_%.*s", int{sizeof adapter->Model}, adapter->Model,
@@ -93,16 +94,17 @@ VX_UINT32 AdapterCmdsProcessor::GetPhyPortFromAdapterString(const TavuStringArra
         return RC_HOST_NOT_FOUND;
     }
     // The walk does not stop at a match: a later record with the same model and serial number wins.
-    for (_vexapi_adapter_t* record = host->pHead; record != nullptr; record = record->pNext) {
+    for (_vexapi_adapter_t* record = BeginWalk("Adapter", host); record != nullptr; record = record->pNext) {
         if (!EqualsNoCase(record->Model, model) || !EqualsNoCase(record->SerialNumber, serialNumber) ||
             record->pPhyPortList == nullptr) {
             continue;
         }
         *adapter = record;
-        *port = record->pPhyPortList->pHead;
+        *port = BeginWalk("Phy Port", record->pPhyPortList);
         const _vexapi_phy_port_t* lowest = *port;
         for (auto* phyPort = *port; phyPort != nullptr; phyPort = phyPort->pNext) {
-            for (auto* protocol = HeadOf(phyPort->pProtocolList); protocol != nullptr; protocol = protocol->pNext) {
+            for (auto* protocol = BeginWalk("Protocol", phyPort->pProtocolList); protocol != nullptr;
+                 protocol = protocol->pNext) {
                 if (IsFcProtocol(*protocol)) {
                     if (*fc == nullptr) {
                         *fc = protocol;
@@ -170,6 +172,9 @@ VX_UINT32 AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboot
     }
     const VX_UINT32 status = kind != nullptr ? kind->write(&entry.fc->PortHandle, path) : FLASH_STATUS_NONE;
     redirection.Close();
+    if (kind != nullptr) {
+        TraceStatus(kind->function, status);
+    }
     if (status != FLASH_STATUS_DONE && status != FLASH_STATUS_REBOOT_NEEDED) {
         TraceStep(TRACE_DEBUG, "Update operation failed. uReturnCode=%d", static_cast<int>(status));
         return FlashUpdateResult(status);
@@ -181,9 +186,10 @@ VX_UINT32 AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboot
 
 void AdapterCmdsProcessor::DisplayUpdateInfo(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
                                              bool reboot) {
-    Document document(*self, format, FAMILY.className, __func__);
+    const TracedCall traced(FAMILY.className, __func__);
+    Document document(*self, format);
     document.Flat(OUT_FLASH_UPDATE, [&] {
         document.Field(OUT_REBOOT_REQUIRED, reboot);
-        document.Field(OUT_MESSAGE, FlashUpdateText(code));
+        document.Message(code, FlashUpdateText(code));
     });
 }

@@ -25,7 +25,8 @@ constexpr CodeText RESULT_TEXTS[] = {
 
 constexpr UsageText USAGES[] = {{2, "Usage: get [adapter identifier]\r\n"}};
 
-constexpr LibraryCall READ_MEMO = {"", "Get Flash Memo Block failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_MEMO = {"VEXAPI_GetAdapterFlashMemoBlock", "", "Get Flash Memo Block failed",
+                                   RC_CFG_READ_FAILED};
 
 struct FlashTool {
     const char* id;
@@ -110,10 +111,18 @@ void AdapterFlashInfoCmdsProcessor::DisplayFlashInfo(MultipleCmdsProcessor* self
         const auto& date = memo.MbiBuildDate;
         block.LineF("MBI Version", "%02u.%02u.%02u", memo.Mbi[0], memo.Mbi[1], memo.Mbi[2]);
         // A zero byte in the date ends the line there, and the next one runs on behind it.
-        TavuString dateLine;
-        dateLine.Format("      MBI Build Date: %c%c%c%c-%c%c-%c%c\n", date[0], date[1], date[2], date[3], date[4],
-                        date[5], date[6], date[7]);
-        block.Raw(dateLine.c_str());
+        const char dateText[] = {static_cast<char>(date[0]),
+                                 static_cast<char>(date[1]),
+                                 static_cast<char>(date[2]),
+                                 static_cast<char>(date[3]),
+                                 '-',
+                                 static_cast<char>(date[4]),
+                                 static_cast<char>(date[5]),
+                                 '-',
+                                 static_cast<char>(date[6]),
+                                 static_cast<char>(date[7])};
+        const std::string_view buildDate = BoundedText(dateText);
+        block.Line("MBI Build Date", buildDate, buildDate.size() == sizeof dateText ? "\n" : "");
         block.Line("Flash Tool ID", FlashToolName(TavuString(BoundedText(memo.ToolId))));
         block.LineF("Flash Tool Version", "%02u.%02u.%02u.%02u", tool[0], tool[1], tool[2], tool[3]);
         block.LineF("Last Update Time", "%04u-%02u-%02u %02u:%02u:%02u", memo.Year, memo.Month, memo.Day, memo.Hour,

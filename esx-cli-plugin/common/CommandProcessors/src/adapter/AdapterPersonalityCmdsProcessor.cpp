@@ -36,18 +36,21 @@ constexpr UsageText USAGES[] = {
 };
 
 /// The personality functions print nothing and stand outside the redirection.
-constexpr LibraryCall READ_PERSONALITY = {"", "Get Personality failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_PERSONALITY = {"", "Change Personality failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_PERSONALITY = {"VEXAPI_GetPersonalityType", "", "Get Personality failed",
+                                          RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_PERSONALITY = {"VEXAPI_ChangePersonalityType", "", "Change Personality failed",
+                                            RC_CFG_UPDATE_FAILED};
 
 /// The library's answer that the user may change the personality.
 constexpr VX_UINT32 CHANGE_ALLOWED = 1;
 
-void WritePersonality(Document document, RebootRequired reboot, const char* message, const char* personality) {
+void WritePersonality(Document document, RebootRequired reboot, VX_UINT32 code, const char* message,
+                      const char* personality) {
     document.Flat(OUT_STRUCT_NAME, [&] {
         if (reboot.has_value()) {
             document.Field(OUT_REBOOT_REQUIRED, *reboot);
         }
-        document.Field(OUT_MESSAGE, message);
+        document.Message(code, message);
         document.Field(OUT_PERSONALITY, personality);
     });
 }
@@ -100,7 +103,9 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Pers
         return RC_NOT_SUPPORTED_FOR_VPORT;
     }
     VX_PORT_HANDLE* const handle = &entry.fc->PortHandle;
-    if (VEXAPI_CheckRowanPersonalityChangeOption(handle) != CHANGE_ALLOWED) {
+    const VX_UINT32 answer = VEXAPI_CheckRowanPersonalityChangeOption(handle);
+    TraceStatus("VEXAPI_CheckRowanPersonalityChangeOption", answer);
+    if (answer != CHANGE_ALLOWED) {
         TraceStep(TRACE_DEBUG, "personality change by user not supported");
         return RC_DISABLED_FOR_USER;
     }
@@ -117,17 +122,19 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Pers
 
 void AdapterPersonalityCmdsProcessor::DisplayAdapterPersonality(MultipleCmdsProcessor* self,
                                                                 const Personality& personality, eOutputFormat format) {
-    WritePersonality(Document(*self, format, CLASS_NAME, __func__), personality.reboot, OUT_SUCCESS,
+    const TracedCall traced(CLASS_NAME, __func__);
+    WritePersonality(Document(*self, format), personality.reboot, RC_SUCCESS, OUT_SUCCESS,
                      TextOf(PERSONALITY_TEXTS, personality.value, OUT_UNKNOWN));
 }
 
 void AdapterPersonalityCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                       eOutputFormat format) {
-    WritePersonality(Document(*self, format, CLASS_NAME, "DisplayError"), REBOOT_NOT_SHOWN, ResultText(code),
-                     OUT_UNKNOWN);
+    const TracedCall traced(CLASS_NAME, "DisplayError");
+    WritePersonality(Document(*self, format), REBOOT_NOT_SHOWN, code, ResultText(code), OUT_UNKNOWN);
 }
 
 void AdapterPersonalityCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                       eOutputFormat format) {
-    WritePersonality(Document(*self, format, CLASS_NAME, "DisplayError"), false, ResultText(code), OUT_UNKNOWN);
+    const TracedCall traced(CLASS_NAME, "DisplayError");
+    WritePersonality(Document(*self, format), false, code, ResultText(code), OUT_UNKNOWN);
 }

@@ -29,10 +29,12 @@ VX_UINT32 WriteMultibootImage(VX_PORT_HANDLE* handle, const char* path) {
 
 /// Only the multi-boot image is for the Birch family too.
 constexpr FlashImageKind KINDS[] = {
-    {"MBI", WriteMultibootImage, IsAnyChip, IsUefiCapableAdapter},
-    {"BrdCfg", VEXAPI_UpdateSpecificFlashRegionFromFile, IsRowanLarchOrAlder, IsNoChip},
-    {"FWPreload", VEXAPI_UpdateAdapterFirmwareTableFromFile, TakesPreloadTable, IsNoChip},
-    {"PEPCfg", VEXAPI_UpdateAdapterPEPCfgFromFile, IsLarchOrAlder, IsNoChip},
+    {"MBI", "VEXAPI_doOptionROMUpdate", WriteMultibootImage, IsAnyChip, IsUefiCapableAdapter},
+    {"BrdCfg", "VEXAPI_UpdateSpecificFlashRegionFromFile", VEXAPI_UpdateSpecificFlashRegionFromFile,
+     IsRowanLarchOrAlder, IsNoChip},
+    {"FWPreload", "VEXAPI_UpdateAdapterFirmwareTableFromFile", VEXAPI_UpdateAdapterFirmwareTableFromFile,
+     TakesPreloadTable, IsNoChip},
+    {"PEPCfg", "VEXAPI_UpdateAdapterPEPCfgFromFile", VEXAPI_UpdateAdapterPEPCfgFromFile, IsLarchOrAlder, IsNoChip},
 };
 
 constexpr StatusResult STATUS_RESULTS[] = {

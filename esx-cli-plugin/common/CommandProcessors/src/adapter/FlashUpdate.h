@@ -6,7 +6,8 @@
 
 /// A kind of image.
 struct FlashImageKind {
-    const char* word; ///< as the command line names it, in any letter case
+    const char* word;     ///< as the command line names it, in any letter case
+    const char* function; ///< of the library, as the trace of its status names it
     VX_UINT32 (*write)(VX_PORT_HANDLE* handle, const char* path);
     bool (*isAllowed)(__CHIPPROPERTY chip);
     /// Whether the chip runs the new image without a reboot.

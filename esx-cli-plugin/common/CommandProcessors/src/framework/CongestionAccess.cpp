@@ -42,8 +42,9 @@ constexpr CongestionRefusal PROFILE[] = {REFUSE_CHIP, REFUSE_VIRTUAL_PORT, REFUS
 
 VX_UINT32 AskFeature(_vexapi_protocol_t& protocol) {
     VX_UINT8 isEnabled = 0;
-    const VX_UINT32 code = CallLibrary({"", "Get FWCM feature failed", RC_CFG_READ_FAILED},
-                                       [&] { return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled); });
+    const VX_UINT32 code =
+        CallLibrary({"VEXAPI_IsFWCMFeatureEnabled", "", "Get FWCM feature failed", RC_CFG_READ_FAILED},
+                    [&] { return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled); });
     if (code == RC_SUCCESS && isEnabled == 0) {
         TraceStep(TRACE_DEBUG, "FWCM feature is disabled");
         return RC_FEATURE_DISABLED;
@@ -84,6 +85,7 @@ VX_UINT32 ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV
     if (code != RC_SUCCESS) {
         return code;
     }
+    TraceStatus("VEXAPI_GetSCMRStatisticsList", status);
     if (status != 0 || list == nullptr) {
         TraceStep(TRACE_DEBUG, "Get SCMR Statistics failed err=%d", static_cast<int>(status));
         return RC_STATS_READ_FAILED;
@@ -95,6 +97,6 @@ VX_UINT32 ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list) {
     if (list == nullptr) {
         return RC_SUCCESS;
     }
-    return CallLibrary({"", "Free SCMR Statistics failed", RC_STATS_CLEAR_FAILED},
+    return CallLibrary({"VEXAPI_FreeSCMRStatisticsList", "", "Free SCMR Statistics failed", RC_STATS_CLEAR_FAILED},
                        [&] { return VEXAPI_FreeSCMRStatisticsList(list); });
 }

@@ -2,7 +2,7 @@
 
 #include "HostTree.h"
 #include "ReportTexts.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 namespace {
 
@@ -96,7 +96,7 @@ void AddNotifications(ReportBlock& block, std::span<const CodeText> words, VX_UI
         text += (flags & word.code) != 0 ? word.text : "";
     }
     if (text.empty()) {
-        block.Raw("\n");
+        block.BareLine("\n");
     } else {
         block.Line("Congestion Notification", text);
     }
@@ -174,7 +174,7 @@ void AddEventSeverity(ReportBlock& block, VX_UINT8 severity) {
     if (const char* const text = TextOf(SEVERITIES, severity, nullptr); text != nullptr) {
         block.Line(OUT_SEVERITY, text);
     } else {
-        block.Raw(OUT_RESERVED);
+        block.BareLine(OUT_RESERVED);
     }
 }
 
@@ -201,11 +201,9 @@ void AddTargetCounters(ReportBlock& block, CongestionCounters group, const __STA
     }
 }
 
-void AddSections(ReportBlock& block, const CongestionSections& sections, const Node* node, const char* className,
-                 const char* function) {
+void AddSections(ReportBlock& block, const CongestionSections& sections, const Node* node) {
     if (node == nullptr) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: No matching %s found in SCM V2 stats", className, function,
-                         sections.object);
+        TraceStep(TRACE_DEBUG, "No matching %s found in SCM V2 stats", sections.object);
         return;
     }
     AddSection(block, MITIGATION_HEADING, sections.mitigation, *node);

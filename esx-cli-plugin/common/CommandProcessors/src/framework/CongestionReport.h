@@ -112,9 +112,7 @@ void AddTargetCounters(ReportBlock& block, CongestionCounters group, const __STA
                        const char* prefix = "");
 
 /// Headings and counters of the second generation. Nothing without a node: the report then ends here, as a success.
-/// The names are the caller's, for the trace of that.
-void AddSections(ReportBlock& block, const CongestionSections& sections, const _VEXAPI_SANCONGTMGMTV2* node,
-                 const char* className, const char* function);
+void AddSections(ReportBlock& block, const CongestionSections& sections, const _VEXAPI_SANCONGTMGMTV2* node);
 
 /// The lines that tell the present state.
 void AddCongestionState(ReportBlock& block, VX_UINT8 state);

@@ -1,20 +1,31 @@
 #include "Document.h"
 
-#include "TavuDebug.h"
+#include "TracedFunction.h"
+
+#include <cstring>
 
 void Document::Field(const char* label, const char* value) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%s", mClassName, mFunction, label, value);
+    TraceStep(TRACE_INFORMATION, "%s=%s", label, value);
     mOut.output_field(label, value);
 }
 
 void Document::Field(const char* label, bool value) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%s", mClassName, mFunction, label, value ? "true" : "false");
+    TraceStep(TRACE_INFORMATION, "%s=%s", label, value ? "true" : "false");
     mOut.output_field(label, value);
 }
 
 void Document::Field(const char* label, unsigned long long value, Serializer::eIntType type) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%llu", mClassName, mFunction, label, value);
+    if (TavuDebug::IsEnabled(TRACE_INFORMATION)) {
+        TraceStep(TRACE_INFORMATION, "%s=%s", label, Serializer::NumberText(mFormat, value, type).c_str());
+    }
     mOut.output_field(label, value, type);
+}
+
+void Document::Message(VX_UINT32 code, const char* message, const char* label) {
+    Field(label, message);
+    if (std::strncmp(message, "Failed", 6) == 0) {
+        TraceStep(TRACE_DEBUG, "%s (result %u)", message, code);
+    }
 }
 
 void Document::TextReport(const ReportNames& names, RebootRequired reboot, const char* text) {
@@ -27,9 +38,9 @@ void Document::TextReport(const ReportNames& names, RebootRequired reboot, const
     });
 }
 
-void Document::ReportError(const ReportNames& names, RebootRequired reboot, const char* message) {
+void Document::ReportError(const ReportNames& names, RebootRequired reboot, VX_UINT32 code, const char* message) {
     Frame(
-        names, [&] { Failure(reboot, message); }, [] {});
+        names, [&] { Failure(reboot, code, message); }, [] {});
 }
 
 void Document::Success(RebootRequired reboot) {
@@ -37,9 +48,9 @@ void Document::Success(RebootRequired reboot) {
     Reboot(reboot);
 }
 
-void Document::Failure(RebootRequired reboot, const char* message) {
+void Document::Failure(RebootRequired reboot, VX_UINT32 code, const char* message) {
     Reboot(reboot);
-    Field(OUT_MESSAGE, message);
+    Message(code, message);
 }
 
 void Document::Reboot(RebootRequired reboot) {

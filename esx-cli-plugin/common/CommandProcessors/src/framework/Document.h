@@ -40,25 +40,27 @@ struct BlockShape {
 ///          report that is one structure with the field "Data", the whole report as one text; in an error
 ///          the list is empty.
 ///
-/// Every field is traced at level 1 as "CLASS::FUNCTION: LABEL=VALUE".
+/// Every field is traced at level 1 as "CLASS::FUNCTION: LABEL=VALUE", with the names of the traced function.
 class Document {
 public:
     using Format = Serializer::eOutputFormat;
 
-    /// The names must outlive the document.
-    Document(Serializer& out, Format format, const char* className, const char* function)
-        : mOut(out), mFormat(format), mClassName(className), mFunction(function) {}
+    Document(Serializer& out, Format format) : mOut(out), mFormat(format) {}
 
     void Field(const char* label, const char* value);
     void Field(const char* label, const TavuString& value) { Field(label, value.c_str()); }
     void Field(const char* label, bool value);
     void Field(const char* label, unsigned long long value, Serializer::eIntType type);
 
+    /// The message of a result code, success or failure. A failure is traced at level 4: every document that
+    /// reports one leaves its line there.
+    void Message(VX_UINT32 code, const char* message, const char* label = OUT_MESSAGE);
+
     /// "Message" of a success, then "Reboot Required" where it is shown.
     void Success(RebootRequired reboot);
-    /// "Message" of a failure. "Reboot Required", where it is shown, stands ahead of it here and behind it in a
-    /// success: clients see both orders.
-    void Failure(RebootRequired reboot, const char* message);
+    /// "Message" of a failure. Required: "Reboot Required", where it is shown, precedes it here and follows it in a
+    /// success.
+    void Failure(RebootRequired reboot, VX_UINT32 code, const char* message);
 
     /// A structure inside a shape; `fields()` writes its fields.
     template <typename Fields> void Structure(const char* name, Fields fields) {
@@ -86,9 +88,9 @@ public:
             names, [&] { Success(reboot); }, rows);
     }
     /// The same with a message of its own, for rows that failures show too.
-    template <typename Rows> void Report(const ReportNames& names, const char* message, Rows rows) {
+    template <typename Rows> void Report(const ReportNames& names, VX_UINT32 code, const char* message, Rows rows) {
         Frame(
-            names, [&] { Field(OUT_MESSAGE, message); }, rows);
+            names, [&] { Message(code, message); }, rows);
     }
     /// A report of one structure, whose fields `fields()` writes.
     template <typename Fields> void FieldReport(const ReportNames& names, RebootRequired reboot, Fields fields) {
@@ -100,7 +102,7 @@ public:
         TextReport(names, reboot, block.GetText());
     }
     /// The error form of every report.
-    void ReportError(const ReportNames& names, RebootRequired reboot, const char* message);
+    void ReportError(const ReportNames& names, RebootRequired reboot, VX_UINT32 code, const char* message);
 
 private:
     template <typename Rows> void StructureList(Rows rows) {
@@ -120,6 +122,4 @@ private:
 
     Serializer& mOut;
     Format mFormat;
-    const char* mClassName;
-    const char* mFunction;
 };

@@ -63,11 +63,11 @@ public:
     Family(MultipleCmdsProcessor* parent, const char* name, const char* option, const char* description, VX_UINT32 id,
            VX_UINT32 flags)
         : MultipleCmdsProcessor(parent, name, option, description, false, id, flags) {
-        const ScopedTrace trace(__PRETTY_FUNCTION__);
+        const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, Self::FAMILY.className);
         CreateSubFamilies(Self::FAMILY.subOption, Self::FAMILY.subFamilies);
     }
     ~Family() override {
-        const ScopedTrace trace(__PRETTY_FUNCTION__);
+        const ScopedTrace trace(ScopedTrace::DESTRUCTOR, Self::FAMILY.className);
         DeleteSubFamilies();
     }
 
@@ -75,12 +75,14 @@ public:
 
     /// Usage function of the family's leaves.
     static VX_UINT32 Usage(MultipleCmdsProcessor* self, TavuStringArray& args, VX_UINT32 cmdId) {
+        const TracedCall traced(Self::FAMILY.className, __func__);
         return cmdId == Self::FAMILY.helpId ? CmdHelp(self, args) : ShowUsage(Self::FAMILY.usages, cmdId);
     }
 
     using MultipleCmdsProcessor::CmdHelp;
     /// Command function of the `help` leaf.
     static VX_UINT32 CmdHelp(MultipleCmdsProcessor* self, TavuStringArray& args) {
+        const TracedCall traced(Self::FAMILY.className, __func__);
         return ShowFamilyHelp(self, args, Self::FAMILY.helpWord);
     }
 
@@ -107,19 +109,20 @@ protected:
     static void DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
         DisplayReportError(self, code, format, false);
     }
-    /// A data-block report, whose lines `fill(block)` writes; `function` is the caller's name for the traces.
-    /// Without memory for the block it shows that failure, and the command's result stays.
+    /// The display function `function` of a data-block report, whose lines `fill(block)` writes. Without memory for
+    /// the block it shows that failure, and the command's result stays.
     template <typename Fill>
     static void DisplayBlock(MultipleCmdsProcessor* self, eOutputFormat format, const char* function,
                              const BlockShape& shape, Fill fill, RebootRequired reboot = REBOOT_NOT_SHOWN,
                              RebootRequired rebootWithoutMemory = REBOOT_NOT_SHOWN) {
-        ReportBlock block(shape.size, shape.rule, Self::FAMILY.className, function);
+        const TracedCall traced(Self::FAMILY.className, function);
+        ReportBlock block(shape.size, shape.rule);
         if (!block.IsAllocated()) {
             DisplayReportError(self, RC_NO_MEMORY, format, rebootWithoutMemory);
             return;
         }
         fill(block);
-        Document(*self, format, Self::FAMILY.className, function).BlockReport(shape.names, reboot, block);
+        Document(*self, format).BlockReport(shape.names, reboot, block);
     }
 
     /// The common function `CmdListCommon` of a `list` leaf, whose structures `rows(document, host)` writes.
@@ -128,11 +131,10 @@ protected:
     template <typename Rows>
     static VX_UINT32 ListHost(MultipleCmdsProcessor* self, const TavuStringArray& args, eOutputFormat format,
                               Rows rows) {
-        constexpr char function[] = "CmdListCommon";
         const VX_ADAPTER_LIST* host = nullptr;
         const VX_UINT32 code = AdmitList(args, host);
         if (code == RC_SUCCESS) {
-            Document document(*self, format, Self::FAMILY.className, function);
+            Document document(*self, format);
             document.List([&] { rows(document, *host); });
         }
         return code;
@@ -151,6 +153,22 @@ protected:
             displayError(self, code, format);
         }
         return code;
+    }
+
+    /// The same for a `set` of settings that were staged: the state is a `Commit`. The cache file is deleted when
+    /// the document is out, so that nobody loses settings without being told what became of them.
+    template <auto set, auto display, auto displayError>
+    static VX_UINT32 CommitThenDisplay(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
+        StateOf<set> state{};
+        const VX_UINT32 code = set(args, state);
+        if (code != RC_SUCCESS || state.commit.isNothingPending) {
+            // Required: where nothing is pending, the document of a failure comes with the result of a success.
+            displayError(self, code, format);
+            return code;
+        }
+        display(self, state, format);
+        state.commit.Finish();
+        return RC_SUCCESS;
     }
 
     /// The same for a state that holds something of the library's: `release(state)` gives it back when it was
@@ -172,8 +190,8 @@ protected:
 private:
     static void DisplayReportError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
                                    RebootRequired reboot) {
-        Document(*self, format, Self::FAMILY.className, "DisplayError")
-            .ReportError(Self::FAMILY.report, reboot, ResultText(code));
+        const TracedCall traced(Self::FAMILY.className, "DisplayError");
+        Document(*self, format).ReportError(Self::FAMILY.report, reboot, code, ResultText(code));
     }
 
     template <typename State> static State StateOfFunction(VX_UINT32 (*)(const TavuStringArray&, State&));

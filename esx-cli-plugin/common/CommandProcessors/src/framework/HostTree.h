@@ -4,6 +4,7 @@
 /// A list may have no entries, no head, or not exist at all; every walk takes all three for empty.
 #pragma once
 
+#include "TracedFunction.h"
 #include "vexapi.h"
 
 #include <cstring>
@@ -33,12 +34,21 @@ template <typename List> auto HeadOf(const List* list) {
     return list != nullptr ? list->pHead : nullptr;
 }
 
+/// The same for a walk over the adapter tree: traces the count in the list's header, which nothing else reads.
+template <typename List> auto BeginWalk(const char* what, const List* list) {
+    if (list != nullptr && TavuDebug::IsEnabled(TRACE_INFORMATION)) {
+        TraceStep(TRACE_INFORMATION, "%s Count=%u", what, list->Count);
+    }
+    return HeadOf(list);
+}
+
 /// Visits every FC or FCoE protocol of the host in list order, until `visit(adapter, port, protocol)` gives
 /// false.
 template <typename Visit> void ForEachFcPort(const VX_ADAPTER_LIST& host, Visit visit) {
-    for (_vexapi_adapter_t* adapter = host.pHead; adapter != nullptr; adapter = adapter->pNext) {
-        for (auto* port = HeadOf(adapter->pPhyPortList); port != nullptr; port = port->pNext) {
-            for (auto* protocol = HeadOf(port->pProtocolList); protocol != nullptr; protocol = protocol->pNext) {
+    for (auto* adapter = BeginWalk("Adapter", &host); adapter != nullptr; adapter = adapter->pNext) {
+        for (auto* port = BeginWalk("Phy Port", adapter->pPhyPortList); port != nullptr; port = port->pNext) {
+            for (auto* protocol = BeginWalk("Protocol", port->pProtocolList); protocol != nullptr;
+                 protocol = protocol->pNext) {
                 if (IsFcProtocol(*protocol) && !visit(*adapter, *port, *protocol)) {
                     return;
                 }

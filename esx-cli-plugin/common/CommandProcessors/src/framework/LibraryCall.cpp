@@ -1,16 +1,22 @@
 #include "LibraryCall.h"
 
+#include "OwnFile.h"
+
 #include <algorithm>
 
 namespace {
 
 constexpr char LIBRARY_LOG[] = "/var/tmp/vexapi-output.log";
 
+/// Its failure is traced, and no failure of a command.
+constexpr LibraryCall REBOOT_QUESTION = {"VEXAPI_IsRebootRequired", "", "Is Reboot Required failed",
+                                         RC_CFG_READ_FAILED};
+
 } // namespace
 
 bool LibraryOutputRedirection::Open() {
     mSaved = stdout;
-    stdout = std::fopen(LIBRARY_LOG, "a+");
+    stdout = AppendToOwnFile(LIBRARY_LOG);
     if (stdout == nullptr) {
         stdout = mSaved;
         return false;
@@ -41,6 +47,7 @@ VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, 
 }
 
 VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status) {
+    TraceStatus(what.function, status);
     if (status == 0) {
         return RC_SUCCESS;
     }
@@ -57,7 +64,7 @@ VX_UINT32 AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& is
 
 bool IsRebootRequired() {
     VX_UINT32 required = 1;
-    if (VEXAPI_IsRebootRequired(&required) != 0) {
+    if (ResultOf(REBOOT_QUESTION, VEXAPI_IsRebootRequired(&required)) != RC_SUCCESS) {
         required = 1;
     }
     return required == 1;

@@ -25,7 +25,7 @@ private:
 /// Traces a redirection that can't be opened, with `purpose` behind it, and gives `RC_FILE_ERROR`.
 VX_UINT32 RefuseLibraryCalls(const char* purpose);
 
-/// Traces the status of a library function whose failure is no failure of the command.
+/// Traces the status of a library function at level 1.
 void TraceStatus(const char* libraryFunction, VX_UINT32 status);
 
 /// Result code of a library status, for the functions whose statuses mean something to their command.
@@ -50,13 +50,14 @@ template <typename Calls> VX_UINT32 MakeLibraryCalls(Calls calls, const char* pu
 
 /// A library call whose failure ends the command.
 struct LibraryCall {
+    const char* function;  ///< as the trace of its status names it
     const char* purpose;   ///< behind the trace of a redirection that can't be opened, such as " before FEC read"
     const char* failed;    ///< trace of a failing status, such as "Get FEC Info failed"
     VX_UINT32 failureCode; ///< result code of a failing status
     std::span<const StatusResult> statuses = {}; ///< the failing statuses that have a code of their own
 };
 
-/// Traces a failing status and gives its code; `RC_SUCCESS` for status 0.
+/// Traces a status, a failing one as a failure too, and gives its code; `RC_SUCCESS` for status 0.
 VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status);
 
 /// Makes one library call, or a tight group of them, inside the redirection; `call()` gives a status.

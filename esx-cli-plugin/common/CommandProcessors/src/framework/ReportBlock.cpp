@@ -1,27 +1,25 @@
 #include "ReportBlock.h"
 
 #include "BoundedText.h"
-#include "TavuDebug.h"
+#include "TracedFunction.h"
 
 #include <cstdio>
 
-ReportBlock::ReportBlock(std::size_t size, SizeRule rule, const char* className, const char* function)
-    : mText(static_cast<char*>(std::calloc(size, 1))), mSize(size), mRule(rule), mClassName(className),
-      mFunction(function) {
+ReportBlock::ReportBlock(std::size_t size, SizeRule rule)
+    : mText(static_cast<char*>(std::calloc(size, 1))), mSize(size), mRule(rule) {
     if (!IsAllocated()) {
-        TavuDebug::Print(TRACE_DEBUG, "%s::%s: Output memory alloc failed", className, function);
+        TraceStep(TRACE_DEBUG, "Output memory alloc failed");
     }
 }
 
-void ReportBlock::Trace(const char* label, std::string_view value) const {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s=%.*s", mClassName, mFunction, label, static_cast<int>(value.size()),
-                     value.data());
+void ReportBlock::Trace(const char* label, std::string_view value) {
+    TraceStep(TRACE_INFORMATION, "%s=%.*s", label, static_cast<int>(value.size()), value.data());
 }
 
-void ReportBlock::Line(const char* label, std::string_view value) {
+void ReportBlock::Line(const char* label, std::string_view value, const char* lineEnd) {
     Trace(label, value);
     TavuString line;
-    line.Format("%s%s: %.*s\n", Indentation(), label, static_cast<int>(value.size()), value.data());
+    line.Format("%s%s: %.*s%s", Indentation(), label, static_cast<int>(value.size()), value.data(), lineEnd);
     Raw(line.c_str());
 }
 
@@ -42,8 +40,13 @@ void ReportBlock::LineF(const char* label, const char* format, ...) {
 }
 
 void ReportBlock::Heading(const char* text) {
-    TavuDebug::Print(TRACE_INFORMATION, "%s::%s: %s", mClassName, mFunction, text);
+    TraceStep(TRACE_INFORMATION, "%s", text);
     Raw((TavuString(Indentation()) + text + "\n").c_str());
+}
+
+void ReportBlock::BareLine(const char* text) {
+    TraceStep(TRACE_INFORMATION, "%.*s", static_cast<int>(std::strcspn(text, "\n")), text);
+    Raw(text);
 }
 
 void ReportBlock::Raw(const char* text) {

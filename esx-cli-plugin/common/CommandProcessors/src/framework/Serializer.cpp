@@ -12,13 +12,13 @@ namespace {
 constexpr char ASTERISKS[] = "****************************************************\n";
 
 /// How a number prints in XML and in text, by `Serializer::eIntType`.
-struct NumberText {
+struct NumberTexts {
     char xml[24];
     char text[24];
 };
 
-NumberText FormatNumber(unsigned long long value, Serializer::eIntType type) {
-    NumberText number{};
+NumberTexts FormatNumber(unsigned long long value, Serializer::eIntType type) {
+    NumberTexts number{};
     const auto both = [&number](const char* format, auto typed) {
         std::snprintf(number.xml, sizeof number.xml, format, typed);
         std::memcpy(number.text, number.xml, sizeof number.text);
@@ -154,10 +154,15 @@ VX_UINT32 Serializer::output_field(const char* name, unsigned long long value, e
     if (type > INT_HEX) {
         return end_field_output();
     }
-    const NumberText number = FormatNumber(value, type);
+    const NumberTexts number = FormatNumber(value, type);
     Put("<int>", nullptr);
     Put(number.xml, number.text);
     return Put("</int></field>\n", "\n");
+}
+
+TavuString Serializer::NumberText(eOutputFormat format, unsigned long long value, eIntType type) {
+    const NumberTexts number = FormatNumber(value, type);
+    return format == FORMAT_XML ? number.xml : number.text;
 }
 
 VX_UINT32 Serializer::output_field(const char* name, bool value) {

@@ -41,6 +41,9 @@ public:
 
     VX_UINT32 output_field(const char* name, const TavuString& value) { return output_field(name, value.c_str()); }
 
+    /// A number as `output_field` prints it in this format; empty for an unknown type.
+    static TavuString NumberText(eOutputFormat format, unsigned long long value, eIntType type);
+
     /// Writes a whole report. A pair of percent signs prints as one, as in a format: clients know reports
     /// so. Every other percent sign prints as it stands: no text of a module or of the library is ever
     /// taken as a conversion.

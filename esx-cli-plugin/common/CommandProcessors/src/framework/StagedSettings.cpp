@@ -1,9 +1,13 @@
 #include "StagedSettings.h"
 
 #include "FileOps.h"
+#include "OwnFile.h"
 
-StagedFile::StagedFile(const char* group, const char* settings, const char* identifier, unsigned long maxValue)
-    : mSettings(settings), mPath(TavuString("/tmp/") + group + "_" + identifier), mMaxValue(maxValue) {}
+#include <cstdio>
+#include <vector>
+
+StagedFile::StagedFile(const StagedGroup& group, const char* identifier)
+    : mGroup(group), mPath(TavuString("/tmp/") + group.name + "_" + identifier) {}
 
 bool StagedFile::IsPresent() const {
     return FileOps::IsFilePresent(mPath) == 1;
@@ -17,12 +21,20 @@ bool StagedFile::IsPending() const {
     return isPending;
 }
 
+bool StagedFile::Load() {
+    const bool isRead = ReadOwnFile(mPath.c_str(), mContent);
+    if (!isRead) {
+        mContent.clear();
+    }
+    return isRead;
+}
+
 bool StagedFile::Read(const char* key, TavuString& value) const {
-    char text[MAX_VALUE + 1] = {}; // a value that fills its size has no terminator of its own
-    if (FileOps::read_key_value(mPath.c_str(), key, text, mMaxValue, '=') != FileOps::KEY_FOUND) {
+    std::vector<char> text(mGroup.maxValue + 1); // a value that fills its size has no terminator of its own
+    if (FileOps::FindKeyValue(mContent, key, text.data(), mGroup.maxValue, '=') != FileOps::KEY_FOUND) {
         return false;
     }
-    value = text;
+    value = text.data();
     return true;
 }
 
@@ -41,13 +53,19 @@ void StagedFile::Delete() const {
 }
 
 VX_UINT32 StagedFile::Create(const StagedValues& values) const {
-    const TavuString function = TavuString("Create") + mSettings + "File";
     const VX_UINT32 code = [&] {
-        const TracedFunction traced(function.c_str());
+        const TracedCall traced(mGroup.createFunction);
         return Merge(values);
     }();
     if (code != 0) {
-        TraceStep(TRACE_DEBUG, "%s failed", function.c_str());
+        TraceStep(TRACE_DEBUG, "%s failed", mGroup.createFunction);
     }
     return code;
+}
+
+void Commit::Finish() const {
+    const bool isOut = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (isOut) {
+        file->Delete();
+    }
 }

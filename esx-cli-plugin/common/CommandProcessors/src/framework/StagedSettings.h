@@ -1,36 +1,46 @@
 /// @file
 /// Settings on their way between runs. Each run is a process of its own, so a change that takes several
 /// commands travels through a cache file of the port: `setFile` merges settings into it, `set` lays it over a
-/// fresh read, writes the adapter once and deletes it.
+/// fresh read, writes the adapter once, shows what was written and deletes the file.
 #pragma once
 
 #include "CmdLineParser.h"
+#include "ResultCodes.h"
 #include "TracedFunction.h"
 #include "vexapi.h"
 
 #include <map>
+#include <optional>
 #include <span>
 
 /// Settings by key, in the order in which they are written.
 using StagedValues = std::map<TavuString, TavuString>;
 
+/// A group of settings. The functions are those that traces name.
+struct StagedGroup {
+    const char* name; ///< begins the names of its cache files
+    const char* createFunction;
+    const char* updateFunction;
+    const char* readFunction;
+    /// Longest value that is read; what is longer is cut there.
+    unsigned long maxValue = 512;
+};
+
 /// A port's cache file of one group of settings.
 class StagedFile {
 public:
-    /// Longest value that is read, unless a group has a shorter limit of its own; what is longer is cut there.
-    static constexpr unsigned long MAX_VALUE = 512;
-
-    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it. Traces name what is done
-    /// with it by its settings, such as "BBCR"; the name must outlive the file.
-    StagedFile(const char* group, const char* settings, const char* identifier, unsigned long maxValue = MAX_VALUE);
-    /// The same for settings that are named like their group.
-    StagedFile(const char* group, const char* identifier) : StagedFile(group, group, identifier) {}
+    /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it.
+    StagedFile(const StagedGroup& group, const char* identifier);
 
     bool IsPresent() const;
     /// The same for a `set`, which traces that nothing is pending.
     bool IsPending() const;
-    /// True, with the value stored, when the file has the key.
+
+    /// Reads the whole file for `Read`. False, with nothing read, when it can't be read to its end.
+    bool Load();
+    /// True, with the value stored, when the file had the key when it was loaded.
     bool Read(const char* key, TavuString& value) const;
+
     /// Writes the settings one by one. 0, or the result code of the first that fails; those before it stay.
     VX_UINT32 Merge(const StagedValues& values) const;
     /// A failure is only traced.
@@ -39,22 +49,33 @@ public:
     /// Makes the file of settings that were just read. 0, or the result code of the failure, which it traces.
     VX_UINT32 Create(const StagedValues& values) const;
     /// Lets `update(file)` validate options and merge them. 0, or the result code of the failure, which it traces.
-    template <typename Merge> VX_UINT32 Update(Merge update) const {
-        const TavuString function = TavuString("Update") + mSettings + "InFile";
+    template <typename Merge> VX_UINT32 Update(Merge update) {
+        Load(); // a file that can't be read refuses the merge, and the reading after it
         const VX_UINT32 code = [&] {
-            const TracedFunction traced(function.c_str());
+            const TracedCall traced(mGroup.updateFunction);
             return update(*this);
         }();
         if (code != 0) {
-            TraceStep(TRACE_DEBUG, "%s failed with uRet=%u", function.c_str(), code);
+            TraceStep(TRACE_DEBUG, "%s failed with uRet=%u", mGroup.updateFunction, code);
         }
         return code;
     }
+    /// Loads the file and lets `overlay(file)` take what it holds. 0, or the result code of a file that can't be
+    /// read, with nothing taken.
+    template <typename Overlay> VX_UINT32 ReadBack(Overlay overlay) {
+        const TracedCall traced(mGroup.readFunction);
+        if (!Load()) {
+            TraceStep(TRACE_DEBUG, "%s can't be read", mPath.c_str());
+            return RC_FILE_ERROR;
+        }
+        overlay(*this);
+        return 0;
+    }
 
 private:
-    const char* mSettings;
+    StagedGroup mGroup;
     TavuString mPath;
-    unsigned long mMaxValue;
+    TavuString mContent;
 };
 
 /// A field of a record in a cache file, as a row.
@@ -106,11 +127,11 @@ void ReadStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> k
     }
 }
 
-/// The course of `setFile` behind the fresh read: makes the file of what `collect(values)` gathers if there is
+/// The course of `setFile` after the fresh read: makes the file of what `collect(values)` gathers if there is
 /// none, lets `update(file)` validate and merge the command's options, and then `overlay(file)` take what the
 /// file holds. A refusal leaves the file with the settings as they were read, or as earlier commands left it.
 template <typename Collect, typename Update, typename Overlay>
-VX_UINT32 StageSettings(const StagedFile& file, Collect collect, Update update, Overlay overlay) {
+VX_UINT32 StageSettings(StagedFile file, Collect collect, Update update, Overlay overlay) {
     if (!file.IsPresent()) {
         StagedValues values;
         collect(values);
@@ -121,15 +142,38 @@ VX_UINT32 StageSettings(const StagedFile& file, Collect collect, Update update, 
     if (const VX_UINT32 code = file.Update(update); code != 0) {
         return code;
     }
-    overlay(file);
-    return 0;
+    return file.ReadBack(overlay);
 }
 
 /// The same for settings that are the fields of one record.
 template <typename Record, typename Update>
-VX_UINT32 StageSettings(const StagedFile& file, std::span<const StagedKey<Record>> keys, Record& record,
-                        Update update) {
+VX_UINT32 StageSettings(StagedFile file, std::span<const StagedKey<Record>> keys, Record& record, Update update) {
     return StageSettings(
-        file, [&](StagedValues& values) { CollectSettings(keys, record, values); }, update,
+        std::move(file), [&](StagedValues& values) { CollectSettings(keys, record, values); }, update,
         [&](const StagedFile& staged) { ReadStagedFile(staged, keys, record); });
+}
+
+/// What a `set` leaves to be done when its document is out.
+struct Commit {
+    bool isNothingPending = false;  ///< there is no cache file, and nothing was written
+    std::optional<StagedFile> file; ///< whose settings were written
+
+    /// Deletes the file, unless the document didn't get out.
+    void Finish() const;
+};
+
+/// The course of `set` after the fresh read: lets `overlay(file)` take what the file holds, and `write()` write it
+/// and give a result code. A failure keeps the file, so that the command can be repeated.
+template <typename Overlay, typename Write>
+VX_UINT32 CommitSettings(StagedFile file, Commit& commit, Overlay overlay, Write write) {
+    commit.isNothingPending = !file.IsPending();
+    if (commit.isNothingPending) {
+        return RC_SUCCESS;
+    }
+    VX_UINT32 code = file.ReadBack(overlay);
+    if (code == RC_SUCCESS) {
+        code = write();
+    }
+    commit.file = std::move(file);
+    return code;
 }

@@ -5,7 +5,7 @@
 
 #include "TavuDebug.h"
 
-/// Names a class and a function in the traces of its lifetime. Inside another one it stands in for it. The names
+/// Names a class and a function in the traces of its lifetime. Nested instances shadow the outer one. The names
 /// must outlive it.
 class TracedFunction {
 public:
@@ -23,3 +23,18 @@ private:
 
 /// Traces "CLASS::FUNCTION: TEXT", with the names of the innermost traced function.
 void TraceStep(unsigned level, const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+/// A traced function whose entry and exit are traced at level 1, whatever its result.
+class TracedCall {
+public:
+    TracedCall(const char* className, const char* function) : mFunction(className, function) { TraceEntry(); }
+    explicit TracedCall(const char* function) : mFunction(function) { TraceEntry(); }
+    ~TracedCall() { TraceStep(TRACE_INFORMATION, "Exiting"); }
+    TracedCall(const TracedCall&) = delete;
+    TracedCall& operator=(const TracedCall&) = delete;
+
+private:
+    static void TraceEntry() { TraceStep(TRACE_INFORMATION, "Entered"); }
+
+    TracedFunction mFunction;
+};

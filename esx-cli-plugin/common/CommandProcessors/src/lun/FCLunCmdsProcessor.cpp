@@ -37,7 +37,11 @@ constinit const FamilyDescription FCLunCmdsProcessor::FAMILY = {
 VX_UINT32 FCLunCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
     return ListHost(self, args, format, [](Document& document, const VX_ADAPTER_LIST& host) {
         ForEachFcPort(host, [&](auto&, auto&, const _vexapi_protocol_t& protocol) {
+            TraceStep(TRACE_INFORMATION, "Got Tgt Count=%d", static_cast<int>(protocol.TargetCount));
             return ForEachEntry(protocol.pTargetList, [&](const _tagVEXAPI_SDMTarget& target) {
+                if (TavuDebug::IsEnabled(TRACE_INFORMATION)) {
+                    TraceStep(TRACE_INFORMATION, "Got Tgt=%s", TargetIdentifier(protocol, target).text);
+                }
                 LunIdentifier identifier(protocol, target);
                 return ForEachEntry(target.pLunList, [&](const _tagVEXAPI_SDMLun& lun) {
                     document.Structure(OUT_STRUCT_NAME,

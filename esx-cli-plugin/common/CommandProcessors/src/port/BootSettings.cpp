@@ -73,7 +73,7 @@ bool UsesNvmeEntries(const BootGroup& group, const BootSettings& boot) {
 void CollectNvmeEntry(unsigned number, const VX_NVME_BOOT_ENTRY& entry, StagedValues& values) {
     values[NvmeBootKey(number, NVME_CONTROLLER_ID)] = Decimal(entry.TargetCtrlID);
     values[NvmeBootKey(number, NVME_ENABLE)] = Decimal(entry.TargetFlags);
-    values[NvmeBootKey(number, NVME_NQN)] = TavuString(BoundedText(entry.TargetNQN));
+    values[NvmeBootKey(number, NVME_NQN)] = StagedName(BoundedText(entry.TargetNQN));
     values[NvmeBootKey(number, NVME_NAMESPACE_ID)] = Decimal(entry.TargetNSID);
     values[NvmeBootKey(number, NVME_WWNN)] = WwnText(entry.TargetWWNN);
     values[NvmeBootKey(number, NVME_WWPN)] = WwnText(entry.TargetWWPN);
@@ -207,9 +207,7 @@ VX_UINT32 StageFlags(std::span<const FlagOption> options, const TavuStringArray&
             continue;
         }
         if (const VX_UINT32 code = CheckFlag(option, word.c_str(), boot, values); code != RC_SUCCESS) {
-            const char* const name = option.longName + 2; // without the dashes
-            TraceStep(TRACE_INFORMATION, "%s=%s not supported", name, word.c_str());
-            return code;
+            return RefuseBootOption(option.longName, word, code);
         }
     }
     return RC_SUCCESS;
@@ -293,7 +291,37 @@ VX_UINT32 ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
                        [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
 }
 
+/// No transaction: when the entries can't be written, the boot settings are in place already.
+VX_UINT32 WriteBootSettings(const BootGroup& group, BootSettings& boot) {
+    VX_UINT32 code =
+        CallLibrary(group.calls.write, [&] { return VEXAPI_SetBootDeviceInfo(boot.Handle(), &boot.parameters); });
+    if (code != RC_SUCCESS || !UsesNvmeEntries(group, boot)) {
+        return code;
+    }
+    code =
+        CallLibrary(group.calls.writeNvme, [&] { return VEXAPI_SetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
+    if (code != RC_SUCCESS) {
+        return code;
+    }
+    boot.nvme = {}; // the library fills cleared records only
+    return CallLibrary(group.calls.readBackNvme,
+                       [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
+}
+
 } // namespace
+
+VX_UINT32 RefuseBootOption(const char* longName, const TavuString& value, VX_UINT32 code) {
+    TraceStep(TRACE_DEBUG, "%s=%s not supported", longName + 2, value.c_str());
+    return code;
+}
+
+TavuString StagedName(std::string_view name) {
+    const auto* const end = std::find_if(name.begin(), name.end(), [](char character) {
+        const auto byte = static_cast<unsigned char>(character);
+        return byte <= ' ' || byte == 0x7F || byte == '#';
+    });
+    return {name.begin(), end};
+}
 
 TavuString NvmeBootKey(VX_UINT32 number, const char* field) {
     TavuString key;
@@ -347,28 +375,14 @@ VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args
     if (code != RC_SUCCESS) {
         return code;
     }
-    const StagedFile file = group.file(ArgText(args, 0));
-    boot.isNothingPending = !file.IsPending();
-    if (boot.isNothingPending) {
-        return RC_SUCCESS;
-    }
-    ReadBootFile(group, file, boot);
-    code = CallLibrary(group.calls.write, [&] { return VEXAPI_SetBootDeviceInfo(boot.Handle(), &boot.parameters); });
-    if (code == RC_SUCCESS && UsesNvmeEntries(group, boot)) {
-        // No transaction: when the entries can't be written, the boot settings are in place already.
-        code = CallLibrary(group.calls.writeNvme,
-                           [&] { return VEXAPI_SetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
-        if (code == RC_SUCCESS) {
-            boot.nvme = {}; // the library fills cleared records only
-            code = CallLibrary(group.calls.readBackNvme,
-                               [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
+    const auto overlay = [&](const StagedFile& file) { ReadBootFile(group, file, boot); };
+    return CommitSettings(group.file(ArgText(args, 0)), boot.commit, overlay, [&] {
+        const VX_UINT32 written = WriteBootSettings(group, boot);
+        if (written == RC_SUCCESS) {
+            boot.reboot = AskRebootRequired();
         }
-    }
-    if (code == RC_SUCCESS) {
-        boot.reboot = AskRebootRequired();
-        file.Delete();
-    }
-    return code;
+        return written;
+    });
 }
 
 const _tagVEXAPI_SDMTarget* FindBootTarget(const BootSettings& boot, const VX_UINT8 (&wwpn)[8]) {

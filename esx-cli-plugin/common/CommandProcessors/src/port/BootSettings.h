@@ -18,7 +18,7 @@ struct BootSettings {
     _VEXAPI_HBAParameters parameters{};
     _VEXAPI_FcNVMeBootParams nvme{};
     RebootRequired reboot;
-    bool isNothingPending = false; ///< for `set`: there is no cache file
+    Commit commit; ///< of `set`
 
     __CHIPPROPERTY Chip() const { return entry.protocol->ChipProperty; }
     VX_PORT_HANDLE* Handle() const { return &entry.protocol->PortHandle; }
@@ -57,8 +57,15 @@ VX_UINT32 GetBootSettings(const BootGroup& group, const TavuStringArray& args, B
 VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 
+/// Traces a refused option, whose name has two dashes before it, and gives `code`.
+VX_UINT32 RefuseBootOption(const char* longName, const TavuString& value, VX_UINT32 code);
+
 /// Stages a boot target in the keys of entry `number`; an entry above 7 has none, and nothing is staged.
 void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString& lun, StagedValues& values);
+
+/// An NVMe qualified name as it is staged: up to its first white space, control character or "#", where a reader
+/// of the cache file would cut it anyway. So no name can bring lines of its own into the file.
+TavuString StagedName(std::string_view name);
 
 /// Key of an NVMe boot entry's field.
 TavuString NvmeBootKey(VX_UINT32 number, const char* field);
@@ -95,11 +102,6 @@ protected:
     }
     static void DisplayBootConfigInfo(MultipleCmdsProcessor* self, const BootSettings& boot,
                                       Serializer::eOutputFormat format) {
-        if (boot.isNothingPending) {
-            // The document of a failure with the result of a success: clients know `set` so.
-            Base::DisplaySetError(self, RC_SUCCESS, format);
-            return;
-        }
         Base::DisplayBlock(
             self, format, __func__, Self::GROUP.shape, [&](ReportBlock& block) { AddBootSettings(block, boot); },
             boot.reboot);
@@ -110,7 +112,7 @@ protected:
     static constexpr CommonFunction CmdSetFileCommon =
         Base::template FetchThenDisplay<SetFile, DisplayBootConfigInfo, Base::DisplayError>;
     static constexpr CommonFunction CmdSetCommon =
-        Base::template FetchThenDisplay<Set, DisplayBootConfigInfo, Base::DisplaySetError>;
+        Base::template CommitThenDisplay<Set, DisplayBootConfigInfo, Base::DisplaySetError>;
 
     static constexpr VX_UINT32 HELP_ID = 3;
     static constexpr Leaf LEAVES[] = {

@@ -301,7 +301,9 @@ VX_UINT32 StageOption(const Option& option, const char* value, const Staging& st
 } // namespace
 
 StagedFile HBAParamsFile(const char* identifier) {
-    return {"HBAParams", identifier};
+    static constexpr StagedGroup GROUP = {"HBAParams", "CreateHBAParamsFile", "UpdateHBAParamsInFile",
+                                          "ReadHBAParamsFromFile"};
+    return {GROUP, identifier};
 }
 
 std::span<const StagedKey<_VEXAPI_HBAParameters>> HBAParamsKeys() {

@@ -31,15 +31,17 @@ constexpr UsageText USAGES[] = {
     {6, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_BBCR = {"", "Get BBCR Info failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall WRITE_BBCR = {" before set", "Update BBCR failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_BBCR = {"VEXAPI_FCGetBBCSupportInfoEx", "", "Get BBCR Info failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall WRITE_BBCR = {"VEXAPI_FCSetBBCSupportInfo", " before set", "Update BBCR failed",
+                                    RC_CFG_UPDATE_FAILED};
 
 constexpr char KEY_COUNT[] = "BBCR_Count";
 constexpr char KEY_STATUS[] = "BBCR_Status";
 constexpr VX_UINT32 MAX_COUNT = 15;
 
 StagedFile BBCRFile(const char* identifier) {
-    return {"BBCR", identifier};
+    static constexpr StagedGroup GROUP = {"BBCR", "CreateBBCRFile", "UpdateBBCRInFile", "ReadBBCRFromFile"};
+    return {GROUP, identifier};
 }
 
 } // namespace
@@ -103,24 +105,16 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::SetFile(const TavuStringArray& args, BB
 }
 
 VX_UINT32 PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRInfo& info) {
-    VX_UINT32 code = Get(args, info);
-    if (code != RC_SUCCESS) {
+    if (const VX_UINT32 code = Get(args, info); code != RC_SUCCESS) {
         return code;
     }
-    const StagedFile file = BBCRFile(ArgText(args, 0));
-    info.isNothingPending = !file.IsPending();
-    if (info.isNothingPending) {
-        return RC_SUCCESS;
-    }
-    ReadStagedFile(file, Keys(), info);
-    code = CallLibrary(WRITE_BBCR, [&] {
-        return VEXAPI_FCSetBBCSupportInfo(&info.protocol->PortHandle, info.status, info.configured);
+    info.reboot = true; // always: the library isn't asked
+    const auto overlay = [&](const StagedFile& file) { ReadStagedFile(file, Keys(), info); };
+    return CommitSettings(BBCRFile(ArgText(args, 0)), info.commit, overlay, [&] {
+        return CallLibrary(WRITE_BBCR, [&] {
+            return VEXAPI_FCSetBBCSupportInfo(&info.protocol->PortHandle, info.status, info.configured);
+        });
     });
-    if (code == RC_SUCCESS) {
-        info.reboot = true; // always: the library isn't asked
-        file.Delete();
-    }
-    return code;
 }
 
 /// Checks both options before either is merged into the file.
@@ -148,11 +142,6 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray&
 
 void PhysicalPortBBCRCmdsProcessor::DisplayBBCRInfo(MultipleCmdsProcessor* self, const BBCRInfo& info,
                                                     eOutputFormat format) {
-    if (info.isNothingPending) {
-        // The document of a failure with the result of a success: clients know `set` so.
-        DisplaySetError(self, RC_SUCCESS, format);
-        return;
-    }
     const auto fill = [&](ReportBlock& block) {
         block.Line("BBCR Status", info.status != 0 ? OUT_TRUE : OUT_FALSE);
         block.LineF("BBCR Configured", "%u", info.configured);

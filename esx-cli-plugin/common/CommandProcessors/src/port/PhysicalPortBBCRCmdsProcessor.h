@@ -19,7 +19,7 @@ private:
         VX_UINT8 negotiated = 0; ///< live count
         char reason[64] = {};    ///< why the state is offline
         RebootRequired reboot;
-        bool isNothingPending = false; ///< for `set`: there is no cache file
+        Commit commit; ///< of `set`
     };
 
     static VX_UINT32 Get(const TavuStringArray& args, BBCRInfo& info);
@@ -31,6 +31,6 @@ private:
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayBBCRInfo, DisplayError>;
     static constexpr CommonFunction CmdSetFileCommon = FetchThenDisplay<SetFile, DisplayBBCRInfo, DisplayError>;
-    static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayBBCRInfo, DisplaySetError>;
+    static constexpr CommonFunction CmdSetCommon = CommitThenDisplay<Set, DisplayBBCRInfo, DisplaySetError>;
     static const Leaf LEAVES[];
 };

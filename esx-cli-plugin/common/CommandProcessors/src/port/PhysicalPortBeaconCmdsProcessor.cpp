@@ -34,17 +34,19 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_MEZZANINE = {"", "Mezz adapter check failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_STATE = {"", "Get Beacon Status failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_STATE = {"", "Update Beacon Status failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {"VEXAPI_IsMezzAdapter", "", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_STATE = {"VEXAPI_GetAdapterBeaconStatus", "", "Get Beacon Status failed",
+                                    RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATE = {"VEXAPI_UpdateAdapterBeaconStatus", "", "Update Beacon Status failed",
+                                      RC_CFG_UPDATE_FAILED};
 
 bool HasBeacon(__CHIPPROPERTY chip) {
     return Is4GAdapter(chip) || Is8GAdapter(chip) || IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);
 }
 
-void WriteBeacon(Document document, const char* message, const char* state) {
+void WriteBeacon(Document document, VX_UINT32 code, const char* message, const char* state) {
     document.Flat(OUT_STRUCT_NAME, [&] {
-        document.Field(OUT_MESSAGE, message);
+        document.Message(code, message);
         document.Field(OUT_BEACON_STATE, state);
     });
 }
@@ -118,9 +120,11 @@ VX_UINT32 PhysicalPortBeaconCmdsProcessor::ReadState(const PortEntry& entry, VEX
 
 void PhysicalPortBeaconCmdsProcessor::DisplayBeaconInfo(MultipleCmdsProcessor* self, const VEXAPI_BEACON_TYPE& state,
                                                         eOutputFormat format) {
-    WriteBeacon(Document(*self, format, CLASS_NAME, __func__), OUT_SUCCESS, TextOf(STATE_TEXTS, state, OUT_UNKNOWN));
+    const TracedCall traced(CLASS_NAME, __func__);
+    WriteBeacon(Document(*self, format), RC_SUCCESS, OUT_SUCCESS, TextOf(STATE_TEXTS, state, OUT_UNKNOWN));
 }
 
 void PhysicalPortBeaconCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
-    WriteBeacon(Document(*self, format, CLASS_NAME, __func__), ResultText(code), OUT_UNKNOWN);
+    const TracedCall traced(CLASS_NAME, __func__);
+    WriteBeacon(Document(*self, format), code, ResultText(code), OUT_UNKNOWN);
 }

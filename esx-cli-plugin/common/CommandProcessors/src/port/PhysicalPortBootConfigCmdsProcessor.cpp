@@ -36,7 +36,9 @@ bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
 }
 
 StagedFile BootConfigFile(const char* identifier) {
-    return {"BootConfig", identifier};
+    static constexpr StagedGroup GROUP = {"BootConfig", "CreateBootConfigFile", "UpdateBootConfigInFile",
+                                          "ReadBootConfigFromFile"};
+    return {GROUP, identifier};
 }
 
 /// The file knows two modes: 1 is UEFI, any other number the BIOS.
@@ -56,9 +58,11 @@ VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
     }
     if (word.CompareNoCase("UEFI") == 0) {
         boot.mode = BOOT_UEFI;
-        return IsUefiCapableAdapter(boot.Chip()) ? RC_SUCCESS : RC_INVALID_CMD;
+        return IsUefiCapableAdapter(boot.Chip()) ? VX_UINT32{RC_SUCCESS}
+                                                 : RefuseBootOption("--boot-mode", word, RC_INVALID_CMD);
     }
-    return word.CompareNoCase("BIOS") == 0 ? RC_SUCCESS : RC_INVALID_PARAMETER;
+    return word.CompareNoCase("BIOS") == 0 ? VX_UINT32{RC_SUCCESS}
+                                           : RefuseBootOption("--boot-mode", word, RC_INVALID_PARAMETER);
 }
 
 struct DriveOption {
@@ -107,14 +111,13 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
             continue;
         }
         if (number >= FIRST_UEFI_DRIVE && !IsUefiCapableAdapter(boot.Chip())) {
-            return RC_FEATURE_NOT_SUPPORTED;
+            return RefuseBootOption(option.longName, value, RC_FEATURE_NOT_SUPPORTED);
         }
         if (number >= FIRST_UEFI_DRIVE && boot.mode == BOOT_BIOS) {
-            return RC_PARAM_ERROR;
+            return RefuseBootOption(option.longName, value, RC_PARAM_ERROR);
         }
         if (const VX_UINT32 code = StageDrive(number, value.c_str(), boot, lun, values); code != RC_SUCCESS) {
-            TraceStep(TRACE_INFORMATION, "drive-%u=%s not supported", number, value.c_str());
-            return code;
+            return RefuseBootOption(option.longName, value, code);
         }
     }
     return RC_SUCCESS;
@@ -123,10 +126,10 @@ VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, Sta
 } // namespace
 
 constinit const BootGroup PhysicalPortBootConfigCmdsProcessor::GROUP = {
-    .calls = {.switchMode = {"", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
-              .read = {"", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+    .calls = {.switchMode = {"VEXAPI_SetBfsConfigMode", "", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {"VEXAPI_GetBootDeviceInfo", "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
               .readNvme = {},
-              .write = {"", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .write = {"VEXAPI_SetBootDeviceInfo", "", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
               .writeNvme = {},
               .readBackNvme = {}},
     .shape = OUT_SHAPE,

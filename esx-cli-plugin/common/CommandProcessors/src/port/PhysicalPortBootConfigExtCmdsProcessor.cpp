@@ -39,8 +39,9 @@ bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
 }
 
 StagedFile BootConfigExtFile(const char* identifier) {
-    constexpr unsigned long MAX_VALUE = 256;
-    return {"BootConfigExt", "BootConfig", identifier, MAX_VALUE};
+    static constexpr StagedGroup GROUP = {"BootConfigExt", "CreateBootConfigFile", "UpdateBootConfigInFile",
+                                          "ReadBootConfigFromFile", 256};
+    return {GROUP, identifier};
 }
 
 /// The file holds the library's number, and any number is taken back.
@@ -51,17 +52,25 @@ VX_UINT8 ModeFromFile(VX_UINT32 number) {
     return static_cast<VX_UINT8>(number);
 }
 
+constexpr char MODE[] = "--boot-mode"; // as traces name the second argument
+
 /// The mode is the second argument, and has no default.
 VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
     const char* word = ArgText(args, 1);
     const bool isUefi = CompareNoCase(word, "UEFI") == 0;
     if (isUefi || CompareNoCase(word, "NVME") == 0) {
         boot.mode = isUefi ? BOOT_UEFI : BOOT_NVME;
-        return IsUefiCapableAdapter(boot.Chip()) ? RC_SUCCESS : RC_INVALID_CMD;
+        return IsUefiCapableAdapter(boot.Chip()) ? VX_UINT32{RC_SUCCESS} : RefuseBootOption(MODE, word, RC_INVALID_CMD);
     }
     boot.mode = BOOT_BIOS;
-    return CompareNoCase(word, "BIOS") == 0 ? RC_SUCCESS : RC_INVALID_PARAMETER;
+    return CompareNoCase(word, "BIOS") == 0 ? VX_UINT32{RC_SUCCESS}
+                                            : RefuseBootOption(MODE, word, RC_INVALID_PARAMETER);
 }
+
+constexpr char TARGET_NUMBER[] = "--boot-target-num";
+constexpr char TARGET_WWPN[] = "--boot-target-wwpn";
+constexpr char DISK_NUMBER[] = "--boot-disk-num";
+constexpr char TARGET_ENABLE[] = "--boot-target-enable";
 
 /// The four options that describe one boot target together.
 struct BootTargetOptions {
@@ -84,36 +93,36 @@ std::optional<TavuString> OptionValue(const TavuStringArray& args, const char* s
 /// complete.
 VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
     constexpr VX_UINT32 LAST_BIOS_TARGET = 3; // on adapters without UEFI too: their only mode is that of the BIOS
-    if (const auto number = OptionValue(args, "-n", "--boot-target-num")) {
+    if (const auto number = OptionValue(args, "-n", TARGET_NUMBER)) {
         options.number = ParseNumber(number->c_str());
         if (*options.number > LAST_BIOS_TARGET && boot.mode == BOOT_BIOS) {
-            return RC_PARAM_ERROR;
+            return RefuseBootOption(TARGET_NUMBER, *number, RC_PARAM_ERROR);
         }
     }
-    if (const auto name = OptionValue(args, "-p", "--boot-target-wwpn")) {
+    if (const auto name = OptionValue(args, "-p", TARGET_WWPN)) {
         VX_UINT8 wwpn[8] = {};
         ScanWwn(name->c_str(), wwpn);
         options.wwpn = WwnText(wwpn);
         if (!IsZero(wwpn)) {
             options.target = FindBootTarget(boot, wwpn);
             if (options.target == nullptr) {
-                return RC_INVALID_PARAMETER;
+                return RefuseBootOption(TARGET_WWPN, *name, RC_INVALID_PARAMETER);
             }
         }
     }
-    if (const auto disk = OptionValue(args, "-o", "--boot-disk-num")) {
+    if (const auto disk = OptionValue(args, "-o", DISK_NUMBER)) {
         options.disk = static_cast<VX_UINT16>(ParseNumber(disk->c_str()));
     }
-    if (const auto word = OptionValue(args, "-l", "--boot-target-enable")) {
+    if (const auto word = OptionValue(args, "-l", TARGET_ENABLE)) {
         if (!IsUefiCapableAdapter(boot.Chip())) {
-            return RC_FEATURE_NOT_SUPPORTED;
+            return RefuseBootOption(TARGET_ENABLE, *word, RC_FEATURE_NOT_SUPPORTED);
         }
         if (boot.mode != BOOT_NVME) {
-            return RC_PARAM_ERROR;
+            return RefuseBootOption(TARGET_ENABLE, *word, RC_PARAM_ERROR);
         }
         VX_UINT32 isEnabled = 0;
         if (!FindWord(FLAG_WORDS, word->c_str(), isEnabled)) {
-            return RC_INVALID_PARAMETER;
+            return RefuseBootOption(TARGET_ENABLE, *word, RC_INVALID_PARAMETER);
         }
         options.isEnabled = isEnabled;
     }
@@ -146,7 +155,7 @@ void StageNvmeTarget(const BootTargetOptions& options, const TavuString& disk, S
     stage(NVME_WWPN, *options.wwpn);
     stage(NVME_NAMESPACE_ID, disk);
     stage(NVME_WWNN, target != nullptr ? WwnText(target->NodeName) : *options.wwpn); // zeros
-    stage(NVME_NQN, target != nullptr ? TavuString(BoundedText(target->StorageNqn)) : TavuString());
+    stage(NVME_NQN, target != nullptr ? StagedName(BoundedText(target->StorageNqn)) : TavuString());
     stage(NVME_CONTROLLER_ID, controller);
 }
 
@@ -163,10 +172,13 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
     const bool isNvme = boot.mode == BOOT_NVME;
     TavuString disk = "0";
     if (options.target != nullptr) {
-        if (FindBootLun(*options.target, *options.disk) == nullptr || IsNvmeTarget(*options.target) != isNvme) {
-            return RC_INVALID_PARAMETER;
-        }
         disk.Format("%u", *options.disk);
+        if (FindBootLun(*options.target, *options.disk) == nullptr) {
+            return RefuseBootOption(DISK_NUMBER, disk, RC_INVALID_PARAMETER);
+        }
+        if (IsNvmeTarget(*options.target) != isNvme) {
+            return RefuseBootOption(TARGET_WWPN, *options.wwpn, RC_INVALID_PARAMETER);
+        }
     }
     if (isNvme) {
         StageNvmeTarget(options, disk, values);
@@ -179,12 +191,15 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
 } // namespace
 
 constinit const BootGroup PhysicalPortBootConfigExtCmdsProcessor::GROUP = {
-    .calls = {.switchMode = {"", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
-              .read = {"", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
-              .readNvme = {"", "Get NVMe Boot Device Entries failed", RC_INVALID_DATA},
-              .write = {"", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
-              .writeNvme = {"", "Set NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED},
-              .readBackNvme = {"", "Get NVMe Boot Device Entries failed", RC_CFG_UPDATE_FAILED}},
+    .calls = {.switchMode = {"VEXAPI_SetBfsConfigMode", "", "Set BFS Config Mode failed", RC_CFG_READ_FAILED},
+              .read = {"VEXAPI_GetBootDeviceInfo", "", "Get Boot Device Info failed", RC_CFG_READ_FAILED},
+              .readNvme = {"VEXAPI_GetNVMeBootDeviceEntries", "", "Get NVMe Boot Device Entries failed",
+                           RC_INVALID_DATA},
+              .write = {"VEXAPI_SetBootDeviceInfo", "", "Set Boot Device Info failed", RC_CFG_UPDATE_FAILED},
+              .writeNvme = {"VEXAPI_SetNVMeBootDeviceEntries", "", "Set NVMe Boot Device Entries failed",
+                            RC_CFG_UPDATE_FAILED},
+              .readBackNvme = {"VEXAPI_GetNVMeBootDeviceEntries", "", "Get NVMe Boot Device Entries failed",
+                               RC_CFG_UPDATE_FAILED}},
     .shape = OUT_SHAPE,
     .readMode = ReadMode,
     .mustSwitchMode = MustSwitchMode,

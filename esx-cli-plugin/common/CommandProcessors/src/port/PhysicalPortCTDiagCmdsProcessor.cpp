@@ -17,7 +17,7 @@ constexpr CodeText TEST_TYPES[] = {{1, "CTPing"}, {2, "CTFCTraceRoute"}};
 /// `runcli` carries no usage function, so nothing shows this text.
 constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
 
-constexpr LibraryCall CT_TEST = {"", "CT Diag failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall CT_TEST = {"VEXAPI_DiagnosticsCTCommand", "", "CT Diag failed", RC_DIAG_TEST_FAILED};
 
 } // namespace
 
@@ -40,10 +40,11 @@ VX_UINT32 PhysicalPortCTDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* s
                                                         eOutputFormat format) {
     VX_UINT32 testType = 0;
     const VX_UINT32 code = Run(args, testType);
-    Document document(*self, format, CLASS_NAME, "DisplayCTDiagResult");
+    const TracedCall traced(CLASS_NAME, "DisplayCTDiagResult");
+    Document document(*self, format);
     document.Flat(OUT_RESULT, [&] {
         document.Field(OUT_DIAG_TEST, TextOf(TEST_TYPES, testType, OUT_UNKNOWN));
-        document.Field(OUT_TEST_RESULT, ResultText(code));
+        document.Message(code, ResultText(code), OUT_TEST_RESULT);
     });
     return code;
 }

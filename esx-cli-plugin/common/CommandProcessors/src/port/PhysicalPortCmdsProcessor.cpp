@@ -49,7 +49,8 @@ constexpr UsageText USAGES[] = {
     {3, "Usage: list\r\n"},
 };
 
-constexpr LibraryCall UPDATE_NVRAM = {"", "NVRAM update failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall UPDATE_NVRAM = {"VEXAPI_UpdateAdapterNVRAMFromFile", "", "NVRAM update failed",
+                                      RC_CFG_UPDATE_FAILED};
 
 /// What stands ahead of the first "_" or "'" of an identifier.
 TavuString PrefixOf(const char* identifier) {
@@ -210,9 +211,10 @@ VX_UINT32 PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bo
 
 void PhysicalPortCmdsProcessor::DisplayUpdateNvram(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format,
                                                    bool rebootRequired) {
-    Document document(*self, format, FAMILY.className, __func__);
+    const TracedCall traced(FAMILY.className, __func__);
+    Document document(*self, format);
     document.Flat(OUT_UPDATE_NVRAM, [&] {
         document.Field(OUT_REBOOT_REQUIRED, rebootRequired);
-        document.Field(OUT_MESSAGE, ResultTextOf(RESULT_TEXTS, code));
+        document.Message(code, ResultTextOf(RESULT_TEXTS, code));
     });
 }

@@ -49,7 +49,7 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: update [port identifier]\r\n"},
 };
 
-constexpr LibraryCall READ_DATA = {"", "Get SFP data failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_DATA = {"VEXAPI_GetSFPData", "", "Get SFP data failed", RC_CFG_READ_FAILED};
 
 constexpr StatusResult UPDATE_STATUSES[] = {
     {101, RC_FILE_OPEN_ERROR},       {107, RC_CHECKSUM_ERROR},         {113, RC_FEATURE_NOT_SUPPORTED},
@@ -57,7 +57,8 @@ constexpr StatusResult UPDATE_STATUSES[] = {
     {145, RC_SFP_VENDOR_MISMATCHED}, {146, RC_SFP_VENDOR_UNSUPPORTED},
 };
 
-constexpr LibraryCall UPDATE_MODULE = {"", "SFP FW update failed", RC_LIBRARY_FAILED, UPDATE_STATUSES};
+constexpr LibraryCall UPDATE_MODULE = {"VEXAPI_SfpModuleFirmwareUpdate", "", "SFP FW update failed", RC_LIBRARY_FAILED,
+                                       UPDATE_STATUSES};
 
 constexpr VX_UINT8 DRIVER_UPDATES_TRANSCEIVERS = 2; ///< in `DriverFeatureFlags`
 constexpr VX_UINT32 UPDATE_OPTION = 2;
@@ -155,11 +156,12 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* s
 /// An empty bay is a document that says failure, while the command's result stays 0: clients know it so.
 void PhysicalPortDMICmdsProcessor::DisplayDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data,
                                                   eOutputFormat format) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (IsEmpty(data)) {
         DisplayError(self, RC_INVALID_CMD, format);
         return;
     }
-    ReportBlock block(REPORT_SIZE, ReportBlock::SizeRule::FULL, CLASS_NAME, __func__);
+    ReportBlock block(REPORT_SIZE, ReportBlock::SizeRule::FULL);
     if (block.IsAllocated()) {
         TransceiverReport report(block, ModuleImage(data));
         report.CalculateDMIData();
@@ -167,17 +169,18 @@ void PhysicalPortDMICmdsProcessor::DisplayDMIInfo(MultipleCmdsProcessor* self, c
         report.PrintSFP();
     }
     // Without memory for the block it is a success without data.
-    Document(*self, format, CLASS_NAME, __func__).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, block);
+    Document(*self, format).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, block);
 }
 
 /// The same holds for an empty bay here.
 void PhysicalPortDMICmdsProcessor::DisplayRawDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data,
                                                      eOutputFormat format) {
+    const TracedCall traced(CLASS_NAME, __func__);
     if (IsEmpty(data)) {
         DisplayError(self, RC_INVALID_CMD, format);
         return;
     }
-    Document document(*self, format, CLASS_NAME, __func__);
+    Document document(*self, format);
     document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
         document.Field(OUT_DMI_A0_DATA, HexText(data.Data));
         document.Field(OUT_DMI_A2_DATA, HexText(data.Data + PAGE_SIZE));
@@ -185,6 +188,7 @@ void PhysicalPortDMICmdsProcessor::DisplayRawDMIInfo(MultipleCmdsProcessor* self
 }
 
 void PhysicalPortDMICmdsProcessor::DisplaySfpUpdate(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
-    document.Flat(OUT_SFP_FW_UPDATE, [&] { document.Field(OUT_MESSAGE, ResultTextOf(UPDATE_TEXTS, code)); });
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
+    document.Flat(OUT_SFP_FW_UPDATE, [&] { document.Message(code, ResultTextOf(UPDATE_TEXTS, code)); });
 }

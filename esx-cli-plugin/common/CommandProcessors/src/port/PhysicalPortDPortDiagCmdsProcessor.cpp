@@ -46,8 +46,9 @@ constexpr UsageText USAGES[] = {
     {6, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_MEZZANINE = {"", "Mezz adapter check failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_MODE = {"", "Configure DPort failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {"VEXAPI_IsMezzAdapter", "", "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_MODE = {"VEXAPI_ConfigureAdapterDPortSettings", "", "Configure DPort failed",
+                                     RC_CFG_UPDATE_FAILED};
 
 constexpr VX_UINT32 FEATURE_SECOND_FORM = 0x20000000;
 constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
@@ -60,7 +61,8 @@ constexpr StatusResult TEST_STATUSES[] = {
     {129, RC_UNSUPPORTED_MODE},     {130, RC_LINK_UP_REQUIRED},       {131, RC_UNSUPPORTED_SPEED},
     {STATUS_BFS_MODE, RC_BFS_MODE},
 };
-constexpr LibraryCall RUN_TEST = {"", "DPort test failed", RC_LIBRARY_FAILED, TEST_STATUSES};
+constexpr LibraryCall RUN_TEST = {"VEXAPI_DiagnosticDPortTestV2", "", "DPort test failed", RC_LIBRARY_FAILED,
+                                  TEST_STATUSES};
 
 constexpr CodeText PHASE_RESULTS[] = {
     {0, "Not Started"},       {1, "Passed"},          {2, "Skipped"},        {3, "Failed"},
@@ -84,8 +86,14 @@ constexpr CodeText REASONS[] = {
 constexpr unsigned MAILBOX_LOW_BITS = 0xF;
 constexpr unsigned MAILBOX_HAS_REASON = 2;
 
+bool IsInDiagnosticMode(VX_PORT_HANDLE& handle) {
+    const VX_UINT32 mode = VEXAPI_CheckAdapterDPortOption(&handle);
+    TraceStatus("VEXAPI_CheckAdapterDPortOption", mode);
+    return mode != 0;
+}
+
 VX_UINT32 ReadMode(const PortEntry& entry, bool& isDiagnostic) {
-    return MakeLibraryCalls([&] { isDiagnostic = VEXAPI_CheckAdapterDPortOption(&entry.protocol->PortHandle) != 0; });
+    return MakeLibraryCalls([&] { isDiagnostic = IsInDiagnosticMode(entry.protocol->PortHandle); });
 }
 
 void AddPhase(ReportBlock& block, const char* phase, VX_UINT32 value, VX_UINT8 status) {
@@ -146,11 +154,12 @@ void AddFailedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& res
 }
 
 /// The flat document of `get` and `set`, of their failures too.
-void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, const char* message,
+void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, VX_UINT32 code, const char* message,
                RebootRequired reboot, bool isDiagnostic) {
-    Document document(*self, format, CLASS_NAME, "DisplayDPortDiagInfo");
+    const TracedCall traced(CLASS_NAME, "DisplayDPortDiagInfo");
+    Document document(*self, format);
     document.Flat(OUT_SHAPE.names.structure, [&] {
-        document.Field(OUT_MESSAGE, message);
+        document.Message(code, message);
         if (reboot.has_value()) {
             document.Field(OUT_REBOOT_REQUIRED, *reboot);
         }
@@ -224,7 +233,7 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, D
         return code;
     }
     return MakeLibraryCalls([&] {
-        mode.isDiagnostic = VEXAPI_CheckAdapterDPortOption(handle) != 0;
+        mode.isDiagnostic = IsInDiagnosticMode(*handle);
         mode.reboot = IsRebootRequired();
     });
 }
@@ -302,23 +311,24 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitTest(const TavuStringArray& a
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagInfo(MultipleCmdsProcessor* self, const DPortMode& mode,
                                                               eOutputFormat format) {
-    WriteMode(self, format, OUT_SUCCESS, mode.reboot, mode.isDiagnostic);
+    WriteMode(self, format, RC_SUCCESS, OUT_SUCCESS, mode.reboot, mode.isDiagnostic);
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                          eOutputFormat format) {
-    WriteMode(self, format, ResultText(code), REBOOT_NOT_SHOWN, false);
+    WriteMode(self, format, code, ResultText(code), REBOOT_NOT_SHOWN, false);
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                          eOutputFormat format) {
-    WriteMode(self, format, ResultText(code), false, false);
+    WriteMode(self, format, code, ResultText(code), false, false);
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayMbxError(MultipleCmdsProcessor* self, VX_UINT32 status,
                                                          eOutputFormat format) {
-    Document(*self, format, CLASS_NAME, __func__)
-        .ReportError(OUT_SHAPE.names, REBOOT_NOT_SHOWN, ResultTextOf(MAILBOX_TEXTS, status));
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document(*self, format)
+        .ReportError(OUT_SHAPE.names, REBOOT_NOT_SHOWN, RC_MAILBOX_ERROR, ResultTextOf(MAILBOX_TEXTS, status));
 }
 
 void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagResult(MultipleCmdsProcessor* self, bool isSecondForm,
@@ -326,11 +336,8 @@ void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagResult(MultipleCmdsProc
                                                                 eOutputFormat format) {
     DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
         // The two times bring their line ends with them.
-        TavuString line;
-        line.Format("Start Time: %.*s", int{sizeof result.StartTime}, result.StartTime);
-        block.Raw(line.c_str());
-        line.Format("      Stop Time: %.*s", int{sizeof result.StopTime}, result.StopTime);
-        block.Raw(line.c_str());
+        block.Line("Start Time", BoundedText(result.StartTime), "");
+        block.Line("Stop Time", BoundedText(result.StopTime), "");
         AddPhase(block, "HBA Port", result.HbaPortValue, result.HbaPortStatus);
         AddPhase(block, "Electrical Loopback", result.ElecLbValue, result.ElecLbStatus);
         AddPhase(block, "Optical Loopback", result.OptLbValue, result.OptLbStatus);

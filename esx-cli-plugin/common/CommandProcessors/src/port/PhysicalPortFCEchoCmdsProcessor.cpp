@@ -19,7 +19,7 @@ constexpr char OUT_ECHO_STATUS[] = "Echo Status";
 /// `runcli` carries no usage function, so nothing shows this text.
 constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
 
-constexpr LibraryCall ECHO = {"", "FC Echo failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall ECHO = {"VEXAPI_DiagnosticsEchoElsTest", "", "FC Echo failed", RC_DIAG_TEST_FAILED};
 
 constexpr VX_UINT32 DESTINATION_NONE = 0;
 constexpr VX_UINT32 DESTINATION_TARGET = 2;
@@ -96,8 +96,9 @@ VX_UINT32 PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 dest
 
 void PhysicalPortFCEchoCmdsProcessor::DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo, VX_UINT32 code,
                                                           eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
-    document.Report(OUT_NAMES, ResultText(code), [&] {
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
+    document.Report(OUT_NAMES, code, ResultText(code), [&] {
         VX_UINT32 sequence = 0;
         for (const _VEXAPI_ECHO_RESULTS& frame : echo.frames) {
             document.Structure(OUT_NAMES.list, [&] {

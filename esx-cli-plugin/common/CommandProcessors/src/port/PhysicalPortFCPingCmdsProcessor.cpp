@@ -14,7 +14,7 @@ constexpr char OUT_FC_PING[] = "FCPing";
 /// `runcli` carries no usage function, so nothing shows this text.
 constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
 
-constexpr LibraryCall PING = {"", "FC Ping failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall PING = {"VEXAPI_DiagnosticsFCPingTest", "", "FC Ping failed", RC_DIAG_TEST_FAILED};
 
 } // namespace
 
@@ -36,10 +36,11 @@ constinit const FamilyDescription PhysicalPortFCPingCmdsProcessor::FAMILY = {
 VX_UINT32 PhysicalPortFCPingCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                         eOutputFormat format) {
     const VX_UINT32 code = Run(args);
-    Document document(*self, format, CLASS_NAME, "DisplayFCPingResult");
+    const TracedCall traced(CLASS_NAME, "DisplayFCPingResult");
+    Document document(*self, format);
     document.Flat(OUT_RESULT, [&] {
         document.Field(OUT_DIAG_TEST, OUT_FC_PING);
-        document.Field(OUT_TEST_RESULT, ResultText(code));
+        document.Message(code, ResultText(code), OUT_TEST_RESULT);
     });
     return code;
 }

@@ -26,7 +26,7 @@ constexpr UsageText USAGES[] = {
     {3, "Usage: reset [port identifier]\r\n"},
 };
 
-constexpr LibraryCall RESET_STATS = {"", "Reset Device Stats failed", RC_STATS_CLEAR_FAILED};
+constexpr LibraryCall RESET_STATS = {"VEXAPI_ResetDeviceStats", "", "Reset Device Stats failed", RC_STATS_CLEAR_FAILED};
 
 using Port = _vexapi_protocol_t;
 constexpr PortCounter DRIVER_COUNTERS[] = {
@@ -45,6 +45,12 @@ constexpr PortCounter FIRMWARE_COUNTERS[] = {
     {"Invalid Transmission Word Count", &Port::InvalidTxWordCount},
     {"Invalid CRC Count", &Port::InvalidCrcCount},
 };
+
+void AddCounters(ReportBlock& block, const Port& port, std::span<const PortCounter> counters) {
+    for (const PortCounter& counter : counters) {
+        block.LineF(counter.label, "%u", port.*counter.count);
+    }
+}
 
 } // namespace
 
@@ -76,9 +82,9 @@ VX_UINT32 PhysicalPortFCStatsCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* 
     }
     const char* mode = ArgText(args, 1);
     if (CompareNoCase(mode, MODE_DRIVER) == 0) {
-        DisplayFCStats(self, *entry.protocol, DRIVER_COUNTERS, format);
+        DisplayFCDriverStats(self, *entry.protocol, format);
     } else if (CompareNoCase(mode, MODE_FIRMWARE) == 0) {
-        DisplayFCStats(self, *entry.protocol, FIRMWARE_COUNTERS, format);
+        DisplayFCFWStats(self, *entry.protocol, format);
     } else {
         // The document tells the failure, yet the result is success, so that no usage follows; `reset` differs.
         TraceStep(TRACE_DEBUG, "Invalid mode=%s", mode);
@@ -100,16 +106,20 @@ VX_UINT32 PhysicalPortFCStatsCmdsProcessor::Reset(const TavuStringArray& args, N
     return CallLibrary(RESET_STATS, [&] { return VEXAPI_ResetDeviceStats(&entry.protocol->PortHandle); });
 }
 
-void PhysicalPortFCStatsCmdsProcessor::DisplayFCStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
-                                                      std::span<const PortCounter> counters, eOutputFormat format) {
-    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
-        for (const PortCounter& counter : counters) {
-            block.LineF(counter.label, "%u", protocol.*counter.count);
-        }
-    });
+void PhysicalPortFCStatsCmdsProcessor::DisplayFCDriverStats(MultipleCmdsProcessor* self,
+                                                            const _vexapi_protocol_t& protocol, eOutputFormat format) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE,
+                 [&](ReportBlock& block) { AddCounters(block, protocol, DRIVER_COUNTERS); });
+}
+
+void PhysicalPortFCStatsCmdsProcessor::DisplayFCFWStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
+                                                        eOutputFormat format) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE,
+                 [&](ReportBlock& block) { AddCounters(block, protocol, FIRMWARE_COUNTERS); });
 }
 
 void PhysicalPortFCStatsCmdsProcessor::DisplayReset(MultipleCmdsProcessor* self, const NoState&, eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.Flat(OUT_RESET_STRUCT_NAME, [&] { document.Success(REBOOT_NOT_SHOWN); });
 }

@@ -18,8 +18,9 @@ private:
     struct NoState {};
 
     static VX_UINT32 Reset(const TavuStringArray& args, NoState&);
-    static void DisplayFCStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
-                               std::span<const PortCounter> counters, eOutputFormat format);
+    static void DisplayFCDriverStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
+                                     eOutputFormat format);
+    static void DisplayFCFWStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol, eOutputFormat format);
     static void DisplayReset(MultipleCmdsProcessor* self, const NoState&, eOutputFormat format);
 
     static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);

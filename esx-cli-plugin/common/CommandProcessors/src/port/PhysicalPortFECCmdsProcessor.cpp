@@ -34,11 +34,16 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_STATUS = {" before FEC read", "Get FEC Info failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_MEZZANINE = {" before Mezz adapter check", "Mezz adapter check failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall READ_COUNTERS = {" before FW Priv Stats read", "Get FW Private stats failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_STATUS = {" before FEC set", "Update FEC failed", RC_CFG_UPDATE_FAILED};
-constexpr LibraryCall RESET_COUNTERS = {" before FEC counter reset", "Reset FEC counters failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_STATUS = {"VEXAPI_FCGetFECSupportInfo", " before FEC read", "Get FEC Info failed",
+                                     RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_MEZZANINE = {"VEXAPI_IsMezzAdapter", " before Mezz adapter check",
+                                        "Mezz adapter check failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_COUNTERS = {"VEXAPI_GetFWPrivateStats", " before FW Priv Stats read",
+                                       "Get FW Private stats failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_STATUS = {"VEXAPI_FCSetFECSupportInfo", " before FEC set", "Update FEC failed",
+                                       RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall RESET_COUNTERS = {"VEXAPI_ResetFECCounters", " before FEC counter reset",
+                                        "Reset FEC counters failed", RC_CFG_UPDATE_FAILED};
 
 } // namespace
 
@@ -180,7 +185,8 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, F
 
 void PhysicalPortFECCmdsProcessor::DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec,
                                                   eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.FieldReport(OUT_NAMES, fec.reboot, [&] {
         document.Field(OUT_FEC_STATUS, fec.status != 0 ? OUT_TRUE : OUT_FALSE);
         // The counters have 64 bits; the low 32 are shown.

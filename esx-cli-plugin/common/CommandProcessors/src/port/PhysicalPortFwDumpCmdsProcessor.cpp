@@ -33,7 +33,7 @@ constexpr StatusResult DUMP_STATUSES[] = {
     {0x20000073, RC_PARAM_ERROR},
     {0x2000007B, RC_NO_DATA_AVAILABLE},
 };
-constexpr LibraryCall READ_DUMP = {"", "Get FW Dump failed", RC_CFG_READ_FAILED, DUMP_STATUSES};
+constexpr LibraryCall READ_DUMP = {"VEXAPI_SDGetFwDump2", "", "Get FW Dump failed", RC_CFG_READ_FAILED, DUMP_STATUSES};
 
 } // namespace
 
@@ -55,8 +55,9 @@ constinit const FamilyDescription PhysicalPortFwDumpCmdsProcessor::FAMILY = {
 VX_UINT32 PhysicalPortFwDumpCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                         eOutputFormat format) {
     const VX_UINT32 code = WriteDump(args);
-    Document document(*self, format, CLASS_NAME, code == RC_SUCCESS ? "DisplayFwDumpInfo" : "DisplayError");
-    document.Flat(OUT_STRUCT_NAME, [&] { document.Field(OUT_MESSAGE, ResultText(code)); });
+    const TracedCall traced(CLASS_NAME, code == RC_SUCCESS ? "DisplayFwDumpInfo" : "DisplayError");
+    Document document(*self, format);
+    document.Flat(OUT_STRUCT_NAME, [&] { document.Message(code, ResultText(code)); });
     return code;
 }
 

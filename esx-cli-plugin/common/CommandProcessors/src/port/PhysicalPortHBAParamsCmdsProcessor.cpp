@@ -34,11 +34,13 @@ constexpr UsageText USAGES[] = {
     {10, "Usage: save\r\n"},
 };
 
-constexpr LibraryCall READ_PARAMETERS = {"", "Get HBA Params failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall WRITE_PARAMETERS = {"", "Update HBA Params failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_PARAMETERS = {"VEXAPI_GetHBAParamsInfo", "", "Get HBA Params failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall WRITE_PARAMETERS = {"VEXAPI_UpdateHBAParameters", "", "Update HBA Params failed",
+                                          RC_CFG_UPDATE_FAILED};
 /// A write, and yet its failure is told as that of a read: clients know it so.
-constexpr LibraryCall RESTORE_DEFAULTS = {"", "Restore Default NVRAM failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall SAVE_NVRAM = {"", "Save NVRAM failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall RESTORE_DEFAULTS = {"VEXAPI_RestoreDefaultNVRAM", "", "Restore Default NVRAM failed",
+                                          RC_CFG_READ_FAILED};
+constexpr LibraryCall SAVE_NVRAM = {"VEXAPI_SaveSingleAdapterNVRAMToFile", "", "Save NVRAM failed", RC_CFG_READ_FAILED};
 
 constexpr CodeText CONNECTION_TEXTS[] = {{0, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
 constexpr CodeText DATA_RATE_TEXTS[] = {
@@ -115,38 +117,35 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::SetFile(const TavuStringArray& arg
         [&](const StagedFile& file) { return UpdateHBAParamsInFile(args, file, *params.entry.protocol); });
 }
 
-/// A record that can't be written keeps the file, so that the command can be repeated.
 VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, HBAParams& params) {
-    VX_UINT32 code = Get(args, params);
-    if (code != RC_SUCCESS) {
+    if (const VX_UINT32 code = Get(args, params); code != RC_SUCCESS) {
         return code;
     }
-    const StagedFile file = HBAParamsFile(ArgText(args, 0));
-    params.isNothingPending = !file.IsPending();
-    if (params.isNothingPending) {
-        return RC_SUCCESS;
-    }
-    ReadStagedFile(file, HBAParamsKeys(), params.parameters);
-    code = CallLibrary(WRITE_PARAMETERS, [&] {
-        return VEXAPI_UpdateHBAParameters(&params.entry.protocol->PortHandle, &params.parameters);
+    const auto overlay = [&](const StagedFile& file) { ReadStagedFile(file, HBAParamsKeys(), params.parameters); };
+    return CommitSettings(HBAParamsFile(ArgText(args, 0)), params.commit, overlay, [&] {
+        const VX_UINT32 code = CallLibrary(WRITE_PARAMETERS, [&] {
+            return VEXAPI_UpdateHBAParameters(&params.entry.protocol->PortHandle, &params.parameters);
+        });
+        if (code == RC_SUCCESS) {
+            params.reboot = AskRebootRequired();
+        }
+        return code;
     });
-    if (code == RC_SUCCESS) {
-        params.reboot = AskRebootRequired();
-        file.Delete();
-    }
-    return code;
 }
 
 VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringArray& args, RebootRequired& reboot) {
     PortEntry entry;
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
-    if (code == RC_SUCCESS) {
-        code = CallLibrary(RESTORE_DEFAULTS, [&] { return VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle); });
+    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    if (code != RC_SUCCESS) {
+        return code;
     }
-    if (code == RC_SUCCESS) {
-        reboot = AskRebootRequired();
-    }
-    return code;
+    return CallLibrary(RESTORE_DEFAULTS, [&] {
+        const VX_UINT32 status = VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle);
+        if (status == 0) {
+            reboot = IsRebootRequired();
+        }
+        return status;
+    });
 }
 
 VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, NoState&) {
@@ -164,16 +163,12 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, 
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplayHBAParamsInfo(MultipleCmdsProcessor* self, const HBAParams& params,
                                                               eOutputFormat format) {
-    if (params.isNothingPending) {
-        // The document of a failure with the result of a success: clients know `set` so.
-        DisplaySetError(self, RC_SUCCESS, format);
-        return;
-    }
     const _VEXAPI_HBAParameters& nvram = params.parameters;
     const __CHIPPROPERTY chip = params.entry.protocol->ChipProperty;
     const bool is10G = Is10GAdapter(chip);
     const bool isWillow = IsWillowAdapter(chip);
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     const auto number = [&document](const char* label, VX_UINT32 value) { document.Field(label, value, INT_U32); };
 
     document.FieldReport(OUT_NAMES, params.reboot, [&] {
@@ -205,24 +200,28 @@ void PhysicalPortHBAParamsCmdsProcessor::DisplayHBAParamsInfo(MultipleCmdsProces
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplayRestoreDefaults(MultipleCmdsProcessor* self,
                                                                 const RebootRequired& reboot, eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.Flat(OUT_RESTORE_DEFAULTS, [&] { document.Success(reboot); });
 }
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplayRestoreDefaultsError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                                      eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
-    document.Flat(OUT_RESTORE_DEFAULTS, [&] { document.Failure(false, ResultText(code)); });
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
+    document.Flat(OUT_RESTORE_DEFAULTS, [&] { document.Failure(false, code, ResultText(code)); });
 }
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplaySave(MultipleCmdsProcessor* self, const NoState&,
                                                      eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.Flat(OUT_SAVE, [&] { document.Success(REBOOT_NOT_SHOWN); });
 }
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplaySaveError(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                           eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
-    document.Flat(OUT_SAVE, [&] { document.Failure(REBOOT_NOT_SHOWN, ResultText(code)); });
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
+    document.Flat(OUT_SAVE, [&] { document.Failure(REBOOT_NOT_SHOWN, code, ResultText(code)); });
 }

@@ -2,6 +2,7 @@
 
 #include "Family.h"
 #include "PhysicalPortCmdsProcessor.h"
+#include "StagedSettings.h"
 
 /// `port -s hbaparams`: a port's NVRAM parameters. Changes are staged in a cache file by `setFile` and
 /// written by `set`.
@@ -15,7 +16,7 @@ private:
         PortEntry entry;
         _VEXAPI_HBAParameters parameters{};
         RebootRequired reboot;
-        bool isNothingPending = false; ///< for `set`: there is no cache file
+        Commit commit; ///< of `set`
     };
     struct NoState {};
 
@@ -33,7 +34,7 @@ private:
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayHBAParamsInfo, DisplayError>;
     static constexpr CommonFunction CmdSetFileCommon = FetchThenDisplay<SetFile, DisplayHBAParamsInfo, DisplayError>;
-    static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayHBAParamsInfo, DisplaySetError>;
+    static constexpr CommonFunction CmdSetCommon = CommitThenDisplay<Set, DisplayHBAParamsInfo, DisplaySetError>;
     static constexpr CommonFunction CmdRestoreDefaultsCommon =
         FetchThenDisplay<RestoreDefaults, DisplayRestoreDefaults, DisplayRestoreDefaultsError>;
     static constexpr CommonFunction CmdSaveCommon = FetchThenDisplay<Save, DisplaySave, DisplaySaveError>;

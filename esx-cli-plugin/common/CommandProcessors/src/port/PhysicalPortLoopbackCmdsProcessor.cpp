@@ -85,7 +85,8 @@ VX_UINT32 PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Lo
 
 void PhysicalPortLoopbackCmdsProcessor::DisplayLoopbackTestResult(MultipleCmdsProcessor* self, const Loopback& loopback,
                                                                   eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
         const auto number = [&](const char* label, VX_UINT32 value) { document.Field(label, value, INT_U32); };
         document.Field("Test Status", TavuString(BoundedText(loopback.result.TestStatus)));

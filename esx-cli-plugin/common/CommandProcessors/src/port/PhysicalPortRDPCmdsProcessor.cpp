@@ -15,7 +15,7 @@ constexpr ReportNames OUT_NAMES = {"RDPInformation", "Read Diagnostics Parameter
 
 constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
-constexpr LibraryCall READ_RDP = {"", "RDP Test failed", RC_DIAG_TEST_FAILED};
+constexpr LibraryCall READ_RDP = {"VEXAPI_DiagnosticsRDPTest", "", "RDP Test failed", RC_DIAG_TEST_FAILED};
 
 constexpr std::size_t REPORT_SIZE = 16384;
 
@@ -53,11 +53,12 @@ VX_UINT32 PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payload
 /// Without memory for the report the document holds no data, and still says "Success".
 void PhysicalPortRDPCmdsProcessor::DisplayRDPInfo(MultipleCmdsProcessor* self, const Payload& payload,
                                                   eOutputFormat format) {
+    const TracedCall traced(CLASS_NAME, __func__);
     const std::unique_ptr<char, decltype(&std::free)> text(static_cast<char*>(std::calloc(REPORT_SIZE, 1)), &std::free);
     if (text != nullptr) {
         RDPReport report(text.get(), REPORT_SIZE);
         bool isVendorMatch = false;
         ParseRDPDataBuffer(payload.bytes, Payload::SIZE, report, isVendorMatch);
     }
-    Document(*self, format, CLASS_NAME, __func__).TextReport(OUT_NAMES, REBOOT_NOT_SHOWN, text.get());
+    Document(*self, format).TextReport(OUT_NAMES, REBOOT_NOT_SHOWN, text.get());
 }

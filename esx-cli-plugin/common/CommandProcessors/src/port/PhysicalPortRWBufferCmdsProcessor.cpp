@@ -90,7 +90,8 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RW
 /// The counts of the run are repeated in every row.
 void PhysicalPortRWBufferCmdsProcessor::DisplayRWBufferTestResult(MultipleCmdsProcessor* self, const RWBuffer& buffer,
                                                                   eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     const auto number = [&](const char* label, VX_UINT32 value) { document.Field(label, value, INT_U32); };
     document.Report(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
         ForEachEntry(buffer.results, [&](const _VEXAPI_ReadWriteBufferTestResult& result) {

@@ -35,9 +35,11 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set\r\n"},
 };
 
-constexpr LibraryCall READ_PROFILE = {"", "Get SCMR Profile failed", RC_CFG_READ_FAILED};
-constexpr LibraryCall CHANGE_PROFILE = {" before set", "Update SCMR Profile failed", RC_CFG_UPDATE_FAILED};
-constexpr LibraryCall READ_BACK = {"", "Get SCMR Profile failed after set", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_PROFILE = {"VEXAPI_GetSCMRProfile", "", "Get SCMR Profile failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall CHANGE_PROFILE = {"VEXAPI_SetSCMRProfile", " before set", "Update SCMR Profile failed",
+                                        RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall READ_BACK = {"VEXAPI_GetSCMRProfile", "", "Get SCMR Profile failed after set",
+                                   RC_CFG_READ_FAILED};
 
 /// `ControlFlag`: who rules the profile. Any value but 0 is NVRAM.
 constexpr VX_UINT8 CONTROL_DRIVER = 0;

@@ -38,7 +38,8 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: clear [port identifier]\r\n"},
 };
 
-constexpr LibraryCall RESET_STATISTICS = {"", "Get SCM Reset Statistics failed", RC_LIBRARY_FAILED};
+constexpr LibraryCall RESET_STATISTICS = {"VEXAPI_SANCongMgmtResetStatistics", "", "Get SCM Reset Statistics failed",
+                                          RC_LIBRARY_FAILED};
 /// Status of a reset that driver or firmware can't do.
 constexpr VX_UINT32 STATUS_UNSUPPORTED_DRIVER = 118;
 
@@ -126,16 +127,16 @@ void PhysicalPortSCMStatsCmdsProcessor::DisplayPortSCMStatsV2(MultipleCmdsProces
                                                               const _vexapi_protocol_t& protocol,
                                                               const _VEXAPI_SANCONGTMGMTV2& list,
                                                               eOutputFormat format) {
-    const char* const function = __func__;
-    DisplayBlock(self, format, function, OUT_SHAPE, [&](ReportBlock& block) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
         AddPortNames(block, protocol);
-        AddSections(block, PORT_SECTIONS, FindPortNode(list), CLASS_NAME, function);
+        AddSections(block, PORT_SECTIONS, FindPortNode(list));
     });
 }
 
 void PhysicalPortSCMStatsCmdsProcessor::DisplayClear(MultipleCmdsProcessor* self, VX_UINT32 code,
                                                      eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.Flat(OUT_CLEAR_STRUCT_NAME,
-                  [&] { document.Field(OUT_MESSAGE, TextOf(CLEAR_RESULT_TEXTS, code, ResultText(code))); });
+                  [&] { document.Message(code, TextOf(CLEAR_RESULT_TEXTS, code, ResultText(code))); });
 }

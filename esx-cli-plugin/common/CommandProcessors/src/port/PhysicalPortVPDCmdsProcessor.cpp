@@ -26,7 +26,7 @@ constexpr CodeText RESULT_TEXTS[] = {
 
 constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
-constexpr LibraryCall READ_VPD = {"", "Get VPD failed", RC_VPD_FAILED};
+constexpr LibraryCall READ_VPD = {"VEXAPI_GetVpd", "", "Get VPD failed", RC_VPD_FAILED};
 
 constexpr VX_UINT32 VPD_SIZE = 1024;
 
@@ -170,7 +170,8 @@ VX_UINT32 PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap*
 
 void PhysicalPortVPDCmdsProcessor::DisplayVPDInfo(MultipleCmdsProcessor* self, VpdMap* const& map,
                                                   eOutputFormat format) {
-    Document document(*self, format, CLASS_NAME, __func__);
+    const TracedCall traced(CLASS_NAME, __func__);
+    Document document(*self, format);
     document.Report(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
         for (const auto& keyword : *map) {
             const char* description = GetVPDKeyVal(keyword.first);

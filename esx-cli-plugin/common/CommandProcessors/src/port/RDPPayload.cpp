@@ -22,8 +22,11 @@ constexpr VX_UINT16 Low(VX_UINT32 word) {
     return static_cast<VX_UINT16>(word);
 }
 
-void AppendHead(RDPReport& report, const char* title) {
-    report.Append("%s\n%s\n%s\n", DASHES, title, DASHES);
+/// Three pieces: of a head that doesn't fit whole into the report, the lines that fit are shown.
+void AppendHead(RDPReport& report, const char* title, const char* before = "") {
+    report.Append("%s%s\n", before, DASHES);
+    report.Append("%s\n", title);
+    report.Append("%s\n", DASHES);
 }
 
 /// Moves from a descriptor's tag over its value words: `take(index, word)` for each. The cursor ends on the last
@@ -50,8 +53,7 @@ void AppendLine(RDPReport& report, const WordLines& lines, VX_UINT32 index, VX_U
 }
 
 void DecodeDiagParamsDescriptorData(RDPCursor& cursor, RDPReport& report) {
-    report.Append("\n");
-    AppendHead(report, "Diagnostics Parameters Information");
+    AppendHead(report, "Diagnostics Parameters Information", "\n");
     cursor.Move(RDPCursor::WORD);
     const VX_UINT32 length = cursor.GetWord();
     report.Append("Descriptor Tag: %s\n", "Link Service Request Information");

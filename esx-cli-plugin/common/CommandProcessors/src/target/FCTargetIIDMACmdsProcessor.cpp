@@ -31,9 +31,9 @@ constexpr UsageText USAGES[] = {
     {4, "Usage: set [port identifier]\r\n"},
 };
 
-constexpr LibraryCall READ_SPEED = {"", "Get Link Speed failed", RC_CFG_READ_FAILED};
+constexpr LibraryCall READ_SPEED = {"VEXAPI_GetTargetLinkSpeed", "", "Get Link Speed failed", RC_CFG_READ_FAILED};
 /// The trace of a failing change tells of a read: it has always read so.
-constexpr LibraryCall CHANGE_SPEED = {"", "Get Link Speed failed", RC_CFG_UPDATE_FAILED};
+constexpr LibraryCall CHANGE_SPEED = {"VEXAPI_SetTargetLinkSpeed", "", "Get Link Speed failed", RC_CFG_UPDATE_FAILED};
 
 /// A rate in its three forms. `level` ranks what an adapter can do, by its highest bit of `SupportedSpeeds`.
 /// 10 Gbps has no level and no bit that counts: it can be shown and never be set.

@@ -88,9 +88,8 @@ void FCTargetSCMStatsCmdsProcessor::DisplayTargetSCMStats(MultipleCmdsProcessor*
 void FCTargetSCMStatsCmdsProcessor::DisplayTargetSCMStatsV2(MultipleCmdsProcessor* self,
                                                             const _tagVEXAPI_SDMTarget& target,
                                                             const _VEXAPI_SANCONGTMGMTV2& list, eOutputFormat format) {
-    const char* const function = __func__;
-    DisplayBlock(self, format, function, OUT_SHAPE, [&](ReportBlock& block) {
+    DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
         AddTargetNames(block, target);
-        AddSections(block, TARGET_SECTIONS, FindTargetNode(list, target), CLASS_NAME, function);
+        AddSections(block, TARGET_SECTIONS, FindTargetNode(list, target));
     });
 }

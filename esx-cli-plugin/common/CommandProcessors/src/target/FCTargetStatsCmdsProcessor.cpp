@@ -60,7 +60,7 @@ VX_UINT32 ReadTargetStatistics(const TargetEntry& entry, __STATISTICS& counters)
     selector.SelectorType = SELECT_BY_PORT_NAME;
     std::copy_n(entry.target->PortName, sizeof selector.PortName, selector.PortName);
     counters = {};
-    return CallLibrary({"", "Get Port Stats FC failed", RC_STATS_READ_FAILED}, [&] {
+    return CallLibrary({"VEXAPI_GetPortStatisticsFC", "", "Get Port Stats FC failed", RC_STATS_READ_FAILED}, [&] {
         return VEXAPI_GetPortStatisticsFC(HandleWord(entry.protocol->PortHandle), 0, &selector, &counters);
     });
 }
