@@ -135,17 +135,19 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, H
 
 VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringArray& args, RebootRequired& reboot) {
     PortEntry entry;
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
-    if (code != RC_SUCCESS) {
+    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+        code != RC_SUCCESS) {
         return code;
     }
-    return CallLibrary(RESTORE_DEFAULTS, [&] {
-        const VX_UINT32 status = VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle);
-        if (status == 0) {
+    // One opening of the log for both calls.
+    VX_UINT32 code = RC_SUCCESS;
+    const VX_UINT32 called = MakeLibraryCalls([&] {
+        code = ResultOf(RESTORE_DEFAULTS, VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle));
+        if (code == RC_SUCCESS) {
             reboot = IsRebootRequired();
         }
-        return status;
     });
+    return called == RC_SUCCESS ? code : called;
 }
 
 VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, NoState&) {

@@ -17,6 +17,11 @@ constexpr UsageText USAGES[] = {{2, "Usage: run\r\n"}};
 constexpr VX_UINT32 DATA_SIZES[] = {8, 16, 32, 64, 128};
 constexpr FrameTestLimits LIMITS = {10000, DATA_SIZES, 5};
 
+/// A list that can't be released is no failure of the command.
+void Release(_VEXAPI_ReadWriteBufferTestResult* results) {
+    TraceStatus("VEXAPI_FreeRWBufferTestResultList", VEXAPI_FreeRWBufferTestResultList(results));
+}
+
 } // namespace
 
 constinit const Leaf PhysicalPortRWBufferCmdsProcessor::LEAVES[] = {
@@ -44,7 +49,7 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor*
         DisplayRWBufferTestResult(self, buffer, format);
     }
     if (buffer.results != nullptr) {
-        const VX_UINT32 released = MakeLibraryCalls([&] { VEXAPI_FreeRWBufferTestResultList(buffer.results); });
+        const VX_UINT32 released = MakeLibraryCalls([&] { Release(buffer.results); });
         code = code == RC_SUCCESS ? released : code;
     }
     if (code != RC_SUCCESS) {
@@ -71,7 +76,7 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RW
         const VX_UINT32 called = MakeLibraryCalls(
             [&] {
                 if (buffer.results != nullptr) {
-                    VEXAPI_FreeRWBufferTestResultList(buffer.results);
+                    Release(buffer.results);
                 }
                 buffer.results = VEXAPI_DiagnosticsReadWriteBufferTest(&entry.protocol->PortHandle, &parameters);
             },

@@ -105,7 +105,7 @@ bool ParseLunIdentifier(const char* text, LunName& name) {
 VX_UINT32 AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host) {
     const char* identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier)) {
-        TraceStep(TRACE_INFORMATION, "Invoking Help");
+        TraceStep(TRACE_DEBUG, "Invoking Help");
         return RC_HELP_REQUESTED;
     }
     if (const char* part = WrongPartOf(identifier, kind)) {
