@@ -1,6 +1,6 @@
 #include "Program.h"
 
-#include "Console.h"
+#include "ProgramMode.h"
 #include "TavuDebug.h"
 
 #include <csignal>

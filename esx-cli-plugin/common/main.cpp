@@ -1,9 +1,11 @@
-#include "Console.h"
 #include "MainCmdsProcessor.h"
+#include "Output.h"
 #include "Program.h"
+#include "ProgramMode.h"
 #include "ResultCodes.h"
 #include "TavuDebug.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 
@@ -23,6 +25,9 @@ int main(int argc, char** argv) {
     TavuStringArray args(argv + std::min(argc, static_cast<int>(firstArg)), argv + argc);
     if (!args.empty()) {
         g_uFlags |= FLAG_COMMAND_LINE;
+        // One command writes its document at once; the C library's own buffer is a sixteenth of this.
+        static char buffer[64 * 1024];
+        std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
     }
     const VX_UINT32 result = root->Initialize(args) == 0 ? root->DoCmd(args) : VX_UINT32{RC_INIT_FAILED};
     if (root->Uninitialize(args) != 0) {

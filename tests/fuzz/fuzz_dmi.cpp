@@ -9,7 +9,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     FakeLibrary& library = FakeLibrary::Get();
     static const std::string port = Id(library.host.AddPort());
-    static PhysicalPortDMICmdsProcessor family(nullptr, "dmi", "-s", "", 0, 0);
+    static const FamilyRow row = {"dmi", "-s", "", &PhysicalPortDMICmdsProcessor::FAMILY, nullptr, {}};
+    static MultipleCmdsProcessor family(nullptr, row);
     library.calls.clear();
     library.onGetSFPData = [&](VX_PORT_HANDLE*, void* buffer) {
         std::memcpy(buffer, bytes, std::min(size, sizeof(_VEXAPI_SFP_DATA)));
@@ -17,9 +18,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     };
     Capture capture;
     TavuStringArray args = {port.c_str()};
-    const VX_UINT32 code = PhysicalPortDMICmdsProcessor::FAMILY.leaves[0].command(&family, args);
+    const ResultCode code = row.family->leaves[0].run(&family, args, Serializer::FORMAT_XML);
     const std::string output = capture.Stop();
-    if (code != 0 || !output.starts_with("<?xml") || !output.ends_with("</structure>\n</output>\n")) {
+    if (code != RC_SUCCESS || !output.starts_with("<?xml") || !output.ends_with("</structure>\n</output>\n")) {
         std::abort();
     }
     return 0;

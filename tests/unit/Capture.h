@@ -2,7 +2,9 @@
 /// Standard output of the program under test, and commands run as its command line runs them.
 #pragma once
 
-#include "Console.h"
+#include "Output.h"
+#include "ProgramMode.h"
+#include "Words.h"
 #include "MainCmdsProcessor.h"
 
 #include <cstdio>

@@ -1,4 +1,6 @@
-#include "Console.h"
+#include "Output.h"
+#include "ProgramMode.h"
+#include "Words.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,9 @@
 /// Small command trees whose nodes are scripted and tell what was called of them.
 #pragma once
 
-#include "Console.h"
+#include "Output.h"
+#include "ProgramMode.h"
+#include "Words.h"
 #include "MultipleCmdsProcessor.h"
 
 #include <string>

@@ -1,5 +1,7 @@
-#include "Console.h"
 #include "Capture.h"
+#include "Output.h"
+#include "ProgramMode.h"
+#include "Words.h"
 
 #include <gtest/gtest.h>
 

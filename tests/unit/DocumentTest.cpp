@@ -109,16 +109,17 @@ TEST(DocumentTest, WritesTheRebootBehindSuccess) {
 }
 
 TEST(DocumentTest, WritesTheRebootAheadOfAnError) {
-    ExpectBoth([](Document& document) { document.ReportError(NAMES, true, 50, "Failed, Unknown"); },
+    ExpectBoth([](Document& document) { document.ReportError(NAMES, true, RC_LIBRARY_FAILED, "Failed, Unknown"); },
                XML_STRUCTURE + XmlReboot("true") + XmlMessage("Failed, Unknown") + REPORT_FIELD + REPORT_FIELD_END,
                // The last line has no end of its own.
                "PortInfo:\nReboot Required: true\nMessage: Failed, Unknown\nPort Info: ");
 }
 
 TEST(DocumentTest, WritesAnErrorWithoutAReboot) {
-    ExpectBoth([](Document& document) { document.ReportError(NAMES, REBOOT_NOT_SHOWN, 50, "Failed, Unknown"); },
-               XML_STRUCTURE + XmlMessage("Failed, Unknown") + REPORT_FIELD + REPORT_FIELD_END,
-               "PortInfo:\nMessage: Failed, Unknown\nPort Info: ");
+    ExpectBoth(
+        [](Document& document) { document.ReportError(NAMES, REBOOT_NOT_SHOWN, RC_LIBRARY_FAILED, "Failed, Unknown"); },
+        XML_STRUCTURE + XmlMessage("Failed, Unknown") + REPORT_FIELD + REPORT_FIELD_END,
+        "PortInfo:\nMessage: Failed, Unknown\nPort Info: ");
 }
 
 TEST(DocumentTest, WritesAReportOfRows) {
@@ -147,7 +148,7 @@ TEST(DocumentTest, TracesEveryField) {
             document.Field("Number", 18446744073709551615ULL, Serializer::INT_U64);
         });
     });
-    Written(TEXT, [](Document& document) { document.ReportError(NAMES, false, 50, "Failed, Unknown"); });
+    Written(TEXT, [](Document& document) { document.ReportError(NAMES, false, RC_LIBRARY_FAILED, "Failed, Unknown"); });
     EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{
                                      "INFORMATION: Class::Function: Text=a%sb",
                                      "INFORMATION: Class::Function: String=c",
@@ -180,11 +181,13 @@ TEST(DocumentTest, TracesANumberInItsType) {
 
 TEST(DocumentTest, TracesAFailureAsOne) {
     const TraceLog log("4");
-    Written(XML, [](Document& document) { document.ReportError(NAMES, false, 13, "Failed, FEC read failed"); });
+    Written(XML, [](Document& document) {
+        document.ReportError(NAMES, false, RC_CFG_READ_FAILED, "Failed, FEC read failed");
+    });
     Written(XML, [](Document& document) {
         document.Flat("S", [&] {
-            document.Message(0, "Success");
-            document.Message(6, "Failed, 100%s", "Test Result");
+            document.Message(RC_SUCCESS, "Success");
+            document.Message(RC_INVALID_PARAMETER, "Failed, 100%s", "Test Result");
             document.Field("Test Status", "Failed");
         });
     });

@@ -17,12 +17,11 @@ struct State {
 
 /// What the test's family was asked, and what it answers.
 Strings steps;
-VX_UINT32 fetchResult = 0;
+ResultCode fetchResult = RC_SUCCESS;
 
 /// A family of "get", "help", "getcli" and a sub-family, as they all are.
 class SampleFamily : public Family<SampleFamily> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
 
     using Family::DisplayBlock;
@@ -30,7 +29,7 @@ public:
     using Family::DisplaySetError;
     using Family::ResultText;
 
-    static VX_UINT32 Fetch(const TavuStringArray& args, State& state) {
+    static ResultCode Fetch(const TavuStringArray& args, State& state) {
         steps.push_back(std::string("fetch ") + ArgText(args, 0));
         state.word = "fetched";
         return fetchResult;
@@ -38,50 +37,52 @@ public:
     static void Display(MultipleCmdsProcessor*, const State& state, eOutputFormat format) {
         steps.push_back("display " + state.word + " as " + std::to_string(format));
     }
-    static void ShowError(MultipleCmdsProcessor*, VX_UINT32 code, eOutputFormat format) {
+    static void ShowError(MultipleCmdsProcessor*, ResultCode code, eOutputFormat format) {
         steps.push_back("error " + std::to_string(code) + " as " + std::to_string(format));
     }
 
+    static const Command COMMANDS[];
+
 private:
-    static constexpr CommonFunction GET = FetchThenDisplay<Fetch, Display, ShowError>;
-    static const Leaf LEAVES[];
+    static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Fetch, Display, ShowError>;
 };
 
 class InnerFamily : public Family<InnerFamily> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
 };
 
-const FamilyDescription InnerFamily::FAMILY = {.className = "Inner", .helpWord = "Inner", .helpId = 0, .leaves = {}};
+constinit const FamilyDescription InnerFamily::FAMILY = {.className = "Inner", .helpWord = "Inner", .leaves = {}};
 
-const Leaf SampleFamily::LEAVES[] = {
-    {"get", "get it", 0, Xml<"CmdGet", GET>, nullptr},
-    {"help", "list of commands", 1, CmdHelp, Usage},
-    {"getcli", "get it", 2, Text<"CmdGetCli", GET>, Usage},
+constexpr ReportNames NAMES = {"SampleInfo", "Sample Info", "SampleInfoList"};
+constexpr CodeText RESULT_TEXTS[] = {{6, "Failed, Invalid parameter"}, {42, "Failed, No memory"}};
+
+constexpr Command SampleFamily::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get it",
+     .run = CmdGetCommon,
+     .usage = "Usage: [identifier] 100%s\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(NAMES)},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: [identifier]\r\n"}, {5, "100%s\r\n"}};
-constexpr CodeText RESULT_TEXTS[] = {{6, "Failed, Invalid parameter"}, {42, "Failed, No memory"}};
-constexpr SubFamily SUB_FAMILIES[] = {{"inner", "an inner family", CreateFamily<InnerFamily>}};
-
-const FamilyDescription SampleFamily::FAMILY = {
+constinit const FamilyDescription SampleFamily::FAMILY = {
     .className = "Sample",
     .helpWord = "Sample word",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS, "list of commands">,
     .resultTexts = RESULT_TEXTS,
-    .report = {"SampleInfo", "Sample Info", "SampleInfoList"},
-    .subOption = "-s",
-    .subFamilies = SUB_FAMILIES,
+    .report = NAMES,
 };
+
+constexpr FamilyRow INNER_ROWS[] = {{"inner", "-s", "an inner family", &InnerFamily::FAMILY, nullptr, {}}};
+constexpr FamilyRow ROW = {"sample", "-t", "a sample", &SampleFamily::FAMILY, SampleFamily::COMMANDS, INNER_ROWS};
 
 class FamilyTest : public testing::Test {
 protected:
     void SetUp() override {
         steps.clear();
-        fetchResult = 0;
+        fetchResult = RC_SUCCESS;
+        family.GetSubCmdProcessors(); // made before a test traces, as those of a traced program are
     }
 
     CmdProcessor& Child(std::size_t at) { return *family.GetSubCmdProcessors().at(at); }
@@ -93,7 +94,7 @@ protected:
         return capture.Stop();
     }
 
-    SampleFamily family{nullptr, "sample", "-t", "a sample", 9, 0};
+    MultipleCmdsProcessor family{nullptr, ROW};
     VX_UINT32 code = 0;
 };
 
@@ -114,7 +115,7 @@ TEST_F(FamilyTest, HasItsLeavesAndThenItsSubFamilies) {
     EXPECT_STREQ(children[3]->GetCmdDesc(), "an inner family");
     EXPECT_EQ(&family.GetSubCmdProcessors(), &children);
     EXPECT_EQ(family.GetSubCmdProcessors().size(), 4u);
-    EXPECT_EQ(family.GetCmdId(), 9u);
+    EXPECT_EQ(family.GetCmdId(), 0u);
     EXPECT_FALSE(family.IsHidden());
 }
 
@@ -126,22 +127,22 @@ TEST_F(FamilyTest, FetchesAndThenDisplays) {
 }
 
 TEST_F(FamilyTest, ShowsTheErrorOfAFailedFetch) {
-    fetchResult = 13;
+    fetchResult = RC_CFG_READ_FAILED;
     Run(0, {});
     EXPECT_EQ(code, 13u);
     EXPECT_EQ(steps, (Strings{"fetch ", "error 13 as 1"}));
 }
 
 TEST_F(FamilyTest, PrintsUsageBehindACliLeafOnly) {
-    for (const VX_UINT32 result : {4u, 5u, 6u}) {
+    for (const ResultCode result : {RC_PARAM_ERROR, RC_HELP_REQUESTED, RC_INVALID_PARAMETER}) {
         fetchResult = result;
         EXPECT_EQ(Run(0, {"port"}), "");
-        EXPECT_EQ(Run(2, {"port"}), "Usage: [identifier]\r\n");
+        EXPECT_EQ(Run(2, {"port"}), "Usage: [identifier] 100%s\r\n");
         EXPECT_EQ(code, result);
     }
     steps.clear();
     EXPECT_EQ(Run(0, {"?"}), "");
-    EXPECT_EQ(Run(2, {"?"}), "Usage: [identifier]\r\n");
+    EXPECT_EQ(Run(2, {"?"}), "Usage: [identifier] 100%s\r\n");
     EXPECT_TRUE(steps.empty());
 }
 
@@ -165,19 +166,21 @@ TEST_F(FamilyTest, ListsHiddenChildrenInItsHelpToo) {
     ScriptedFamily scripted("family", "-t", {&hidden, &refused, &engineering});
     TavuStringArray args;
     Capture capture;
-    EXPECT_EQ(ShowFamilyHelp(&scripted, args, "Word"), 0u);
+    ShowFamilyHelp(SampleFamily::FAMILY, &scripted, args);
     EXPECT_TRUE(capture.Stop().ends_with("insensitive.\r\n\r\nhidden      : a leaf\r\n"));
 }
 
 TEST_F(FamilyTest, KnowsItsUsagesById) {
-    TavuStringArray args;
+    const auto usage = [this](VX_UINT32 id) {
+        TavuStringArray args;
+        return ShowFamilyUsage(SampleFamily::FAMILY, &family, args, id);
+    };
     Capture capture;
-    EXPECT_EQ(SampleFamily::Usage(&family, args, 2), 0u);
-    EXPECT_EQ(SampleFamily::Usage(&family, args, 5), 0u);
-    EXPECT_EQ(capture.Stop(), "Usage: [identifier]\r\n100%s\r\n");
+    EXPECT_EQ(usage(2), RC_SUCCESS);
+    EXPECT_EQ(capture.Stop(), "Usage: [identifier] 100%s\r\n");
     Capture unknown;
-    EXPECT_EQ(SampleFamily::Usage(&family, args, 3), 2u);
-    EXPECT_EQ(SampleFamily::Usage(&family, args, 0), 2u);
+    EXPECT_EQ(usage(3), RC_NO_USAGE);
+    EXPECT_EQ(usage(0), RC_NO_USAGE); // of the plain leaf
     EXPECT_EQ(unknown.Stop(), "");
 }
 
@@ -191,7 +194,7 @@ TEST_F(FamilyTest, TracesACommandAndItsExitWhenItSucceeds) {
 
 TEST_F(FamilyTest, TracesNoExitOfAFailedCommand) {
     const TraceLog log("1");
-    fetchResult = 13;
+    fetchResult = RC_CFG_READ_FAILED;
     Run(2, {});
     EXPECT_EQ(TraceLog::Lines(),
               (Strings{"INFORMATION: Sample::CmdGetCli: Entered", "INFORMATION: Sample::CmdGetCommon: Entered"}));
@@ -201,8 +204,8 @@ TEST_F(FamilyTest, TracesItsHelpUsageAndErrors) {
     const TraceLog log("1");
     TavuStringArray args;
     Capture capture;
-    SampleFamily::Usage(&family, args, 1); // that of "help"
-    SampleFamily::DisplayError(&family, 6, XML);
+    ShowFamilyUsage(SampleFamily::FAMILY, &family, args, 1); // that of "help"
+    SampleFamily::DisplayError(&family, RC_INVALID_PARAMETER, XML);
     SampleFamily::DisplayBlock(&family, XML, "DisplayIt",
                                BlockShape{SampleFamily::FAMILY.report, 64, ReportBlock::SizeRule::FULL},
                                [](ReportBlock& block) { block.Line("N", "1"); });
@@ -218,7 +221,7 @@ TEST_F(FamilyTest, TracesItsHelpUsageAndErrors) {
 
 TEST_F(FamilyTest, TracesItsLife) {
     const TraceLog log("1");
-    { const SampleFamily other(nullptr, "sample", "-t", "a sample", 0, 0); }
+    { const MultipleCmdsProcessor other(nullptr, ROW); }
     // The sub-family is made inside the constructor, and deleted inside the destructor.
     const std::vector<std::string> lines = TraceLog::Lines();
     const std::string made = "(MultipleCmdsProcessor*, const char*, const char*, const char*, VX_UINT32, VX_UINT32)";
@@ -237,8 +240,9 @@ std::string ErrorDocument(const std::string& reboot, const std::string& message)
 }
 
 TEST_F(FamilyTest, WritesItsErrorsInItsOwnWords) {
-    const std::pair<VX_UINT32, const char*> rows[] = {
-        {6, "Failed, Invalid parameter"}, {5, "Failed, Unknown"}, {50, "Failed, Unknown"}};
+    const std::pair<ResultCode, const char*> rows[] = {{RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+                                                       {RC_HELP_REQUESTED, "Failed, Unknown"},
+                                                       {RC_LIBRARY_FAILED, "Failed, Unknown"}};
     for (const auto& [result, message] : rows) {
         EXPECT_STREQ(SampleFamily::ResultText(result), message);
         Capture plain;

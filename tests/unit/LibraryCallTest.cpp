@@ -3,6 +3,7 @@
 #include "FakeLibrary.h"
 #include "LibraryLog.h"
 #include "Limits.h"
+#include "Mezzanine.h"
 #include "TraceLog.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +27,7 @@ protected:
 
     FakeLibrary& Fake() { return FakeLibrary::Get(); }
 
-    const LibraryCall what{"VEXAPI_Call", " before the call", "Call failed", 13};
+    const LibraryCall what{"VEXAPI_Call", " before the call", "Call failed", RC_CFG_READ_FAILED};
 };
 
 TEST_F(LibraryCallTest, SendsWhatTheLibraryPrintsToTheLog) {

@@ -1,6 +1,8 @@
 #include "Program.h"
-#include "Console.h"
+#include "Output.h"
+#include "ProgramMode.h"
 #include "TraceLog.h"
+#include "Words.h"
 
 #include <gtest/gtest.h>
 

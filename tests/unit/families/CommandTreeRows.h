@@ -3,16 +3,8 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-#include <vector>
 
 namespace command_tree {
-
-/// Families that are not built yet. A family that is built leaves this list; at the end the list is empty.
-// clang-format off
-inline const std::vector<std::string> ABSENT_FAMILIES = {
-};
-// clang-format on
 
 /// A family: its path from the root, the option ahead of its name, its description, and the word in the
 /// heading of its help. Its id and flags are 0, and it is not hidden.

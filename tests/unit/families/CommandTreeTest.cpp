@@ -33,12 +33,8 @@ std::string NameOf(const std::string& path) {
     return blank == std::string::npos ? path : path.substr(blank + 1);
 }
 
-bool IsAbsent(const std::string& family) {
-    return std::find(ABSENT_FAMILIES.begin(), ABSENT_FAMILIES.end(), family) != ABSENT_FAMILIES.end();
-}
-
-const FamilyRow* FindFamily(const std::string& path) {
-    for (const FamilyRow& row : FAMILIES) {
+const command_tree::FamilyRow* FindFamily(const std::string& path) {
+    for (const command_tree::FamilyRow& row : FAMILIES) {
         if (row.path == path) {
             return &row;
         }
@@ -66,8 +62,8 @@ void AppendExpected(const std::string& path, std::vector<std::string>& lines) {
                                      ExpectedUsage(leaf)));
         }
     }
-    for (const FamilyRow& family : FAMILIES) {
-        if (ParentOf(family.path) == path && !IsAbsent(family.path)) {
+    for (const command_tree::FamilyRow& family : FAMILIES) {
+        if (ParentOf(family.path) == path) {
             lines.push_back(NodeLine(family.path, family.option, 0, family.description, false, 0, false, ""));
             AppendExpected(family.path, lines);
         }
@@ -153,10 +149,6 @@ TEST(CommandTreeRowsTest, AreWhole) {
         EXPECT_TRUE(seen.insert(Join(leaf.family, leaf.name)).second) << leaf.family << " " << leaf.name;
         EXPECT_TRUE(*leaf.family == '\0' || FindFamily(leaf.family) != nullptr) << leaf.family;
     }
-    for (const std::string& absent : ABSENT_FAMILIES) {
-        EXPECT_NE(FindFamily(absent), nullptr) << absent << " is absent, but is no family";
-        EXPECT_TRUE(ParentOf(absent).empty() || FindFamily(ParentOf(absent)) != nullptr) << absent;
-    }
 }
 
 TEST_F(CommandTreeTest, RootIsTheMainProcessor) {
@@ -180,15 +172,8 @@ TEST_F(CommandTreeTest, HasEveryNodeInItsPlace) {
     }
 }
 
-TEST_F(CommandTreeTest, NamesAsAbsentExactlyWhatIsAbsent) {
-    for (const FamilyRow& family : FAMILIES) {
-        EXPECT_EQ(Find(family.path) == nullptr, IsAbsent(family.path))
-            << family.path << (IsAbsent(family.path) ? " is built: take it off the list" : " is missing");
-    }
-}
-
 TEST_F(CommandTreeTest, BuildsItsChildrenOnce) {
-    for (const FamilyRow& family : FAMILIES) {
+    for (const command_tree::FamilyRow& family : FAMILIES) {
         if (auto* const node = static_cast<MultipleCmdsProcessor*>(Find(family.path)); node != nullptr) {
             const std::vector<CmdProcessor*> first = node->GetSubCmdProcessors();
             EXPECT_EQ(&node->GetSubCmdProcessors(), &node->GetSubCmdProcessors()) << family.path;
@@ -286,8 +271,8 @@ std::string Help(const std::string& path) {
             text += HelpLine(leaf.name, leaf.description);
         }
     }
-    for (const FamilyRow& family : FAMILIES) {
-        if (ParentOf(family.path) == path && !IsAbsent(family.path)) {
+    for (const command_tree::FamilyRow& family : FAMILIES) {
+        if (ParentOf(family.path) == path) {
             text += HelpLine(NameOf(family.path), family.description);
         }
     }
@@ -312,9 +297,6 @@ std::optional<std::string> ExpectedText(const LeafRow& leaf) {
 
 TEST_F(CommandTreeTest, PrintsEachLeafsUsage) {
     for (const LeafRow& leaf : LEAVES) {
-        if (IsAbsent(leaf.family)) {
-            continue;
-        }
         const std::string path = Join(leaf.family, leaf.name);
         SCOPED_TRACE(path);
         CmdProcessor* const node = Find(path);
@@ -342,7 +324,7 @@ TEST_F(CommandTreeTest, UsageOfAnUnknownIdIsTwo) {
 /// A question mark behind a leaf prints its usage, and the command doesn't run.
 TEST(CommandUsageTest, QuestionMarkAsksForTheUsageOnly) {
     for (const LeafRow& leaf : LEAVES) {
-        if (IsAbsent(leaf.family) || leaf.hidden) {
+        if (leaf.hidden) {
             continue;
         }
         std::string line = leaf.name + std::string(" ?");

@@ -1,6 +1,5 @@
-#include "AdapterCmdsProcessor.h"
 #include "FamilyTest.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 using namespace family_test;
 
@@ -18,7 +17,7 @@ protected:
     /// The result, with the pointers in `entry`.
     VX_UINT32 Resolve(const TavuStringArray& args) {
         entry = {};
-        return AdapterCmdsProcessor::GetPhyPortFromAdapterString(args, entry);
+        return GetPhyPortFromAdapterString(args, entry);
     }
     VX_UINT32 Resolve(const std::string& identifier) { return Resolve(TavuStringArray{identifier}); }
     /// A port of the second adapter, with a protocol of each given type.
@@ -233,7 +232,7 @@ class PortResolverTest : public FamilyTest {
 protected:
     VX_UINT32 Resolve(const TavuStringArray& args) {
         entry = {};
-        return PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry);
+        return GetPhyPortFromPortString(args, entry);
     }
     VX_UINT32 Resolve(const std::string& identifier) { return Resolve(TavuStringArray{identifier}); }
     PortEntry entry;

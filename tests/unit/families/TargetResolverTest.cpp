@@ -1,5 +1,4 @@
-#include "FCLunCmdsProcessor.h"
-#include "FCTargetCmdsProcessor.h"
+#include "Resolvers.h"
 #include "TargetIdentifiers.h"
 #include "TargetTestBase.h"
 
@@ -69,7 +68,7 @@ class TargetResolverTest : public TargetTest {
 protected:
     VX_UINT32 Resolve(const TavuStringArray& args) {
         entry = {};
-        return FCTargetCmdsProcessor::GetTargetFromTargetString(args, entry);
+        return GetTargetFromTargetString(args, entry);
     }
     VX_UINT32 Resolve(const std::string& identifier) { return Resolve(TavuStringArray{identifier}); }
     TargetEntry entry;
@@ -214,8 +213,10 @@ protected:
         }
     }
     VX_UINT32 Resolve(const TavuStringArray& args) {
-        lun = nullptr;
-        return FCLunCmdsProcessor::GetLunFromLunString(args, &lun);
+        LunEntry entry;
+        const VX_UINT32 code = GetLunFromLunString(args, entry);
+        lun = entry.lun;
+        return code;
     }
     VX_UINT32 Resolve(const std::string& identifier) { return Resolve(TavuStringArray{identifier}); }
 

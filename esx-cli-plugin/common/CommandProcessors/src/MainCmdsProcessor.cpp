@@ -1,10 +1,10 @@
 #include "MainCmdsProcessor.h"
 
-#include "AdapterCmdsProcessor.h"
-#include "FCLunCmdsProcessor.h"
-#include "FCTargetCmdsProcessor.h"
+#include "CommandTree.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Output.h"
+#include "ProgramMode.h"
+#include "Words.h"
 
 #include <cerrno>
 #include <csignal>
@@ -24,13 +24,10 @@ constexpr VX_UINT32 LIBRARY_DEBUG_LEVEL = 31;
 /// Value of ORFC_DEBUG_LEVEL that turns the library's own debug output on.
 constexpr long LIBRARY_DEBUG_REQUEST = 65535;
 
-constexpr SubFamily FAMILIES[] = {
-    {"adapter", "use this command to get/set/list Orvane adapters", CreateFamily<AdapterCmdsProcessor>},
-    {"port", "use this command to get/set/list Orvane Ports", CreateFamily<PhysicalPortCmdsProcessor>},
-    {"target", "use this command to get/list targets detected by Orvane adapters", CreateFamily<FCTargetCmdsProcessor>},
-    {"lun", "use this command to get/list LUNs detected by Orvane adapters", CreateFamily<FCLunCmdsProcessor>},
+struct UsageText {
+    VX_UINT32 id;
+    const char* text;
 };
-
 constexpr UsageText USAGES[] = {
     {1, "Usage: q\r\n    return to the parent prompt.\r\n"},
     {2, "Usage: log [<filename>]\r\n"
@@ -87,15 +84,15 @@ bool PromptForLine(const char* prompt, char* line, int size) {
 
 MainCmdsProcessor* MainCmdsProcessor::mpMainCmdsProcessor = nullptr;
 
-constinit const Leaf MainCmdsProcessor::LEAVES[] = {
-    {"q", "quit the program", 1, CmdQuit, Usage},
-    {"log", "log all command input and output to a file", 2, CmdLog, Usage},
-    {"version", "display version of this program", 3, CmdVersion, Usage},
-    {"help", HELP_DESCRIPTION, 0, CmdHelp, Usage},
-    {"?", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
-    {"/h", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
-    {"/help", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
-    {"/?", HELP_DESCRIPTION, 0, CmdHelp, Usage, true},
+constinit const MainCmdsProcessor::RootLeaf MainCmdsProcessor::LEAVES[] = {
+    {"q", "quit the program", 1, CmdQuit},
+    {"log", "log all command input and output to a file", 2, CmdLog},
+    {"version", "display version of this program", 3, CmdVersion},
+    {"help", HELP_DESCRIPTION, 0, CmdHelp},
+    {"?", HELP_DESCRIPTION, 0, CmdHelp, true},
+    {"/h", HELP_DESCRIPTION, 0, CmdHelp, true},
+    {"/help", HELP_DESCRIPTION, 0, CmdHelp, true},
+    {"/?", HELP_DESCRIPTION, 0, CmdHelp, true},
 };
 
 MainCmdsProcessor::MainCmdsProcessor()
@@ -132,7 +129,7 @@ VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
         VEXAPI_SetToolVersion(1, 3, 6, 0); // as TOOL_VERSION
     });
     if (code == RC_SUCCESS) {
-        CreateSubFamilies("-t", FAMILIES);
+        MakeFamilies(CommandTree<ProgramRows>::ROOT);
     }
     return code;
 }
@@ -140,12 +137,25 @@ VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
 VX_UINT32 MainCmdsProcessor::Uninitialize(TavuStringArray&) {
     const TracedCall traced(CLASS_NAME, __func__);
     VEXAPI_Uninitialize();
-    DeleteSubFamilies();
+    DeleteFamilies();
+    mLeaves.clear();
     return RC_SUCCESS;
 }
 
 std::vector<CmdProcessor*>& MainCmdsProcessor::GetSubCmdProcessors() {
-    return BuildChildren(LEAVES);
+    if (mChildren.empty()) {
+        mLeaves.reserve(std::size(LEAVES));
+        mChildren.reserve(std::size(LEAVES) + mFamilies.size());
+        for (const RootLeaf& row : LEAVES) {
+            const CmdFunctions functions = {.command = row.command, .usage = Usage};
+            mChildren.push_back(
+                &mLeaves.emplace_back(this, row.name, "", row.description, row.hidden, row.id, 0, functions));
+        }
+        for (MultipleCmdsProcessor& family : mFamilies) {
+            mChildren.push_back(&family);
+        }
+    }
+    return mChildren;
 }
 
 VX_UINT32 MainCmdsProcessor::PrintUsage(TavuStringArray&, VX_UINT32) {
@@ -282,5 +292,11 @@ VX_UINT32 MainCmdsProcessor::Usage(MultipleCmdsProcessor* self, TavuStringArray&
         TavuStringArray none;
         return CmdHelp(self, none);
     }
-    return ShowUsage(USAGES, id);
+    for (const UsageText& usage : USAGES) {
+        if (usage.id == id) {
+            Output(OUTPUT_LIST, "%s", usage.text);
+            return RC_SUCCESS;
+        }
+    }
+    return RC_NO_USAGE;
 }

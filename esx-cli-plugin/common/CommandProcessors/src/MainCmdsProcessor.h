@@ -43,6 +43,16 @@ private:
     static VX_UINT32 CmdHelp(MultipleCmdsProcessor* self, TavuStringArray& args);
     static VX_UINT32 Usage(MultipleCmdsProcessor* self, TavuStringArray& args, VX_UINT32 id);
 
-    static const Leaf LEAVES[];
+    /// The root's own commands have no twin and print no document.
+    struct RootLeaf {
+        const char* name;
+        const char* description;
+        VX_UINT32 id;
+        CmdFunction command;
+        bool hidden = false; ///< left out of the list
+    };
+    static const RootLeaf LEAVES[];
+
+    std::vector<CmdProcessor> mLeaves;
     static MainCmdsProcessor* mpMainCmdsProcessor;
 };

@@ -1,9 +1,9 @@
 #include "AdapterFlashInfoCmdsProcessor.h"
 
-#include "AdapterCmdsProcessor.h"
 #include "FlashReport.h"
 #include "LibraryCall.h"
 #include "ReportTexts.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -22,8 +22,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported for this adapter"},
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
-
-constexpr UsageText USAGES[] = {{2, "Usage: get [adapter identifier]\r\n"}};
 
 constexpr LibraryCall READ_MEMO = {"VEXAPI_GetAdapterFlashMemoBlock", "", "Get Flash Memo Block failed",
                                    RC_CFG_READ_FAILED};
@@ -67,32 +65,33 @@ bool HasSignature(const VX_SFlashMemoBlock& memo) {
 
 } // namespace
 
-constinit const Leaf AdapterFlashInfoCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Adapter information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane Adapter information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command AdapterFlashInfoCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Adapter information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [adapter identifier]\r\n",
+     .arguments = ONLY_ADAPTER,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription AdapterFlashInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter flashinfo",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 AdapterFlashInfoCmdsProcessor::Get(const TavuStringArray& args, VX_SFlashMemoBlock& memo) {
+ResultCode AdapterFlashInfoCmdsProcessor::Get(const TavuStringArray& args, VX_SFlashMemoBlock& memo) {
     AdapterEntry entry;
-    if (const VX_UINT32 code = AdapterCmdsProcessor::GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     if (!HasFlashMemoBlock(entry.fc->ChipProperty)) {
         TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
     }
-    const VX_UINT32 code =
+    const ResultCode code =
         CallLibrary(READ_MEMO, [&] { return VEXAPI_GetAdapterFlashMemoBlock(&entry.fc->PortHandle, &memo); });
     if (code != RC_SUCCESS) {
         return code;

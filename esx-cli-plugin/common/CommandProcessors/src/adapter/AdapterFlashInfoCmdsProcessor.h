@@ -5,13 +5,12 @@
 /// `adapter -s flashinfo`: which tool last wrote an adapter's flash, when, and which image.
 class AdapterFlashInfoCmdsProcessor final : public Family<AdapterFlashInfoCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
-    static VX_UINT32 Get(const TavuStringArray& args, VX_SFlashMemoBlock& memo);
+    static ResultCode Get(const TavuStringArray& args, VX_SFlashMemoBlock& memo);
     static void DisplayFlashInfo(MultipleCmdsProcessor* self, const VX_SFlashMemoBlock& memo, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayFlashInfo, DisplayError>;
-    static const Leaf LEAVES[];
 };

@@ -20,8 +20,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [adapter identifier]\r\n"}};
-
 constexpr CodeText ADAPTER_TYPES[] = {
     {1, "Ethernet Adapter"}, {2, "Fibre Channel Adapter"},
     {3, "iSCSI Adapter"},    {4, "Aspen CNA"},
@@ -31,24 +29,25 @@ constexpr CodeText ADAPTER_TYPES[] = {
 
 } // namespace
 
-constinit const Leaf AdapterInfoCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Adapter information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane Adapter information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command AdapterInfoCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Adapter information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [adapter identifier]\r\n",
+     .arguments = ONLY_ADAPTER,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription AdapterInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter info",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 AdapterInfoCmdsProcessor::Get(const TavuStringArray& args, AdapterInfo& info) {
-    const VX_UINT32 code = AdapterCmdsProcessor::GetFcPortFromAdapterString(args, info.entry);
+ResultCode AdapterInfoCmdsProcessor::Get(const TavuStringArray& args, AdapterInfo& info) {
+    const ResultCode code = GetFcPortFromAdapterString(args, info.entry);
     if (code != RC_SUCCESS) {
         return code;
     }

@@ -1,10 +1,10 @@
 #include "AdapterPersonalityCmdsProcessor.h"
 
-#include "AdapterCmdsProcessor.h"
 #include "ChipFamilies.h"
 #include "HostTree.h"
 #include "LibraryCall.h"
 #include "ReportTexts.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -30,11 +30,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
 };
 
-constexpr UsageText USAGES[] = {
-    {3, "Usage: get [adapter identifier]\r\n"},
-    {4, "Usage: set [adapter identifier]\r\n"},
-};
-
 /// The personality functions print nothing and stand outside the redirection.
 constexpr LibraryCall READ_PERSONALITY = {"VEXAPI_GetPersonalityType", "", "Get Personality failed",
                                           RC_CFG_READ_FAILED};
@@ -44,7 +39,7 @@ constexpr LibraryCall CHANGE_PERSONALITY = {"VEXAPI_ChangePersonalityType", "", 
 /// The library's answer that the user may change the personality.
 constexpr VX_UINT32 CHANGE_ALLOWED = 1;
 
-void WritePersonality(Document document, RebootRequired reboot, VX_UINT32 code, const char* message,
+void WritePersonality(Document document, RebootRequired reboot, ResultCode code, const char* message,
                       const char* personality) {
     document.Flat(OUT_STRUCT_NAME, [&] {
         if (reboot.has_value()) {
@@ -55,28 +50,41 @@ void WritePersonality(Document document, RebootRequired reboot, VX_UINT32 code, 
     });
 }
 
+constexpr DocumentField GET_FIELDS[] = {MESSAGE_FIELD, {OUT_PERSONALITY, FieldType::TEXT}};
+constexpr DocumentField SET_FIELDS[] = {REBOOT_FIELD, MESSAGE_FIELD, {OUT_PERSONALITY, FieldType::TEXT}};
+constexpr Argument SET_ARGUMENTS[] = {
+    ADAPTER_ARGUMENT,
+    {"personality", nullptr, "personality; any other word means FC", ArgumentKind::WORD, true, PERSONALITY_TEXTS},
+};
+
 } // namespace
 
-constinit const Leaf AdapterPersonalityCmdsProcessor::LEAVES[] = {
-    {"get", "Get Orvane Adapter Personality", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"set", "Set Orvane Adapter Personality", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "List of available commands", 2, CmdHelp, Usage},
-    {"getcli", "Get Orvane Adapter Personality", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setcli", "Set Orvane Adapter Personality", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constexpr Command AdapterPersonalityCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "Get Orvane Adapter Personality",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [adapter identifier]\r\n",
+     .arguments = ONLY_ADAPTER,
+     .document = FlatDocument(OUT_STRUCT_NAME, GET_FIELDS)},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "Set Orvane Adapter Personality",
+     .run = CmdSetCommon,
+     .usage = "Usage: set [adapter identifier]\r\n",
+     .arguments = SET_ARGUMENTS,
+     .document = FlatDocument(OUT_STRUCT_NAME, SET_FIELDS),
+     .changes = true},
 };
 
 constinit const FamilyDescription AdapterPersonalityCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter personality",
-    .helpId = 2,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS, "List of available commands">,
     .resultTexts = RESULT_TEXTS,
 };
 
-VX_UINT32 AdapterPersonalityCmdsProcessor::Get(const TavuStringArray& args, Personality& personality) {
+ResultCode AdapterPersonalityCmdsProcessor::Get(const TavuStringArray& args, Personality& personality) {
     AdapterEntry entry;
-    if (const VX_UINT32 code = AdapterCmdsProcessor::GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     if (IsVirtualPort(*entry.fc)) {
@@ -89,9 +97,9 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Get(const TavuStringArray& args, Pers
     return ResultOf(READ_PERSONALITY, VEXAPI_GetPersonalityType(&entry.fc->PortHandle, &personality.value));
 }
 
-VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Personality& personality) {
+ResultCode AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Personality& personality) {
     AdapterEntry entry;
-    if (const VX_UINT32 code = AdapterCmdsProcessor::GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     // The chip is asked about ahead of the virtual port, unlike in `get`.
@@ -113,7 +121,7 @@ VX_UINT32 AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Pers
     personality.value = CompareNoCase(ArgText(args, 1), OUT_CNA) == 0 ? PERSONALITY_CNA : PERSONALITY_FC;
     personality.reboot = true;
     unsigned char current = 0;
-    VX_UINT32 code = ResultOf(READ_PERSONALITY, VEXAPI_GetPersonalityType(handle, &current));
+    ResultCode code = ResultOf(READ_PERSONALITY, VEXAPI_GetPersonalityType(handle, &current));
     if (code == RC_SUCCESS && personality.value != current) {
         code = ResultOf(CHANGE_PERSONALITY, VEXAPI_ChangePersonalityType(handle, personality.value));
     }
@@ -127,13 +135,13 @@ void AdapterPersonalityCmdsProcessor::DisplayAdapterPersonality(MultipleCmdsProc
                      TextOf(PERSONALITY_TEXTS, personality.value, OUT_UNKNOWN));
 }
 
-void AdapterPersonalityCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+void AdapterPersonalityCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, ResultCode code,
                                                       eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, "DisplayError");
     WritePersonality(Document(*self, format), REBOOT_NOT_SHOWN, code, ResultText(code), OUT_UNKNOWN);
 }
 
-void AdapterPersonalityCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+void AdapterPersonalityCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, ResultCode code,
                                                       eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, "DisplayError");
     WritePersonality(Document(*self, format), false, code, ResultText(code), OUT_UNKNOWN);

@@ -23,18 +23,28 @@ bool TakesPreloadTable(__CHIPPROPERTY chip) {
     return Is8GAdapter(chip) || IsRowanLarchOrAlder(chip);
 }
 
+// Functions of their own: the address of a library function would be looked up at every start of the program.
 VX_UINT32 WriteMultibootImage(VX_PORT_HANDLE* handle, const char* path) {
     return VEXAPI_doOptionROMUpdate(handle, path, 0);
+}
+VX_UINT32 WriteBoardConfig(VX_PORT_HANDLE* handle, const char* path) {
+    return VEXAPI_UpdateSpecificFlashRegionFromFile(handle, path);
+}
+VX_UINT32 WritePreloadTable(VX_PORT_HANDLE* handle, const char* path) {
+    return VEXAPI_UpdateAdapterFirmwareTableFromFile(handle, path);
+}
+VX_UINT32 WritePepConfig(VX_PORT_HANDLE* handle, const char* path) {
+    return VEXAPI_UpdateAdapterPEPCfgFromFile(handle, path);
 }
 
 /// Only the multi-boot image is for the Birch family too.
 constexpr FlashImageKind KINDS[] = {
-    {"MBI", "VEXAPI_doOptionROMUpdate", WriteMultibootImage, IsAnyChip, IsUefiCapableAdapter},
-    {"BrdCfg", "VEXAPI_UpdateSpecificFlashRegionFromFile", VEXAPI_UpdateSpecificFlashRegionFromFile,
-     IsRowanLarchOrAlder, IsNoChip},
-    {"FWPreload", "VEXAPI_UpdateAdapterFirmwareTableFromFile", VEXAPI_UpdateAdapterFirmwareTableFromFile,
-     TakesPreloadTable, IsNoChip},
-    {"PEPCfg", "VEXAPI_UpdateAdapterPEPCfgFromFile", VEXAPI_UpdateAdapterPEPCfgFromFile, IsLarchOrAlder, IsNoChip},
+    {FLASH_IMAGE_WORDS[0].text, "VEXAPI_doOptionROMUpdate", WriteMultibootImage, IsAnyChip, IsUefiCapableAdapter},
+    {FLASH_IMAGE_WORDS[1].text, "VEXAPI_UpdateSpecificFlashRegionFromFile", WriteBoardConfig, IsRowanLarchOrAlder,
+     IsNoChip},
+    {FLASH_IMAGE_WORDS[2].text, "VEXAPI_UpdateAdapterFirmwareTableFromFile", WritePreloadTable, TakesPreloadTable,
+     IsNoChip},
+    {FLASH_IMAGE_WORDS[3].text, "VEXAPI_UpdateAdapterPEPCfgFromFile", WritePepConfig, IsLarchOrAlder, IsNoChip},
 };
 
 constexpr StatusResult STATUS_RESULTS[] = {
@@ -92,10 +102,10 @@ const FlashImageKind* FindFlashImageKind(const char* word) {
     return nullptr;
 }
 
-VX_UINT32 FlashUpdateResult(VX_UINT32 status) {
+ResultCode FlashUpdateResult(VX_UINT32 status) {
     return ResultOfStatus(STATUS_RESULTS, status, RC_FLASH_UPDATE_FAILED);
 }
 
-const char* FlashUpdateText(VX_UINT32 code) {
+const char* FlashUpdateText(ResultCode code) {
     return ResultTextOf(RESULT_TEXTS, code);
 }

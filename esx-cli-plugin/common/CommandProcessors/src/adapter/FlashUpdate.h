@@ -2,7 +2,12 @@
 /// The kinds of images that an adapter's flash takes, and what the library says of an update.
 #pragma once
 
+#include "CodeTable.h"
+#include "ResultCodes.h"
 #include "vexapi.h"
+
+/// The words of the kinds, by their place in the table of kinds.
+inline constexpr CodeText FLASH_IMAGE_WORDS[] = {{0, "MBI"}, {1, "BrdCfg"}, {2, "FWPreload"}, {3, "PEPCfg"}};
 
 /// A kind of image.
 struct FlashImageKind {
@@ -24,6 +29,6 @@ inline constexpr VX_UINT32 FLASH_STATUS_REBOOT_NEEDED = 201;
 inline constexpr VX_UINT32 FLASH_STATUS_NONE = ~VX_UINT32{0};
 
 /// Result code of a failing status.
-VX_UINT32 FlashUpdateResult(VX_UINT32 status);
+ResultCode FlashUpdateResult(VX_UINT32 status);
 /// "Message" of a result code.
-const char* FlashUpdateText(VX_UINT32 code);
+const char* FlashUpdateText(ResultCode code);

@@ -4,8 +4,9 @@
 #pragma once
 
 #include "CodeTable.h"
-#include "ReportTexts.h"
+#include "CommandRows.h"
 #include "TavuString.h"
+#include "Texts.h"
 
 class CmdLineParser {
 public:
@@ -13,6 +14,11 @@ public:
     /// word follows it, stores that word, whatever it is, in `value` and gives 1; else gives 0.
     static int GetCommandValueFromArgs(const TavuStringArray& args, const char* shortName, const char* longName,
                                        TavuString& value);
+
+    /// The same for the option of a command's row: true when it is given.
+    static bool GetOption(const TavuStringArray& args, const Argument& option, TavuString& value) {
+        return GetCommandValueFromArgs(args, option.shortName, option.name, value) != 0;
+    }
 };
 
 /// With a non-empty `option`: finds the first pair of `option` and `name` behind each other; an option

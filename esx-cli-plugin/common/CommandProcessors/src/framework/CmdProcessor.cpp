@@ -1,6 +1,7 @@
 #include "CmdProcessor.h"
 
-#include "Console.h"
+#include "Output.h"
+#include "ProgramMode.h"
 
 CmdProcessor::CmdProcessor(MultipleCmdsProcessor* parent, const char* name, const char* option, const char* description,
                            bool hidden, VX_UINT32 id, VX_UINT32 flags, const CmdFunctions& functions)

@@ -34,6 +34,7 @@ public:
                  bool hidden, VX_UINT32 id, VX_UINT32 flags, const CmdFunctions& functions = {});
     CmdProcessor(const CmdProcessor&) = delete;
     CmdProcessor& operator=(const CmdProcessor&) = delete;
+    CmdProcessor(CmdProcessor&&) = default; ///< into a vector, before the node is used
 
     virtual MultipleCmdsProcessor* GetParent() { return mParent; }
     virtual VX_UINT32 Initialize(TavuStringArray& args);

@@ -21,10 +21,10 @@ void Document::Field(const char* label, unsigned long long value, Serializer::eI
     mOut.output_field(label, value, type);
 }
 
-void Document::Message(VX_UINT32 code, const char* message, const char* label) {
+void Document::Message(ResultCode code, const char* message, const char* label) {
     Field(label, message);
     if (std::strncmp(message, "Failed", 6) == 0) {
-        TraceStep(TRACE_DEBUG, "%s (result %u)", message, code);
+        TraceStep(TRACE_DEBUG, "%s (result %u)", message, VX_UINT32{code});
     }
 }
 
@@ -38,7 +38,7 @@ void Document::TextReport(const ReportNames& names, RebootRequired reboot, const
     });
 }
 
-void Document::ReportError(const ReportNames& names, RebootRequired reboot, VX_UINT32 code, const char* message) {
+void Document::ReportError(const ReportNames& names, RebootRequired reboot, ResultCode code, const char* message) {
     Frame(
         names, [&] { Failure(reboot, code, message); }, [] {});
 }
@@ -48,7 +48,7 @@ void Document::Success(RebootRequired reboot) {
     Reboot(reboot);
 }
 
-void Document::Failure(RebootRequired reboot, VX_UINT32 code, const char* message) {
+void Document::Failure(RebootRequired reboot, ResultCode code, const char* message) {
     Reboot(reboot);
     Message(code, message);
 }

@@ -2,28 +2,15 @@
 /// The shapes of a command's document.
 #pragma once
 
+#include "CommandRows.h"
 #include "ReportBlock.h"
 #include "Serializer.h"
 
 #include <optional>
 
-/// Field labels and texts that no family words otherwise.
-inline constexpr char OUT_MESSAGE[] = "Message";
-inline constexpr char OUT_SUCCESS[] = "Success";
-inline constexpr char OUT_REBOOT_REQUIRED[] = "Reboot Required";
-inline constexpr char OUT_DATA[] = "Data";
-
 /// Value of "Reboot Required" in commands that may write to the adapter; empty where it isn't shown.
 using RebootRequired = std::optional<bool>;
 inline constexpr RebootRequired REBOOT_NOT_SHOWN = std::nullopt;
-
-/// Names of a report's frame: the structure, the field in it, and the structures in the field's list.
-struct ReportNames {
-    const char* structure;
-    const char* field;
-    const char* list;
-    const char* data = OUT_DATA; ///< field of a data-block report's text
-};
 
 /// A data-block report: its frame, the size of its block and the rule by which the block fills.
 struct BlockShape {
@@ -54,13 +41,13 @@ public:
 
     /// The message of a result code, success or failure. A failure is traced at level 4: every document that
     /// reports one leaves its line there.
-    void Message(VX_UINT32 code, const char* message, const char* label = OUT_MESSAGE);
+    void Message(ResultCode code, const char* message, const char* label = OUT_MESSAGE);
 
     /// "Message" of a success, then "Reboot Required" where it is shown.
     void Success(RebootRequired reboot);
     /// "Message" of a failure. Required: "Reboot Required", where it is shown, precedes it here and follows it in a
     /// success.
-    void Failure(RebootRequired reboot, VX_UINT32 code, const char* message);
+    void Failure(RebootRequired reboot, ResultCode code, const char* message);
 
     /// A structure inside a shape; `fields()` writes its fields.
     template <typename Fields> void Structure(const char* name, Fields fields) {
@@ -88,7 +75,7 @@ public:
             names, [&] { Success(reboot); }, rows);
     }
     /// The same with a message of its own, for rows that failures show too.
-    template <typename Rows> void Report(const ReportNames& names, VX_UINT32 code, const char* message, Rows rows) {
+    template <typename Rows> void Report(const ReportNames& names, ResultCode code, const char* message, Rows rows) {
         Frame(
             names, [&] { Message(code, message); }, rows);
     }
@@ -102,7 +89,7 @@ public:
         TextReport(names, reboot, block.GetText());
     }
     /// The error form of every report.
-    void ReportError(const ReportNames& names, RebootRequired reboot, VX_UINT32 code, const char* message);
+    void ReportError(const ReportNames& names, RebootRequired reboot, ResultCode code, const char* message);
 
 private:
     template <typename Rows> void StructureList(Rows rows) {

@@ -29,7 +29,7 @@ void LibraryOutputRedirection::Close() {
     stdout = mSaved;
 }
 
-VX_UINT32 RefuseLibraryCalls(const char* purpose) {
+ResultCode RefuseLibraryCalls(const char* purpose) {
     TraceStep(TRACE_INFORMATION, "Failed to open %s file%s", LIBRARY_LOG, purpose);
     return RC_FILE_ERROR;
 }
@@ -38,7 +38,7 @@ void TraceStatus(const char* libraryFunction, VX_UINT32 status) {
     TraceStep(TRACE_INFORMATION, "%s=%d", libraryFunction, static_cast<int>(status));
 }
 
-VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, VX_UINT32 fallback) {
+ResultCode ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, ResultCode fallback) {
     if (status == 0) {
         return RC_SUCCESS;
     }
@@ -46,20 +46,13 @@ VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, 
     return row == table.end() ? fallback : row->code;
 }
 
-VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status) {
+ResultCode ResultOf(const LibraryCall& what, VX_UINT32 status) {
     TraceStatus(what.function, status);
     if (status == 0) {
         return RC_SUCCESS;
     }
     TraceStep(TRACE_DEBUG, "%s err=%d", what.failed, static_cast<int>(status));
     return ResultOfStatus(what.statuses, status, what.failureCode);
-}
-
-VX_UINT32 AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& isMezzanine) {
-    VX_UINT8 flag = 0;
-    const VX_UINT32 code = CallLibrary(what, [&] { return VEXAPI_IsMezzAdapter(&handle, &flag); });
-    isMezzanine = flag == 1;
-    return code;
 }
 
 bool IsRebootRequired() {

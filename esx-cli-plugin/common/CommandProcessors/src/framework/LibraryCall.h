@@ -23,7 +23,7 @@ private:
 };
 
 /// Traces a redirection that can't be opened, with `purpose` behind it, and gives `RC_FILE_ERROR`.
-VX_UINT32 RefuseLibraryCalls(const char* purpose);
+ResultCode RefuseLibraryCalls(const char* purpose);
 
 /// Traces the status of a library function at level 1.
 void TraceStatus(const char* libraryFunction, VX_UINT32 status);
@@ -31,14 +31,14 @@ void TraceStatus(const char* libraryFunction, VX_UINT32 status);
 /// Result code of a library status, for the functions whose statuses mean something to their command.
 struct StatusResult {
     VX_UINT32 status;
-    VX_UINT32 code;
+    ResultCode code;
 };
 /// The code of `status`; 0 is `RC_SUCCESS`, and what the table doesn't list is `fallback`.
-VX_UINT32 ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, VX_UINT32 fallback);
+ResultCode ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status, ResultCode fallback);
 
 /// Makes library calls inside the redirection, when what they give is no matter of result codes. `RC_FILE_ERROR`,
 /// with no call made, when the redirection can't be opened.
-template <typename Calls> VX_UINT32 MakeLibraryCalls(Calls calls, const char* purpose = "") {
+template <typename Calls> ResultCode MakeLibraryCalls(Calls calls, const char* purpose = "") {
     LibraryOutputRedirection redirection;
     if (!redirection.Open()) {
         return RefuseLibraryCalls(purpose);
@@ -50,27 +50,24 @@ template <typename Calls> VX_UINT32 MakeLibraryCalls(Calls calls, const char* pu
 
 /// A library call whose failure ends the command.
 struct LibraryCall {
-    const char* function;  ///< as the trace of its status names it
-    const char* purpose;   ///< behind the trace of a redirection that can't be opened, such as " before FEC read"
-    const char* failed;    ///< trace of a failing status, such as "Get FEC Info failed"
-    VX_UINT32 failureCode; ///< result code of a failing status
+    const char* function;   ///< as the trace of its status names it
+    const char* purpose;    ///< behind the trace of a redirection that can't be opened, such as " before FEC read"
+    const char* failed;     ///< trace of a failing status, such as "Get FEC Info failed"
+    ResultCode failureCode; ///< result code of a failing status
     std::span<const StatusResult> statuses = {}; ///< the failing statuses that have a code of their own
 };
 
 /// Traces a status, a failing one as a failure too, and gives its code; `RC_SUCCESS` for status 0.
-VX_UINT32 ResultOf(const LibraryCall& what, VX_UINT32 status);
+ResultCode ResultOf(const LibraryCall& what, VX_UINT32 status);
 
 /// Makes one library call, or a tight group of them, inside the redirection; `call()` gives a status.
 /// `RC_SUCCESS` for status 0, `RC_FILE_ERROR` with no call made when the redirection can't be opened, else
 /// the status's code.
-template <typename Call> VX_UINT32 CallLibrary(const LibraryCall& what, Call call) {
+template <typename Call> ResultCode CallLibrary(const LibraryCall& what, Call call) {
     VX_UINT32 status = 0;
-    const VX_UINT32 code = MakeLibraryCalls([&] { status = call(); }, what.purpose);
+    const ResultCode code = MakeLibraryCalls([&] { status = call(); }, what.purpose);
     return code == RC_SUCCESS ? ResultOf(what, status) : code;
 }
-
-/// Asks, as `CallLibrary` does, whether a port belongs to a mezzanine adapter.
-VX_UINT32 AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& isMezzanine);
 
 /// Whether the change just made needs a reboot; true when the library can't answer. The caller decides
 /// whether this stands inside the redirection.

@@ -1,12 +1,28 @@
 #include "MultipleCmdsProcessor.h"
 
 #include "CmdLineParser.h"
-#include "Console.h"
-#include "ResultCodes.h"
+#include "Output.h"
+#include "ProgramMode.h"
+#include "TavuDebug.h"
+
+MultipleCmdsProcessor::MultipleCmdsProcessor(MultipleCmdsProcessor* parent, const FamilyRow& row)
+    : CmdProcessor(parent, row.name, row.option, row.description, false, 0, 0), mRow(&row) {
+    const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, row.family->className);
+    if (TavuDebug::IsEnabled(TRACE_INFORMATION)) {
+        MakeFamilies(row.subFamilies);
+    }
+}
 
 MultipleCmdsProcessor::MultipleCmdsProcessor(MultipleCmdsProcessor* parent, const char* name, const char* option,
                                              const char* description, bool hidden, VX_UINT32 id, VX_UINT32 flags)
     : CmdProcessor(parent, name, option, description, hidden, id, flags) {}
+
+MultipleCmdsProcessor::~MultipleCmdsProcessor() {
+    if (mRow != nullptr) {
+        const ScopedTrace trace(ScopedTrace::DESTRUCTOR, mRow->family->className);
+        DeleteFamilies();
+    }
+}
 
 VX_UINT32 MultipleCmdsProcessor::PrintUsage(TavuStringArray&, VX_UINT32) {
     FailAssertion("a family has no usage");
@@ -22,6 +38,21 @@ VX_UINT32 MultipleCmdsProcessor::CmdHelp(TavuStringArray& args) {
 }
 
 std::vector<CmdProcessor*>& MultipleCmdsProcessor::GetSubCmdProcessors() {
+    if (mRow == nullptr || !mChildren.empty()) {
+        return mChildren;
+    }
+    if (mFamilies.empty()) {
+        MakeFamilies(mRow->subFamilies);
+    }
+    const std::span<const Leaf> leaves = mRow->family->leaves;
+    mLeaves.reserve(leaves.size());
+    mChildren.reserve(leaves.size() + mFamilies.size());
+    for (const Leaf& leaf : leaves) {
+        mChildren.push_back(&mLeaves.emplace_back(this, *mRow->family, leaf));
+    }
+    for (MultipleCmdsProcessor& family : mFamilies) {
+        mChildren.push_back(&family);
+    }
     return mChildren;
 }
 
@@ -86,32 +117,14 @@ CmdProcessor* MultipleCmdsProcessor::GetCmdProcessor(MultipleCmdsProcessor*, Tav
     return nullptr;
 }
 
-void MultipleCmdsProcessor::CreateSubFamilies(const char* option, std::span<const SubFamily> rows) {
-    mSubFamilies.reserve(rows.size());
-    for (const SubFamily& row : rows) {
-        mSubFamilies.push_back(row.create(this, row.name, option, row.description));
+void MultipleCmdsProcessor::MakeFamilies(std::span<const FamilyRow> rows) {
+    mFamilies.reserve(rows.size()); // nodes stay where they are: their children refer to them
+    for (const FamilyRow& row : rows) {
+        mFamilies.emplace_back(this, row);
     }
 }
 
-void MultipleCmdsProcessor::DeleteSubFamilies() {
+void MultipleCmdsProcessor::DeleteFamilies() {
     mChildren.clear();
-    mLeaves.clear();
-    mSubFamilies.clear();
-}
-
-std::vector<CmdProcessor*>& MultipleCmdsProcessor::BuildChildren(std::span<const Leaf> leaves) {
-    if (mChildren.empty()) {
-        mChildren.reserve(leaves.size() + mSubFamilies.size());
-        mLeaves.reserve(leaves.size());
-        for (const Leaf& leaf : leaves) {
-            mLeaves.push_back(
-                std::make_unique<CmdProcessor>(this, leaf.name, "", leaf.description, leaf.hidden, leaf.id, 0,
-                                               CmdFunctions{.command = leaf.command, .usage = leaf.usage}));
-            mChildren.push_back(mLeaves.back().get());
-        }
-        for (const auto& family : mSubFamilies) {
-            mChildren.push_back(family.get());
-        }
-    }
-    return mChildren;
+    mFamilies.clear();
 }

@@ -15,6 +15,8 @@ public:
     enum eListType : VX_UINT32 { LIST_STRING = 0, LIST_INT = 1, LIST_BOOL = 2, LIST_STRUCTURE = 3 };
     enum eIntType : VX_UINT32 { INT_S32 = 0, INT_U32 = 1, INT_S64 = 2, INT_U64 = 3, INT_HEX = 4 };
 
+    Serializer() = default;
+    Serializer(Serializer&&) = default;
     virtual ~Serializer() = default;
 
     /// A value that is no format is kept, so that the calls that follow fail too.

@@ -24,6 +24,7 @@ bool StagedFile::IsPending() const {
 bool StagedFile::Load() {
     const bool isRead = ReadOwnFile(mPath.c_str(), mContent);
     if (!isRead) {
+        TraceStep(TRACE_DEBUG, "%s can't be read", mPath.c_str());
         mContent.clear();
     }
     return isRead;
@@ -38,26 +39,26 @@ bool StagedFile::Read(const char* key, TavuString& value) const {
     return true;
 }
 
-VX_UINT32 StagedFile::Merge(const StagedValues& values) const {
+ResultCode StagedFile::Merge(const StagedValues& values) const {
     for (const auto& [key, value] : values) {
-        if (const VX_UINT32 code = FileOps::UpdateKeyValueInFile(mPath, key, value); code != 0) {
+        if (FileOps::UpdateKeyValueInFile(mPath, key, value) != 0) {
             TraceStep(TRACE_DEBUG, "file ops failed");
-            return code;
+            return RC_FILE_ERROR;
         }
     }
-    return 0;
+    return RC_SUCCESS;
 }
 
 void StagedFile::Delete() const {
     FileOps::DeleteFile(mPath);
 }
 
-VX_UINT32 StagedFile::Create(const StagedValues& values) const {
-    const VX_UINT32 code = [&] {
+ResultCode StagedFile::Create(const StagedValues& values) const {
+    const ResultCode code = [&] {
         const TracedCall traced(mGroup.createFunction);
         return Merge(values);
     }();
-    if (code != 0) {
+    if (code != RC_SUCCESS) {
         TraceStep(TRACE_DEBUG, "%s failed", mGroup.createFunction);
     }
     return code;

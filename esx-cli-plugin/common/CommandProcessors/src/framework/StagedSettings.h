@@ -36,40 +36,38 @@ public:
     /// The same for a `set`, which traces that nothing is pending.
     bool IsPending() const;
 
-    /// Reads the whole file for `Read`. False, with nothing read, when it can't be read to its end.
+    /// Reads the whole file for `Read`. False, with nothing read and a trace, when it can't be read to its end.
     bool Load();
     /// True, with the value stored, when the file had the key when it was loaded.
     bool Read(const char* key, TavuString& value) const;
 
     /// Writes the settings one by one. 0, or the result code of the first that fails; those before it stay.
-    VX_UINT32 Merge(const StagedValues& values) const;
+    ResultCode Merge(const StagedValues& values) const;
     /// A failure is only traced.
     void Delete() const;
 
     /// Makes the file of settings that were just read. 0, or the result code of the failure, which it traces.
-    VX_UINT32 Create(const StagedValues& values) const;
+    ResultCode Create(const StagedValues& values) const;
     /// Lets `update(file)` validate options and merge them. 0, or the result code of the failure, which it traces.
-    template <typename Merge> VX_UINT32 Update(Merge update) {
-        Load(); // a file that can't be read refuses the merge, and the reading after it
-        const VX_UINT32 code = [&] {
+    template <typename Merge> ResultCode Update(Merge update) {
+        const ResultCode code = [&] {
             const TracedCall traced(mGroup.updateFunction);
-            return update(*this);
+            return Load() ? update(*this) : RC_FILE_ERROR;
         }();
-        if (code != 0) {
-            TraceStep(TRACE_DEBUG, "%s failed with uRet=%u", mGroup.updateFunction, code);
+        if (code != RC_SUCCESS) {
+            TraceStep(TRACE_DEBUG, "%s failed with uRet=%u", mGroup.updateFunction, VX_UINT32{code});
         }
         return code;
     }
     /// Loads the file and lets `overlay(file)` take what it holds. 0, or the result code of a file that can't be
     /// read, with nothing taken.
-    template <typename Overlay> VX_UINT32 ReadBack(Overlay overlay) {
+    template <typename Overlay> ResultCode ReadBack(Overlay overlay) {
         const TracedCall traced(mGroup.readFunction);
         if (!Load()) {
-            TraceStep(TRACE_DEBUG, "%s can't be read", mPath.c_str());
             return RC_FILE_ERROR;
         }
         overlay(*this);
-        return 0;
+        return RC_SUCCESS;
     }
 
 private:
@@ -131,15 +129,15 @@ void ReadStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> k
 /// none, lets `update(file)` validate and merge the command's options, and then `overlay(file)` take what the
 /// file holds. A refusal leaves the file with the settings as they were read, or as earlier commands left it.
 template <typename Collect, typename Update, typename Overlay>
-VX_UINT32 StageSettings(StagedFile file, Collect collect, Update update, Overlay overlay) {
+ResultCode StageSettings(StagedFile file, Collect collect, Update update, Overlay overlay) {
     if (!file.IsPresent()) {
         StagedValues values;
         collect(values);
-        if (const VX_UINT32 code = file.Create(values); code != 0) {
+        if (const ResultCode code = file.Create(values); code != RC_SUCCESS) {
             return code;
         }
     }
-    if (const VX_UINT32 code = file.Update(update); code != 0) {
+    if (const ResultCode code = file.Update(update); code != RC_SUCCESS) {
         return code;
     }
     return file.ReadBack(overlay);
@@ -147,7 +145,7 @@ VX_UINT32 StageSettings(StagedFile file, Collect collect, Update update, Overlay
 
 /// The same for settings that are the fields of one record.
 template <typename Record, typename Update>
-VX_UINT32 StageSettings(StagedFile file, std::span<const StagedKey<Record>> keys, Record& record, Update update) {
+ResultCode StageSettings(StagedFile file, std::span<const StagedKey<Record>> keys, Record& record, Update update) {
     return StageSettings(
         std::move(file), [&](StagedValues& values) { CollectSettings(keys, record, values); }, update,
         [&](const StagedFile& staged) { ReadStagedFile(staged, keys, record); });
@@ -165,12 +163,12 @@ struct Commit {
 /// The course of `set` after the fresh read: lets `overlay(file)` take what the file holds, and `write()` write it
 /// and give a result code. A failure keeps the file, so that the command can be repeated.
 template <typename Overlay, typename Write>
-VX_UINT32 CommitSettings(StagedFile file, Commit& commit, Overlay overlay, Write write) {
+ResultCode CommitSettings(StagedFile file, Commit& commit, Overlay overlay, Write write) {
     commit.isNothingPending = !file.IsPending();
     if (commit.isNothingPending) {
         return RC_SUCCESS;
     }
-    VX_UINT32 code = file.ReadBack(overlay);
+    ResultCode code = file.ReadBack(overlay);
     if (code == RC_SUCCESS) {
         code = write();
     }

@@ -1,7 +1,7 @@
 #include "FCLunInfoCmdsProcessor.h"
 
-#include "FCLunCmdsProcessor.h"
 #include "ReportTexts.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -16,8 +16,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
-
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
 
 /// The bytes in use, joined by colons: none for the length 0. Bytes that are all zero are no identifier,
 /// whatever the length; a length above the array's counts as that.
@@ -37,18 +35,19 @@ TavuString WorldwideIdText(const _tagVEXAPI_SDMLun& lun) {
 
 } // namespace
 
-constinit const Leaf FCLunInfoCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane FC LUN information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane FC LUN information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command FCLunInfoCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane FC LUN information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_LUN,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription FCLunInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC LUN info",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
@@ -57,8 +56,8 @@ VX_UINT64 LunSizeInMegabytes(VX_UINT64 blockCount, VX_UINT32 blockSize) {
     return (blockCount >> 10) * blockSize >> 10;
 }
 
-VX_UINT32 FCLunInfoCmdsProcessor::Get(const TavuStringArray& args, LunEntry& entry) {
-    return FCLunCmdsProcessor::GetLunFromLunString(args, &entry.lun);
+ResultCode FCLunInfoCmdsProcessor::Get(const TavuStringArray& args, LunEntry& entry) {
+    return GetLunFromLunString(args, entry);
 }
 
 void FCLunInfoCmdsProcessor::DisplayLunInfo(MultipleCmdsProcessor* self, const LunEntry& entry, eOutputFormat format) {

@@ -147,73 +147,69 @@ void ReadBootFile(const BootGroup& group, const StagedFile& file, BootSettings& 
     }
 }
 
-bool HasFabricBootLun(__CHIPPROPERTY chip) {
-    return !Is4GAdapter(chip) && !Is8GAdapter(chip) && !Is10GAdapter(chip);
-}
-
-VX_UINT32 OnlyBios(VX_UINT8 mode) {
+ResultCode OnlyBios(VX_UINT8 mode) {
     return mode == BOOT_BIOS ? RC_SUCCESS : RC_INVALID_FIELD;
 }
-VX_UINT32 NotBios(VX_UINT8 mode) {
+ResultCode NotBios(VX_UINT8 mode) {
     return mode != BOOT_BIOS ? RC_SUCCESS : RC_PARAM_ERROR;
 }
-VX_UINT32 OnlyNvme(VX_UINT8 mode) {
+ResultCode OnlyNvme(VX_UINT8 mode) {
     return mode == BOOT_NVME ? RC_SUCCESS : RC_PARAM_ERROR;
 }
 
-/// A flag option, as a row. The adapter is looked at first, then the mode, then the word.
+/// What a flag does, as a row. The adapter is looked at first, then the mode, then the word.
 struct FlagOption {
-    const char* longName;
-    const char* shortName;
+    const Argument& argument;
     const char* key;
-    std::span<const CodeText> words;
     bool (*isSupported)(__CHIPPROPERTY chip) = nullptr; ///< null: on every adapter
-    VX_UINT32 (*checkMode)(VX_UINT8 mode) = nullptr;    ///< null: in every mode
+    ResultCode (*checkMode)(VX_UINT8 mode) = nullptr;   ///< null: in every mode
 };
+consteval const Argument& Of(std::string_view name) {
+    return OptionOf(BOOT_FLAGS, name);
+}
 constexpr FlagOption FLAG_OPTIONS[] = {
-    {"--enable-bfs", "-a", "Disable_BIOS", INVERTED_FLAG_WORDS},
-    {"--fabric-assigned-boot-lun", "-f", "Fabric_Assigned_Boot_Lun", FLAG_WORDS, HasFabricBootLun},
-    {"--selectable-boot", "-d", "Selectable_Boot", FLAG_WORDS, nullptr, OnlyBios},
-    {"--selective-login", "-e", "Selective_Login", FLAG_WORDS, IsUefiCapableAdapter, NotBios},
-    {"--selective-lun-login", "-c", "Selective_LUN_Login", FLAG_WORDS, IsUefiCapableAdapter, NotBios},
-    {"--world-login", "-g", "World_Login", FLAG_WORDS, IsUefiCapableAdapter, NotBios},
+    {Of("--enable-bfs"), "Disable_BIOS"},
+    {Of("--fabric-assigned-boot-lun"), "Fabric_Assigned_Boot_Lun", HasFabricAssignment},
+    {Of("--selectable-boot"), "Selectable_Boot", nullptr, OnlyBios},
+    {Of("--selective-login"), "Selective_Login", IsUefiCapableAdapter, NotBios},
+    {Of("--selective-lun-login"), "Selective_LUN_Login", IsUefiCapableAdapter, NotBios},
+    {Of("--world-login"), "World_Login", IsUefiCapableAdapter, NotBios},
 };
-constexpr FlagOption NVME_FLAG_OPTIONS[] = {
-    {"--fc-nvme", "-m", KEY_NVME_ENABLE, FLAG_WORDS, IsUefiCapableAdapter, OnlyNvme},
-};
+static_assert(std::size(FLAG_OPTIONS) == std::size(BOOT_FLAGS));
+constexpr FlagOption NVME_FLAG_OPTIONS[] = {{NVME_BOOT_FLAG, KEY_NVME_ENABLE, IsUefiCapableAdapter, OnlyNvme}};
 
-VX_UINT32 CheckFlag(const FlagOption& option, const char* word, const BootSettings& boot, StagedValues& values) {
+ResultCode CheckFlag(const FlagOption& option, const char* word, const BootSettings& boot, StagedValues& values) {
     if (option.isSupported != nullptr && !option.isSupported(boot.Chip())) {
         return RC_FEATURE_NOT_SUPPORTED;
     }
     if (option.checkMode != nullptr) {
-        if (const VX_UINT32 code = option.checkMode(boot.mode); code != RC_SUCCESS) {
+        if (const ResultCode code = option.checkMode(boot.mode); code != RC_SUCCESS) {
             return code;
         }
     }
     VX_UINT32 number = 0;
-    if (!FindWord(option.words, word, number)) {
+    if (!FindWord(option.argument.words, word, number)) {
         return RC_INVALID_PARAMETER;
     }
     values[option.key] = Decimal(number);
     return RC_SUCCESS;
 }
 
-VX_UINT32 StageFlags(std::span<const FlagOption> options, const TavuStringArray& args, const BootSettings& boot,
-                     StagedValues& values) {
+ResultCode StageFlags(std::span<const FlagOption> options, const TavuStringArray& args, const BootSettings& boot,
+                      StagedValues& values) {
     for (const FlagOption& option : options) {
         TavuString word;
-        if (CmdLineParser::GetCommandValueFromArgs(args, option.shortName, option.longName, word) == 0) {
+        if (!CmdLineParser::GetOption(args, option.argument, word)) {
             continue;
         }
-        if (const VX_UINT32 code = CheckFlag(option, word.c_str(), boot, values); code != RC_SUCCESS) {
-            return RefuseBootOption(option.longName, word, code);
+        if (const ResultCode code = CheckFlag(option, word.c_str(), boot, values); code != RC_SUCCESS) {
+            return RefuseBootOption(option.argument.name, word, code);
         }
     }
     return RC_SUCCESS;
 }
 
-VX_UINT32 ReadRecord(const BootGroup& group, BootSettings& boot) {
+ResultCode ReadRecord(const BootGroup& group, BootSettings& boot) {
     return CallLibrary(group.calls.read,
                        [&] { return VEXAPI_GetBootDeviceInfo(boot.Handle(), &boot.parameters, nullptr); });
 }
@@ -254,8 +250,8 @@ void AddNvmeEntries(ReportBlock& block, const BootSettings& boot) {
 }
 
 /// The opening of `get` and `setFile`. The mode is looked at before any library call.
-VX_UINT32 Open(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
+ResultCode Open(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    ResultCode code = GetPhysicalPortFromPortString(args, boot.entry);
     if (code == RC_SUCCESS) {
         code = group.readMode(args, boot);
     }
@@ -283,7 +279,7 @@ VX_UINT32 Open(const BootGroup& group, const TavuStringArray& args, BootSettings
 }
 
 /// The NVMe boot entries, where the mode has any.
-VX_UINT32 ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
+ResultCode ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
     if (!UsesNvmeEntries(group, boot)) {
         return RC_SUCCESS;
     }
@@ -292,8 +288,8 @@ VX_UINT32 ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
 }
 
 /// No transaction: when the entries can't be written, the boot settings are in place already.
-VX_UINT32 WriteBootSettings(const BootGroup& group, BootSettings& boot) {
-    VX_UINT32 code =
+ResultCode WriteBootSettings(const BootGroup& group, BootSettings& boot) {
+    ResultCode code =
         CallLibrary(group.calls.write, [&] { return VEXAPI_SetBootDeviceInfo(boot.Handle(), &boot.parameters); });
     if (code != RC_SUCCESS || !UsesNvmeEntries(group, boot)) {
         return code;
@@ -310,7 +306,7 @@ VX_UINT32 WriteBootSettings(const BootGroup& group, BootSettings& boot) {
 
 } // namespace
 
-VX_UINT32 RefuseBootOption(const char* longName, const TavuString& value, VX_UINT32 code) {
+ResultCode RefuseBootOption(const char* longName, const TavuString& value, ResultCode code) {
     TraceStep(TRACE_DEBUG, "%s=%s not supported", longName + 2, value.c_str());
     return code;
 }
@@ -336,16 +332,16 @@ void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString&
     }
 }
 
-VX_UINT32 GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
-    const VX_UINT32 code = Open(group, args, boot);
+ResultCode GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    const ResultCode code = Open(group, args, boot);
     return code == RC_SUCCESS ? ReadNvmeEntries(group, boot) : code;
 }
 
-VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
-    if (const VX_UINT32 code = Open(group, args, boot); code != RC_SUCCESS) {
+ResultCode StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    if (const ResultCode code = Open(group, args, boot); code != RC_SUCCESS) {
         return code;
     }
-    if (const VX_UINT32 code = ReadNvmeEntries(group, boot); code == RC_FILE_ERROR) {
+    if (const ResultCode code = ReadNvmeEntries(group, boot); code == RC_FILE_ERROR) {
         return code;
     } else if (code != RC_SUCCESS) {
         boot.nvme = {}; // entries that the library can't read count as empty here, where `get` refuses
@@ -353,7 +349,7 @@ VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args,
     const auto update = [&](const StagedFile& file) {
         StagedValues values;
         values[KEY_BOOT_MODE] = Decimal(group.modeInFile(boot.mode));
-        VX_UINT32 code = StageFlags(FLAG_OPTIONS, args, boot, values);
+        ResultCode code = StageFlags(FLAG_OPTIONS, args, boot, values);
         if (code == RC_SUCCESS && group.isExtended) {
             code = StageFlags(NVME_FLAG_OPTIONS, args, boot, values);
         }
@@ -367,8 +363,8 @@ VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args,
         [&](const StagedFile& file) { ReadBootFile(group, file, boot); });
 }
 
-VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, boot.entry);
+ResultCode CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
+    ResultCode code = GetPhysicalPortFromPortString(args, boot.entry);
     if (code == RC_SUCCESS) {
         code = ReadRecord(group, boot);
     }
@@ -377,7 +373,7 @@ VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args
     }
     const auto overlay = [&](const StagedFile& file) { ReadBootFile(group, file, boot); };
     return CommitSettings(group.file(ArgText(args, 0)), boot.commit, overlay, [&] {
-        const VX_UINT32 written = WriteBootSettings(group, boot);
+        const ResultCode written = WriteBootSettings(group, boot);
         if (written == RC_SUCCESS) {
             boot.reboot = AskRebootRequired();
         }
@@ -409,7 +405,7 @@ void AddBootSettings(ReportBlock& block, const BootSettings& boot) {
     AddFlag(block, isBios ? "Adapter BIOS" : "Adapter Driver", parameters.DisableBIOS == 0);
     if (isBios) {
         AddFlag(block, "Selectable Boot", parameters.EnableSelectableBoot != 0);
-        if (HasFabricBootLun(boot.Chip())) {
+        if (HasFabricAssignment(boot.Chip())) {
             AddFlag(block, "Fabric Assigned Boot LUN", parameters.EnableFabricAssignBootLun != 0);
         }
         AddBootTargets(block, parameters, BIOS_BOOT_TARGETS);

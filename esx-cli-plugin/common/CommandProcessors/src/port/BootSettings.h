@@ -3,9 +3,11 @@
 /// its `BootGroup` what differs.
 #pragma once
 
+#include "CmdLineParser.h"
 #include "Family.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "ReportTexts.h"
+#include "Resolvers.h"
 #include "StagedSettings.h"
 
 /// Boot-from-SAN modes in the library's numbering.
@@ -34,12 +36,40 @@ struct BootCalls {
     LibraryCall readBackNvme;
 };
 
+/// The boot mode of `bootconfig` is an option, that of `bootconfigext` the second argument.
+inline constexpr CodeText BOOT_MODE_WORDS[] = {{BOOT_BIOS, "BIOS"}, {BOOT_UEFI, "UEFI"}, {BOOT_NVME, "NVME"}};
+inline constexpr std::span<const CodeText> PLAIN_BOOT_MODES{BOOT_MODE_WORDS, 2};
+
+/// The flags that both groups take, and the one that only `bootconfigext` has.
+inline constexpr Argument BOOT_FLAGS[] = {
+    {"--enable-bfs", "-a", "whether the adapter's boot code runs", ArgumentKind::WORD, false, INVERTED_FLAG_WORDS},
+    {"--fabric-assigned-boot-lun", "-f", "whether the fabric assigns the boot LUN", ArgumentKind::WORD, false,
+     FLAG_WORDS},
+    {"--selectable-boot", "-d", "whether the boot target can be selected", ArgumentKind::WORD, false, FLAG_WORDS},
+    {"--selective-login", "-e", "whether only the boot targets are logged into", ArgumentKind::WORD, false, FLAG_WORDS},
+    {"--selective-lun-login", "-c", "the same for the boot LUNs", ArgumentKind::WORD, false, FLAG_WORDS},
+    {"--world-login", "-g", "whether every port is logged into", ArgumentKind::WORD, false, FLAG_WORDS},
+};
+inline constexpr Argument NVME_BOOT_FLAG = {"--fc-nvme",        "-m",  "whether NVMe over Fibre Channel is booted from",
+                                            ArgumentKind::WORD, false, FLAG_WORDS};
+
+/// `first`, the flags, then `last`.
+template <std::size_t M, std::size_t N>
+consteval std::array<Argument, M + std::size(BOOT_FLAGS) + N> BootArguments(const Argument (&first)[M],
+                                                                            const Argument (&last)[N]) {
+    std::array<Argument, M + std::size(BOOT_FLAGS) + N> all{};
+    auto* at = std::copy(std::begin(first), std::end(first), all.begin());
+    at = std::copy(std::begin(BOOT_FLAGS), std::end(BOOT_FLAGS), at);
+    std::copy(std::begin(last), std::end(last), at);
+    return all;
+}
+
 /// What is particular to a group.
 struct BootGroup {
     BootCalls calls;
     BlockShape shape;
     /// Reads the mode among the words.
-    VX_UINT32 (*readMode)(const TavuStringArray& args, BootSettings& boot);
+    ResultCode (*readMode)(const TavuStringArray& args, BootSettings& boot);
     /// Whether the library's mode must be switched before boot settings are read.
     bool (*mustSwitchMode)(VX_UINT8 current, VX_UINT8 wanted);
     StagedFile (*file)(const char* identifier);
@@ -47,18 +77,18 @@ struct BootGroup {
     VX_UINT32 (*modeInFile)(VX_UINT8 mode);
     VX_UINT8 (*modeFromFile)(VX_UINT32 number);
     /// Checks and stages the options that name boot targets.
-    VX_UINT32 (*stageTargets)(const TavuStringArray& args, const BootSettings& boot, StagedValues& values);
+    ResultCode (*stageTargets)(const TavuStringArray& args, const BootSettings& boot, StagedValues& values);
     bool isExtended; ///< has NVMe settings
 };
 
 /// The whole of `get`, of `setFile` and of `set`, but for their documents. A failing `set` keeps the file, so
 /// that the command can be repeated.
-VX_UINT32 GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
-VX_UINT32 StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
-VX_UINT32 CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
+ResultCode GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
+ResultCode StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
+ResultCode CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 
 /// Traces a refused option, whose name has two dashes before it, and gives `code`.
-VX_UINT32 RefuseBootOption(const char* longName, const TavuString& value, VX_UINT32 code);
+ResultCode RefuseBootOption(const char* longName, const TavuString& value, ResultCode code);
 
 /// Stages a boot target in the keys of entry `number`; an entry above 7 has none, and nothing is staged.
 void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString& lun, StagedValues& values);
@@ -87,17 +117,14 @@ void AddBootSettings(ReportBlock& block, const BootSettings& boot);
 template <typename Self> class BootFamily : public Family<Self> {
     using Base = Family<Self>;
 
-public:
-    using Base::Base;
-
 protected:
-    static VX_UINT32 Get(const TavuStringArray& args, BootSettings& boot) {
+    static ResultCode Get(const TavuStringArray& args, BootSettings& boot) {
         return GetBootSettings(Self::GROUP, args, boot);
     }
-    static VX_UINT32 SetFile(const TavuStringArray& args, BootSettings& boot) {
+    static ResultCode SetFile(const TavuStringArray& args, BootSettings& boot) {
         return StageBootSettings(Self::GROUP, args, boot);
     }
-    static VX_UINT32 Set(const TavuStringArray& args, BootSettings& boot) {
+    static ResultCode Set(const TavuStringArray& args, BootSettings& boot) {
         return CommitBootSettings(Self::GROUP, args, boot);
     }
     static void DisplayBootConfigInfo(MultipleCmdsProcessor* self, const BootSettings& boot,
@@ -113,24 +140,4 @@ protected:
         Base::template FetchThenDisplay<SetFile, DisplayBootConfigInfo, Base::DisplayError>;
     static constexpr CommonFunction CmdSetCommon =
         Base::template CommitThenDisplay<Set, DisplayBootConfigInfo, Base::DisplaySetError>;
-
-    static constexpr VX_UINT32 HELP_ID = 3;
-    static constexpr Leaf LEAVES[] = {
-        {"get", "get Orvane HBA Boot Config information", 0, Base::template Xml<"CmdGet", CmdGetCommon>, nullptr},
-        {"setFile", "set Orvane HBA Boot Config information in a local cache file", 1,
-         Base::template Xml<"CmdSetFile", CmdSetFileCommon>, nullptr},
-        {"set", "set Orvane HBA Boot Config information", 2, Base::template Xml<"CmdSet", CmdSetCommon>, nullptr},
-        {"help", "list of available commands", HELP_ID, Base::CmdHelp, Base::Usage},
-        {"getcli", "get Orvane HBA Boot Config information", 4, Base::template Text<"CmdGetCli", CmdGetCommon>,
-         Base::Usage},
-        {"setFilecli", "set Orvane HBA Boot Config information in a local cache file", 5,
-         Base::template Text<"CmdSetFileCli", CmdSetFileCommon>, Base::Usage},
-        {"setcli", "set Orvane HBA Boot Config information", 6, Base::template Text<"CmdSetCli", CmdSetCommon>,
-         Base::Usage},
-    };
-    static constexpr UsageText USAGES[] = {
-        {4, "Usage: get\r\n"},
-        {5, "Usage: setFile\r\n"},
-        {6, "Usage: set\r\n"},
-    };
 };

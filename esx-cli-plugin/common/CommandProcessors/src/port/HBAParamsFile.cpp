@@ -1,9 +1,6 @@
 #include "HBAParamsFile.h"
 
 #include "ChipFamilies.h"
-#include "CmdLineParser.h"
-#include "CodeTable.h"
-#include "ReportTexts.h"
 #include "ResultCodes.h"
 #include "TracedFunction.h"
 
@@ -88,14 +85,11 @@ struct Staging {
     }
 };
 
-/// An option, as a row. `stage` checks the value and stages it; `words` or `maximum` is its range.
+/// What an option does, as a row. `stage` checks the value and stages it.
 struct Option {
-    const char* longName;
-    const char* shortName;
+    const Argument& argument;
     const char* key;
-    VX_UINT32 (*stage)(const Option& option, const char* value, const Staging& staging);
-    std::span<const CodeText> words = {};
-    VX_UINT32 maximum = 0;
+    ResultCode (*stage)(const Option& option, const char* value, const Staging& staging);
     bool (*isSupported)(__CHIPPROPERTY chip) = nullptr; ///< null: on every adapter
 };
 
@@ -104,18 +98,18 @@ bool IsOneOf(const char* value, std::initializer_list<const char*> words) {
                        [value](const char* word) { return CompareNoCase(value, word) == 0; });
 }
 
-VX_UINT32 StageNumber(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageNumber(const Option& option, const char* value, const Staging& staging) {
     const VX_UINT32 number = ParseNumber(value);
-    if (number > option.maximum) {
+    if (number > option.argument.maximum) {
         return RC_INVALID_PARAMETER;
     }
     staging.Set(option.key, number);
     return RC_SUCCESS;
 }
 
-VX_UINT32 StageWord(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageWord(const Option& option, const char* value, const Staging& staging) {
     VX_UINT32 number = 0;
-    if (!FindWord(option.words, value, number)) {
+    if (!FindWord(option.argument.words, value, number)) {
         return RC_INVALID_PARAMETER;
     }
     staging.Set(option.key, number);
@@ -131,7 +125,7 @@ constexpr VX_UINT8 SUPPORTS_64_GBPS = 0x80;
 
 /// Looks at the data rate of the file alone, unlike the rule of the data rate: this option is examined
 /// first, and a command that lowers the rate and asks for a loop at once is refused.
-VX_UINT32 StageConnectionOptions(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageConnectionOptions(const Option& option, const char* value, const Staging& staging) {
     if (CompareNoCase(value, OUT_POINT_TO_POINT_ONLY) != 0 && IsMapleAdapter(staging.Chip())) {
         return RC_INVALID_PARAMETER;
     }
@@ -181,7 +175,7 @@ bool IsLoopAskedFor(const Staging& staging) {
            connection == CONNECTION_LOOP_ONLY;
 }
 
-VX_UINT32 StageDataRate(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageDataRate(const Option& option, const char* value, const Staging& staging) {
     const __CHIPPROPERTY chip = staging.Chip();
     if (Is10GAdapter(chip) || IsCedarAdapter(chip)) {
         return RC_READ_ONLY_MODE;
@@ -207,8 +201,8 @@ VX_UINT32 StageDataRate(const Option& option, const char* value, const Staging& 
 }
 
 /// Mode 0 has no use for the timer, and stages it as 0.
-VX_UINT32 StageOperationMode(const Option& option, const char* value, const Staging& staging) {
-    const VX_UINT32 code = StageWord(option, value, staging);
+ResultCode StageOperationMode(const Option& option, const char* value, const Staging& staging) {
+    const ResultCode code = StageWord(option, value, staging);
     VX_UINT32 mode = 0;
     if (code == RC_SUCCESS && staging.InCommand(option.key, mode) && mode == MODE_EVERY_COMPLETION) {
         staging.Set(KEY_INTERRUPT_DELAY_TIMER, 0);
@@ -216,7 +210,7 @@ VX_UINT32 StageOperationMode(const Option& option, const char* value, const Stag
     return code;
 }
 
-VX_UINT32 StageFrameSize(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageFrameSize(const Option& option, const char* value, const Staging& staging) {
     constexpr VX_UINT32 ENCRYPTION_FRAME_SIZE = 2112;
     const VX_UINT32 size = ParseNumber(value);
     if (!IsFrameSize(size) || (size == ENCRYPTION_FRAME_SIZE && !IsEncryptionAdapter(staging.Chip()))) {
@@ -227,9 +221,9 @@ VX_UINT32 StageFrameSize(const Option& option, const char* value, const Staging&
 }
 
 /// In mode 0, of this command or else of the file, only 0 is legal, and nothing is staged.
-VX_UINT32 StageInterruptDelayTimer(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageInterruptDelayTimer(const Option& option, const char* value, const Staging& staging) {
     const VX_UINT32 timer = ParseNumber(value);
-    if (timer > option.maximum) {
+    if (timer > option.argument.maximum) {
         return RC_INVALID_PARAMETER;
     }
     VX_UINT32 mode = MODE_EVERY_COMPLETION + 1;
@@ -243,62 +237,62 @@ VX_UINT32 StageInterruptDelayTimer(const Option& option, const char* value, cons
     return RC_SUCCESS;
 }
 
-constexpr CodeText CONNECTIONS[] = {
-    {CONNECTION_LOOP_ONLY, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
-constexpr CodeText OPERATION_MODES[] = {
-    {MODE_EVERY_COMPLETION, OUT_EVERY_COMPLETION}, {5, OUT_TIMER_EXPIRES}, {6, OUT_TIMER_EXPIRES_OR_IDLE}};
-bool IsNot10G(__CHIPPROPERTY chip) {
-    return !Is10GAdapter(chip);
-}
-bool IsNotWillow(__CHIPPROPERTY chip) {
-    return !IsWillowAdapter(chip);
-}
 bool HasExecutionThrottle(__CHIPPROPERTY chip) {
     return !IsRowanAdapter(chip) && !IsUefiCapableAdapter(chip);
 }
-bool HasLR(__CHIPPROPERTY chip) {
-    return !Is4GAdapter(chip) && !IsWillowAdapter(chip);
-}
-bool HasFabricAssignedWwn(__CHIPPROPERTY chip) {
-    return !Is4GAdapter(chip) && !Is8GAdapter(chip) && !Is10GAdapter(chip);
+consteval const Argument& Of(std::string_view name) {
+    return OptionOf(HBA_PARAMS_ARGUMENTS, name);
 }
 
-/// The options in the order in which they are examined.
+/// In the order in which they are examined.
 constexpr Option OPTIONS[] = {
-    {"--connection-options", "-c", KEY_CONNECTION_OPTIONS, StageConnectionOptions, CONNECTIONS},
-    {"--data-rate", "-d", KEY_DATA_RATE, StageDataRate},
-    {"--operation-mode", "-m", KEY_OPERATION_MODE, StageOperationMode, OPERATION_MODES, 0, IsNotWillow},
-    {"--frame-size", "-z", "Frame_Size", StageFrameSize},
-    {"--hard-loop-id", "-l", "Hard_Loop_ID", StageNumber, {}, 125, IsNot10G},
-    {"--loop-reset-delay", "-r", "Loop_Reset_Delay", StageNumber, {}, 255},
-    {"--interrupt-delay-timer", "-e", KEY_INTERRUPT_DELAY_TIMER, StageInterruptDelayTimer, {}, 255, IsNotWillow},
-    {"--execution-throttle", "-x", "Execution_Throttle", StageNumber, {}, 65535, HasExecutionThrottle},
-    {"--login-retry-count", "-u", "Login_Retry_Count", StageNumber, {}, 255},
-    {"--port-down-retry-count", "-w", "Port_Down_Retry_Count", StageNumber, {}, 255},
-    {"--link-down-timeout", "-o", "Link_Down_Timeout", StageNumber, {}, 240},
-    {"--luns-per-target", "-y", "Luns_Per_Target", StageNumber, {}, 256},
-    {"--enable-bios", "-b", "Disable_BIOS", StageWord, INVERTED_FLAG_WORDS},
-    {"--enable-hard-loop-id", "-p", "Enable_Hard_Loop_Id", StageWord, FLAG_WORDS, 0, IsNot10G},
-    {"--enable-fc-tape", "-f", "Enable_Fibre_Channel_Tape_Support", StageWord, FLAG_WORDS},
-    {"--enable-lip-full-login", "-g", "Enable_Lip_Full_Login", StageWord, FLAG_WORDS, 0, IsNot10G},
-    {"--enable-target-reset", "-a", "Enable_Target_Reset", StageWord, FLAG_WORDS},
-    {"--enable-lr", "-k", "Enable_LR", StageWord, FLAG_WORDS, 0, HasLR},
-    {"--enable-fabric-assigned-wwn", "-n", "Enable_Fabric_Assign_WWN", StageWord, FLAG_WORDS, 0, HasFabricAssignedWwn},
-    {"--enable-fwcm", "-q", "Disable_SCM", StageWord, INVERTED_FLAG_WORDS, 0, IsUefiCapableAdapter},
-    {"--virtual-lane", "-j", "Enable_Virtual_Lane", StageWord, FLAG_WORDS, 0, IsBirchAdapter},
+    {Of("--connection-options"), KEY_CONNECTION_OPTIONS, StageConnectionOptions},
+    {Of("--data-rate"), KEY_DATA_RATE, StageDataRate},
+    {Of("--operation-mode"), KEY_OPERATION_MODE, StageOperationMode, HasOperationMode},
+    {Of("--frame-size"), "Frame_Size", StageFrameSize},
+    {Of("--hard-loop-id"), "Hard_Loop_ID", StageNumber, HasHardLoopId},
+    {Of("--loop-reset-delay"), "Loop_Reset_Delay", StageNumber},
+    {Of("--interrupt-delay-timer"), KEY_INTERRUPT_DELAY_TIMER, StageInterruptDelayTimer, HasOperationMode},
+    {Of("--execution-throttle"), "Execution_Throttle", StageNumber, HasExecutionThrottle},
+    {Of("--login-retry-count"), "Login_Retry_Count", StageNumber},
+    {Of("--port-down-retry-count"), "Port_Down_Retry_Count", StageNumber},
+    {Of("--link-down-timeout"), "Link_Down_Timeout", StageNumber},
+    {Of("--luns-per-target"), "Luns_Per_Target", StageNumber},
+    {Of("--enable-bios"), "Disable_BIOS", StageWord},
+    {Of("--enable-hard-loop-id"), "Enable_Hard_Loop_Id", StageWord, HasHardLoopId},
+    {Of("--enable-fc-tape"), "Enable_Fibre_Channel_Tape_Support", StageWord},
+    {Of("--enable-lip-full-login"), "Enable_Lip_Full_Login", StageWord, HasHardLoopId},
+    {Of("--enable-target-reset"), "Enable_Target_Reset", StageWord},
+    {Of("--enable-lr"), "Enable_LR", StageWord, HasLR},
+    {Of("--enable-fabric-assigned-wwn"), "Enable_Fabric_Assign_WWN", StageWord, HasFabricAssignment},
+    {Of("--enable-fwcm"), "Disable_SCM", StageWord, IsUefiCapableAdapter},
+    {Of("--virtual-lane"), "Enable_Virtual_Lane", StageWord, IsBirchAdapter},
 };
+static_assert(std::size(OPTIONS) == std::size(HBA_PARAMS_ARGUMENTS) - 1);
 
 /// The adapter is looked at ahead of the value.
-VX_UINT32 StageOption(const Option& option, const char* value, const Staging& staging) {
+ResultCode StageOption(const Option& option, const char* value, const Staging& staging) {
     const bool isSupported = option.isSupported == nullptr || option.isSupported(staging.Chip());
-    const VX_UINT32 code = isSupported ? option.stage(option, value, staging) : VX_UINT32{RC_FEATURE_NOT_SUPPORTED};
+    const ResultCode code = isSupported ? option.stage(option, value, staging) : RC_FEATURE_NOT_SUPPORTED;
     if (code != RC_SUCCESS) {
-        TraceStep(TRACE_INFORMATION, "%s=%s not supported", option.longName + 2, value); // without the dashes
+        TraceStep(TRACE_INFORMATION, "%s=%s not supported", option.argument.name + 2, value); // without the dashes
     }
     return code;
 }
 
 } // namespace
+
+bool HasHardLoopId(__CHIPPROPERTY chip) {
+    return !Is10GAdapter(chip);
+}
+
+bool HasOperationMode(__CHIPPROPERTY chip) {
+    return !IsWillowAdapter(chip);
+}
+
+bool HasLR(__CHIPPROPERTY chip) {
+    return !Is4GAdapter(chip) && !IsWillowAdapter(chip);
+}
 
 StagedFile HBAParamsFile(const char* identifier) {
     static constexpr StagedGroup GROUP = {"HBAParams", "CreateHBAParamsFile", "UpdateHBAParamsInFile",
@@ -310,16 +304,16 @@ std::span<const StagedKey<_VEXAPI_HBAParameters>> HBAParamsKeys() {
     return KEYS;
 }
 
-VX_UINT32 UpdateHBAParamsInFile(const TavuStringArray& args, const StagedFile& file,
-                                const _vexapi_protocol_t& protocol) {
+ResultCode UpdateHBAParamsInFile(const TavuStringArray& args, const StagedFile& file,
+                                 const _vexapi_protocol_t& protocol) {
     StagedValues values;
     const Staging staging = {file, protocol, values};
     for (const Option& option : OPTIONS) {
         TavuString value;
-        if (CmdLineParser::GetCommandValueFromArgs(args, option.shortName, option.longName, value) == 0) {
+        if (!CmdLineParser::GetOption(args, option.argument, value)) {
             continue;
         }
-        if (const VX_UINT32 code = StageOption(option, value.c_str(), staging); code != RC_SUCCESS) {
+        if (const ResultCode code = StageOption(option, value.c_str(), staging); code != RC_SUCCESS) {
             return code;
         }
     }

@@ -3,8 +3,8 @@
 #include "ChipFamilies.h"
 #include "CmdLineParser.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
 #include "ReportTexts.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -25,12 +25,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
 };
 
-constexpr UsageText USAGES[] = {
-    {4, "Usage: get\r\n"},
-    {5, "Usage: setFile\r\n"},
-    {6, "Usage: set\r\n"},
-};
-
 constexpr LibraryCall READ_BBCR = {"VEXAPI_FCGetBBCSupportInfoEx", "", "Get BBCR Info failed", RC_CFG_READ_FAILED};
 constexpr LibraryCall WRITE_BBCR = {"VEXAPI_FCSetBBCSupportInfo", " before set", "Update BBCR failed",
                                     RC_CFG_UPDATE_FAILED};
@@ -44,26 +38,41 @@ StagedFile BBCRFile(const char* identifier) {
     return {GROUP, identifier};
 }
 
+constexpr Argument SET_FILE_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"--bbcr-status", "-b", "whether credit recovery is on", ArgumentKind::WORD, false, FLAG_WORDS},
+    {"--bbcr-configured", "-c", "count of credits to recover", ArgumentKind::NUMBER, false, {}, 0, MAX_COUNT},
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortBBCRCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane adapter's Buffer-to-Buffer Credit information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"setFile", "set Orvane adapter's Buffer-to-Buffer Credit information in a local cache file", 1,
-     Xml<"CmdSetFile", CmdSetFileCommon>, nullptr},
-    {"set", "set Orvane adapter's Buffer-to-Buffer Credit information", 2, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 3, CmdHelp, Usage},
-    {"getcli", "get Orvane adapter's Buffer-to-Buffer Credit information", 4, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setFilecli", "set Orvane adapter's Buffer-to-Buffer Credit information in a local cache file", 5,
-     Text<"CmdSetFileCli", CmdSetFileCommon>, Usage},
-    {"setcli", "set Orvane adapter's Buffer-to-Buffer Credit information", 6, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constexpr Command PhysicalPortBBCRCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane adapter's Buffer-to-Buffer Credit information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names)},
+    {.names = Names<"setFile", "CmdSetFile">(),
+     .description = "set Orvane adapter's Buffer-to-Buffer Credit information in a local cache file",
+     .run = CmdSetFileCommon,
+     .usage = "Usage: setFile\r\n",
+     .arguments = SET_FILE_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .changes = true},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane adapter's Buffer-to-Buffer Credit information",
+     .run = CmdSetCommon,
+     .usage = "Usage: set\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT),
+     .changes = true},
 };
 
 constinit const FamilyDescription PhysicalPortBBCRCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "BBCR",
-    .helpId = 3,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
@@ -77,9 +86,9 @@ std::span<const StagedKey<PhysicalPortBBCRCmdsProcessor::BBCRInfo>> PhysicalPort
     return KEYS;
 }
 
-VX_UINT32 PhysicalPortBBCRCmdsProcessor::Get(const TavuStringArray& args, BBCRInfo& info) {
+ResultCode PhysicalPortBBCRCmdsProcessor::Get(const TavuStringArray& args, BBCRInfo& info) {
     PortEntry entry;
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    const ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -95,8 +104,8 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::Get(const TavuStringArray& args, BBCRIn
 }
 
 /// Shows the staged status and count, and the live state and negotiated count.
-VX_UINT32 PhysicalPortBBCRCmdsProcessor::SetFile(const TavuStringArray& args, BBCRInfo& info) {
-    const VX_UINT32 code = Get(args, info);
+ResultCode PhysicalPortBBCRCmdsProcessor::SetFile(const TavuStringArray& args, BBCRInfo& info) {
+    const ResultCode code = Get(args, info);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -104,8 +113,8 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::SetFile(const TavuStringArray& args, BB
                          [&](const StagedFile& file) { return UpdateBBCRInFile(args, file); });
 }
 
-VX_UINT32 PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRInfo& info) {
-    if (const VX_UINT32 code = Get(args, info); code != RC_SUCCESS) {
+ResultCode PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRInfo& info) {
+    if (const ResultCode code = Get(args, info); code != RC_SUCCESS) {
         return code;
     }
     info.reboot = true; // always: the library isn't asked
@@ -118,10 +127,10 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRIn
 }
 
 /// Checks both options before either is merged into the file.
-VX_UINT32 PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray& args, const StagedFile& file) {
+ResultCode PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray& args, const StagedFile& file) {
     StagedValues values;
     TavuString value;
-    if (CmdLineParser::GetCommandValueFromArgs(args, "-b", "--bbcr-status", value) != 0) {
+    if (CmdLineParser::GetOption(args, OptionOf(SET_FILE_ARGUMENTS, "--bbcr-status"), value)) {
         VX_UINT32 status = 0;
         if (!FindWord(FLAG_WORDS, value.c_str(), status)) {
             TraceStep(TRACE_DEBUG, "bbcr-status=%s not supported", value.c_str());
@@ -129,7 +138,7 @@ VX_UINT32 PhysicalPortBBCRCmdsProcessor::UpdateBBCRInFile(const TavuStringArray&
         }
         values[KEY_STATUS].Format("%u", status);
     }
-    if (CmdLineParser::GetCommandValueFromArgs(args, "-c", "--bbcr-configured", value) != 0) {
+    if (CmdLineParser::GetOption(args, OptionOf(SET_FILE_ARGUMENTS, "--bbcr-configured"), value)) {
         const VX_UINT32 count = ParseNumber(value.c_str());
         if (count > MAX_COUNT) {
             TraceStep(TRACE_DEBUG, "bbcr-count=%s not supported", value.c_str());

@@ -7,8 +7,8 @@
 /// written by `set`.
 class PhysicalPortBBCRCmdsProcessor final : public Family<PhysicalPortBBCRCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct BBCRInfo {
@@ -22,15 +22,14 @@ private:
         Commit commit; ///< of `set`
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, BBCRInfo& info);
-    static VX_UINT32 SetFile(const TavuStringArray& args, BBCRInfo& info);
-    static VX_UINT32 Set(const TavuStringArray& args, BBCRInfo& info);
+    static ResultCode Get(const TavuStringArray& args, BBCRInfo& info);
+    static ResultCode SetFile(const TavuStringArray& args, BBCRInfo& info);
+    static ResultCode Set(const TavuStringArray& args, BBCRInfo& info);
     static std::span<const StagedKey<BBCRInfo>> Keys();
-    static VX_UINT32 UpdateBBCRInFile(const TavuStringArray& args, const StagedFile& file);
+    static ResultCode UpdateBBCRInFile(const TavuStringArray& args, const StagedFile& file);
     static void DisplayBBCRInfo(MultipleCmdsProcessor* self, const BBCRInfo& info, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayBBCRInfo, DisplayError>;
     static constexpr CommonFunction CmdSetFileCommon = FetchThenDisplay<SetFile, DisplayBBCRInfo, DisplayError>;
     static constexpr CommonFunction CmdSetCommon = CommitThenDisplay<Set, DisplayBBCRInfo, DisplaySetError>;
-    static const Leaf LEAVES[];
 };

@@ -2,6 +2,7 @@
 
 #include "ChipFamilies.h"
 #include "LibraryCall.h"
+#include "Mezzanine.h"
 #include "PhysicalPortFECCmdsProcessor.h"
 #include "ReportTexts.h"
 
@@ -29,11 +30,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
 };
 
-constexpr UsageText USAGES[] = {
-    {3, "Usage: get\r\n"},
-    {4, "Usage: set\r\n"},
-};
-
 constexpr LibraryCall READ_MEZZANINE = {"VEXAPI_IsMezzAdapter", "", "Mezz adapter check failed", RC_CFG_READ_FAILED};
 constexpr LibraryCall READ_STATE = {"VEXAPI_GetAdapterBeaconStatus", "", "Get Beacon Status failed",
                                     RC_CFG_READ_FAILED};
@@ -44,45 +40,57 @@ bool HasBeacon(__CHIPPROPERTY chip) {
     return Is4GAdapter(chip) || Is8GAdapter(chip) || IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);
 }
 
-void WriteBeacon(Document document, VX_UINT32 code, const char* message, const char* state) {
+void WriteBeacon(Document document, ResultCode code, const char* message, const char* state) {
     document.Flat(OUT_STRUCT_NAME, [&] {
         document.Message(code, message);
         document.Field(OUT_BEACON_STATE, state);
     });
 }
 
+constexpr DocumentField FIELDS[] = {MESSAGE_FIELD, {OUT_BEACON_STATE, FieldType::TEXT}};
+constexpr Argument SET_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"state", nullptr, "state of the beacon", ArgumentKind::WORD, true, STATE_TEXTS},
+};
+
 } // namespace
 
-// The usage function of the `cli` leaves is another family's, whose ids and texts are the same.
-constinit const Leaf PhysicalPortBeaconCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane adapter's Beacon information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"set", "set Orvane adapter's Beacon information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 2, CmdHelp, Usage},
-    {"getcli", "get Orvane adapter's Beacon information", 3, Text<"CmdGetCli", CmdGetCommon>,
-     PhysicalPortFECCmdsProcessor::Usage},
-    {"setcli", "set Orvane adapter's Beacon information", 4, Text<"CmdSetCli", CmdSetCommon>,
-     PhysicalPortFECCmdsProcessor::Usage},
+// Required: the usage function of the twins is another family's, whose ids and texts are the same.
+constexpr Command PhysicalPortBeaconCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane adapter's Beacon information",
+     .run = CmdGetCommon,
+     .usage = nullptr,
+     .arguments = ONLY_PORT,
+     .document = FlatDocument(OUT_STRUCT_NAME, FIELDS),
+     .usageFamily = &PhysicalPortFECCmdsProcessor::FAMILY},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane adapter's Beacon information",
+     .run = CmdSetCommon,
+     .usage = nullptr,
+     .arguments = SET_ARGUMENTS,
+     .document = FlatDocument(OUT_STRUCT_NAME, FIELDS),
+     .changes = true,
+     .usageFamily = &PhysicalPortFECCmdsProcessor::FAMILY},
 };
 
 constinit const FamilyDescription PhysicalPortBeaconCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Beacon",
-    .helpId = 2,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
 };
 
-VX_UINT32 PhysicalPortBeaconCmdsProcessor::Get(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
+ResultCode PhysicalPortBeaconCmdsProcessor::Get(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
     PortEntry entry;
-    const VX_UINT32 code = AdmitPort(args, entry);
+    const ResultCode code = AdmitPort(args, entry);
     return code == RC_SUCCESS ? ReadState(entry, state) : code;
 }
 
 /// The state is read back: the document shows what the adapter says now, not what was asked for.
-VX_UINT32 PhysicalPortBeaconCmdsProcessor::Set(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
+ResultCode PhysicalPortBeaconCmdsProcessor::Set(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
     PortEntry entry;
-    VX_UINT32 code = AdmitPort(args, entry);
+    ResultCode code = AdmitPort(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -97,8 +105,8 @@ VX_UINT32 PhysicalPortBeaconCmdsProcessor::Set(const TavuStringArray& args, VEXA
     return code == RC_SUCCESS ? ReadState(entry, state) : code;
 }
 
-VX_UINT32 PhysicalPortBeaconCmdsProcessor::AdmitPort(const TavuStringArray& args, PortEntry& entry) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+ResultCode PhysicalPortBeaconCmdsProcessor::AdmitPort(const TavuStringArray& args, PortEntry& entry) {
+    ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -114,7 +122,7 @@ VX_UINT32 PhysicalPortBeaconCmdsProcessor::AdmitPort(const TavuStringArray& args
     return RC_SUCCESS;
 }
 
-VX_UINT32 PhysicalPortBeaconCmdsProcessor::ReadState(const PortEntry& entry, VEXAPI_BEACON_TYPE& state) {
+ResultCode PhysicalPortBeaconCmdsProcessor::ReadState(const PortEntry& entry, VEXAPI_BEACON_TYPE& state) {
     return CallLibrary(READ_STATE, [&] { return VEXAPI_GetAdapterBeaconStatus(&entry.protocol->PortHandle, &state); });
 }
 
@@ -124,7 +132,7 @@ void PhysicalPortBeaconCmdsProcessor::DisplayBeaconInfo(MultipleCmdsProcessor* s
     WriteBeacon(Document(*self, format), RC_SUCCESS, OUT_SUCCESS, TextOf(STATE_TEXTS, state, OUT_UNKNOWN));
 }
 
-void PhysicalPortBeaconCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+void PhysicalPortBeaconCmdsProcessor::DisplayError(MultipleCmdsProcessor* self, ResultCode code, eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     WriteBeacon(Document(*self, format), code, ResultText(code), OUT_UNKNOWN);
 }

@@ -49,36 +49,38 @@ VX_UINT8 ModeFromFile(VX_UINT32 number) {
     return number == 1 ? BOOT_UEFI : BOOT_BIOS;
 }
 
+constexpr Argument MODE = {"--boot-mode",      "-b",  "what boots; BIOS without it",
+                           ArgumentKind::WORD, false, PLAIN_BOOT_MODES};
+constexpr char DRIVE[] = "a target's port name and a LUN, xx:xx:xx:xx:xx:xx:xx:xx-LUN; a name of zeros clears it";
+constexpr Argument DRIVE_OPTIONS[] = {
+    {"--drive-0", "-j", DRIVE, ArgumentKind::TEXT}, {"--drive-1", "-k", DRIVE, ArgumentKind::TEXT},
+    {"--drive-2", "-l", DRIVE, ArgumentKind::TEXT}, {"--drive-3", "-m", DRIVE, ArgumentKind::TEXT},
+    {"--drive-4", "-n", DRIVE, ArgumentKind::TEXT}, {"--drive-5", "-o", DRIVE, ArgumentKind::TEXT},
+    {"--drive-6", "-p", DRIVE, ArgumentKind::TEXT}, {"--drive-7", "-q", DRIVE, ArgumentKind::TEXT},
+};
+constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT, MODE};
+constexpr auto SET_FILE_ARGUMENTS = BootArguments(GET_ARGUMENTS, DRIVE_OPTIONS);
+
 /// The mode is an option, and the BIOS without it.
-VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
+ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
     TavuString word;
     boot.mode = BOOT_BIOS;
-    if (CmdLineParser::GetCommandValueFromArgs(args, "-b", "--boot-mode", word) == 0) {
+    if (!CmdLineParser::GetOption(args, MODE, word)) {
         return RC_SUCCESS;
     }
     if (word.CompareNoCase("UEFI") == 0) {
         boot.mode = BOOT_UEFI;
-        return IsUefiCapableAdapter(boot.Chip()) ? VX_UINT32{RC_SUCCESS}
-                                                 : RefuseBootOption("--boot-mode", word, RC_INVALID_CMD);
+        return IsUefiCapableAdapter(boot.Chip()) ? RC_SUCCESS : RefuseBootOption(MODE.name, word, RC_INVALID_CMD);
     }
-    return word.CompareNoCase("BIOS") == 0 ? VX_UINT32{RC_SUCCESS}
-                                           : RefuseBootOption("--boot-mode", word, RC_INVALID_PARAMETER);
+    return word.CompareNoCase("BIOS") == 0 ? RC_SUCCESS : RefuseBootOption(MODE.name, word, RC_INVALID_PARAMETER);
 }
 
-struct DriveOption {
-    const char* longName;
-    const char* shortName;
-};
-constexpr DriveOption DRIVE_OPTIONS[] = {
-    {"--drive-0", "-j"}, {"--drive-1", "-k"}, {"--drive-2", "-l"}, {"--drive-3", "-m"},
-    {"--drive-4", "-n"}, {"--drive-5", "-o"}, {"--drive-6", "-p"}, {"--drive-7", "-q"},
-};
 constexpr VX_UINT32 FIRST_UEFI_DRIVE = 4;
 
 /// Stages a drive, "xx:xx:xx:xx:xx:xx:xx:xx-LUN", that names a discovered target and LUN, or clears it with a
 /// name of zeros. A value without a LUN takes that of the drive before it: `lun` carries over, and begins as
 /// 0; users rely on it.
-VX_UINT32 StageDrive(VX_UINT32 number, const char* value, const BootSettings& boot, int& lun, StagedValues& values) {
+ResultCode StageDrive(VX_UINT32 number, const char* value, const BootSettings& boot, int& lun, StagedValues& values) {
     VX_UINT8 wwpn[8] = {};
     if (const char* end = ScanWwn(value, wwpn); end != nullptr && *end == '-') {
         char* digitsEnd = nullptr;
@@ -102,22 +104,22 @@ VX_UINT32 StageDrive(VX_UINT32 number, const char* value, const BootSettings& bo
     return RC_SUCCESS;
 }
 
-VX_UINT32 StageDrives(const TavuStringArray& args, const BootSettings& boot, StagedValues& values) {
+ResultCode StageDrives(const TavuStringArray& args, const BootSettings& boot, StagedValues& values) {
     int lun = 0;
     for (VX_UINT32 number = 0; number < std::size(DRIVE_OPTIONS); ++number) {
-        const DriveOption& option = DRIVE_OPTIONS[number];
+        const Argument& option = DRIVE_OPTIONS[number];
         TavuString value;
-        if (CmdLineParser::GetCommandValueFromArgs(args, option.shortName, option.longName, value) == 0) {
+        if (!CmdLineParser::GetOption(args, option, value)) {
             continue;
         }
         if (number >= FIRST_UEFI_DRIVE && !IsUefiCapableAdapter(boot.Chip())) {
-            return RefuseBootOption(option.longName, value, RC_FEATURE_NOT_SUPPORTED);
+            return RefuseBootOption(option.name, value, RC_FEATURE_NOT_SUPPORTED);
         }
         if (number >= FIRST_UEFI_DRIVE && boot.mode == BOOT_BIOS) {
-            return RefuseBootOption(option.longName, value, RC_PARAM_ERROR);
+            return RefuseBootOption(option.name, value, RC_PARAM_ERROR);
         }
-        if (const VX_UINT32 code = StageDrive(number, value.c_str(), boot, lun, values); code != RC_SUCCESS) {
-            return RefuseBootOption(option.longName, value, code);
+        if (const ResultCode code = StageDrive(number, value.c_str(), boot, lun, values); code != RC_SUCCESS) {
+            return RefuseBootOption(option.name, value, code);
         }
     }
     return RC_SUCCESS;
@@ -142,12 +144,33 @@ constinit const BootGroup PhysicalPortBootConfigCmdsProcessor::GROUP = {
     .isExtended = false,
 };
 
+constexpr Command PhysicalPortBootConfigCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane HBA Boot Config information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = GET_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names)},
+    {.names = Names<"setFile", "CmdSetFile">(),
+     .description = "set Orvane HBA Boot Config information in a local cache file",
+     .run = CmdSetFileCommon,
+     .usage = "Usage: setFile\r\n",
+     .arguments = SET_FILE_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .changes = true},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane HBA Boot Config information",
+     .run = CmdSetCommon,
+     .usage = "Usage: set\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT),
+     .changes = true},
+};
+
 constinit const FamilyDescription PhysicalPortBootConfigCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
-    .helpId = HELP_ID,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

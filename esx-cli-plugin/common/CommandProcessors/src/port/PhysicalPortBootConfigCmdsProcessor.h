@@ -6,7 +6,7 @@
 /// `setFile` and written by `set`.
 class PhysicalPortBootConfigCmdsProcessor final : public BootFamily<PhysicalPortBootConfigCmdsProcessor> {
 public:
-    using BootFamily::BootFamily;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
     static const BootGroup GROUP;
 };

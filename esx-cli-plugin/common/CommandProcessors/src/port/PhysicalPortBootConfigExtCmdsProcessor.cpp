@@ -52,25 +52,32 @@ VX_UINT8 ModeFromFile(VX_UINT32 number) {
     return static_cast<VX_UINT8>(number);
 }
 
-constexpr char MODE[] = "--boot-mode"; // as traces name the second argument
+constexpr Argument MODE = {"mode", nullptr, "what boots", ArgumentKind::WORD, true, BOOT_MODE_WORDS};
+constexpr char MODE_OPTION[] = "--boot-mode"; // as traces name the mode
 
 /// The mode is the second argument, and has no default.
-VX_UINT32 ReadMode(const TavuStringArray& args, BootSettings& boot) {
+ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
     const char* word = ArgText(args, 1);
     const bool isUefi = CompareNoCase(word, "UEFI") == 0;
     if (isUefi || CompareNoCase(word, "NVME") == 0) {
         boot.mode = isUefi ? BOOT_UEFI : BOOT_NVME;
-        return IsUefiCapableAdapter(boot.Chip()) ? VX_UINT32{RC_SUCCESS} : RefuseBootOption(MODE, word, RC_INVALID_CMD);
+        return IsUefiCapableAdapter(boot.Chip()) ? RC_SUCCESS : RefuseBootOption(MODE_OPTION, word, RC_INVALID_CMD);
     }
     boot.mode = BOOT_BIOS;
-    return CompareNoCase(word, "BIOS") == 0 ? VX_UINT32{RC_SUCCESS}
-                                            : RefuseBootOption(MODE, word, RC_INVALID_PARAMETER);
+    return CompareNoCase(word, "BIOS") == 0 ? RC_SUCCESS : RefuseBootOption(MODE_OPTION, word, RC_INVALID_PARAMETER);
 }
 
-constexpr char TARGET_NUMBER[] = "--boot-target-num";
-constexpr char TARGET_WWPN[] = "--boot-target-wwpn";
-constexpr char DISK_NUMBER[] = "--boot-disk-num";
-constexpr char TARGET_ENABLE[] = "--boot-target-enable";
+constexpr Argument TARGET_NUMBER = {
+    "--boot-target-num", "-n", "which boot entry", ArgumentKind::NUMBER, false, {}, 0, 7};
+constexpr Argument TARGET_WWPN = {"--boot-target-wwpn", "-p", "port name of the target; zeros clear the entry",
+                                  ArgumentKind::WWPN};
+constexpr Argument DISK_NUMBER = {
+    "--boot-disk-num", "-o", "LUN, or namespace of an NVMe target", ArgumentKind::NUMBER, false, {}, 0, 65535};
+constexpr Argument TARGET_ENABLE = {"--boot-target-enable", "-l",  "whether the entry is used, in the mode NVME",
+                                    ArgumentKind::WORD,     false, FLAG_WORDS};
+constexpr Argument ENTRY_OPTIONS[] = {NVME_BOOT_FLAG, TARGET_NUMBER, TARGET_WWPN, DISK_NUMBER, TARGET_ENABLE};
+constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT, MODE};
+constexpr auto SET_FILE_ARGUMENTS = BootArguments(GET_ARGUMENTS, ENTRY_OPTIONS);
 
 /// The four options that describe one boot target together.
 struct BootTargetOptions {
@@ -82,47 +89,45 @@ struct BootTargetOptions {
 };
 
 /// Which value an option has, if it is given.
-std::optional<TavuString> OptionValue(const TavuStringArray& args, const char* shortName, const char* longName) {
+std::optional<TavuString> OptionValue(const TavuStringArray& args, const Argument& option) {
     TavuString value;
-    return CmdLineParser::GetCommandValueFromArgs(args, shortName, longName, value) != 0
-               ? std::optional<TavuString>(value)
-               : std::nullopt;
+    return CmdLineParser::GetOption(args, option, value) ? std::optional<TavuString>(value) : std::nullopt;
 }
 
 /// Checks each option for itself, in order. The target is looked up before it is asked whether the options are
 /// complete.
-VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
+ResultCode ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
     constexpr VX_UINT32 LAST_BIOS_TARGET = 3; // on adapters without UEFI too: their only mode is that of the BIOS
-    if (const auto number = OptionValue(args, "-n", TARGET_NUMBER)) {
+    if (const auto number = OptionValue(args, TARGET_NUMBER)) {
         options.number = ParseNumber(number->c_str());
         if (*options.number > LAST_BIOS_TARGET && boot.mode == BOOT_BIOS) {
-            return RefuseBootOption(TARGET_NUMBER, *number, RC_PARAM_ERROR);
+            return RefuseBootOption(TARGET_NUMBER.name, *number, RC_PARAM_ERROR);
         }
     }
-    if (const auto name = OptionValue(args, "-p", TARGET_WWPN)) {
+    if (const auto name = OptionValue(args, TARGET_WWPN)) {
         VX_UINT8 wwpn[8] = {};
         ScanWwn(name->c_str(), wwpn);
         options.wwpn = WwnText(wwpn);
         if (!IsZero(wwpn)) {
             options.target = FindBootTarget(boot, wwpn);
             if (options.target == nullptr) {
-                return RefuseBootOption(TARGET_WWPN, *name, RC_INVALID_PARAMETER);
+                return RefuseBootOption(TARGET_WWPN.name, *name, RC_INVALID_PARAMETER);
             }
         }
     }
-    if (const auto disk = OptionValue(args, "-o", DISK_NUMBER)) {
+    if (const auto disk = OptionValue(args, DISK_NUMBER)) {
         options.disk = static_cast<VX_UINT16>(ParseNumber(disk->c_str()));
     }
-    if (const auto word = OptionValue(args, "-l", TARGET_ENABLE)) {
+    if (const auto word = OptionValue(args, TARGET_ENABLE)) {
         if (!IsUefiCapableAdapter(boot.Chip())) {
-            return RefuseBootOption(TARGET_ENABLE, *word, RC_FEATURE_NOT_SUPPORTED);
+            return RefuseBootOption(TARGET_ENABLE.name, *word, RC_FEATURE_NOT_SUPPORTED);
         }
         if (boot.mode != BOOT_NVME) {
-            return RefuseBootOption(TARGET_ENABLE, *word, RC_PARAM_ERROR);
+            return RefuseBootOption(TARGET_ENABLE.name, *word, RC_PARAM_ERROR);
         }
         VX_UINT32 isEnabled = 0;
         if (!FindWord(FLAG_WORDS, word->c_str(), isEnabled)) {
-            return RefuseBootOption(TARGET_ENABLE, *word, RC_INVALID_PARAMETER);
+            return RefuseBootOption(TARGET_ENABLE.name, *word, RC_INVALID_PARAMETER);
         }
         options.isEnabled = isEnabled;
     }
@@ -130,7 +135,7 @@ VX_UINT32 ReadBootTargetOptions(const TavuStringArray& args, const BootSettings&
 }
 
 /// All options of the mode together, or none of them.
-VX_UINT32 CheckComplete(const BootSettings& boot, const BootTargetOptions& options, bool& isGiven) {
+ResultCode CheckComplete(const BootSettings& boot, const BootTargetOptions& options, bool& isGiven) {
     const bool isNvme = boot.mode == BOOT_NVME;
     const int wanted = isNvme ? 4 : 3;
     const int given = (options.number ? 1 : 0) + (options.wwpn ? 1 : 0) + (options.disk ? 1 : 0) +
@@ -160,13 +165,13 @@ void StageNvmeTarget(const BootTargetOptions& options, const TavuString& disk, S
 }
 
 /// Stages one boot target. A number above 7 succeeds and changes no entry that anybody reads.
-VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, StagedValues& values) {
+ResultCode StageTarget(const TavuStringArray& args, const BootSettings& boot, StagedValues& values) {
     BootTargetOptions options;
-    if (const VX_UINT32 code = ReadBootTargetOptions(args, boot, options); code != RC_SUCCESS) {
+    if (const ResultCode code = ReadBootTargetOptions(args, boot, options); code != RC_SUCCESS) {
         return code;
     }
     bool isGiven = false;
-    if (const VX_UINT32 code = CheckComplete(boot, options, isGiven); code != RC_SUCCESS || !isGiven) {
+    if (const ResultCode code = CheckComplete(boot, options, isGiven); code != RC_SUCCESS || !isGiven) {
         return code;
     }
     const bool isNvme = boot.mode == BOOT_NVME;
@@ -174,10 +179,10 @@ VX_UINT32 StageTarget(const TavuStringArray& args, const BootSettings& boot, Sta
     if (options.target != nullptr) {
         disk.Format("%u", *options.disk);
         if (FindBootLun(*options.target, *options.disk) == nullptr) {
-            return RefuseBootOption(DISK_NUMBER, disk, RC_INVALID_PARAMETER);
+            return RefuseBootOption(DISK_NUMBER.name, disk, RC_INVALID_PARAMETER);
         }
         if (IsNvmeTarget(*options.target) != isNvme) {
-            return RefuseBootOption(TARGET_WWPN, *options.wwpn, RC_INVALID_PARAMETER);
+            return RefuseBootOption(TARGET_WWPN.name, *options.wwpn, RC_INVALID_PARAMETER);
         }
     }
     if (isNvme) {
@@ -210,12 +215,33 @@ constinit const BootGroup PhysicalPortBootConfigExtCmdsProcessor::GROUP = {
     .isExtended = true,
 };
 
+constexpr Command PhysicalPortBootConfigExtCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane HBA Boot Config information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = GET_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names)},
+    {.names = Names<"setFile", "CmdSetFile">(),
+     .description = "set Orvane HBA Boot Config information in a local cache file",
+     .run = CmdSetFileCommon,
+     .usage = "Usage: setFile\r\n",
+     .arguments = SET_FILE_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .changes = true},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane HBA Boot Config information",
+     .run = CmdSetCommon,
+     .usage = "Usage: set\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT),
+     .changes = true},
+};
+
 constinit const FamilyDescription PhysicalPortBootConfigExtCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
-    .helpId = HELP_ID,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -6,7 +6,7 @@
 /// `setFile`, one boot target a command, in a cache file, and written by `set`.
 class PhysicalPortBootConfigExtCmdsProcessor final : public BootFamily<PhysicalPortBootConfigExtCmdsProcessor> {
 public:
-    using BootFamily::BootFamily;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
     static const BootGroup GROUP;
 };

@@ -1,7 +1,7 @@
 #include "PhysicalPortCTDiagCmdsProcessor.h"
 
 #include "CmdLineParser.h"
-#include "PingTest.h"
+#include "PingDiagnostics.h"
 
 namespace {
 
@@ -14,32 +14,39 @@ constexpr char OUT_TEST_RESULT[] = "Test Result";
 /// Test types; 0 stands for a word that is none.
 constexpr CodeText TEST_TYPES[] = {{1, "CTPing"}, {2, "CTFCTraceRoute"}};
 
-/// `runcli` carries no usage function, so nothing shows this text.
-constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
-
 constexpr LibraryCall CT_TEST = {"VEXAPI_DiagnosticsCTCommand", "", "CT Diag failed", RC_DIAG_TEST_FAILED};
+
+constexpr DocumentField FIELDS[] = {{OUT_DIAG_TEST, FieldType::TEXT}, {OUT_TEST_RESULT, FieldType::TEXT}};
+constexpr Argument RUN_ARGUMENTS[] = {
+    PORT_ARGUMENT, {"test", nullptr, "which test", ArgumentKind::WORD, true, TEST_TYPES}, PING_NAME, PING_COUNT,
+    PING_STOP,
+};
 
 } // namespace
 
-constinit const Leaf PhysicalPortCTDiagCmdsProcessor::LEAVES[] = {
-    {"run", "run CTDiag test on Orvane adapter port", 0, Xml<"CmdRun", CmdRunCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"runcli", "run CTDiag Test on Orvane adapter port", 2, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+constexpr Command PhysicalPortCTDiagCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"run", "CmdRun">(),
+     .description = "run CTDiag test on Orvane adapter port",
+     .run = CmdRunCommon,
+     .usage = nullptr,
+     .arguments = RUN_ARGUMENTS,
+     .document = FlatDocument(OUT_RESULT, FIELDS),
+     .changes = true,
+     .twinDescription = "run CTDiag Test on Orvane adapter port",
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortCTDiagCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "CTDiag",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = PING_RESULT_TEXTS,
 };
 
-VX_UINT32 PhysicalPortCTDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                        eOutputFormat format) {
+ResultCode PhysicalPortCTDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                         eOutputFormat format) {
     VX_UINT32 testType = 0;
-    const VX_UINT32 code = Run(args, testType);
+    const ResultCode code = Run(args, testType);
     const TracedCall traced(CLASS_NAME, "DisplayCTDiagResult");
     Document document(*self, format);
     document.Flat(OUT_RESULT, [&] {
@@ -50,12 +57,12 @@ VX_UINT32 PhysicalPortCTDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* s
 }
 
 /// The test's word comes first, ahead of the port and of a help word.
-VX_UINT32 PhysicalPortCTDiagCmdsProcessor::Run(const TavuStringArray& args, VX_UINT32& testType) {
+ResultCode PhysicalPortCTDiagCmdsProcessor::Run(const TavuStringArray& args, VX_UINT32& testType) {
     if (!FindWord(TEST_TYPES, ArgText(args, 1), testType)) {
         return RC_INVALID_PARAMETER;
     }
     PingRequest request;
-    VX_UINT32 code = AdmitPingPort(args, request);
+    ResultCode code = AdmitPingPort(args, request);
     if (code == RC_SUCCESS) {
         code = ReadPingWords(args, 2, request);
     }

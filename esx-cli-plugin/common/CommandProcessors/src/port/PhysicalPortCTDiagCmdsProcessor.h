@@ -5,11 +5,10 @@
 /// `port -s ctdiag`: a Common Transport test against a target: a CT ping or an FC trace route.
 class PhysicalPortCTDiagCmdsProcessor final : public Family<PhysicalPortCTDiagCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
-    static VX_UINT32 CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static VX_UINT32 Run(const TavuStringArray& args, VX_UINT32& testType);
-    static const Leaf LEAVES[];
+    static ResultCode CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static ResultCode Run(const TavuStringArray& args, VX_UINT32& testType);
 };

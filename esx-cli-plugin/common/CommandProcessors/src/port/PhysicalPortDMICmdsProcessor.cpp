@@ -2,7 +2,7 @@
 
 #include "ChipFamilies.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 #include "TransceiverReport.h"
 
 namespace {
@@ -43,12 +43,6 @@ constexpr CodeText UPDATE_TEXTS[] = {
     {RC_SFP_FW_UPDATE_FAILED, "Failed, SFP FW update failed"},
 };
 
-constexpr UsageText USAGES[] = {
-    {2, "Usage: get [port identifier]\r\n"},
-    {3, "Usage: getraw [port identifier]\r\n"},
-    {4, "Usage: update [port identifier]\r\n"},
-};
-
 constexpr LibraryCall READ_DATA = {"VEXAPI_GetSFPData", "", "Get SFP data failed", RC_CFG_READ_FAILED};
 
 constexpr StatusResult UPDATE_STATUSES[] = {
@@ -85,43 +79,61 @@ TavuString HexText(const VX_UINT8* page) {
     return text;
 }
 
-} // namespace
-
-const Leaf PhysicalPortDMICmdsProcessor::LEAVES[] = {
-    {"get", "Get Orvane Physical Port SFP DMI information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"getraw", "Get Orvane Physical Port SFP DMI information as raw hex data", 1, Xml<"CmdGetRaw", CmdGetRawCommon>,
-     nullptr},
-    // The id of `get` once more: plain leaves have no usage that would ask for it.
-    {"update", "Update Orvane Physical Port SFP DMI Firmware", 0, Xml<"CmdUpdate", CmdUpdateCommon>, nullptr},
-    {"help", "List of available commands", 1, CmdHelp, Usage},
-    {"getcli", "Get Orvane Physical Port SFP DMI information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"getrawcli", "Get Orvane Physical Port SFP DMI information as raw hex data", 3,
-     Text<"CmdGetRawCli", CmdGetRawCommon>, Usage},
-    {"updatecli", "Update Orvane Physical Port SFP DMI Firmware", 4, Text<"CmdUpdateCli", CmdUpdateCommon>, Usage},
+constexpr DocumentField GET_FIELDS[] = {{OUT_NAMES.data, FieldType::TEXT}};
+constexpr DocumentField RAW_FIELDS[] = {{OUT_DMI_A0_DATA, FieldType::TEXT}, {OUT_DMI_A2_DATA, FieldType::TEXT}};
+constexpr CodeText VENDORS[] = {{0, OUT_WTD}};
+constexpr Argument UPDATE_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"file", nullptr, "file with the module's firmware", ArgumentKind::INPUT_FILE, true},
+    {"vendor", nullptr, "vendor of the module", ArgumentKind::WORD, true, VENDORS},
 };
 
-const FamilyDescription PhysicalPortDMICmdsProcessor::FAMILY = {
+} // namespace
+
+// Required: `update` has the id of `get`, and `help` that of `getraw`.
+constexpr Command PhysicalPortDMICmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "Get Orvane Physical Port SFP DMI information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, GET_FIELDS)},
+    {.names = Names<"getraw", "CmdGetRaw">(),
+     .description = "Get Orvane Physical Port SFP DMI information as raw hex data",
+     .run = CmdGetRawCommon,
+     .usage = "Usage: getraw [port identifier]\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, RAW_FIELDS)},
+    {.names = Names<"update", "CmdUpdate">(),
+     .description = "Update Orvane Physical Port SFP DMI Firmware",
+     .run = CmdUpdateCommon,
+     .usage = "Usage: update [port identifier]\r\n",
+     .arguments = UPDATE_ARGUMENTS,
+     .document = FlatDocument(OUT_SFP_FW_UPDATE),
+     .changes = true,
+     .id = 0},
+};
+
+constinit const FamilyDescription PhysicalPortDMICmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port dmi",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS, "List of available commands", 1>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };
 
-VX_UINT32 PhysicalPortDMICmdsProcessor::Get(const TavuStringArray& args, _VEXAPI_SFP_DATA& data) {
+ResultCode PhysicalPortDMICmdsProcessor::Get(const TavuStringArray& args, _VEXAPI_SFP_DATA& data) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     data = {};
     return CallLibrary(READ_DATA, [&] { return VEXAPI_GetSFPData(&entry.protocol->PortHandle, data.Data); });
 }
 
-VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
+ResultCode PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     if (args.size() < UPDATE_WORDS) {
@@ -146,9 +158,9 @@ VX_UINT32 PhysicalPortDMICmdsProcessor::Update(const TavuStringArray& args) {
     });
 }
 
-VX_UINT32 PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                        eOutputFormat format) {
-    const VX_UINT32 code = Update(args);
+ResultCode PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                         eOutputFormat format) {
+    const ResultCode code = Update(args);
     DisplaySfpUpdate(self, code, format);
     return code;
 }
@@ -187,7 +199,8 @@ void PhysicalPortDMICmdsProcessor::DisplayRawDMIInfo(MultipleCmdsProcessor* self
     });
 }
 
-void PhysicalPortDMICmdsProcessor::DisplaySfpUpdate(MultipleCmdsProcessor* self, VX_UINT32 code, eOutputFormat format) {
+void PhysicalPortDMICmdsProcessor::DisplaySfpUpdate(MultipleCmdsProcessor* self, ResultCode code,
+                                                    eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);
     document.Flat(OUT_SFP_FW_UPDATE, [&] { document.Message(code, ResultTextOf(UPDATE_TEXTS, code)); });

@@ -1,12 +1,16 @@
 #include "PhysicalPortDPortDiagCmdsProcessor.h"
 
 #include "ChipFamilies.h"
+#include "CmdLineParser.h"
 #include "HostTree.h"
 #include "LibraryCall.h"
+#include "Mezzanine.h"
+#include "Output.h"
 #include "PhysicalPortFECCmdsProcessor.h"
 #include "ReportTexts.h"
 
-#include <cmath>
+#include <dlfcn.h>
+#include <gnu/lib-names.h>
 
 namespace {
 
@@ -38,12 +42,6 @@ constexpr CodeText MAILBOX_TEXTS[] = {
     {71, "Failed, Incorrect state for this command"},
     {96, "Failed, SFP not supported WRAP capability"},
     {32865, "Failed, Command not supported with Current Switch"},
-};
-
-constexpr UsageText USAGES[] = {
-    {4, "Usage: get\r\n"},
-    {5, "Usage: set\r\n"},
-    {6, "Usage: set\r\n"},
 };
 
 constexpr LibraryCall READ_MEZZANINE = {"VEXAPI_IsMezzAdapter", "", "Mezz adapter check failed", RC_CFG_READ_FAILED};
@@ -86,13 +84,23 @@ constexpr CodeText REASONS[] = {
 constexpr unsigned MAILBOX_LOW_BITS = 0xF;
 constexpr unsigned MAILBOX_HAS_REASON = 2;
 
+/// `log10f` of libm, which is loaded here: every start of the program would pay for it, and no other command needs it.
+float Log10(float value) {
+    using Function = float (*)(float);
+    static const auto function = reinterpret_cast<Function>(dlsym(dlopen(LIBM_SO, RTLD_LAZY), "log10f"));
+    if (function == nullptr) {
+        FailAssertion("the C library has no log10f");
+    }
+    return function(value);
+}
+
 bool IsInDiagnosticMode(VX_PORT_HANDLE& handle) {
     const VX_UINT32 mode = VEXAPI_CheckAdapterDPortOption(&handle);
     TraceStatus("VEXAPI_CheckAdapterDPortOption", mode);
     return mode != 0;
 }
 
-VX_UINT32 ReadMode(const PortEntry& entry, bool& isDiagnostic) {
+ResultCode ReadMode(const PortEntry& entry, bool& isDiagnostic) {
     return MakeLibraryCalls([&] { isDiagnostic = IsInDiagnosticMode(entry.protocol->PortHandle); });
 }
 
@@ -154,7 +162,7 @@ void AddFailedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& res
 }
 
 /// The flat document of `get` and `set`, of their failures too.
-void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, VX_UINT32 code, const char* message,
+void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, ResultCode code, const char* message,
                RebootRequired reboot, bool isDiagnostic) {
     const TracedCall traced(CLASS_NAME, "DisplayDPortDiagInfo");
     Document document(*self, format);
@@ -167,28 +175,47 @@ void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, VX
     });
 }
 
+constexpr DocumentField GET_FIELDS[] = {MESSAGE_FIELD, {OUT_DPORT_MODE, FieldType::FLAG}};
+constexpr DocumentField SET_FIELDS[] = {MESSAGE_FIELD, REBOOT_FIELD, {OUT_DPORT_MODE, FieldType::FLAG}};
+constexpr Argument SET_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"mode", nullptr, "whether the port is in diagnostic mode", ArgumentKind::WORD, true, FLAG_WORDS},
+};
+
 } // namespace
 
-// The usage function of the `cli` leaves is another family's, whose ids differ: `getcli` shows the usage of
+// Required: the usage function of two twins is another family's, whose ids differ: `getcli` shows the usage of
 // `set`, and `setcli` none.
-constinit const Leaf PhysicalPortDPortDiagCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane adapter port's DPortDiag information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"set", "set Orvane adapter port's DPortDiag information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"run", "run DPortDiag on Orvane adapter port", 2, Xml<"CmdRun", CmdRunCommon>, nullptr},
-    {"help", "list of available commands", 3, CmdHelp, Usage},
-    {"getcli", "get Orvane adapter port's DPortDiag information", 4, Text<"CmdGetCli", CmdGetCommon>,
-     PhysicalPortFECCmdsProcessor::Usage},
-    {"setcli", "set Orvane adapter port's DPortDiag information", 5, Text<"CmdSetCli", CmdSetCommon>,
-     PhysicalPortFECCmdsProcessor::Usage},
-    {"runcli", "run DPortDiag on Orvane adapter port", 6, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+constexpr Command PhysicalPortDPortDiagCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane adapter port's DPortDiag information",
+     .run = CmdGetCommon,
+     .usage = nullptr,
+     .arguments = ONLY_PORT,
+     .document = FlatDocument(OUT_SHAPE.names.structure, GET_FIELDS),
+     .usageFamily = &PhysicalPortFECCmdsProcessor::FAMILY},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane adapter port's DPortDiag information",
+     .run = CmdSetCommon,
+     .usage = nullptr,
+     .arguments = SET_ARGUMENTS,
+     .document = FlatDocument(OUT_SHAPE.names.structure, SET_FIELDS),
+     .changes = true,
+     .usageFamily = &PhysicalPortFECCmdsProcessor::FAMILY},
+    {.names = Names<"run", "CmdRun">(),
+     .description = "run DPortDiag on Orvane adapter port",
+     .run = CmdRunCommon,
+     .usage = nullptr,
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .changes = true,
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortDPortDiagCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "DPortDiag",
-    .helpId = 3,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
@@ -202,23 +229,23 @@ unsigned int swapint(unsigned int value) {
 }
 
 float DportPowerDbm(unsigned short power) {
-    return log10f(static_cast<float>(power) * 0.1F * 0.001F) * 10.0F;
+    return Log10(static_cast<float>(power) * 0.1F * 0.001F) * 10.0F;
 }
 
 const char* GetDportTestResult(VX_UINT32 code) {
     return TextOf(PHASE_RESULTS, code, OUT_UNKNOWN);
 }
 
-VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Get(const TavuStringArray& args, DPortMode& mode) {
+ResultCode PhysicalPortDPortDiagCmdsProcessor::Get(const TavuStringArray& args, DPortMode& mode) {
     PortEntry entry;
-    const VX_UINT32 code = AdmitPort(args, entry);
+    const ResultCode code = AdmitPort(args, entry);
     return code == RC_SUCCESS ? ReadMode(entry, mode.isDiagnostic) : code;
 }
 
 /// Shows the mode as it is read back.
-VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, DPortMode& mode) {
+ResultCode PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, DPortMode& mode) {
     PortEntry entry;
-    VX_UINT32 code = AdmitPort(args, entry);
+    ResultCode code = AdmitPort(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -239,10 +266,10 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, D
 }
 
 /// The document says "Success" whatever the phases say: pass or fail stands in the report.
-VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                           eOutputFormat format) {
+ResultCode PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                            eOutputFormat format) {
     PortEntry entry;
-    VX_UINT32 code = AdmitTest(args, entry);
+    ResultCode code = AdmitTest(args, entry);
     LibraryOutputRedirection redirection;
     if (code == RC_SUCCESS && !redirection.Open()) {
         code = RefuseLibraryCalls(RUN_TEST.purpose);
@@ -276,8 +303,8 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor
     return RC_SUCCESS;
 }
 
-VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitPort(const TavuStringArray& args, PortEntry& entry) {
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+ResultCode PhysicalPortDPortDiagCmdsProcessor::AdmitPort(const TavuStringArray& args, PortEntry& entry) {
+    ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -291,9 +318,9 @@ VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitPort(const TavuStringArray& a
                                                                                    : RC_SUCCESS;
 }
 
-VX_UINT32 PhysicalPortDPortDiagCmdsProcessor::AdmitTest(const TavuStringArray& args, PortEntry& entry) {
+ResultCode PhysicalPortDPortDiagCmdsProcessor::AdmitTest(const TavuStringArray& args, PortEntry& entry) {
     bool isDiagnostic = false;
-    VX_UINT32 code = AdmitPort(args, entry);
+    ResultCode code = AdmitPort(args, entry);
     if (code == RC_SUCCESS) {
         code = ReadMode(entry, isDiagnostic);
     }
@@ -314,12 +341,12 @@ void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagInfo(MultipleCmdsProces
     WriteMode(self, format, RC_SUCCESS, OUT_SUCCESS, mode.reboot, mode.isDiagnostic);
 }
 
-void PhysicalPortDPortDiagCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+void PhysicalPortDPortDiagCmdsProcessor::DisplayGetError(MultipleCmdsProcessor* self, ResultCode code,
                                                          eOutputFormat format) {
     WriteMode(self, format, code, ResultText(code), REBOOT_NOT_SHOWN, false);
 }
 
-void PhysicalPortDPortDiagCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, VX_UINT32 code,
+void PhysicalPortDPortDiagCmdsProcessor::DisplaySetError(MultipleCmdsProcessor* self, ResultCode code,
                                                          eOutputFormat format) {
     WriteMode(self, format, code, ResultText(code), false, false);
 }

@@ -16,9 +16,6 @@ constexpr char OUT_RESPONSE_LENGTH[] = "Response Length";
 constexpr char OUT_RESPONSE_TIME[] = "Response Time";
 constexpr char OUT_ECHO_STATUS[] = "Echo Status";
 
-/// `runcli` carries no usage function, so nothing shows this text.
-constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
-
 constexpr LibraryCall ECHO = {"VEXAPI_DiagnosticsEchoElsTest", "", "FC Echo failed", RC_DIAG_TEST_FAILED};
 
 constexpr VX_UINT32 DESTINATION_NONE = 0;
@@ -32,34 +29,45 @@ VX_UINT32 DestinationType(const PingRequest& request) {
     return IsPingTarget(request) ? DESTINATION_TARGET : DESTINATION_NONE;
 }
 
+constexpr DocumentField FIELDS[] = {
+    {OUT_DESTINATION_WWN, FieldType::TEXT},   {OUT_PING_SEQUENCE_NUMBER, FieldType::NUMBER},
+    {OUT_FRAME_SENT, FieldType::NUMBER},      {OUT_FRAME_RECEIVED, FieldType::NUMBER},
+    {OUT_RESPONSE_LENGTH, FieldType::NUMBER}, {OUT_RESPONSE_TIME, FieldType::TEXT},
+    {OUT_ECHO_STATUS, FieldType::TEXT},
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortFCEchoCmdsProcessor::LEAVES[] = {
-    {"run", "run FCEcho test on Orvane adapter port", 0, Xml<"CmdRun", CmdRunCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"runcli", "run FCEcho Test on Orvane adapter port", 2, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+constexpr Command PhysicalPortFCEchoCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"run", "CmdRun">(),
+     .description = "run FCEcho test on Orvane adapter port",
+     .run = CmdRunCommon,
+     .usage = nullptr,
+     .arguments = PING_ARGUMENTS,
+     .document = ReportDocument(OUT_NAMES, FIELDS),
+     .changes = true,
+     .twinDescription = "run FCEcho Test on Orvane adapter port",
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortFCEchoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FCEcho",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = PING_RESULT_TEXTS,
 };
 
 /// The rows are written in failures too.
-VX_UINT32 PhysicalPortFCEchoCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                        eOutputFormat format) {
+ResultCode PhysicalPortFCEchoCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                         eOutputFormat format) {
     Echo echo;
-    const VX_UINT32 code = Run(args, echo);
+    const ResultCode code = Run(args, echo);
     DisplayFCEchoResult(self, echo, code, format);
     return code;
 }
 
-VX_UINT32 PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Echo& echo) {
-    VX_UINT32 code = AdmitPingPort(args, echo.request);
+ResultCode PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Echo& echo) {
+    ResultCode code = AdmitPingPort(args, echo.request);
     if (code == RC_SUCCESS) {
         code = ReadPingWords(args, 1, echo.request);
     }
@@ -67,14 +75,14 @@ VX_UINT32 PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Echo
         return code;
     }
     const VX_UINT32 destinationType = DestinationType(echo.request);
-    return destinationType != DESTINATION_NONE ? SendFrames(echo, destinationType) : VX_UINT32{RC_TARGET_NOT_FOUND};
+    return destinationType != DESTINATION_NONE ? SendFrames(echo, destinationType) : RC_TARGET_NOT_FOUND;
 }
 
 /// The result is that of the last frame, not of the worst: a failure that is followed by a success is none.
-VX_UINT32 PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 destinationType) {
+ResultCode PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 destinationType) {
     constexpr VX_UINT32 ONE_FRAME = 1;
     const PingRequest& request = echo.request;
-    VX_UINT32 code = RC_SUCCESS;
+    ResultCode code = RC_SUCCESS;
     for (VX_UINT32 frame = 0; frame < request.count; ++frame) {
         _VEXAPI_ECHO_RESULTS result{};
         code = CallLibrary(ECHO, [&] {
@@ -94,8 +102,8 @@ VX_UINT32 PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 dest
     return code;
 }
 
-void PhysicalPortFCEchoCmdsProcessor::DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo, VX_UINT32 code,
-                                                          eOutputFormat format) {
+void PhysicalPortFCEchoCmdsProcessor::DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo,
+                                                          ResultCode code, eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);
     document.Report(OUT_NAMES, code, ResultText(code), [&] {

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "Family.h"
-#include "PingTest.h"
+#include "PingDiagnostics.h"
 
 #include <vector>
 
 /// `port -s fcecho`: sends Echo ELS frames to a target or to the fabric.
 class PhysicalPortFCEchoCmdsProcessor final : public Family<PhysicalPortFCEchoCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct Echo {
@@ -17,10 +17,9 @@ private:
         std::vector<_VEXAPI_ECHO_RESULTS> frames; ///< those that were sent, failed ones too
     };
 
-    static VX_UINT32 CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static VX_UINT32 Run(const TavuStringArray& args, Echo& echo);
-    static VX_UINT32 SendFrames(Echo& echo, VX_UINT32 destinationType);
-    static void DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo, VX_UINT32 code,
+    static ResultCode CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static ResultCode Run(const TavuStringArray& args, Echo& echo);
+    static ResultCode SendFrames(Echo& echo, VX_UINT32 destinationType);
+    static void DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo, ResultCode code,
                                     eOutputFormat format);
-    static const Leaf LEAVES[];
 };

@@ -1,6 +1,6 @@
 #include "PhysicalPortFCPingCmdsProcessor.h"
 
-#include "PingTest.h"
+#include "PingDiagnostics.h"
 
 namespace {
 
@@ -11,31 +11,34 @@ constexpr char OUT_DIAG_TEST[] = "Diagnostic Test";
 constexpr char OUT_TEST_RESULT[] = "Test Result";
 constexpr char OUT_FC_PING[] = "FCPing";
 
-/// `runcli` carries no usage function, so nothing shows this text.
-constexpr UsageText USAGES[] = {{2, "Usage: set\r\n"}};
-
 constexpr LibraryCall PING = {"VEXAPI_DiagnosticsFCPingTest", "", "FC Ping failed", RC_DIAG_TEST_FAILED};
+
+constexpr DocumentField FIELDS[] = {{OUT_DIAG_TEST, FieldType::TEXT}, {OUT_TEST_RESULT, FieldType::TEXT}};
 
 } // namespace
 
-constinit const Leaf PhysicalPortFCPingCmdsProcessor::LEAVES[] = {
-    {"run", "run FCPing test on Orvane adapter port", 0, Xml<"CmdRun", CmdRunCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"runcli", "run FCPing Test on Orvane adapter port", 2, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+constexpr Command PhysicalPortFCPingCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"run", "CmdRun">(),
+     .description = "run FCPing test on Orvane adapter port",
+     .run = CmdRunCommon,
+     .usage = nullptr,
+     .arguments = PING_ARGUMENTS,
+     .document = FlatDocument(OUT_RESULT, FIELDS),
+     .changes = true,
+     .twinDescription = "run FCPing Test on Orvane adapter port",
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortFCPingCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FCPing",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = PING_RESULT_TEXTS,
 };
 
-VX_UINT32 PhysicalPortFCPingCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                        eOutputFormat format) {
-    const VX_UINT32 code = Run(args);
+ResultCode PhysicalPortFCPingCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                         eOutputFormat format) {
+    const ResultCode code = Run(args);
     const TracedCall traced(CLASS_NAME, "DisplayFCPingResult");
     Document document(*self, format);
     document.Flat(OUT_RESULT, [&] {
@@ -46,9 +49,9 @@ VX_UINT32 PhysicalPortFCPingCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* s
 }
 
 /// One library call for the whole test: count and stop are handled behind it.
-VX_UINT32 PhysicalPortFCPingCmdsProcessor::Run(const TavuStringArray& args) {
+ResultCode PhysicalPortFCPingCmdsProcessor::Run(const TavuStringArray& args) {
     PingRequest request;
-    VX_UINT32 code = AdmitPingPort(args, request);
+    ResultCode code = AdmitPingPort(args, request);
     if (code == RC_SUCCESS) {
         code = ReadPingWords(args, 1, request);
     }

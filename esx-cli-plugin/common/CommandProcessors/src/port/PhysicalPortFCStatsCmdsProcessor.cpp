@@ -1,7 +1,7 @@
 #include "PhysicalPortFCStatsCmdsProcessor.h"
 
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -19,11 +19,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
     {RC_STATS_CLEAR_FAILED, "Failed, Statistics clear error"},
     {RC_NO_MEMORY, "Failed, Memory Error"},
-};
-
-constexpr UsageText USAGES[] = {
-    {2, "Usage: get [port identifier]\r\n"},
-    {3, "Usage: reset [port identifier]\r\n"},
 };
 
 constexpr LibraryCall RESET_STATS = {"VEXAPI_ResetDeviceStats", "", "Reset Device Stats failed", RC_STATS_CLEAR_FAILED};
@@ -52,31 +47,45 @@ void AddCounters(ReportBlock& block, const Port& port, std::span<const PortCount
     }
 }
 
+constexpr CodeText GET_MODES[] = {{0, MODE_DRIVER}, {1, MODE_FIRMWARE}};
+constexpr CodeText RESET_MODES[] = {{1, MODE_FIRMWARE}};
+constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT,
+                                      {"mode", nullptr, "whose counters", ArgumentKind::WORD, true, GET_MODES}};
+constexpr Argument RESET_ARGUMENTS[] = {PORT_ARGUMENT,
+                                        {"mode", nullptr, "whose counters", ArgumentKind::WORD, true, RESET_MODES}};
+
 } // namespace
 
-// `reset` has the id of `get`; a plain leaf has no usage function, so nothing shows it.
-constinit const Leaf PhysicalPortFCStatsCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Physical Port Statistics", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"reset", "reset Orvane Physical Port Statistics", 0, Xml<"CmdReset", CmdResetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane Physical Port Statistics", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"resetcli", "reset Orvane Physical Port Statistics", 3, Text<"CmdResetCli", CmdResetCommon>, Usage},
+// Required: `reset` shares the id of `get`. Nothing shows it, as plain leaves have no usage.
+constexpr Command PhysicalPortFCStatsCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Physical Port Statistics",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = GET_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names)},
+    {.names = Names<"reset", "CmdReset">(),
+     .description = "reset Orvane Physical Port Statistics",
+     .run = CmdResetCommon,
+     .usage = "Usage: reset [port identifier]\r\n",
+     .arguments = RESET_ARGUMENTS,
+     .document = FlatDocument(OUT_RESET_STRUCT_NAME),
+     .changes = true,
+     .id = 0},
 };
 
 constinit const FamilyDescription PhysicalPortFCStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port stats",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS, "list of available commands", 1>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 PhysicalPortFCStatsCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                         eOutputFormat format) {
+ResultCode PhysicalPortFCStatsCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                          eOutputFormat format) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         DisplayError(self, code, format);
         return code;
     }
@@ -93,9 +102,9 @@ VX_UINT32 PhysicalPortFCStatsCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* 
     return RC_SUCCESS;
 }
 
-VX_UINT32 PhysicalPortFCStatsCmdsProcessor::Reset(const TavuStringArray& args, NoState&) {
+ResultCode PhysicalPortFCStatsCmdsProcessor::Reset(const TavuStringArray& args, NoState&) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     const char* mode = ArgText(args, 1);

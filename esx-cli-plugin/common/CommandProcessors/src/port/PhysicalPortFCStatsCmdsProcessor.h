@@ -11,19 +11,18 @@ struct PortCounter {
 /// `port -s stats`: a port's counters, as the adapter tree delivered them.
 class PhysicalPortFCStatsCmdsProcessor final : public Family<PhysicalPortFCStatsCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct NoState {};
 
-    static VX_UINT32 Reset(const TavuStringArray& args, NoState&);
+    static ResultCode Reset(const TavuStringArray& args, NoState&);
     static void DisplayFCDriverStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol,
                                      eOutputFormat format);
     static void DisplayFCFWStats(MultipleCmdsProcessor* self, const _vexapi_protocol_t& protocol, eOutputFormat format);
     static void DisplayReset(MultipleCmdsProcessor* self, const NoState&, eOutputFormat format);
 
-    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static ResultCode CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
     static constexpr CommonFunction CmdResetCommon = FetchThenDisplay<Reset, DisplayReset, DisplayError>;
-    static const Leaf LEAVES[];
 };

@@ -5,8 +5,9 @@
 #include "CodeTable.h"
 #include "HostTree.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Mezzanine.h"
 #include "ReportTexts.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -29,11 +30,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
 };
 
-constexpr UsageText USAGES[] = {
-    {3, "Usage: get\r\n"},
-    {4, "Usage: set\r\n"},
-};
-
 constexpr LibraryCall READ_STATUS = {"VEXAPI_FCGetFECSupportInfo", " before FEC read", "Get FEC Info failed",
                                      RC_CFG_READ_FAILED};
 constexpr LibraryCall READ_MEZZANINE = {"VEXAPI_IsMezzAdapter", " before Mezz adapter check",
@@ -45,22 +41,41 @@ constexpr LibraryCall CHANGE_STATUS = {"VEXAPI_FCSetFECSupportInfo", " before FE
 constexpr LibraryCall RESET_COUNTERS = {"VEXAPI_ResetFECCounters", " before FEC counter reset",
                                         "Reset FEC counters failed", RC_CFG_UPDATE_FAILED};
 
+constexpr DocumentField FIELDS[] = {
+    {OUT_FEC_STATUS, FieldType::TEXT},
+    {OUT_CORRECTABLE_ERRORS, FieldType::NUMBER},
+    {OUT_UNCORRECTABLE_ERRORS, FieldType::NUMBER},
+};
+constexpr char OUT_RESET[] = "reset";
+constexpr CodeText RESET_WORDS[] = {{0, OUT_RESET}};
+constexpr Argument SET_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"--fec-status", "-f", "whether forward error correction is on", ArgumentKind::WORD, false, FLAG_WORDS},
+    {"--reset", "-r", "clears the counters", ArgumentKind::WORD, false, RESET_WORDS},
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortFECCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane adapter's FEC information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"set", "set Orvane adapter's FEC information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 2, CmdHelp, Usage},
-    {"getcli", "get Orvane adapter's FEC information", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setcli", "set Orvane adapter's FEC information", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constexpr Command PhysicalPortFECCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane adapter's FEC information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, FIELDS)},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane adapter's FEC information",
+     .run = CmdSetCommon,
+     .usage = "Usage: set\r\n",
+     .arguments = SET_ARGUMENTS,
+     .document = ReportDocument(OUT_NAMES, FIELDS, MESSAGE_AND_REBOOT),
+     .changes = true},
 };
 
 constinit const FamilyDescription PhysicalPortFECCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FEC",
-    .helpId = 2,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };
@@ -83,8 +98,8 @@ bool IsFecChangeAllowed(bool isMezzanine, const _vexapi_protocol_t& protocol) {
                             (protocol.PortSpeed >= SPEED_16_GBPS && protocol.PortSpeed < SPEED_32_GBPS));
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::Get(const TavuStringArray& args, FecState& fec) {
-    VX_UINT32 code = ResolvePort(args, fec);
+ResultCode PhysicalPortFECCmdsProcessor::Get(const TavuStringArray& args, FecState& fec) {
+    ResultCode code = ResolvePort(args, fec);
     if (code == RC_SUCCESS) {
         code = ReadStatus(fec);
     }
@@ -98,9 +113,9 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::Get(const TavuStringArray& args, FecStat
     return code;
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecState& fec) {
+ResultCode PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecState& fec) {
     fec.reboot = false;
-    VX_UINT32 code = ResolvePort(args, fec);
+    ResultCode code = ResolvePort(args, fec);
     if (code == RC_SUCCESS) {
         code = ReadStatus(fec);
     }
@@ -116,18 +131,18 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecStat
     fec.status = EffectiveFecStatus(fec.isMezzanine, *fec.protocol, fec.status);
     // A status goes to the library before the reset's word is looked at: a bad word then leaves it written.
     TavuString value;
-    if (CmdLineParser::GetCommandValueFromArgs(args, "-f", "--fec-status", value) != 0) {
+    if (CmdLineParser::GetOption(args, OptionOf(SET_ARGUMENTS, "--fec-status"), value)) {
         code = ChangeStatus(value, fec);
     }
-    if (code == RC_SUCCESS && CmdLineParser::GetCommandValueFromArgs(args, "-r", "--reset", value) != 0) {
+    if (code == RC_SUCCESS && CmdLineParser::GetOption(args, OptionOf(SET_ARGUMENTS, "--reset"), value)) {
         code = ResetCounters(value, fec);
     }
     return code;
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args, FecState& fec) {
+ResultCode PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args, FecState& fec) {
     PortEntry entry;
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    const ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -140,24 +155,24 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ResolvePort(const TavuStringArray& args,
     return RC_SUCCESS;
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::ReadStatus(FecState& fec) {
+ResultCode PhysicalPortFECCmdsProcessor::ReadStatus(FecState& fec) {
     return CallLibrary(READ_STATUS, [&] { return VEXAPI_FCGetFECSupportInfo(&fec.protocol->PortHandle, &fec.status); });
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::ReadMezzanine(FecState& fec) {
+ResultCode PhysicalPortFECCmdsProcessor::ReadMezzanine(FecState& fec) {
     return AskMezzanine(READ_MEZZANINE, fec.protocol->PortHandle, fec.isMezzanine);
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
+ResultCode PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
     _VEXAPI_FWPRIVATESTATSEntry* entries = nullptr;
     VX_UINT32 count = 0;
-    const VX_UINT32 code = CallLibrary(
+    const ResultCode code = CallLibrary(
         READ_COUNTERS, [&] { return VEXAPI_GetFWPrivateStats(&fec.protocol->PortHandle, &entries, &count); });
     fec.entries.reset(entries);
-    return code == RC_SUCCESS && (entries == nullptr || count == 0) ? VX_UINT32{RC_CFG_READ_FAILED} : code;
+    return code == RC_SUCCESS && (entries == nullptr || count == 0) ? RC_CFG_READ_FAILED : code;
 }
 
-VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec) {
+ResultCode PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec) {
     // A port without a choice refuses even a misspelt word so.
     if (!IsFecChangeAllowed(fec.isMezzanine, *fec.protocol)) {
         TraceStep(TRACE_DEBUG, "Modification of fec-status is supported at 16Gbps and Unknown speed for "
@@ -174,8 +189,8 @@ VX_UINT32 PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, Fe
 }
 
 /// The counters read before stay what the document shows; only the next `get` sees the reset.
-VX_UINT32 PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec) {
-    if (value.CompareNoCase("reset") != 0) {
+ResultCode PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec) {
+    if (value.CompareNoCase(OUT_RESET) != 0) {
         TraceStep(TRACE_DEBUG, "reset=%s not supported", value.c_str());
         return RC_INVALID_PARAMETER;
     }

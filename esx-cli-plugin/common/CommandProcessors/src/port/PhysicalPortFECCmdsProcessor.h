@@ -15,8 +15,8 @@ bool IsFecChangeAllowed(bool isMezzanine, const _vexapi_protocol_t& protocol);
 /// `port -s fec`: forward error correction of a port and its counters. Writes at once, without a cache file.
 class PhysicalPortFECCmdsProcessor final : public Family<PhysicalPortFECCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct Free {
@@ -31,18 +31,17 @@ private:
         RebootRequired reboot; ///< for `set`: true once the library was asked to change something
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, FecState& fec);
-    static VX_UINT32 Set(const TavuStringArray& args, FecState& fec);
-    static VX_UINT32 ResolvePort(const TavuStringArray& args, FecState& fec);
-    static VX_UINT32 ReadStatus(FecState& fec);
-    static VX_UINT32 ReadMezzanine(FecState& fec);
-    static VX_UINT32 ReadCounters(FecState& fec);
-    static VX_UINT32 ChangeStatus(const TavuString& value, FecState& fec);
-    static VX_UINT32 ResetCounters(const TavuString& value, FecState& fec);
+    static ResultCode Get(const TavuStringArray& args, FecState& fec);
+    static ResultCode Set(const TavuStringArray& args, FecState& fec);
+    static ResultCode ResolvePort(const TavuStringArray& args, FecState& fec);
+    static ResultCode ReadStatus(FecState& fec);
+    static ResultCode ReadMezzanine(FecState& fec);
+    static ResultCode ReadCounters(FecState& fec);
+    static ResultCode ChangeStatus(const TavuString& value, FecState& fec);
+    static ResultCode ResetCounters(const TavuString& value, FecState& fec);
 
     static void DisplayFECInfo(MultipleCmdsProcessor* self, const FecState& fec, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayFECInfo, DisplayError>;
     static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayFECInfo, DisplaySetError>;
-    static const Leaf LEAVES[];
 };

@@ -2,7 +2,7 @@
 
 #include "HostTree.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 #include <cstdlib>
 
@@ -25,8 +25,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_DATA_AVAILABLE, "Failed, FW Dump Not Available"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
-
 constexpr StatusResult DUMP_STATUSES[] = {
     {0x20000064, RC_INVALID_PARAMETER},
     {0x20000072, RC_NO_MEMORY},
@@ -35,26 +33,33 @@ constexpr StatusResult DUMP_STATUSES[] = {
 };
 constexpr LibraryCall READ_DUMP = {"VEXAPI_SDGetFwDump2", "", "Get FW Dump failed", RC_CFG_READ_FAILED, DUMP_STATUSES};
 
+constexpr Argument GET_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"file", nullptr, "file to write the dump to", ArgumentKind::OUTPUT_FILE, true},
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortFwDumpCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Firmware Dump information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane Firmware Dump information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command PhysicalPortFwDumpCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Firmware Dump information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = GET_ARGUMENTS,
+     .document = FlatDocument(OUT_STRUCT_NAME),
+     .changes = true},
 };
 
 constinit const FamilyDescription PhysicalPortFwDumpCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Firmware Dump",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
 };
 
-VX_UINT32 PhysicalPortFwDumpCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                        eOutputFormat format) {
-    const VX_UINT32 code = WriteDump(args);
+ResultCode PhysicalPortFwDumpCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                         eOutputFormat format) {
+    const ResultCode code = WriteDump(args);
     const TracedCall traced(CLASS_NAME, code == RC_SUCCESS ? "DisplayFwDumpInfo" : "DisplayError");
     Document document(*self, format);
     document.Flat(OUT_STRUCT_NAME, [&] { document.Message(code, ResultText(code)); });
@@ -62,9 +67,9 @@ VX_UINT32 PhysicalPortFwDumpCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* s
 }
 
 /// The dump is fetched before the file is opened. An existing file is overwritten.
-VX_UINT32 PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args) {
+ResultCode PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     if (args.size() < 2) {
@@ -72,7 +77,7 @@ VX_UINT32 PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args
     }
     void* data = nullptr;
     VX_UINT32 size = 0;
-    const VX_UINT32 code = CallLibrary(
+    const ResultCode code = CallLibrary(
         READ_DUMP, [&] { return VEXAPI_SDGetFwDump2(HandleWord(entry.protocol->PortHandle), 0, &data, &size); });
     const std::unique_ptr<void, decltype(&std::free)> dump(data, &std::free);
     if (code != RC_SUCCESS) {

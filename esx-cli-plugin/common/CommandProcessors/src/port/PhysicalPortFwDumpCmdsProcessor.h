@@ -5,11 +5,10 @@
 /// `port -s fwdump`: writes a port's firmware dump to a file.
 class PhysicalPortFwDumpCmdsProcessor final : public Family<PhysicalPortFwDumpCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
-    static VX_UINT32 CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static VX_UINT32 WriteDump(const TavuStringArray& args);
-    static const Leaf LEAVES[];
+    static ResultCode CmdGetCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static ResultCode WriteDump(const TavuStringArray& args);
 };

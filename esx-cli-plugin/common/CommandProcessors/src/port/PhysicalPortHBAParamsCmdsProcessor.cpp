@@ -1,6 +1,7 @@
 #include "PhysicalPortHBAParamsCmdsProcessor.h"
 
 #include "ChipFamilies.h"
+#include "FieldRows.h"
 #include "HBAParamsFile.h"
 #include "LibraryCall.h"
 #include "ReportTexts.h"
@@ -29,11 +30,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
 };
 
-constexpr UsageText USAGES[] = {
-    {6, "Usage: get\r\n"},   {7, "Usage: setFile\r\n"}, {8, "Usage: set\r\n"}, {9, "Usage: restoreDefaults\r\n"},
-    {10, "Usage: save\r\n"},
-};
-
 constexpr LibraryCall READ_PARAMETERS = {"VEXAPI_GetHBAParamsInfo", "", "Get HBA Params failed", RC_CFG_READ_FAILED};
 constexpr LibraryCall WRITE_PARAMETERS = {"VEXAPI_UpdateHBAParameters", "", "Update HBA Params failed",
                                           RC_CFG_UPDATE_FAILED};
@@ -42,18 +38,10 @@ constexpr LibraryCall RESTORE_DEFAULTS = {"VEXAPI_RestoreDefaultNVRAM", "", "Res
                                           RC_CFG_READ_FAILED};
 constexpr LibraryCall SAVE_NVRAM = {"VEXAPI_SaveSingleAdapterNVRAMToFile", "", "Save NVRAM failed", RC_CFG_READ_FAILED};
 
-constexpr CodeText CONNECTION_TEXTS[] = {{0, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
-constexpr CodeText DATA_RATE_TEXTS[] = {
-    {0, OUT_1GBPS}, {1, OUT_2GBPS},  {2, OUT_AUTO},   {3, OUT_4GBPS},
-    {4, OUT_8GBPS}, {5, OUT_16GBPS}, {6, OUT_32GBPS}, {7, OUT_64GBPS},
-};
-constexpr CodeText OPERATION_MODE_TEXTS[] = {
-    {0, OUT_EVERY_COMPLETION}, {5, OUT_TIMER_EXPIRES}, {6, OUT_TIMER_EXPIRES_OR_IDLE}};
-
 /// On converged Rowan adapters the code of 16 Gbps stands for 10.
 const char* DataRateText(VX_UINT32 rate, __CHIPPROPERTY chip) {
     constexpr VX_UINT32 RATE_16_GBPS = 5;
-    return rate == RATE_16_GBPS && IsRowanCNAAdapter(chip) ? OUT_10GBPS : TextOf(DATA_RATE_TEXTS, rate, OUT_UNKNOWN);
+    return rate == RATE_16_GBPS && IsRowanCNAAdapter(chip) ? OUT_10GBPS : TextOf(HBA_DATA_RATES, rate, OUT_UNKNOWN);
 }
 
 const char* EnabledText(bool isEnabled) {
@@ -65,50 +53,141 @@ const char* EnabledOrNa(bool hasSetting, bool isEnabled) {
     return hasSetting ? EnabledText(isEnabled) : OUT_NA;
 }
 
-VX_UINT32 ReadParameters(const PortEntry& entry, _VEXAPI_HBAParameters& parameters) {
+using Params = PhysicalPortHBAParamsCmdsProcessor::HBAParams;
+constexpr FieldRow<Params> Text(const char* label, TavuString (*text)(const Params& params)) {
+    return {label, text};
+}
+constexpr FieldRow<Params> Number(const char* label, VX_UINT32 (*number)(const Params& params)) {
+    return NumberField<Params>(label, number);
+}
+/// A parameter as it stands.
+template <auto field> constexpr FieldRow<Params> Number(const char* label) {
+    return Number(label, [](const Params& params) { return VX_UINT32{params.parameters.*field}; });
+}
+/// The same for a flag.
+template <auto field> constexpr FieldRow<Params> Flag(const char* label) {
+    return Text(label, [](const Params& params) -> TavuString { return EnabledText(params.parameters.*field != 0); });
+}
+/// The same for a flag that only some adapters have.
+template <auto field, auto hasSetting> constexpr FieldRow<Params> Flag(const char* label) {
+    return Text(label, [](const Params& params) -> TavuString {
+        return EnabledOrNa(hasSetting(params.Chip()), params.parameters.*field != 0);
+    });
+}
+
+using Nvram = _VEXAPI_HBAParameters;
+constexpr FieldRow<Params> FIELDS[] = {
+    Text("Connection Options",
+         [](const Params& params) -> TavuString {
+             return TextOf(HBA_CONNECTIONS, params.parameters.ConnetionOptions, OUT_UNKNOWN);
+         }),
+    Text("Data Rate",
+         [](const Params& params) -> TavuString { return DataRateText(params.parameters.DataRate, params.Chip()); }),
+    Text("Operation Mode",
+         [](const Params& params) -> TavuString {
+             return HasOperationMode(params.Chip())
+                        ? TextOf(HBA_OPERATION_MODES, params.parameters.OperationMode, OUT_UNKNOWN)
+                        : OUT_NA;
+         }),
+    Number<&Nvram::FrameSize>("Frame Size"),
+    Flag<&Nvram::EnableHardLoopId, HasHardLoopId>("Enable Hard Loop Id"),
+    Number("Hard Loop Id",
+           [](const Params& params) { return HasHardLoopId(params.Chip()) ? params.parameters.HardLoopId : 0; }),
+    Number<&Nvram::LoopResetDelay>("Loop Reset Delay In Seconds"),
+    Number("Interrupt Delay Timer In 100us",
+           [](const Params& params) {
+               return HasOperationMode(params.Chip()) ? params.parameters.InterruptDelayTimer : 0;
+           }),
+    Number("Execution Throttle",
+           [](const Params& params) {
+               return IsRowanCNAAdapter(params.Chip()) ? 0 : params.parameters.ExecutionThrottle;
+           }),
+    Number<&Nvram::LoginRetryCount>("Login Retry Count"),
+    Number<&Nvram::PortDownRetryCount>("Port Down Retry Count"),
+    Number<&Nvram::LinkDownTimeout>("Link Down Timeout In Seconds"),
+    Number<&Nvram::MaxLunsPerTarget>("Luns Per Target"),
+    Flag<&Nvram::EnableLRBit, HasLR>("Enable LR"),
+    Text("Enable Host Hba Bios",
+         [](const Params& params) -> TavuString { return EnabledText(params.parameters.DisableBIOS == 0); }),
+    Flag<&Nvram::EnableFibreChannelTapeSupport>("Enable Fc Tape Support"),
+    Flag<&Nvram::EnableLipFullLogin, HasHardLoopId>("Enable Lip Full Login"),
+    Flag<&Nvram::EnableTargetReset>("Enable Target Reset"),
+    Flag<&Nvram::EnableFabricAssignWWN, HasFabricAssignment>("Enable Fabric Assigned WWN"),
+    Text("Enable FWCM",
+         [](const Params& params) -> TavuString {
+             return EnabledOrNa(IsUefiCapableAdapter(params.Chip()), params.parameters.DisableSCM == 0);
+         }),
+    Flag<&Nvram::EnableVirtualLane, IsBirchAdapter>("Virtual Lane"),
+};
+
+ResultCode ReadParameters(const PortEntry& entry, _VEXAPI_HBAParameters& parameters) {
     VX_HBA_AUX auxiliary{};
     return CallLibrary(READ_PARAMETERS,
                        [&] { return VEXAPI_GetHBAParamsInfo(&entry.protocol->PortHandle, &parameters, &auxiliary); });
 }
 
+constexpr auto FIELD_ROWS = FieldsOf(FIELDS);
+constexpr Argument SAVE_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"file", nullptr, "file to write the parameters to", ArgumentKind::OUTPUT_FILE, true},
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortHBAParamsCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane HBA Parameters information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"setFile", "set Orvane HBA Parameters information in a local cache file", 1, Xml<"CmdSetFile", CmdSetFileCommon>,
-     nullptr},
-    {"set", "set Orvane HBA Parameters information", 2, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"restoreDefaults", "Restore default values of Orvane HBA Parameters", 3,
-     Xml<"CmdRestoreDefaults", CmdRestoreDefaultsCommon>, nullptr},
-    {"save", "save Orvane HBA Parameters information in a text file", 4, Xml<"CmdSave", CmdSaveCommon>, nullptr},
-    {"help", "list of available commands", 5, CmdHelp, Usage},
-    {"getcli", "get Orvane HBA Parameters information", 6, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setFilecli", "set Orvane HBA Parameters information in a local cache file", 7,
-     Text<"CmdSetFileCli", CmdSetFileCommon>, Usage},
-    {"setcli", "set Orvane HBA Parameters information", 8, Text<"CmdSetCli", CmdSetCommon>, Usage},
-    {"restoreDefaultscli", "Restore default values of Orvane HBA Parameters", 9,
-     Text<"CmdRestoreDefaultsCli", CmdRestoreDefaultsCommon>, Usage},
-    {"savecli", "Save Orvane HBA Parameters information in a file", 10, Text<"CmdSaveCli", CmdSaveCommon>, Usage},
+constexpr Command PhysicalPortHBAParamsCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane HBA Parameters information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, FIELD_ROWS)},
+    {.names = Names<"setFile", "CmdSetFile">(),
+     .description = "set Orvane HBA Parameters information in a local cache file",
+     .run = CmdSetFileCommon,
+     .usage = "Usage: setFile\r\n",
+     .arguments = HBA_PARAMS_ARGUMENTS,
+     .document = ReportDocument(OUT_NAMES, FIELD_ROWS),
+     .changes = true},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane HBA Parameters information",
+     .run = CmdSetCommon,
+     .usage = "Usage: set\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, FIELD_ROWS, MESSAGE_AND_REBOOT),
+     .changes = true},
+    {.names = Names<"restoreDefaults", "CmdRestoreDefaults">(),
+     .description = "Restore default values of Orvane HBA Parameters",
+     .run = CmdRestoreDefaultsCommon,
+     .usage = "Usage: restoreDefaults\r\n",
+     .arguments = ONLY_PORT,
+     .document = FlatDocument(OUT_RESTORE_DEFAULTS, MESSAGE_AND_REBOOT),
+     .changes = true},
+    {.names = Names<"save", "CmdSave">(),
+     .description = "save Orvane HBA Parameters information in a text file",
+     .run = CmdSaveCommon,
+     .usage = "Usage: save\r\n",
+     .arguments = SAVE_ARGUMENTS,
+     .document = FlatDocument(OUT_SAVE),
+     .changes = true,
+     .twinDescription = "Save Orvane HBA Parameters information in a file"},
 };
 
 constinit const FamilyDescription PhysicalPortHBAParamsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "hbaparams",
-    .helpId = 5,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };
 
-VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Get(const TavuStringArray& args, HBAParams& params) {
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, params.entry);
+ResultCode PhysicalPortHBAParamsCmdsProcessor::Get(const TavuStringArray& args, HBAParams& params) {
+    const ResultCode code = GetPhysicalPortFromPortString(args, params.entry);
     return code == RC_SUCCESS ? ReadParameters(params.entry, params.parameters) : code;
 }
 
 /// Shows the pending state: the port's parameters as they will be after `set`.
-VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::SetFile(const TavuStringArray& args, HBAParams& params) {
-    const VX_UINT32 code = Get(args, params);
+ResultCode PhysicalPortHBAParamsCmdsProcessor::SetFile(const TavuStringArray& args, HBAParams& params) {
+    const ResultCode code = Get(args, params);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -117,13 +196,13 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::SetFile(const TavuStringArray& arg
         [&](const StagedFile& file) { return UpdateHBAParamsInFile(args, file, *params.entry.protocol); });
 }
 
-VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, HBAParams& params) {
-    if (const VX_UINT32 code = Get(args, params); code != RC_SUCCESS) {
+ResultCode PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, HBAParams& params) {
+    if (const ResultCode code = Get(args, params); code != RC_SUCCESS) {
         return code;
     }
     const auto overlay = [&](const StagedFile& file) { ReadStagedFile(file, HBAParamsKeys(), params.parameters); };
     return CommitSettings(HBAParamsFile(ArgText(args, 0)), params.commit, overlay, [&] {
-        const VX_UINT32 code = CallLibrary(WRITE_PARAMETERS, [&] {
+        const ResultCode code = CallLibrary(WRITE_PARAMETERS, [&] {
             return VEXAPI_UpdateHBAParameters(&params.entry.protocol->PortHandle, &params.parameters);
         });
         if (code == RC_SUCCESS) {
@@ -133,15 +212,14 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Set(const TavuStringArray& args, H
     });
 }
 
-VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringArray& args, RebootRequired& reboot) {
+ResultCode PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringArray& args, RebootRequired& reboot) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
-        code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhysicalPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     // One opening of the log for both calls.
-    VX_UINT32 code = RC_SUCCESS;
-    const VX_UINT32 called = MakeLibraryCalls([&] {
+    ResultCode code = RC_SUCCESS;
+    const ResultCode called = MakeLibraryCalls([&] {
         code = ResultOf(RESTORE_DEFAULTS, VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle));
         if (code == RC_SUCCESS) {
             reboot = IsRebootRequired();
@@ -150,9 +228,9 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringAr
     return called == RC_SUCCESS ? code : called;
 }
 
-VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, NoState&) {
+ResultCode PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, NoState&) {
     PortEntry entry;
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    const ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -165,39 +243,9 @@ VX_UINT32 PhysicalPortHBAParamsCmdsProcessor::Save(const TavuStringArray& args, 
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplayHBAParamsInfo(MultipleCmdsProcessor* self, const HBAParams& params,
                                                               eOutputFormat format) {
-    const _VEXAPI_HBAParameters& nvram = params.parameters;
-    const __CHIPPROPERTY chip = params.entry.protocol->ChipProperty;
-    const bool is10G = Is10GAdapter(chip);
-    const bool isWillow = IsWillowAdapter(chip);
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);
-    const auto number = [&document](const char* label, VX_UINT32 value) { document.Field(label, value, INT_U32); };
-
-    document.FieldReport(OUT_NAMES, params.reboot, [&] {
-        document.Field("Connection Options", TextOf(CONNECTION_TEXTS, nvram.ConnetionOptions, OUT_UNKNOWN));
-        document.Field("Data Rate", DataRateText(nvram.DataRate, chip));
-        document.Field("Operation Mode",
-                       isWillow ? OUT_NA : TextOf(OPERATION_MODE_TEXTS, nvram.OperationMode, OUT_UNKNOWN));
-        number("Frame Size", nvram.FrameSize);
-        document.Field("Enable Hard Loop Id", EnabledOrNa(!is10G, nvram.EnableHardLoopId != 0));
-        number("Hard Loop Id", is10G ? 0 : nvram.HardLoopId);
-        number("Loop Reset Delay In Seconds", nvram.LoopResetDelay);
-        number("Interrupt Delay Timer In 100us", isWillow ? 0 : nvram.InterruptDelayTimer);
-        number("Execution Throttle", IsRowanCNAAdapter(chip) ? 0 : nvram.ExecutionThrottle);
-        number("Login Retry Count", nvram.LoginRetryCount);
-        number("Port Down Retry Count", nvram.PortDownRetryCount);
-        number("Link Down Timeout In Seconds", nvram.LinkDownTimeout);
-        number("Luns Per Target", nvram.MaxLunsPerTarget);
-        document.Field("Enable LR", EnabledOrNa(!Is4GAdapter(chip) && !isWillow, nvram.EnableLRBit != 0));
-        document.Field("Enable Host Hba Bios", EnabledText(nvram.DisableBIOS == 0));
-        document.Field("Enable Fc Tape Support", EnabledText(nvram.EnableFibreChannelTapeSupport != 0));
-        document.Field("Enable Lip Full Login", EnabledOrNa(!is10G, nvram.EnableLipFullLogin != 0));
-        document.Field("Enable Target Reset", EnabledText(nvram.EnableTargetReset != 0));
-        document.Field("Enable Fabric Assigned WWN", EnabledOrNa(!Is4GAdapter(chip) && !Is8GAdapter(chip) && !is10G,
-                                                                 nvram.EnableFabricAssignWWN != 0));
-        document.Field("Enable FWCM", EnabledOrNa(IsUefiCapableAdapter(chip), nvram.DisableSCM == 0));
-        document.Field("Virtual Lane", EnabledOrNa(IsBirchAdapter(chip), nvram.EnableVirtualLane != 0));
-    });
+    document.FieldReport(OUT_NAMES, params.reboot, [&] { WriteFields<HBAParams>(document, FIELDS, params); });
 }
 
 void PhysicalPortHBAParamsCmdsProcessor::DisplayRestoreDefaults(MultipleCmdsProcessor* self,
@@ -207,7 +255,7 @@ void PhysicalPortHBAParamsCmdsProcessor::DisplayRestoreDefaults(MultipleCmdsProc
     document.Flat(OUT_RESTORE_DEFAULTS, [&] { document.Success(reboot); });
 }
 
-void PhysicalPortHBAParamsCmdsProcessor::DisplayRestoreDefaultsError(MultipleCmdsProcessor* self, VX_UINT32 code,
+void PhysicalPortHBAParamsCmdsProcessor::DisplayRestoreDefaultsError(MultipleCmdsProcessor* self, ResultCode code,
                                                                      eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);
@@ -221,7 +269,7 @@ void PhysicalPortHBAParamsCmdsProcessor::DisplaySave(MultipleCmdsProcessor* self
     document.Flat(OUT_SAVE, [&] { document.Success(REBOOT_NOT_SHOWN); });
 }
 
-void PhysicalPortHBAParamsCmdsProcessor::DisplaySaveError(MultipleCmdsProcessor* self, VX_UINT32 code,
+void PhysicalPortHBAParamsCmdsProcessor::DisplaySaveError(MultipleCmdsProcessor* self, ResultCode code,
                                                           eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);

@@ -19,8 +19,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
-
 /// Bits of `PciMaxLink` and `PciNegotiatedLink`.
 constexpr unsigned LinkSpeedCode(VX_UINT16 link) {
     return link & 0xF;
@@ -82,24 +80,25 @@ const char* LockdownText(VX_UINT32 status) {
 
 } // namespace
 
-constinit const Leaf PhysicalPortInfoCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Physical Port information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane Physical Port information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command PhysicalPortInfoCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Physical Port information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port info",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 PhysicalPortInfoCmdsProcessor::Get(const TavuStringArray& args, PortInfo& info) {
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, info.entry);
+ResultCode PhysicalPortInfoCmdsProcessor::Get(const TavuStringArray& args, PortInfo& info) {
+    const ResultCode code = GetPhyPortFromPortString(args, info.entry);
     if (code != RC_SUCCESS) {
         return code;
     }

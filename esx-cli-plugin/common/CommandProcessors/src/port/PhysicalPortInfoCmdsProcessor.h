@@ -2,13 +2,13 @@
 
 #include "Document.h"
 #include "Family.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 /// `port -s info`: everything that the tool knows about a port, as one report.
 class PhysicalPortInfoCmdsProcessor final : public Family<PhysicalPortInfoCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     /// A record that the library fails to fill stays zero, and the report shows that.
@@ -19,9 +19,8 @@ private:
         _VEXAPI_FlashComponentVersion components{};
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, PortInfo& info);
+    static ResultCode Get(const TavuStringArray& args, PortInfo& info);
     static void DisplayPortInfo(MultipleCmdsProcessor* self, const PortInfo& info, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayPortInfo, DisplayError>;
-    static const Leaf LEAVES[];
 };

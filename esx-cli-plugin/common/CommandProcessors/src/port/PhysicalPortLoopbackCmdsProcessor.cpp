@@ -3,7 +3,8 @@
 #include "BoundedText.h"
 #include "ChipFamilies.h"
 #include "CmdLineParser.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "FieldRows.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -12,8 +13,6 @@ constexpr char CLASS_NAME[] = "PhysicalPortLoopbackCmdsProcessor";
 constexpr ReportNames OUT_NAMES = {"LoopbackTestInfo", "LoopbackTestResult", "LoopbackTestResultList"};
 
 constexpr auto RESULT_TEXTS = FrameTestResultTexts("Failed, Loopback type not supported for this adapter");
-
-constexpr UsageText USAGES[] = {{2, "Usage: run\r\n"}};
 
 constexpr VX_UINT32 DATA_SIZES[] = {8, 16, 32, 64, 128, 256, 512, 1024, 2048, 4096, 8192, 16384, 32768, 65535};
 constexpr FrameTestLimits LIMITS = {65535, DATA_SIZES, 6};
@@ -24,7 +23,7 @@ constexpr CodeText LOOPBACK_WORDS[] = {
     {4, "Internal"}, {LOOPBACK_FCOE_ECHO, "FCoE_Echo"}, {2, "External"}, {LOOPBACK_INTERNAL_10BIT, "Internal_10bit"}};
 
 /// A word that is none acts as "Internal_10bit", which only the older chips know.
-VX_UINT32 ReadLoopbackType(const char* word, __CHIPPROPERTY chip, VX_UINT32& type) {
+ResultCode ReadLoopbackType(const char* word, __CHIPPROPERTY chip, VX_UINT32& type) {
     FindWord(LOOPBACK_WORDS, word, type);
     const bool isSupported = type == LOOPBACK_INTERNAL_10BIT ? Is4GAdapter(chip) || Is8GAdapter(chip)
                              : type == LOOPBACK_FCOE_ECHO    ? IsRowanCNAAdapter(chip)
@@ -37,29 +36,55 @@ VX_UINT32 ReadLoopbackType(const char* word, __CHIPPROPERTY chip, VX_UINT32& typ
     return isSupported ? RC_SUCCESS : RC_PARAM_ERROR;
 }
 
+using Test = PhysicalPortLoopbackCmdsProcessor::Loopback;
+constexpr FieldRow<Test> FIELDS[] = {
+    {"Test Status", [](const Test& test) { return TavuString(BoundedText(test.result.TestStatus)); }},
+    NumberField<Test>("Crc Error", [](const Test& test) { return test.result.CrcError; }),
+    NumberField<Test>("Disparity Error", [](const Test& test) { return test.result.DisparityError; }),
+    NumberField<Test>("Frame Length Error", [](const Test& test) { return test.result.FrameLengthError; }),
+    NumberField<Test>("Test Iteration", [](const Test& test) { return test.counts.iterations; }),
+    NumberField<Test>("Success Count", [](const Test& test) { return test.counts.successes; }),
+    NumberField<Test>("Failure Count", [](const Test& test) { return test.counts.failures; }),
+};
+constexpr auto FIELD_ROWS = FieldsOf(FIELDS);
+constexpr Argument RUN_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    FrameTestCountArgument(LIMITS),
+    FrameTestIncrementArgument(LIMITS),
+    FrameTestSizeArgument(LIMITS),
+    FRAME_TEST_ON_ERROR,
+    {"type", nullptr, "where frames are looped back", ArgumentKind::WORD, true, LOOPBACK_WORDS},
+    FRAME_TEST_PATTERN,
+    FRAME_TEST_DATA,
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortLoopbackCmdsProcessor::LEAVES[] = {
-    {"run", "run Loopback test on Orvane adapter port", 0, Xml<"CmdRun", CmdRunCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"runcli", "run Loopback Test on Orvane adapter port", 2, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+constexpr Command PhysicalPortLoopbackCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"run", "CmdRun">(),
+     .description = "run Loopback test on Orvane adapter port",
+     .run = CmdRunCommon,
+     .usage = nullptr,
+     .arguments = RUN_ARGUMENTS,
+     .document = ReportDocument(OUT_NAMES, FIELD_ROWS),
+     .changes = true,
+     .twinDescription = "run Loopback Test on Orvane adapter port",
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortLoopbackCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "LoopbackTest",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };
 
 /// The result is success even where every iteration failed: pass or fail stands in the report.
-VX_UINT32 PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Loopback& loopback) {
+ResultCode PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Loopback& loopback) {
     PortEntry entry;
     DiagTestParams parameters{};
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code == RC_SUCCESS) {
         code = ReadFrameTestWords(args, LIMITS, parameters, loopback.counts);
     }
@@ -75,7 +100,7 @@ VX_UINT32 PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Lo
     parameters.ConnectionMode = entry.protocol->PortConnectionMode;
     return RunFrameTest(parameters, "Loopback", loopback.counts, [&](bool& isPassed) {
         loopback.result = {};
-        const VX_UINT32 called = MakeLibraryCalls(
+        const ResultCode called = MakeLibraryCalls(
             [&] { loopback.result = VEXAPI_DiagnosticsLoopBackTest(&entry.protocol->PortHandle, &parameters); },
             " before LoopbackTest read");
         isPassed = IsTestPassed(loopback.result.TestStatus);
@@ -87,14 +112,5 @@ void PhysicalPortLoopbackCmdsProcessor::DisplayLoopbackTestResult(MultipleCmdsPr
                                                                   eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);
-    document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
-        const auto number = [&](const char* label, VX_UINT32 value) { document.Field(label, value, INT_U32); };
-        document.Field("Test Status", TavuString(BoundedText(loopback.result.TestStatus)));
-        number("Crc Error", loopback.result.CrcError);
-        number("Disparity Error", loopback.result.DisparityError);
-        number("Frame Length Error", loopback.result.FrameLengthError);
-        number("Test Iteration", loopback.counts.iterations);
-        number("Success Count", loopback.counts.successes);
-        number("Failure Count", loopback.counts.failures);
-    });
+    document.FieldReport(OUT_NAMES, REBOOT_NOT_SHOWN, [&] { WriteFields<Loopback>(document, FIELDS, loopback); });
 }

@@ -2,9 +2,9 @@
 
 #include "HostTree.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
-#include "PingTest.h"
+#include "PingDiagnostics.h"
 #include "RDPPayload.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -13,35 +13,37 @@ constexpr char CLASS_NAME[] = "PhysicalPortRDPCmdsProcessor";
 /// The data field has a label of its own.
 constexpr ReportNames OUT_NAMES = {"RDPInformation", "Read Diagnostics Parameters Data", "RDPDataList", "RDPInfo"};
 
-constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
-
 constexpr LibraryCall READ_RDP = {"VEXAPI_DiagnosticsRDPTest", "", "RDP Test failed", RC_DIAG_TEST_FAILED};
 
 constexpr std::size_t REPORT_SIZE = 16384;
 
+constexpr DocumentField FIELDS[] = {{OUT_NAMES.data, FieldType::TEXT}};
+
 } // namespace
 
-// The text twin of `get` is named `runcli`, and carries no usage function.
-constinit const Leaf PhysicalPortRDPCmdsProcessor::LEAVES[] = {
-    {"get", "Read Diagnostic Parameters on Orvane adapter port", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"runcli", "Read Diagnostic Parameters on Orvane adapter port", 2, Text<"CmdGetCli", CmdGetCommon>, nullptr},
+// Required: the twin of `get` is named `runcli`.
+constexpr Command PhysicalPortRDPCmdsProcessor::COMMANDS[] = {
+    {.names = {"get", "runcli", "CmdGetCommon"},
+     .description = "Read Diagnostic Parameters on Orvane adapter port",
+     .run = CmdGetCommon,
+     .usage = nullptr,
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, FIELDS),
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortRDPCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "RDP",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = PING_RESULT_TEXTS,
     .report = OUT_NAMES,
 };
 
 /// The size that the library gives back is of no use: the payload tells its own length.
-VX_UINT32 PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payload& payload) {
+ResultCode PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payload& payload) {
     PingRequest request;
-    if (const VX_UINT32 code = AdmitPingPort(args, request); code != RC_SUCCESS) {
+    if (const ResultCode code = AdmitPingPort(args, request); code != RC_SUCCESS) {
         return code;
     }
     return CallLibrary(READ_RDP, [&] {

@@ -5,8 +5,8 @@
 /// `port -s rdp`: the diagnostic parameters that a port's link partner tells.
 class PhysicalPortRDPCmdsProcessor final : public Family<PhysicalPortRDPCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct Payload {
@@ -14,9 +14,8 @@ private:
         VX_UINT8 bytes[SIZE]{};
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, Payload& payload);
+    static ResultCode Get(const TavuStringArray& args, Payload& payload);
     static void DisplayRDPInfo(MultipleCmdsProcessor* self, const Payload& payload, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayRDPInfo, DisplayError>;
-    static const Leaf LEAVES[];
 };

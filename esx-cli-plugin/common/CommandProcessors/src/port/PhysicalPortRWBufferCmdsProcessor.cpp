@@ -1,8 +1,9 @@
 #include "PhysicalPortRWBufferCmdsProcessor.h"
 
+#include "FieldRows.h"
 #include "HostTree.h"
-#include "PhysicalPortCmdsProcessor.h"
 #include "ReportTexts.h"
+#include "Resolvers.h"
 
 namespace {
 
@@ -12,8 +13,6 @@ constexpr ReportNames OUT_NAMES = {"RWBufferTestInfo", "RWBufferTestResult", "RW
 
 constexpr auto RESULT_TEXTS = FrameTestResultTexts("Failed, RWBuffer type not supported for this adapter");
 
-constexpr UsageText USAGES[] = {{2, "Usage: run\r\n"}};
-
 constexpr VX_UINT32 DATA_SIZES[] = {8, 16, 32, 64, 128};
 constexpr FrameTestLimits LIMITS = {10000, DATA_SIZES, 5};
 
@@ -22,34 +21,66 @@ void Release(_VEXAPI_ReadWriteBufferTestResult* results) {
     TraceStatus("VEXAPI_FreeRWBufferTestResultList", VEXAPI_FreeRWBufferTestResultList(results));
 }
 
+/// A row: one result, and the counts of the run, which every row repeats.
+struct Row {
+    const _VEXAPI_ReadWriteBufferTestResult& result;
+    const FrameTestCounts& counts;
+};
+constexpr FieldRow<Row> FIELDS[] = {
+    {"Test Status", [](const Row& row) { return TavuString(BoundedText(row.result.TestStatus)); }},
+    {"Port ID", [](const Row& row) { return PortIdText(row.result.PortId); }},
+    NumberField<Row>("Data Miscompare", [](const Row& row) { return row.result.DataMiscompare; }),
+    NumberField<Row>("Link Failure", [](const Row& row) { return row.result.LinkFailure; }),
+    NumberField<Row>("Loss Of Sync", [](const Row& row) { return row.result.LossOfSync; }),
+    NumberField<Row>("Loss Of Signal", [](const Row& row) { return row.result.LossOfSignal; }),
+    NumberField<Row>("Invalid CRC", [](const Row& row) { return row.result.InvalidCrc; }),
+    NumberField<Row>("Test Iteration", [](const Row& row) { return row.counts.iterations; }),
+    NumberField<Row>("Success Count", [](const Row& row) { return row.counts.successes; }),
+    NumberField<Row>("Failure Count", [](const Row& row) { return row.counts.failures; }),
+};
+constexpr auto FIELD_ROWS = FieldsOf(FIELDS);
+constexpr Argument RUN_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    FrameTestCountArgument(LIMITS),
+    FrameTestIncrementArgument(LIMITS),
+    FrameTestSizeArgument(LIMITS),
+    FRAME_TEST_ON_ERROR,
+    FRAME_TEST_PATTERN,
+    FRAME_TEST_DATA,
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortRWBufferCmdsProcessor::LEAVES[] = {
-    {"run", "run Read Write Buffer test on Orvane adapter port", 0, Xml<"CmdRun", CmdRunCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"runcli", "run Read Write Buffer Test on Orvane adapter port", 2, Text<"CmdRunCli", CmdRunCommon>, nullptr},
+constexpr Command PhysicalPortRWBufferCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"run", "CmdRun">(),
+     .description = "run Read Write Buffer test on Orvane adapter port",
+     .run = CmdRunCommon,
+     .usage = nullptr,
+     .arguments = RUN_ARGUMENTS,
+     .document = ReportDocument(OUT_NAMES, FIELD_ROWS),
+     .changes = true,
+     .twinDescription = "run Read Write Buffer Test on Orvane adapter port",
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortRWBufferCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "RWBuffer",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };
 
 /// The last list is shown and then released; a release that can't be made adds a second document.
-VX_UINT32 PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                          eOutputFormat format) {
+ResultCode PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                           eOutputFormat format) {
     RWBuffer buffer;
-    VX_UINT32 code = Run(args, buffer);
+    ResultCode code = Run(args, buffer);
     if (code == RC_SUCCESS) {
         DisplayRWBufferTestResult(self, buffer, format);
     }
     if (buffer.results != nullptr) {
-        const VX_UINT32 released = MakeLibraryCalls([&] { Release(buffer.results); });
+        const ResultCode released = MakeLibraryCalls([&] { Release(buffer.results); });
         code = code == RC_SUCCESS ? released : code;
     }
     if (code != RC_SUCCESS) {
@@ -59,10 +90,10 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor*
 }
 
 /// Leaves the last iteration's list to the caller, on a failure too.
-VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RWBuffer& buffer) {
+ResultCode PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RWBuffer& buffer) {
     PortEntry entry;
     DiagTestParams parameters{};
-    VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, entry);
+    ResultCode code = GetPhysicalPortFromPortString(args, entry);
     if (code == RC_SUCCESS) {
         code = ReadFrameTestWords(args, LIMITS, parameters, buffer.counts);
     }
@@ -72,8 +103,8 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RW
     if (code != RC_SUCCESS) {
         return code;
     }
-    return RunFrameTest(parameters, "RWBuffer", buffer.counts, [&](bool& isPassed) -> VX_UINT32 {
-        const VX_UINT32 called = MakeLibraryCalls(
+    return RunFrameTest(parameters, "RWBuffer", buffer.counts, [&](bool& isPassed) -> ResultCode {
+        const ResultCode called = MakeLibraryCalls(
             [&] {
                 if (buffer.results != nullptr) {
                     Release(buffer.results);
@@ -92,26 +123,13 @@ VX_UINT32 PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RW
     });
 }
 
-/// The counts of the run are repeated in every row.
 void PhysicalPortRWBufferCmdsProcessor::DisplayRWBufferTestResult(MultipleCmdsProcessor* self, const RWBuffer& buffer,
                                                                   eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);
-    const auto number = [&](const char* label, VX_UINT32 value) { document.Field(label, value, INT_U32); };
     document.Report(OUT_NAMES, REBOOT_NOT_SHOWN, [&] {
         ForEachEntry(buffer.results, [&](const _VEXAPI_ReadWriteBufferTestResult& result) {
-            document.Structure(OUT_NAMES.list, [&] {
-                document.Field("Test Status", TavuString(BoundedText(result.TestStatus)));
-                document.Field("Port ID", PortIdText(result.PortId));
-                number("Data Miscompare", result.DataMiscompare);
-                number("Link Failure", result.LinkFailure);
-                number("Loss Of Sync", result.LossOfSync);
-                number("Loss Of Signal", result.LossOfSignal);
-                number("Invalid CRC", result.InvalidCrc);
-                number("Test Iteration", buffer.counts.iterations);
-                number("Success Count", buffer.counts.successes);
-                number("Failure Count", buffer.counts.failures);
-            });
+            document.Structure(OUT_NAMES.list, [&] { WriteFields<Row>(document, FIELDS, Row{result, buffer.counts}); });
             return true;
         });
     });

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Family.h"
-#include "FrameTest.h"
+#include "FrameDiagnostics.h"
 
 /// `port -s rwbuffer`: writes a pattern to the buffers of a port's targets and reads it back.
 class PhysicalPortRWBufferCmdsProcessor final : public Family<PhysicalPortRWBufferCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct RWBuffer {
@@ -15,8 +15,7 @@ private:
         FrameTestCounts counts;
     };
 
-    static VX_UINT32 CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static VX_UINT32 Run(const TavuStringArray& args, RWBuffer& buffer);
+    static ResultCode CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
+    static ResultCode Run(const TavuStringArray& args, RWBuffer& buffer);
     static void DisplayRWBufferTestResult(MultipleCmdsProcessor* self, const RWBuffer& buffer, eOutputFormat format);
-    static const Leaf LEAVES[];
 };

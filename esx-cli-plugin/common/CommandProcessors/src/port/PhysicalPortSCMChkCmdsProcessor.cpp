@@ -25,8 +25,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
-
 /// By `ScmFabricFlags`, the first that applies counting. Without a completed registration nothing else does.
 const char* FabricConnection(VX_UINT8 flags) {
     constexpr VX_UINT8 IS_REGISTERED = 0x01;
@@ -43,25 +41,26 @@ const char* FabricConnection(VX_UINT8 flags) {
 
 } // namespace
 
-constinit const Leaf PhysicalPortSCMChkCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Physical Port SAN Congetstion information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane Physical Port SCM information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command PhysicalPortSCMChkCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Physical Port SAN Congetstion information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .twinDescription = "get Orvane Physical Port SCM information"},
 };
 
 constinit const FamilyDescription PhysicalPortSCMChkCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port scmchk",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 PhysicalPortSCMChkCmdsProcessor::Get(const TavuStringArray& args, PortEntry& entry) {
-    return AdmitCongestion(ADMIT_SECOND_GENERATION, "phy port", PhysicalPortCmdsProcessor::GetPhyPortFromPortString,
-                           args, entry);
+ResultCode PhysicalPortSCMChkCmdsProcessor::Get(const TavuStringArray& args, PortEntry& entry) {
+    return AdmitCongestion(ADMIT_SECOND_GENERATION, "phy port", GetPhyPortFromPortString, args, entry);
 }
 
 void PhysicalPortSCMChkCmdsProcessor::DisplayPortSCMChk(MultipleCmdsProcessor* self, const PortEntry& entry,

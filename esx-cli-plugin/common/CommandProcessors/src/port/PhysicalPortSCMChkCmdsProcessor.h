@@ -1,19 +1,18 @@
 #pragma once
 
 #include "Family.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 /// `port -s scmchk`: whether a port is congested now, and how its fabric connection is set up. For ports of the
 /// second generation only.
 class PhysicalPortSCMChkCmdsProcessor final : public Family<PhysicalPortSCMChkCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
-    static VX_UINT32 Get(const TavuStringArray& args, PortEntry& entry);
+    static ResultCode Get(const TavuStringArray& args, PortEntry& entry);
     static void DisplayPortSCMChk(MultipleCmdsProcessor* self, const PortEntry& entry, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayPortSCMChk, DisplayError>;
-    static const Leaf LEAVES[];
 };

@@ -30,11 +30,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
 };
 
-constexpr UsageText USAGES[] = {
-    {3, "Usage: get\r\n"},
-    {4, "Usage: set\r\n"},
-};
-
 constexpr LibraryCall READ_PROFILE = {"VEXAPI_GetSCMRProfile", "", "Get SCMR Profile failed", RC_CFG_READ_FAILED};
 constexpr LibraryCall CHANGE_PROFILE = {"VEXAPI_SetSCMRProfile", " before set", "Update SCMR Profile failed",
                                         RC_CFG_UPDATE_FAILED};
@@ -50,44 +45,57 @@ constexpr CodeText ACTIVATIONS[] = {
     {0, "Monitor_Only"}, {1, "Conservative"}, {2, "Moderate"}, {3, "Aggressive"}, {4, "Defensive"},
 };
 
-VX_UINT32 AdmitPort(const TavuStringArray& args, PortEntry& entry) {
-    return AdmitCongestion(ADMIT_PROFILE, "phy port", PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+ResultCode AdmitPort(const TavuStringArray& args, PortEntry& entry) {
+    return AdmitCongestion(ADMIT_PROFILE, "phy port", GetPhyPortFromPortString, args, entry);
 }
 
-VX_UINT32 RefuseValue(const char* option, const TavuString& value) {
+ResultCode RefuseValue(const char* option, const TavuString& value) {
     TraceStep(TRACE_DEBUG, "%s=%s not supported", option, value.c_str());
     return RC_INVALID_PARAMETER;
 }
 
+constexpr CodeText RESTORE_WORDS[] = {{0, OUT_DRIVER_SETTINGS}};
+constexpr Argument SET_ARGUMENTS[] = {
+    PORT_ARGUMENT,
+    {"--restore", "-r", "gives the profile back to the driver", ArgumentKind::WORD, false, RESTORE_WORDS},
+    {"--activation", "-a", "level of the profile in NVRAM", ArgumentKind::WORD, false, ACTIVATIONS},
+};
+
 } // namespace
 
-constinit const Leaf PhysicalPortSCMProfileCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Physical Port FWCM Profile information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"set", "set Orvane Physical Port FWCM Profile information", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 2, CmdHelp, Usage},
-    {"getcli", "get Orvane Physical Port FWCM Profile information", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setcli", "set Orvane Physical Port FWCM Profile information", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constexpr Command PhysicalPortSCMProfileCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Physical Port FWCM Profile information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names)},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane Physical Port FWCM Profile information",
+     .run = CmdSetCommon,
+     .usage = "Usage: set\r\n",
+     .arguments = SET_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .changes = true},
 };
 
 constinit const FamilyDescription PhysicalPortSCMProfileCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "scmprofile",
-    .helpId = 2,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Get(const TavuStringArray& args, PortProfile& port) {
-    const VX_UINT32 code = AdmitPort(args, port.entry);
+ResultCode PhysicalPortSCMProfileCmdsProcessor::Get(const TavuStringArray& args, PortProfile& port) {
+    const ResultCode code = AdmitPort(args, port.entry);
     return code == RC_SUCCESS ? ReadProfile(READ_PROFILE, port) : code;
 }
 
 /// The profile is read back: the document shows what the port says now, not what was asked for. Without an
 /// option it is written as it was read.
-VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, PortProfile& port) {
-    VX_UINT32 code = Get(args, port);
+ResultCode PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, PortProfile& port) {
+    ResultCode code = Get(args, port);
     if (code == RC_SUCCESS) {
         code = ApplyOptions(args, port.profile);
     }
@@ -98,32 +106,31 @@ VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, 
     return code == RC_SUCCESS ? ReadProfile(READ_BACK, port) : code;
 }
 
-VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::ReadProfile(const LibraryCall& call, PortProfile& port) {
+ResultCode PhysicalPortSCMProfileCmdsProcessor::ReadProfile(const LibraryCall& call, PortProfile& port) {
     port.profile = {};
     return CallLibrary(call, [&] { return VEXAPI_GetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
 }
 
 /// Both values are looked at ahead of the refusal of both options. Restoring leaves the level as it was, and
 /// the bytes without a known meaning are never touched.
-VX_UINT32 PhysicalPortSCMProfileCmdsProcessor::ApplyOptions(const TavuStringArray& args, _VEXAPI_SCMRProfile& profile) {
+ResultCode PhysicalPortSCMProfileCmdsProcessor::ApplyOptions(const TavuStringArray& args,
+                                                             _VEXAPI_SCMRProfile& profile) {
     TavuString value;
-    const bool isRestore = CmdLineParser::GetCommandValueFromArgs(args, "-r", "--restore", value) != 0;
+    const bool isRestore = CmdLineParser::GetOption(args, OptionOf(SET_ARGUMENTS, "--restore"), value);
     if (isRestore) {
         if (value.CompareNoCase(OUT_DRIVER_SETTINGS) != 0) {
             return RefuseValue("restore", value);
         }
         profile.ControlFlag = CONTROL_DRIVER;
     }
-    const bool isActivation = CmdLineParser::GetCommandValueFromArgs(args, "-a", "--activation", value) != 0;
+    const bool isActivation = CmdLineParser::GetOption(args, OptionOf(SET_ARGUMENTS, "--activation"), value);
     if (isActivation) {
-        const auto* row = std::find_if(std::begin(ACTIVATIONS), std::end(ACTIVATIONS), [&](const CodeText& activation) {
-            return value.CompareNoCase(activation.text) == 0;
-        });
-        if (row == std::end(ACTIVATIONS)) {
+        VX_UINT32 level = 0;
+        if (!FindWord(ACTIVATIONS, value.c_str(), level)) {
             return RefuseValue("activation", value);
         }
         profile.ControlFlag = CONTROL_NVRAM;
-        profile.Profile = static_cast<VX_UINT8>(row->code);
+        profile.Profile = static_cast<VX_UINT8>(level);
     }
     if (isRestore && isActivation) {
         TraceStep(TRACE_DEBUG, "Mutually exclusive parameters");

@@ -2,14 +2,14 @@
 
 #include "Family.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 /// `port -s scmprofile`: how a port reacts to congestion, by the driver's settings or by NVRAM. Writes at once,
 /// without a cache file.
 class PhysicalPortSCMProfileCmdsProcessor final : public Family<PhysicalPortSCMProfileCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct PortProfile {
@@ -17,13 +17,12 @@ private:
         _VEXAPI_SCMRProfile profile{};
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, PortProfile& port);
-    static VX_UINT32 Set(const TavuStringArray& args, PortProfile& port);
-    static VX_UINT32 ReadProfile(const LibraryCall& call, PortProfile& port);
-    static VX_UINT32 ApplyOptions(const TavuStringArray& args, _VEXAPI_SCMRProfile& profile);
+    static ResultCode Get(const TavuStringArray& args, PortProfile& port);
+    static ResultCode Set(const TavuStringArray& args, PortProfile& port);
+    static ResultCode ReadProfile(const LibraryCall& call, PortProfile& port);
+    static ResultCode ApplyOptions(const TavuStringArray& args, _VEXAPI_SCMRProfile& profile);
     static void DisplaySCMProfile(MultipleCmdsProcessor* self, const PortProfile& port, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplaySCMProfile, DisplayError>;
     static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplaySCMProfile, DisplayError>;
-    static const Leaf LEAVES[];
 };

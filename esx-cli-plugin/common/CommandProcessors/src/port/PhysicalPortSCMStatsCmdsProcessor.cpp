@@ -33,71 +33,71 @@ constexpr CodeText CLEAR_RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
 
-constexpr UsageText USAGES[] = {
-    {3, "Usage: get [port identifier]\r\n"},
-    {4, "Usage: clear [port identifier]\r\n"},
-};
-
 constexpr LibraryCall RESET_STATISTICS = {"VEXAPI_SANCongMgmtResetStatistics", "", "Get SCM Reset Statistics failed",
                                           RC_LIBRARY_FAILED};
 /// Status of a reset that driver or firmware can't do.
 constexpr VX_UINT32 STATUS_UNSUPPORTED_DRIVER = 118;
 
-VX_UINT32 AdmitPort(const CongestionAdmission& admission, const TavuStringArray& args, PortEntry& entry) {
-    return AdmitCongestion(admission, "phy port", PhysicalPortCmdsProcessor::GetPhyPortFromPortString, args, entry);
+ResultCode AdmitPort(const CongestionAdmission& admission, const TavuStringArray& args, PortEntry& entry) {
+    return AdmitCongestion(admission, "phy port", GetPhyPortFromPortString, args, entry);
 }
 
 } // namespace
 
-// `clearcli` has no usage function, unlike `getcli`.
-constinit const Leaf PhysicalPortSCMStatsCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane Physical Port SCM statistics", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"clear", "clear SCM statistics of all targets connected to Orvane Physical Port", 1,
-     Xml<"CmdClear", CmdClearCommon>, nullptr},
-    {"help", "list of available commands", 2, CmdHelp, Usage},
-    {"getcli", "get Orvane Physical Port SCM information", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"clearcli", "clear SCM statistics of all targets connected to Orvane Physical Port", 4,
-     Text<"CmdClearCli", CmdClearCommon>, nullptr},
+constexpr Command PhysicalPortSCMStatsCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane Physical Port SCM statistics",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .twinDescription = "get Orvane Physical Port SCM information"},
+    {.names = Names<"clear", "CmdClear">(),
+     .description = "clear SCM statistics of all targets connected to Orvane Physical Port",
+     .run = CmdClearCommon,
+     .usage = nullptr,
+     .arguments = ONLY_PORT,
+     .document = FlatDocument(OUT_CLEAR_STRUCT_NAME),
+     .changes = true,
+     .twinUsage = TwinUsage::NONE},
 };
 
 constinit const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port scmstats",
-    .helpId = 2,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
-    const VX_UINT32 code = AdmitPort(ADMIT_EITHER_GENERATION, args, statistics.entry);
+ResultCode PhysicalPortSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
+    const ResultCode code = AdmitPort(ADMIT_EITHER_GENERATION, args, statistics.entry);
     if (code != RC_SUCCESS || !HasSecondGeneration(*statistics.entry.protocol)) {
         return code; // the first generation keeps everything in the port's record
     }
     return ReadCongestionList(*statistics.entry.protocol, statistics.list);
 }
 
-VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
+ResultCode PhysicalPortSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
     return ReleaseCongestionList(statistics.list);
 }
 
-VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::CmdClearCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
-                                                            eOutputFormat format) {
-    const VX_UINT32 code = Clear(args);
+ResultCode PhysicalPortSCMStatsCmdsProcessor::CmdClearCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
+                                                             eOutputFormat format) {
+    const ResultCode code = Clear(args);
     DisplayClear(self, code, format);
     return code;
 }
 
-VX_UINT32 PhysicalPortSCMStatsCmdsProcessor::Clear(const TavuStringArray& args) {
+ResultCode PhysicalPortSCMStatsCmdsProcessor::Clear(const TavuStringArray& args) {
     PortEntry entry;
-    if (const VX_UINT32 code = AdmitPort(ADMIT_SECOND_GENERATION, args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = AdmitPort(ADMIT_SECOND_GENERATION, args, entry); code != RC_SUCCESS) {
         return code;
     }
     VX_UINT32 status = 0;
-    const VX_UINT32 code = CallLibrary(
+    const ResultCode code = CallLibrary(
         RESET_STATISTICS, [&] { return status = VEXAPI_SANCongMgmtResetStatistics(&entry.protocol->PortHandle); });
-    return status == STATUS_UNSUPPORTED_DRIVER ? VX_UINT32{RC_UNSUPPORTED_FW} : code;
+    return status == STATUS_UNSUPPORTED_DRIVER ? RC_UNSUPPORTED_FW : code;
 }
 
 void PhysicalPortSCMStatsCmdsProcessor::DisplayStatistics(MultipleCmdsProcessor* self, const Statistics& statistics,
@@ -133,7 +133,7 @@ void PhysicalPortSCMStatsCmdsProcessor::DisplayPortSCMStatsV2(MultipleCmdsProces
     });
 }
 
-void PhysicalPortSCMStatsCmdsProcessor::DisplayClear(MultipleCmdsProcessor* self, VX_UINT32 code,
+void PhysicalPortSCMStatsCmdsProcessor::DisplayClear(MultipleCmdsProcessor* self, ResultCode code,
                                                      eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
     Document document(*self, format);

@@ -2,7 +2,7 @@
 
 #include "HostTree.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
 
 #include <cstring>
 
@@ -23,8 +23,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_FEATURE_NOT_SUPPORTED, "Failed, VPD not present"},
     {RC_VPD_FAILED, "Failed, VPD failed"},
 };
-
-constexpr UsageText USAGES[] = {{2, "Usage: get\r\n"}};
 
 constexpr LibraryCall READ_VPD = {"VEXAPI_GetVpd", "", "Get VPD failed", RC_VPD_FAILED};
 
@@ -108,6 +106,8 @@ VpdMap& ProcessVpdMap() {
     return *map;
 }
 
+constexpr DocumentField GET_FIELDS[] = {{OUT_TAG, FieldType::TEXT}, {OUT_VALUE, FieldType::TEXT}};
+
 } // namespace
 
 void MapVpdData(const VX_UINT8* buffer, std::size_t size, VpdMap& map) {
@@ -132,25 +132,26 @@ const char* GetVPDKeyVal(const TavuString& key) {
     return "";
 }
 
-constinit const Leaf PhysicalPortVPDCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane VPD information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane VPD information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command PhysicalPortVPDCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane VPD information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get\r\n",
+     .arguments = ONLY_PORT,
+     .document = ReportDocument(OUT_NAMES, GET_FIELDS)},
 };
 
 constinit const FamilyDescription PhysicalPortVPDCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "VPD",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };
 
-VX_UINT32 PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap*& map) {
+ResultCode PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap*& map) {
     PortEntry entry;
-    if (const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
+    if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
     const std::unique_ptr<VX_UINT8, decltype(&std::free)> buffer(
@@ -159,7 +160,7 @@ VX_UINT32 PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap*
         return RC_NO_MEMORY;
     }
     VX_UINT32 size = VPD_SIZE;
-    const VX_UINT32 code = CallLibrary(
+    const ResultCode code = CallLibrary(
         READ_VPD, [&] { return VEXAPI_GetVpd(HandleWord(entry.protocol->PortHandle), 0, buffer.get(), &size); });
     if (code == RC_SUCCESS) {
         map = &ProcessVpdMap();

@@ -22,13 +22,12 @@ const char* GetVPDKeyVal(const TavuString& key);
 /// `port -s vpd`: an adapter's vital product data.
 class PhysicalPortVPDCmdsProcessor final : public Family<PhysicalPortVPDCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
-    static VX_UINT32 Get(const TavuStringArray& args, VpdMap*& map);
+    static ResultCode Get(const TavuStringArray& args, VpdMap*& map);
     static void DisplayVPDInfo(MultipleCmdsProcessor* self, VpdMap* const& map, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayVPDInfo, DisplayError>;
-    static const Leaf LEAVES[];
 };

@@ -3,6 +3,7 @@
 #include "ChipFamilies.h"
 #include "HostTree.h"
 #include "LibraryCall.h"
+#include "NameLines.h"
 #include "ReportTexts.h"
 
 namespace {
@@ -24,11 +25,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
     {RC_UNSUPPORTED_SPEED, "Failed, Speed not supported for this adapter"},
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
-};
-
-constexpr UsageText USAGES[] = {
-    {3, "Usage: get [port identifier]\r\n"},
-    {4, "Usage: set [port identifier]\r\n"},
 };
 
 constexpr LibraryCall READ_SPEED = {"VEXAPI_GetTargetLinkSpeed", "", "Get Link Speed failed", RC_CFG_READ_FAILED};
@@ -71,29 +67,44 @@ Rate MaximumRate(VX_UINT8 supportedSpeeds) {
                     {OUT_UNKNOWN, 0, NO_LEVEL, 0});
 }
 
+constexpr CodeText RATE_WORDS[] = {
+    {100, RATES[0].word}, {50, RATES[1].word}, {22, RATES[2].word}, {16, RATES[3].word},
+    {8, RATES[4].word},   {4, RATES[5].word},  {2, RATES[6].word},  {1, RATES[7].word},
+};
+constexpr Argument SET_ARGUMENTS[] = {
+    TARGET_ARGUMENT,
+    {"speed", nullptr, "maximum speed of the link; any other word means 1_Gbps", ArgumentKind::WORD, true, RATE_WORDS},
+};
+
 } // namespace
 
-constinit const Leaf FCTargetIIDMACmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane FC Target IIDMA Speed", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"set", "set Orvane FC Target IIDMA Speed", 1, Xml<"CmdSet", CmdSetCommon>, nullptr},
-    {"help", "list of available commands", 2, CmdHelp, Usage},
-    {"getcli", "get Orvane FC Target IIDMA Speed", 3, Text<"CmdGetCli", CmdGetCommon>, Usage},
-    {"setcli", "set Orvane FC Target IIDMA Speed", 4, Text<"CmdSetCli", CmdSetCommon>, Usage},
+constexpr Command FCTargetIIDMACmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane FC Target IIDMA Speed",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_TARGET,
+     .document = ReportDocument(OUT_SHAPE.names)},
+    {.names = Names<"set", "CmdSet">(),
+     .description = "set Orvane FC Target IIDMA Speed",
+     .run = CmdSetCommon,
+     .usage = "Usage: set [port identifier]\r\n",
+     .arguments = SET_ARGUMENTS,
+     .document = ReportDocument(OUT_SHAPE.names),
+     .changes = true},
 };
 
 constinit const FamilyDescription FCTargetIIDMACmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target iidma",
-    .helpId = 2,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
 /// A rate above the adapter's highest is shown as that one.
-VX_UINT32 FCTargetIIDMACmdsProcessor::Get(const TavuStringArray& args, LinkSpeed& speed) {
-    VX_UINT32 code = ResolveTarget(args, speed.entry);
+ResultCode FCTargetIIDMACmdsProcessor::Get(const TavuStringArray& args, LinkSpeed& speed) {
+    ResultCode code = ResolveTarget(args, speed.entry);
     if (code == RC_SUCCESS) {
         code = ReadSpeed(speed.entry, speed.code);
     }
@@ -109,8 +120,8 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Get(const TavuStringArray& args, LinkSpeed
     return RC_SUCCESS;
 }
 
-VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed& speed) {
-    if (const VX_UINT32 code = ResolveTarget(args, speed.entry); code != RC_SUCCESS) {
+ResultCode FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed& speed) {
+    if (const ResultCode code = ResolveTarget(args, speed.entry); code != RC_SUCCESS) {
         return code;
     }
     _vexapi_protocol_t& protocol = *speed.entry.protocol;
@@ -129,7 +140,7 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed
     }
     speed.code = wanted.code;
     VX_UINT32 present = 0;
-    const VX_UINT32 code = ReadSpeed(speed.entry, present);
+    const ResultCode code = ReadSpeed(speed.entry, present);
     if (code != RC_SUCCESS || present == wanted.code) {
         return code;
     }
@@ -138,12 +149,12 @@ VX_UINT32 FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpeed
     });
 }
 
-VX_UINT32 FCTargetIIDMACmdsProcessor::ResolveTarget(const TavuStringArray& args, TargetEntry& entry) {
-    const VX_UINT32 code = FCTargetCmdsProcessor::GetTargetFromTargetString(args, entry);
-    return code == RC_SUCCESS && IsVirtualPort(*entry.protocol) ? VX_UINT32{RC_NOT_SUPPORTED_FOR_VPORT} : code;
+ResultCode FCTargetIIDMACmdsProcessor::ResolveTarget(const TavuStringArray& args, TargetEntry& entry) {
+    const ResultCode code = GetTargetFromTargetString(args, entry);
+    return code == RC_SUCCESS && IsVirtualPort(*entry.protocol) ? RC_NOT_SUPPORTED_FOR_VPORT : code;
 }
 
-VX_UINT32 FCTargetIIDMACmdsProcessor::ReadSpeed(const TargetEntry& entry, VX_UINT32& code) {
+ResultCode FCTargetIIDMACmdsProcessor::ReadSpeed(const TargetEntry& entry, VX_UINT32& code) {
     return CallLibrary(READ_SPEED, [&] {
         return VEXAPI_GetTargetLinkSpeed(&entry.protocol->PortHandle, entry.target->TargetNumber, &code);
     });

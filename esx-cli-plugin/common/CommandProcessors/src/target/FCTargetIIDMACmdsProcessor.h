@@ -1,13 +1,14 @@
 #pragma once
 
-#include "FCTargetCmdsProcessor.h"
+#include "Family.h"
+#include "Resolvers.h"
 
 /// `target -v iidma`: the highest rate at which the port sends to a target. Writes at once, without a cache
 /// file.
 class FCTargetIIDMACmdsProcessor final : public Family<FCTargetIIDMACmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct LinkSpeed {
@@ -15,13 +16,12 @@ private:
         VX_UINT32 code = 0; ///< the library's speed code
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, LinkSpeed& speed);
-    static VX_UINT32 Set(const TavuStringArray& args, LinkSpeed& speed);
-    static VX_UINT32 ResolveTarget(const TavuStringArray& args, TargetEntry& entry);
-    static VX_UINT32 ReadSpeed(const TargetEntry& entry, VX_UINT32& code);
+    static ResultCode Get(const TavuStringArray& args, LinkSpeed& speed);
+    static ResultCode Set(const TavuStringArray& args, LinkSpeed& speed);
+    static ResultCode ResolveTarget(const TavuStringArray& args, TargetEntry& entry);
+    static ResultCode ReadSpeed(const TargetEntry& entry, VX_UINT32& code);
     static void DisplayTargetIIDMA(MultipleCmdsProcessor* self, const LinkSpeed& speed, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchThenDisplay<Get, DisplayTargetIIDMA, DisplayError>;
     static constexpr CommonFunction CmdSetCommon = FetchThenDisplay<Set, DisplayTargetIIDMA, DisplayError>;
-    static const Leaf LEAVES[];
 };

@@ -27,8 +27,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
-
 /// SCSI peripheral device types other than that of a disk, which is 0.
 constexpr CodeText DEVICE_TYPES[] = {
     {1, "Tape"}, {4, "Optical"}, {5, "CDROM"}, {8, "Changer"}, {12, "RAID"}, {13, "SAF-TE"},
@@ -125,24 +123,25 @@ TavuString LunsText(const _tagVEXAPI_SDMTarget& target, const char* prefix) {
 
 } // namespace
 
-constinit const Leaf FCTargetInfoCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command FCTargetInfoCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane FC Target information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_TARGET,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription FCTargetInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target info",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 FCTargetInfoCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
-    return FCTargetCmdsProcessor::GetTargetFromTargetString(args, entry);
+ResultCode FCTargetInfoCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
+    return GetTargetFromTargetString(args, entry);
 }
 
 void FCTargetInfoCmdsProcessor::DisplayTargetInfo(MultipleCmdsProcessor* self, const TargetEntry& entry,

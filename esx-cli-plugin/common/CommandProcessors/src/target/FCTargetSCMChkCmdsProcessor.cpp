@@ -24,29 +24,27 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
-
 } // namespace
 
-constinit const Leaf FCTargetSCMChkCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command FCTargetSCMChkCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane FC Target information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_TARGET,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription FCTargetSCMChkCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target scmchk",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 FCTargetSCMChkCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
-    return AdmitCongestion(ADMIT_SECOND_GENERATION, "target", FCTargetCmdsProcessor::GetTargetFromTargetString, args,
-                           entry);
+ResultCode FCTargetSCMChkCmdsProcessor::Get(const TavuStringArray& args, TargetEntry& entry) {
+    return AdmitCongestion(ADMIT_SECOND_GENERATION, "target", GetTargetFromTargetString, args, entry);
 }
 
 void FCTargetSCMChkCmdsProcessor::DisplayTargetSCMChk(MultipleCmdsProcessor* self, const TargetEntry& entry,

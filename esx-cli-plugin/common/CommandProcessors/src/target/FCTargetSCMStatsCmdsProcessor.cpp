@@ -2,7 +2,7 @@
 
 #include "CongestionAccess.h"
 #include "CongestionReport.h"
-#include "FCTargetStatsCmdsProcessor.h"
+#include "TargetStatistics.h"
 
 namespace {
 
@@ -27,29 +27,28 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
-
 } // namespace
 
-constinit const Leaf FCTargetSCMStatsCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command FCTargetSCMStatsCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane FC Target information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_TARGET,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription FCTargetSCMStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target scmstats",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 FCTargetSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
-    const VX_UINT32 code = AdmitCongestion(ADMIT_EITHER_GENERATION, "target",
-                                           FCTargetCmdsProcessor::GetTargetFromTargetString, args, statistics.entry);
+ResultCode FCTargetSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
+    const ResultCode code =
+        AdmitCongestion(ADMIT_EITHER_GENERATION, "target", GetTargetFromTargetString, args, statistics.entry);
     if (code != RC_SUCCESS) {
         return code;
     }
@@ -58,7 +57,7 @@ VX_UINT32 FCTargetSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statis
                                          : ReadTargetStatistics(statistics.entry, statistics.counters);
 }
 
-VX_UINT32 FCTargetSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
+ResultCode FCTargetSCMStatsCmdsProcessor::Release(const Statistics& statistics) {
     return ReleaseCongestionList(statistics.list);
 }
 

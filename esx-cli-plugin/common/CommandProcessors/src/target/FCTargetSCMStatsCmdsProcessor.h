@@ -1,13 +1,14 @@
 #pragma once
 
-#include "FCTargetCmdsProcessor.h"
+#include "Family.h"
+#include "Resolvers.h"
 
 /// `target -v scmstats`: what has been counted of congestion on the way to a target. Its port decides which
 /// generation of the feature counts.
 class FCTargetSCMStatsCmdsProcessor final : public Family<FCTargetSCMStatsCmdsProcessor> {
 public:
-    using Family::Family;
     static const FamilyDescription FAMILY;
+    static const Command COMMANDS[];
 
 private:
     struct Statistics {
@@ -16,8 +17,8 @@ private:
         _VEXAPI_SANCONGTMGMTV2* list = nullptr; ///< none in the first generation
     };
 
-    static VX_UINT32 Get(const TavuStringArray& args, Statistics& statistics);
-    static VX_UINT32 Release(const Statistics& statistics);
+    static ResultCode Get(const TavuStringArray& args, Statistics& statistics);
+    static ResultCode Release(const Statistics& statistics);
     static void DisplayStatistics(MultipleCmdsProcessor* self, const Statistics& statistics, eOutputFormat format);
     static void DisplayTargetSCMStats(MultipleCmdsProcessor* self, const _tagVEXAPI_SDMTarget& target,
                                       const __STATISTICS& counters, eOutputFormat format);
@@ -25,5 +26,4 @@ private:
                                         const _VEXAPI_SANCONGTMGMTV2& list, eOutputFormat format);
 
     static constexpr CommonFunction CmdGetCommon = FetchDisplayRelease<Get, DisplayStatistics, Release, DisplayError>;
-    static const Leaf LEAVES[];
 };

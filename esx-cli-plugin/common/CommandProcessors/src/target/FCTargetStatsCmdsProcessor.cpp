@@ -1,7 +1,8 @@
 #include "FCTargetStatsCmdsProcessor.h"
 
 #include "HostTree.h"
-#include "LibraryCall.h"
+#include "NameLines.h"
+#include "TargetStatistics.h"
 
 namespace {
 
@@ -21,8 +22,6 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_UNSUPPORTED_FW, "Failed, Driver/Firmware does not support this feature"},
 };
 
-constexpr UsageText USAGES[] = {{2, "Usage: get [port identifier]\r\n"}};
-
 struct Counter {
     const char* label;
     VX_UINT32 __STATISTICS::*count;
@@ -38,36 +37,25 @@ constexpr Counter COUNTERS[] = {
 
 } // namespace
 
-constinit const Leaf FCTargetStatsCmdsProcessor::LEAVES[] = {
-    {"get", "get Orvane FC Target information", 0, Xml<"CmdGet", CmdGetCommon>, nullptr},
-    {"help", "list of available commands", 1, CmdHelp, Usage},
-    {"getcli", "get Orvane FC Target information", 2, Text<"CmdGetCli", CmdGetCommon>, Usage},
+constexpr Command FCTargetStatsCmdsProcessor::COMMANDS[] = {
+    {.names = Names<"get", "CmdGet">(),
+     .description = "get Orvane FC Target information",
+     .run = CmdGetCommon,
+     .usage = "Usage: get [port identifier]\r\n",
+     .arguments = ONLY_TARGET,
+     .document = ReportDocument(OUT_SHAPE.names)},
 };
 
 constinit const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target stats",
-    .helpId = 1,
-    .leaves = LEAVES,
-    .usages = USAGES,
+    .leaves = LEAVES_OF<COMMANDS>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
 
-VX_UINT32 ReadTargetStatistics(const TargetEntry& entry, __STATISTICS& counters) {
-    constexpr VX_UINT16 SELECT_BY_PORT_NAME = 2;
-    VX_PORT_SELECTOR selector{};
-    selector.SelectorType = SELECT_BY_PORT_NAME;
-    std::copy_n(entry.target->PortName, sizeof selector.PortName, selector.PortName);
-    counters = {};
-    return CallLibrary({"VEXAPI_GetPortStatisticsFC", "", "Get Port Stats FC failed", RC_STATS_READ_FAILED}, [&] {
-        return VEXAPI_GetPortStatisticsFC(HandleWord(entry.protocol->PortHandle), 0, &selector, &counters);
-    });
-}
-
-VX_UINT32 FCTargetStatsCmdsProcessor::Get(const TavuStringArray& args, TargetStats& stats) {
-    if (const VX_UINT32 code = FCTargetCmdsProcessor::GetTargetFromTargetString(args, stats.entry);
-        code != RC_SUCCESS) {
+ResultCode FCTargetStatsCmdsProcessor::Get(const TavuStringArray& args, TargetStats& stats) {
+    if (const ResultCode code = GetTargetFromTargetString(args, stats.entry); code != RC_SUCCESS) {
         TraceStep(TRACE_DEBUG, "Get target failed err=%d", static_cast<int>(code));
         return code;
     }

@@ -4,8 +4,18 @@
 #pragma once
 
 #include "CodeTable.h"
+#include "CommandRows.h"
 #include "LibraryCall.h"
-#include "PhysicalPortCmdsProcessor.h"
+#include "Resolvers.h"
+
+inline constexpr VX_UINT32 MAX_PING_COUNT = 65535;
+inline constexpr CodeText PING_STOP_WORDS[] = {{1, OUT_TRUE}, {0, OUT_FALSE}};
+inline constexpr Argument PING_NAME = {"wwpn", nullptr, "port name of the remote port", ArgumentKind::WWPN, true};
+inline constexpr Argument PING_COUNT = {"count", nullptr, "number of frames", ArgumentKind::NUMBER, true,
+                                        {},      1,       MAX_PING_COUNT};
+inline constexpr Argument PING_STOP = {"stop", nullptr,        "whether to stop at the first error", ArgumentKind::WORD,
+                                       true,   PING_STOP_WORDS};
+inline constexpr Argument PING_ARGUMENTS[] = {PORT_ARGUMENT, PING_NAME, PING_COUNT, PING_STOP};
 
 /// A test's arguments.
 struct PingRequest {
@@ -17,12 +27,12 @@ struct PingRequest {
 };
 
 /// Resolves the port; a virtual port and one whose link is down are refused, in this order.
-VX_UINT32 AdmitPingPort(const TavuStringArray& args, PingRequest& request);
+ResultCode AdmitPingPort(const TavuStringArray& args, PingRequest& request);
 
 /// Reads the words from `first` on: the remote name, the count, and whether to stop on an error, "true" or
 /// anything else. A name that is cut short has zeros in its place. `RC_INVALID_PARAMETER` for too few words
 /// and for a count outside 1 to 65535.
-VX_UINT32 ReadPingWords(const TavuStringArray& args, std::size_t first, PingRequest& request);
+ResultCode ReadPingWords(const TavuStringArray& args, std::size_t first, PingRequest& request);
 
 /// True when the port sees a target of the requested name.
 bool IsPingTarget(const PingRequest& request);

@@ -18,15 +18,15 @@ extern const CongestionAdmission ADMIT_PROFILE;
 
 /// `RC_SUCCESS`, the code of the first refusal that applies, or, where the feature must be on,
 /// `RC_FEATURE_DISABLED` when it isn't and `RC_CFG_READ_FAILED` without an answer of the library.
-VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol);
+ResultCode AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol);
 
 /// The same for what the first argument names: `resolve` finds it, and `object` is its word in the trace of
 /// a failure, "phy port" or "target".
 template <typename Entry>
-VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, const char* object,
-                          VX_UINT32 (*resolve)(const TavuStringArray& args, Entry& entry), const TavuStringArray& args,
-                          Entry& entry) {
-    const VX_UINT32 code = resolve(args, entry);
+ResultCode AdmitCongestion(const CongestionAdmission& admission, const char* object,
+                           ResultCode (*resolve)(const TavuStringArray& args, Entry& entry),
+                           const TavuStringArray& args, Entry& entry) {
+    const ResultCode code = resolve(args, entry);
     if (code != RC_SUCCESS) {
         TraceStep(TRACE_DEBUG, "Get %s failed err=%d", object, static_cast<int>(code));
         return code;
@@ -40,7 +40,7 @@ bool HasSecondGeneration(const _vexapi_protocol_t& protocol);
 
 /// Reads the counters of the second generation, of the port and all its targets. On success there is a head,
 /// which `ReleaseCongestionList` takes back; `RC_STATS_READ_FAILED` for a failure and for no head.
-VX_UINT32 ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list);
+ResultCode ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list);
 
 /// Gives the list back; null is no list. `RC_STATS_CLEAR_FAILED` when the library fails at it.
-VX_UINT32 ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list);
+ResultCode ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list);

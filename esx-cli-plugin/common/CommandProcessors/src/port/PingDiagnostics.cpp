@@ -1,28 +1,22 @@
-#include "PingTest.h"
+#include "PingDiagnostics.h"
 
 #include "CmdLineParser.h"
 #include "HostTree.h"
+#include "Words.h"
 
-namespace {
-
-constexpr VX_UINT32 MAX_COUNT = 65535;
-
-} // namespace
-
-VX_UINT32 AdmitPingPort(const TavuStringArray& args, PingRequest& request) {
-    const VX_UINT32 code = PhysicalPortCmdsProcessor::GetPhysicalPortFromPortString(args, request.entry);
-    return code == RC_SUCCESS && request.entry.protocol->PortState != PORT_STATE_ONLINE ? VX_UINT32{RC_LINK_UP_REQUIRED}
-                                                                                        : code;
+ResultCode AdmitPingPort(const TavuStringArray& args, PingRequest& request) {
+    const ResultCode code = GetPhysicalPortFromPortString(args, request.entry);
+    return code == RC_SUCCESS && request.entry.protocol->PortState != PORT_STATE_ONLINE ? RC_LINK_UP_REQUIRED : code;
 }
 
-VX_UINT32 ReadPingWords(const TavuStringArray& args, std::size_t first, PingRequest& request) {
+ResultCode ReadPingWords(const TavuStringArray& args, std::size_t first, PingRequest& request) {
     if (args.size() < first + 3) {
         return RC_INVALID_PARAMETER;
     }
     ScanWwn(ArgText(args, first), request.wwn);
     FormatWwn(request.name, request.wwn);
     request.count = ParseNumber(ArgText(args, first + 1));
-    if (request.count == 0 || request.count > MAX_COUNT) {
+    if (request.count == 0 || request.count > MAX_PING_COUNT) {
         return RC_INVALID_PARAMETER;
     }
     request.stopOnError = CompareNoCase(ArgText(args, first + 2), OUT_TRUE) == 0 ? 1 : 0;

@@ -18,7 +18,7 @@ bool LacksFeatures(const _vexapi_protocol_t& protocol, VX_UINT32 features) {
 /// A reason to refuse a port.
 struct CongestionRefusal {
     bool (*applies)(const _vexapi_protocol_t& protocol);
-    VX_UINT32 code;
+    ResultCode code;
     const char* trace;
 };
 
@@ -40,9 +40,9 @@ constexpr CongestionRefusal EITHER_GENERATION[] = {REFUSE_CHIP, REFUSE_NO_GENERA
 constexpr CongestionRefusal SECOND_GENERATION[] = {REFUSE_CHIP, REFUSE_NO_SECOND_GENERATION, REFUSE_VIRTUAL_PORT};
 constexpr CongestionRefusal PROFILE[] = {REFUSE_CHIP, REFUSE_VIRTUAL_PORT, REFUSE_NO_SECOND_GENERATION};
 
-VX_UINT32 AskFeature(_vexapi_protocol_t& protocol) {
+ResultCode AskFeature(_vexapi_protocol_t& protocol) {
     VX_UINT8 isEnabled = 0;
-    const VX_UINT32 code =
+    const ResultCode code =
         CallLibrary({"VEXAPI_IsFWCMFeatureEnabled", "", "Get FWCM feature failed", RC_CFG_READ_FAILED},
                     [&] { return VEXAPI_IsFWCMFeatureEnabled(&protocol.PortHandle, &isEnabled); });
     if (code == RC_SUCCESS && isEnabled == 0) {
@@ -62,14 +62,14 @@ constinit const CongestionAdmission ADMIT_EITHER_GENERATION = {EITHER_GENERATION
 constinit const CongestionAdmission ADMIT_SECOND_GENERATION = {SECOND_GENERATION, true};
 constinit const CongestionAdmission ADMIT_PROFILE = {PROFILE, false};
 
-VX_UINT32 AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol) {
+ResultCode AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol) {
     for (const CongestionRefusal& refusal : admission.refusals) {
         if (refusal.applies(protocol)) {
             TraceStep(TRACE_DEBUG, "%s", refusal.trace);
             return refusal.code;
         }
     }
-    return admission.needsFeature ? AskFeature(protocol) : VX_UINT32{RC_SUCCESS};
+    return admission.needsFeature ? AskFeature(protocol) : RC_SUCCESS;
 }
 
 bool HasSecondGeneration(const _vexapi_protocol_t& protocol) {
@@ -78,9 +78,9 @@ bool HasSecondGeneration(const _vexapi_protocol_t& protocol) {
     return isSecond;
 }
 
-VX_UINT32 ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list) {
+ResultCode ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list) {
     VX_UINT32 status = 0;
-    const VX_UINT32 code =
+    const ResultCode code =
         MakeLibraryCalls([&] { status = VEXAPI_GetSCMRStatisticsList(&protocol.PortHandle, &list); });
     if (code != RC_SUCCESS) {
         return code;
@@ -93,7 +93,7 @@ VX_UINT32 ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV
     return RC_SUCCESS;
 }
 
-VX_UINT32 ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list) {
+ResultCode ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list) {
     if (list == nullptr) {
         return RC_SUCCESS;
     }

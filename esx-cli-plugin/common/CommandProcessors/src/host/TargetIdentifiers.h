@@ -6,6 +6,7 @@
 #pragma once
 
 #include "HostTree.h"
+#include "ResultCodes.h"
 #include "TavuString.h"
 
 /// True for an NVMe target, which has namespaces in place of LUNs.
@@ -60,4 +61,4 @@ enum class IdentifierKind { TARGET, LUN };
 ///
 /// `RC_HELP_REQUESTED` for a help word, `RC_INVALID_PARAMETER` for an identifier of another form,
 /// `RC_HOST_NOT_FOUND` without an adapter list; else `RC_SUCCESS` with the host stored.
-VX_UINT32 AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host);
+ResultCode AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host);

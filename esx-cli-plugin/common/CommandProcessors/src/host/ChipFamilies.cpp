@@ -160,3 +160,7 @@ bool IsMezz16GAdapter(__CHIPPROPERTY chip) {
 bool IsUefiCapableAdapter(__CHIPPROPERTY chip) {
     return IsLarchAdapter(chip) || IsAlderAdapter(chip) || IsBirchAdapter(chip);
 }
+
+bool HasFabricAssignment(__CHIPPROPERTY chip) {
+    return !Is4GAdapter(chip) && !Is8GAdapter(chip) && !Is10GAdapter(chip);
+}

@@ -1,8 +1,8 @@
 #include "TargetIdentifiers.h"
 
-#include "Console.h"
 #include "ResultCodes.h"
 #include "TracedFunction.h"
+#include "Words.h"
 
 #include <charconv>
 #include <cstdio>
@@ -102,7 +102,7 @@ bool ParseLunIdentifier(const char* text, LunName& name) {
     return error == std::errc{} && last == numberEnd;
 }
 
-VX_UINT32 AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host) {
+ResultCode AdmitIdentifier(IdentifierKind kind, const TavuStringArray& args, const VX_ADAPTER_LIST*& host) {
     const char* identifier = ArgText(args, 0);
     if (IsInvokingHelp(identifier)) {
         TraceStep(TRACE_DEBUG, "Invoking Help");

@@ -146,13 +146,6 @@ const Node* FindTargetNode(const Node& head, const _tagVEXAPI_SDMTarget& target)
     return found;
 }
 
-void AddPortNames(ReportBlock& block, const _vexapi_protocol_t& protocol) {
-    block.Line("Node Name", WwnText(protocol.WWNN));
-    block.Line("Port Name", WwnText(protocol.WWPN));
-    block.Line("Port Id", PortIdText(protocol.PortId));
-    block.Line("Port State", TextOf(PORT_STATE_TEXTS, protocol.PortState, OUT_UNKNOWN));
-}
-
 void AddLinkEvent(ReportBlock& block, const CongestionWords& words, VX_UINT16 flags, VX_UINT16 type,
                   VX_UINT32 threshold) {
     AddNotifications(block, words.notifications, flags);

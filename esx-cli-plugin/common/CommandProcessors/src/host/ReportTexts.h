@@ -5,14 +5,10 @@
 #include "BoundedText.h"
 #include "CodeTable.h"
 #include "TavuString.h"
+#include "Texts.h"
 #include "vexapi.h"
 
 #include <algorithm>
-
-inline constexpr char OUT_NA[] = "NA";
-inline constexpr char OUT_UNKNOWN[] = "Unknown";
-inline constexpr char OUT_TRUE[] = "true";
-inline constexpr char OUT_FALSE[] = "false";
 
 /// `PortState`.
 inline constexpr CodeText PORT_STATE_TEXTS[] = {{1, "Online"}, {3, "Offline"}};

@@ -5,6 +5,7 @@
 
 #include "ChipFamilies.h"
 #include "CodeTable.h"
+#include "NameLines.h"
 #include "ReportBlock.h"
 
 /// The words of a port's or of a target's reports.
@@ -91,9 +92,6 @@ const _VEXAPI_SANCONGTMGMTV2* FindPortNode(const _VEXAPI_SANCONGTMGMTV2& head);
 /// The first node behind the head that has both names of the target, or null. The head, which is to be the
 /// port's, is not looked at.
 const _VEXAPI_SANCONGTMGMTV2* FindTargetNode(const _VEXAPI_SANCONGTMGMTV2& head, const _tagVEXAPI_SDMTarget& target);
-
-/// The lines that name a port in the reports of congestion management.
-void AddPortNames(ReportBlock& block, const _vexapi_protocol_t& protocol);
 
 /// The lines of the last events, as values of their record.
 void AddLinkEvent(ReportBlock& block, const CongestionWords& words, VX_UINT16 flags, VX_UINT16 type,

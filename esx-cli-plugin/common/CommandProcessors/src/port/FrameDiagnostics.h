@@ -3,6 +3,7 @@
 #pragma once
 
 #include "CodeTable.h"
+#include "CommandRows.h"
 #include "LibraryCall.h"
 #include "TavuString.h"
 
@@ -18,6 +19,48 @@ struct FrameTestLimits {
     std::size_t patternIndex; ///< of the data pattern among the words
 };
 
+inline constexpr VX_UINT32 FRAME_TEST_STOP = 1;
+inline constexpr CodeText FRAME_TEST_ON_ERROR_WORDS[] = {{0, "Ignore"}, {FRAME_TEST_STOP, "Stop"}, {2, "Loop"}};
+
+inline constexpr VX_UINT32 FRAME_TEST_PATTERN_CUSTOM = 4;
+inline constexpr VX_UINT32 FRAME_TEST_PATTERN_FIXED = 5;
+/// The fixed patterns reach the library as the ASCII digits of their words, not as bits.
+inline constexpr CodeText FRAME_TEST_PATTERN_WORDS[] = {
+    {0, "Random"},
+    {1, "CRPAT"},
+    {2, "CJTPAT"},
+    {3, "CSPAT"},
+    {FRAME_TEST_PATTERN_FIXED, "00000000"},
+    {FRAME_TEST_PATTERN_FIXED, "01010101"},
+    {FRAME_TEST_PATTERN_FIXED, "01011010"},
+    {FRAME_TEST_PATTERN_FIXED, "10100101"},
+    {FRAME_TEST_PATTERN_FIXED, "10101010"},
+    {FRAME_TEST_PATTERN_FIXED, "11111111"},
+    {FRAME_TEST_PATTERN_CUSTOM, "Custom"},
+};
+
+/// The arguments of a test. The data sizes are each test's own.
+constexpr Argument FrameTestCountArgument(const FrameTestLimits& limits) {
+    return {"count", nullptr, "frames of one iteration", ArgumentKind::NUMBER, true, {}, 1, limits.maxCount};
+}
+constexpr Argument FrameTestIncrementArgument(const FrameTestLimits& limits) {
+    return {"increment", nullptr, "number of iterations", ArgumentKind::NUMBER, true, {}, 1, limits.maxCount};
+}
+constexpr Argument FrameTestSizeArgument(const FrameTestLimits& limits) {
+    return {"size", nullptr, "size of a frame's data", ArgumentKind::NUMBER,
+            true,   {},      limits.dataSizes.front(), limits.dataSizes.back(),
+            "bytes"};
+}
+inline constexpr Argument FRAME_TEST_ON_ERROR = {
+    "onerror",          nullptr, "what to do after an error; any other word means to ignore it",
+    ArgumentKind::WORD, true,    FRAME_TEST_ON_ERROR_WORDS};
+inline constexpr Argument FRAME_TEST_PATTERN = {
+    "pattern",          nullptr, "data of a frame; any other word means Random",
+    ArgumentKind::WORD, true,    FRAME_TEST_PATTERN_WORDS};
+inline constexpr Argument FRAME_TEST_DATA = {"--data-pattern", "-d",
+                                             "data for the pattern Custom, eight characters with hyphens between them",
+                                             ArgumentKind::TEXT};
+
 /// How often a test was run, and what came of it.
 struct FrameTestCounts {
     VX_UINT32 increment = 0;  ///< library calls asked for
@@ -29,12 +72,12 @@ struct FrameTestCounts {
 /// Reads the words up to what to do on an error. `RC_INVALID_PARAMETER` for too few words and for a number out
 /// of range. A test count whose low 32 bits have the top bit set passes, as it is compared with its sign; the
 /// test increment isn't.
-VX_UINT32 ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters,
-                             FrameTestCounts& counts);
+ResultCode ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters,
+                              FrameTestCounts& counts);
 
 /// Reads the data pattern; a word that is none means random data. `RC_INVALID_FORMAT` for custom data that is
 /// not of eight characters with "-" between them.
-VX_UINT32 ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters);
+ResultCode ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters);
 
 /// True when a test's verdict is "Success", terminator included.
 template <std::size_t N> bool IsTestPassed(const char (&status)[N]) {
@@ -50,11 +93,11 @@ bool CountFrameTest(const DiagTestParams& parameters, const char* testName, VX_U
 /// Runs the iterations. `iterate(isPassed)` makes one library call and gives a result code; one that isn't 0
 /// ends the test and is given back.
 template <typename Iterate>
-VX_UINT32 RunFrameTest(const DiagTestParams& parameters, const char* testName, FrameTestCounts& counts,
-                       Iterate iterate) {
+ResultCode RunFrameTest(const DiagTestParams& parameters, const char* testName, FrameTestCounts& counts,
+                        Iterate iterate) {
     for (VX_UINT32 index = 0;; ++index) {
         bool isPassed = false;
-        if (const VX_UINT32 code = iterate(isPassed); code != RC_SUCCESS) {
+        if (const ResultCode code = iterate(isPassed); code != RC_SUCCESS) {
             return code;
         }
         if (!CountFrameTest(parameters, testName, index, isPassed, counts)) {

@@ -25,5 +25,8 @@ bool IsMapleAdapter(__CHIPPROPERTY chip);
 bool IsMezz32GAdapter(__CHIPPROPERTY chip);
 bool IsMezz16GAdapter(__CHIPPROPERTY chip);
 
+/// Whether the fabric can assign port names and boot LUNs to an adapter.
+bool HasFabricAssignment(__CHIPPROPERTY chip);
+
 /// The UEFI-capable chips: Larch, Alder and Birch.
 bool IsUefiCapableAdapter(__CHIPPROPERTY chip);

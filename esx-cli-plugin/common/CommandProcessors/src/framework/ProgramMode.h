@@ -1,0 +1,20 @@
+/// @file
+/// The mode of a run.
+#pragma once
+
+#include "vexapi.h"
+
+#include <atomic>
+
+/// Bits of `g_uFlags`.
+enum ProgramFlag : VX_UINT32 {
+    FLAG_DEBUG = 1,        ///< "-debug": accepted and stored; nothing reads it
+    FLAG_QUIT = 2,         ///< tested by `main` and the prompt; nothing sets it
+    FLAG_COMMAND_LINE = 4, ///< one command, no prompt
+    FLAG_ENGINEERING = 8,  ///< "-eng": nodes with bit 0 in their flags are usable and shown
+    FLAG_BREAK = 16,       ///< SIGQUIT: back to the prompt
+};
+extern std::atomic<VX_UINT32> g_uFlags;
+inline bool HasProgramFlag(ProgramFlag flag) {
+    return (g_uFlags & flag) != 0;
+}

@@ -1,0 +1,24 @@
+/// @file
+/// The common function of `list` leaves.
+#pragma once
+
+#include "Document.h"
+#include "HostTree.h"
+#include "MultipleCmdsProcessor.h"
+
+/// What a `list` leaf does before its document: `RC_SUCCESS` with the host stored; `RC_HELP_REQUESTED` for a help
+/// word, `RC_HOST_NOT_FOUND` without an adapter list.
+ResultCode AdmitList(const TavuStringArray& args, const VX_ADAPTER_LIST*& host);
+
+/// A list whose structures `rows(document, host)` writes. Where it is not admitted there is no document.
+template <typename Rows>
+ResultCode ListHost(MultipleCmdsProcessor* self, const TavuStringArray& args, Serializer::eOutputFormat format,
+                    Rows rows) {
+    const VX_ADAPTER_LIST* host = nullptr;
+    const ResultCode code = AdmitList(args, host);
+    if (code == RC_SUCCESS) {
+        Document document(*self, format);
+        document.List([&] { rows(document, *host); });
+    }
+    return code;
+}
