@@ -8,6 +8,7 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <utility>
 
 namespace sim {
 namespace {
@@ -23,14 +24,24 @@ std::string indexed(const std::string& path, std::size_t index) {
     return path + "/" + std::to_string(index);
 }
 
-/// Lays the members of `over` over those of `base`; objects are merged member by member.
-void mergeOver(Json& base, const Json& over) {
+void mergeOver(Json& base, Json&& over);
+
+/// Moves a value over the member with this key; objects are merged member by member.
+void mergeMember(Json& base, const std::string& key, Json&& value) {
+    const auto present = base.find(key);
+    if (present == base.end()) {
+        appendMember(base, key, std::move(value));
+    } else if (present->is_object() && value.is_object()) {
+        mergeOver(*present, std::move(value));
+    } else {
+        *present = std::move(value);
+    }
+}
+
+/// Moves the members of `over` over those of `base`.
+void mergeOver(Json& base, Json&& over) {
     for (auto member = over.begin(); member != over.end(); ++member) {
-        if (member.value().is_object() && base.contains(member.key()) && base[member.key()].is_object()) {
-            mergeOver(base[member.key()], member.value());
-        } else {
-            base[member.key()] = member.value();
-        }
+        mergeMember(base, member.key(), std::move(member.value()));
     }
 }
 
@@ -105,7 +116,7 @@ public:
     std::unique_ptr<Host> read();
 
 private:
-    void readTop(const Json& top, Host& host);
+    void readTop(Json top, Host& host);
     Adapter readAdapter(const Json& json, const std::string& path, std::size_t index);
     PhyPort readPhyPort(const Json& json, const std::string& path, const Adapter& adapter, std::size_t index);
     Port readPort(const Json& json, const std::string& path, const Adapter& adapter);
@@ -118,53 +129,99 @@ private:
     void checkName(const Port& port, const std::string& path);
     void completeStatistics(Port& port);
 
+    struct Template {
+        std::string name;
+        Json value; ///< as it is written
+        bool isUsed = false;
+        std::optional<Json> resolved; ///< once it has been used
+        int height = 0;               ///< how deep it uses other templates
+        std::size_t uses = 0;         ///< how many uses of templates it is made of
+    };
+
+    /// The template of this name, or null.
+    Template* findTemplate(const Json& name);
     /// Lays the templates that objects use under them.
-    Json resolve(const Json& json, const std::string& path, int depth = 0);
+    void resolve(Json& json, const std::string& path, int depth = 0);
+    /// The value of a template, resolved, for a use at this depth.
+    Json resolved(Template& used, int depth);
     Bytes readBlob(const Json& json, const std::string& path, std::size_t most);
 
     Files files_;
-    Json templates_ = Json::object();
-    std::set<std::string> usedTemplates_;
+    std::vector<Template> templates_;
     std::size_t nestedUses_ = 0;
+    int deepestUse_ = 0; ///< of those met so far, or within the template that is being resolved
     std::set<std::string> names_;
     bool duplicatesAllowed_ = false;
 };
 
-Json HostReader::resolve(const Json& json, const std::string& path, int depth) {
+HostReader::Template* HostReader::findTemplate(const Json& name) {
+    const auto* const text = name.get_ptr<const std::string*>();
+    const auto found = std::find_if(templates_.begin(), templates_.end(), [&](const Template& candidate) {
+        return text != nullptr && candidate.name == *text;
+    });
+    return found == templates_.end() ? nullptr : &*found;
+}
+
+Json HostReader::resolved(Template& used, int depth) {
+    deepestUse_ = std::max(deepestUse_, depth + used.height);
+    // A template that would break a limit is resolved once more, to refuse the use that breaks it.
+    if (used.resolved && depth + used.height < deepestTemplate && nestedUses_ + used.uses <= mostNestedUses) {
+        nestedUses_ += used.uses;
+        return *used.resolved;
+    }
+    const std::size_t usesBefore = nestedUses_;
+    const int deepestBefore = std::exchange(deepestUse_, depth);
+    Json value = used.value;
+    resolve(value, "/Templates/" + used.name, depth);
+    used.height = deepestUse_ - depth;
+    used.uses = nestedUses_ - usesBefore;
+    deepestUse_ = std::max(deepestUse_, deepestBefore);
+    used.resolved = value;
+    return value;
+}
+
+void HostReader::resolve(Json& json, const std::string& path, int depth) {
     if (json.is_array()) {
-        Json list = Json::array();
         for (std::size_t i = 0; i < json.size(); ++i) {
-            list.push_back(resolve(json[i], indexed(path, i), depth));
+            resolve(json[i], indexed(path, i), depth);
         }
-        return list;
+        return;
     }
     if (!json.is_object()) {
-        return json;
+        return;
     }
     if (depth == deepestTemplate) {
         throw Refusal(path, "its templates use each other in a circle");
     }
-    Json resolved = Json::object();
-    const Json use = json.value("Use", Json::array());
-    for (const Json& name : use.is_array() ? use : Json::array({use})) {
-        if (!name.is_string() || !templates_.contains(name.get<std::string>())) {
-            throw Refusal(path + "/Use", "names no template: " + name.dump());
+    const auto use = json.find("Use");
+    Json whole = Json::object();
+    if (use != json.end()) {
+        for (const Json& name : use->is_array() ? *use : Json::array({*use})) {
+            Template* const used = findTemplate(name);
+            if (used == nullptr) {
+                throw Refusal(path + "/Use", "names no template: " + name.dump());
+            }
+            used->isUsed = true;
+            if (depth > 0 && ++nestedUses_ > mostNestedUses) {
+                throw Refusal(path, "templates use templates more than " + std::to_string(mostNestedUses) + " times");
+            }
+            mergeOver(whole, resolved(*used, depth + 1));
         }
-        const auto& key = name.get_ref<const std::string&>();
-        usedTemplates_.insert(key);
-        if (depth > 0 && ++nestedUses_ > mostNestedUses) {
-            throw Refusal(path, "templates use templates more than " + std::to_string(mostNestedUses) + " times");
-        }
-        mergeOver(resolved, resolve(templates_[key], "/Templates/" + key, depth + 1));
     }
-    Json own = Json::object();
     for (auto member = json.begin(); member != json.end(); ++member) {
-        if (member.key() != "Use") {
-            own[member.key()] = resolve(member.value(), path + "/" + member.key(), depth);
+        if (member == use) {
+            continue;
+        }
+        if (member->is_structured()) {
+            resolve(*member, path + "/" + member.key(), depth);
+        }
+        if (use != json.end()) {
+            mergeMember(whole, member.key(), std::move(*member));
         }
     }
-    mergeOver(resolved, own);
-    return resolved;
+    if (use != json.end()) {
+        json = std::move(whole);
+    }
 }
 
 Bytes HostReader::readBlob(const Json& json, const std::string& path, std::size_t most) {
@@ -453,31 +510,32 @@ Adapter HostReader::readAdapter(const Json& json, const std::string& path, std::
     return adapter;
 }
 
-void HostReader::readTop(const Json& top, Host& host) {
+void HostReader::readTop(Json top, Host& host) {
     requireObject(top, ""); // an object, before anything is looked up in it
-    if (top.contains("Templates")) {
-        requireObject(top["Templates"], "/Templates");
-        templates_ = top["Templates"];
+    if (const auto templates = top.find("Templates"); templates != top.end()) {
+        requireObject(*templates, "/Templates");
+        for (auto item = templates->begin(); item != templates->end(); ++item) {
+            templates_.push_back({item.key(), std::move(item.value()), false, {}, 0, 0});
+        }
+        top.erase(templates);
     }
-    Json plain = top;
-    plain.erase("Templates");
-    plain = resolve(plain, "");
-    ObjectReader reader(plain, "");
+    resolve(top, "");
+    ObjectReader reader(top, "");
     duplicatesAllowed_ = reader.number("AllowDuplicateNames", 0, 1) != 0;
     host.bfsMode = static_cast<VX_UINT8>(reader.number("BfsMode", 1, 4));
     if (host.bfsMode == 0 || host.bfsMode == 3) {
         throw Refusal("/BfsMode", "must be 1, 2 or 4");
     }
-    if (!plain.contains("Adapters")) {
+    if (!top.contains("Adapters")) {
         throw Refusal("", "has no key \"Adapters\"");
     }
     host.adapters = readEach(reader, "Adapters", [&](const Json& adapter, const std::string& at, std::size_t i) {
         return readAdapter(adapter, at, i);
     });
     reader.finish();
-    for (auto item = templates_.begin(); item != templates_.end(); ++item) {
-        if (!usedTemplates_.contains(item.key())) {
-            throw Refusal("/Templates/" + item.key(), "is used nowhere");
+    for (const Template& unused : templates_) {
+        if (!unused.isUsed) {
+            throw Refusal("/Templates/" + unused.name, "is used nowhere");
         }
     }
 }

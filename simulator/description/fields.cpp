@@ -6,7 +6,6 @@
 #include <cstring>
 #include <limits>
 #include <nlohmann/json.hpp>
-#include <set>
 
 namespace sim {
 namespace {
@@ -95,37 +94,98 @@ void readElements(const Json& value, const std::string& path, const Field& field
     }
 }
 
+/// Builds the value of a JSON text. Refuses deep nesting, and keys that stand twice in an object.
+class JsonBuilder : public nlohmann::json_sax<Json> {
+public:
+    Json take() { return std::move(root_); }
+
+    bool null() override { return add(nullptr); }
+    bool boolean(bool value) override { return add(value); }
+    bool number_integer(number_integer_t value) override { return add(value); }
+    bool number_unsigned(number_unsigned_t value) override { return add(value); }
+    bool number_float(number_float_t value, const string_t& /*text*/) override { return add(value); }
+    bool string(string_t& value) override { return add(std::move(value)); }
+    bool binary(binary_t& value) override { return add(std::move(value)); }
+    bool start_object(std::size_t /*size*/) override { return open(Json::object()); }
+    bool start_array(std::size_t /*size*/) override { return open(Json::array()); }
+    bool end_object() override { return close(); }
+    bool end_array() override { return close(); }
+
+    bool key(string_t& value) override {
+        checkDepth();
+        if (containers_.back()->contains(value)) {
+            throw std::runtime_error("/: the key \"" + value + "\" stands twice in one object");
+        }
+        key_ = std::move(value);
+        return true;
+    }
+
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/, const Json::exception& error) override {
+        // After the parser's own prefix "[json.exception...] " stands what a person wants to read.
+        const std::string what = error.what();
+        throw std::runtime_error("/: is no JSON: " + what.substr(what.find("] ") + 2));
+    }
+
+private:
+    void checkDepth() const {
+        constexpr std::size_t deepest = 64; // keeps recursion over the values shallow
+        if (containers_.size() > deepest) {
+            throw std::runtime_error("/: is nested more than " + countText(deepest, "deep"));
+        }
+    }
+    Json& place(Json&& value) {
+        checkDepth();
+        if (containers_.empty()) {
+            return root_ = std::move(value);
+        }
+        Json& container = *containers_.back();
+        return container.is_object() ? appendMember(container, std::move(key_), std::move(value))
+                                     : container.emplace_back(std::move(value));
+    }
+    bool add(Json&& value) {
+        place(std::move(value));
+        return true;
+    }
+    bool open(Json&& container) {
+        containers_.push_back(&place(std::move(container)));
+        return true;
+    }
+    bool close() {
+        containers_.pop_back();
+        return true;
+    }
+
+    Json root_;
+    std::string key_;               ///< of the value to come
+    std::vector<Json*> containers_; ///< those that are open; only the last one grows
+};
+
 } // namespace
 
 static_assert(std::endian::native == std::endian::little, "records are stored in the order of a little-endian host");
 
 Json parseJson(const std::string& text) {
-    constexpr int deepest = 64; // keeps recursion over the values shallow
-    std::vector<std::set<std::string>> keys;
-    const auto watch = [&](int depth, Json::parse_event_t event, Json& parsed) {
-        if (depth > deepest) {
-            throw std::runtime_error("/: is nested more than " + countText(deepest, "deep"));
+    JsonBuilder builder;
+    Json::sax_parse(text, &builder, Json::input_format_t::json, true, true);
+    return builder.take();
+}
+
+Json& appendMember(Json& object, std::string key, Json&& value) {
+    auto& members = object.get_ref<Json::object_t&>();
+    if (members.size() == members.capacity()) {
+        // Keys are constant, so growth by itself would copy the members, and with them their values.
+        Json::object_t grown;
+        grown.reserve(2 * members.size() + 8);
+        for (auto& [name, held] : members) {
+            grown.emplace_back(name, std::move(held));
         }
-        if (event == Json::parse_event_t::object_start) {
-            keys.emplace_back();
-        } else if (event == Json::parse_event_t::object_end) {
-            keys.pop_back();
-        } else if (event == Json::parse_event_t::key && !keys.back().insert(parsed.get<std::string>()).second) {
-            throw std::runtime_error("/: the key \"" + parsed.get<std::string>() + "\" stands twice in one object");
-        }
-        return true;
-    };
-    try {
-        return Json::parse(text, watch, true, true);
-    } catch (const Json::exception& error) {
-        // Behind the parser's own prefix "[json.exception...] " stands what a person wants to read.
-        const std::string what = error.what();
-        throw std::runtime_error("/: is no JSON: " + what.substr(what.find("] ") + 2));
+        members = std::move(grown);
     }
+    return members.emplace_back(std::move(key), std::move(value)).second;
 }
 
 Refusal::Refusal(const std::string& path, const std::string& reason)
-    : std::runtime_error((path.empty() ? std::string("/") : path) + ": " + reason) {}
+    : std::runtime_error((path.empty() ? std::string("/") : path) + ": " + reason), path_(path), reason_(reason) {}
 
 std::uint64_t readNumber(const Json& value, const std::string& path, std::uint64_t top) {
     std::uint64_t number = 0;
@@ -256,7 +316,7 @@ Json writeField(const Field& field, const void* record) {
 Json writeRecord(Table table, const void* record) {
     Json object = Json::object();
     for (const Field& field : table) {
-        object[field.key] = writeField(field, record);
+        appendMember(object, std::string(field.key), writeField(field, record));
     }
     return object;
 }
@@ -315,7 +375,11 @@ void ObjectReader::fields(Table table, void* record) {
     for (auto member = object_.begin(); member != object_.end(); ++member, ++index) {
         if (const Field* field = findField(table, member.key())) {
             taken_[index] = true;
-            readField(member.value(), at(field->key), *field, record);
+            try {
+                readField(member.value(), "", *field, record);
+            } catch (const Refusal& refusal) { // a path costs as much as the value: it is made when it is needed
+                throw refusal.below(at(field->key));
+            }
         }
     }
 }
@@ -337,7 +401,11 @@ void ObjectReader::finish() const {
 std::string ObjectReader::at(std::string_view key) const {
     std::string path = path_ + "/";
     for (const char c : key) { // a JSON pointer writes "~" and "/" inside a key as "~0" and "~1"
-        path += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
+        if (c == '~' || c == '/') {
+            path += c == '~' ? "~0" : "~1";
+        } else {
+            path += c;
+        }
     }
     return path;
 }

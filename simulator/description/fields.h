@@ -35,7 +35,7 @@ using Table = std::span<const Field>;
 
 /// One row: where a field of a record lies and how it is written.
 struct Field {
-    const char* key;
+    std::string_view key;
     Kind kind;
     std::size_t offset; ///< bytes
     std::size_t size;   ///< bytes of one element for `Numbers` and `Record`, of the whole otherwise
@@ -47,7 +47,7 @@ struct Field {
 template <class Record> Table fieldsOf();
 
 /// Makes the row of a member from its type.
-template <class Member> constexpr Field row(const char* key, std::size_t offset) {
+template <class Member> constexpr Field row(std::string_view key, std::size_t offset) {
     using Element = std::remove_all_extents_t<Member>;
     constexpr std::size_t count = std::is_array_v<Member> ? std::extent_v<Member> : 1;
     if constexpr (std::is_class_v<Element>) {
@@ -78,11 +78,22 @@ constexpr Field as(Kind kind, Field field) {
 class Refusal : public std::runtime_error {
 public:
     Refusal(const std::string& path, const std::string& reason);
+
+    /// The same refusal, its path continuing `path`.
+    Refusal below(const std::string& path) const { return {path + path_, reason_}; }
+
+private:
+    std::string path_;
+    std::string reason_;
 };
 
 /// Parses JSON, comments allowed, and refuses what parsers pass over: a key that stands twice in an object.
 /// Throws `std::runtime_error`.
 Json parseJson(const std::string& text);
+
+/// Appends a member whose key the object lacks, and gives its value. Unlike the object's own insertion, this never
+/// copies the values of other members.
+Json& appendMember(Json& object, std::string key, Json&& value);
 
 /// Reads one JSON object and refuses what it doesn't know.
 class ObjectReader {

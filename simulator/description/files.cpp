@@ -102,10 +102,15 @@ Bytes parseHex(std::string_view text) {
             if (digits.size() != 2 || parsed.ec != std::errc() || parsed.ptr != digits.data() + 2 || !ends) {
                 throw std::runtime_error("line " + std::to_string(lineNumber) + " holds something else than bytes");
             }
-            if (position >= bytes.size()) {
-                bytes.resize(position + 1);
+            if (position > bytes.size()) {
+                bytes.resize(position);
             }
-            bytes[position++] = byte;
+            if (position == bytes.size()) {
+                bytes.push_back(byte);
+            } else {
+                bytes[position] = byte;
+            }
+            ++position;
             i += 2;
         }
     }

@@ -88,8 +88,8 @@ void checkFlashUnlocked(const Port& port) {
 /// Writes a multi-boot image into records of an adapter and one of its ports. Throws `Failure`.
 void applyMultiBoot(const Image& image, _vexapi_adapter_t& adapter, _vexapi_protocol_t& port, PortAnswers& answers) {
     std::size_t known = 0;
-    const auto find = [&](const char* word) {
-        const auto found = image.values.find(word);
+    const auto find = [&](std::string_view word) {
+        const auto found = image.values.find(std::string(word));
         known += found == image.values.end() ? 0 : 1;
         return found == image.values.end() ? nullptr : &found->second;
     };

@@ -11,10 +11,10 @@ const std::string& readme() {
 
 TEST(Readme, NamesEveryAnswer) {
     for (const sim::Field& field : sim::fieldsOf<sim::PortAnswers>()) {
-        EXPECT_NE(readme().find(std::string("`") + field.key + "`"), std::string::npos) << field.key;
+        EXPECT_NE(readme().find("`" + std::string(field.key) + "`"), std::string::npos) << field.key;
     }
     for (const sim::Field& field : sim::fieldsOf<sim::CreditInfo>()) {
-        EXPECT_NE(readme().find(std::string("`") + field.key + "`"), std::string::npos) << field.key;
+        EXPECT_NE(readme().find("`" + std::string(field.key) + "`"), std::string::npos) << field.key;
     }
     for (const char* key :
          {"Targets", "CongestionStatistics", "FwPrivateStatistics", "Transceiver", "Vpd", "FirmwareDump", "RdpPayload",
