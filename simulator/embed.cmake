@@ -13,7 +13,7 @@ foreach(name IN LISTS names)
     string(APPEND table "    {\"${name}\", {file${number}, sizeof file${number}}},\n")
     math(EXPR number "${number} + 1")
 endforeach()
-file(WRITE "${OUTPUT}" "#include \"description/files.h\"
+file(WRITE "${OUTPUT}" "#include \"description/Files.h\"
 
 namespace sim {
 namespace {

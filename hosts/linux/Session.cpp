@@ -1,0 +1,52 @@
+/// @file
+/// Starting and ending the library, and its tree.
+#include "Session.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+std::unique_ptr<host::Tree>& current() {
+    static std::unique_ptr<host::Tree> tree;
+    return tree;
+}
+
+} // namespace
+
+host::Tree* host::tree() {
+    return current().get();
+}
+
+/// Reads everything at once: the tool keeps what the library prints here out of its documents.
+VX_UINT32 VEXAPI_Initialize(VX_UINT32 /*debugLevel*/, VX_UINT32 /*reserved*/) {
+    const char* const root = std::getenv("VEXAPI_SYSFS_ROOT");
+    const std::string folder = root == nullptr ? "" : root;
+    current() = std::make_unique<host::Tree>(folder);
+    if (!current()->isValid()) {
+        std::fprintf(stderr, "vexapi linux: %s/sys/class can't be read: no sysfs there\n", folder.c_str());
+        return host::NOT_READABLE;
+    }
+    if (current()->portCount() == 0) {
+        std::fprintf(stderr, "vexapi linux: no Fibre Channel port in %s/sys/class/fc_host\n", folder.c_str());
+    }
+    return host::OK;
+}
+
+VX_UINT32 VEXAPI_SetToolID(VX_UINT32 /*toolId*/) {
+    return host::OK;
+}
+
+VX_UINT32 VEXAPI_SetToolVersion(VX_UINT32 /*major*/, VX_UINT32 /*minor*/, VX_UINT32 /*sub*/, VX_UINT32 /*build*/) {
+    return host::OK;
+}
+
+VX_UINT32 VEXAPI_Uninitialize(void) {
+    current().reset();
+    return host::OK;
+}
+
+VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void) {
+    return host::tree() != nullptr && host::tree()->isValid() ? host::tree()->list() : nullptr;
+}

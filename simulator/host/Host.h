@@ -1,0 +1,132 @@
+/// @file
+/// The simulated host: the records that callers see and what the functions answer beside them.
+#pragma once
+
+#include "Api.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace sim {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// What `VEXAPI_FCGetBBCSupportInfoEx` answers.
+struct CreditInfo {
+    VX_UINT8 Status;     ///< 0 off, 1 on
+    VX_UINT8 Configured; ///< count, 0 to 15
+    VX_UINT8 State;      ///< 0 offline, 1 online
+    VX_UINT8 Negotiated; ///< count
+    char Reason[64];     ///< why it is offline
+};
+
+/// What the functions answer for a port, beside its record.
+struct PortAnswers {
+    _VEXAPI_FlashComponentVersion FlashComponents;
+    VX_SFlashMemoBlock MemoBlock;
+    VX_INT16 Temperature; ///< degrees Celsius
+    VEXAPI_LOCKDOWNINFO Lockdown;
+    VX_UINT8 Mezzanine;                ///< 1 for a mezzanine card
+    VX_UINT32 Beacon;                  ///< 0 off, 1 on
+    VX_UINT8 Personality;              ///< 0 FC, 1 CNA
+    VX_UINT8 PersonalityChangeAllowed; ///< 1 when the user may change it
+    _VEXAPI_HBAParameters NvramDefaults;
+    _VEXAPI_HBAParameters Nvram;
+    _VEXAPI_FcNVMeBootParams NvmeBoot;
+    CreditInfo CreditRecovery;
+    VX_UINT32 Fec; ///< 0 off, 1 on
+    VX_UINT8 CongestionFeature;
+    _VEXAPI_SCMRProfile CongestionProfile;
+    VX_UINT32 DPortMode;
+    _VEXAPI_DiagnosticsDPortResult DPortResult;
+    VX_UINT32 VpdSize;          ///< size that is reported for the VPD; 0: its true size
+    VX_UINT32 RdpSize;          ///< the same for the RDP payload
+    VX_UINT8 RebootAfterChange; ///< 1 when changes take effect only after a reboot
+    VX_UINT8 RebootPending;     ///< a change waits for a reboot
+    VX_UINT8 FlashPending;      ///< a flash image waits for a reboot
+};
+
+struct Target {
+    _tagVEXAPI_SDMTarget record{};
+    VX_UINT32 linkSpeed = 0; ///< code of `PortSpeed`
+    __STATISTICS statistics{};
+    std::vector<_tagVEXAPI_SDMLun> luns;
+};
+
+struct Adapter;
+
+/// One protocol function of a physical port.
+struct Port {
+    _vexapi_protocol_t record{};
+    PortAnswers answers{};
+    std::vector<Target> targets;
+    std::vector<_VEXAPI_SANCONGTMGMTV2> congestion;
+    std::optional<std::vector<_VEXAPI_FWPRIVATESTATSEntry>> privateStatistics; ///< none: a null pointer
+    std::array<VX_UINT8, 512> transceiver{};
+    Bytes vpd;
+    std::optional<Bytes> firmwareDump; ///< none: no dump is available
+    Bytes rdpPayload;
+    /* Results of diagnostics in the order of the calls of one session; the last one repeats. */
+    std::vector<_VEXAPI_LoopbackTestResult> loopback;
+    std::vector<std::vector<_VEXAPI_ReadWriteBufferTestResult>> readWriteBuffer;
+    std::vector<_VEXAPI_ECHO_RESULTS> echo;
+    std::size_t loopbackCalls = 0;
+    std::size_t readWriteBufferCalls = 0;
+    std::size_t echoCalls = 0;
+    /// Statuses that functions give for this port instead of an answer: index of the function, status.
+    std::vector<std::pair<std::size_t, VX_UINT32>> statuses;
+
+    Adapter* adapter = nullptr;
+    std::uint32_t index = 0;
+};
+
+struct PhyPort {
+    _vexapi_phy_port_t record{};
+    VX_PROTOCOL_LIST list{};
+    std::optional<std::vector<Port>> ports; ///< none: a null list
+};
+
+struct Adapter {
+    _vexapi_adapter_t record{};
+    VX_PHY_PORT_LIST list{};
+    std::optional<std::vector<PhyPort>> phyPorts; ///< none: a null list
+    std::uint32_t index = 0;
+};
+
+struct Host {
+    VX_ADAPTER_LIST list{};
+    std::optional<std::vector<Adapter>> adapters; ///< none: a null list
+    VX_UINT8 bfsMode = 1;                         ///< 1 BIOS, 2 UEFI, 4 NVMe
+    std::vector<Port*> ports;                     ///< by index
+    std::string digest;                           ///< of the description and all files it names
+
+    Host() = default;
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    /// Ties the finished vectors into the tree that callers walk, numbers the ports and makes their
+    /// handles. No vector may grow afterwards.
+    void link();
+    /// The port that a handle stands for, or null when it isn't one of ours.
+    Port* find(const VX_PORT_HANDLE& handle) const;
+    /// The port that the word at byte 4 of a handle stands for, or null.
+    Port* find(VX_UINT32 word) const;
+};
+
+/// The target with this port name, or null.
+Target* findTarget(Port& port, const VX_UINT8 (&name)[8]);
+/// Whether a target has this LUN or namespace.
+bool hasLun(const Target& target, std::uint32_t number);
+/// Whether a target is an NVMe controller.
+bool isNvme(const Target& target);
+/// The port's name as text, "21:00:...".
+std::string nameOf(const Port& port);
+
+/// NVRAM parameters as the factory sets them.
+_VEXAPI_HBAParameters factoryNvram();
+
+} // namespace sim

@@ -1,0 +1,373 @@
+/// @file
+/// From the kernel's words to the library's values.
+#include "Attributes.h"
+
+#include <cstring>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+
+using namespace host;
+using namespace std::string_literals;
+
+namespace {
+
+/// Every text that the kernel writes when it doesn't know.
+constexpr Text UNTOLD[] = {"", "\n", " \n", "unknown\n", "Unknown\n", "-1\n"};
+
+std::string hex(const VX_UINT8* bytes, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+        char digits[3];
+        std::snprintf(digits, sizeof digits, "%02x", bytes[i]);
+        text += digits;
+    }
+    return text;
+}
+
+TEST(LinuxValuesTest, Numbers) {
+    EXPECT_EQ(numberIn("0x0"), 0u);
+    EXPECT_EQ(numberIn("0xff"), 255u);
+    EXPECT_EQ(numberIn("300"), 300u);
+    EXPECT_EQ(numberIn("0xffffffffffffffff"), ~std::uint64_t{0});
+    for (const Text text : {"", "0x", "x", "12 ", " 12", "12x", "-2", "0x1ffffffffffffffff", "99999999999999999999"}) {
+        EXPECT_FALSE(numberIn(text)) << text;
+    }
+}
+
+TEST(LinuxValuesTest, NumbersOfARecord) {
+    VX_UINT8 small = 7;
+    VX_UINT16 middle = 7;
+    VX_UINT32 large = 7;
+    VX_UINT64 huge = 7;
+    for (const Text text : UNTOLD) {
+        EXPECT_TRUE(takeNumber(text, small) && takeNumber(text, middle) && takeNumber(text, large)) << text;
+        EXPECT_TRUE(takeNumber(text, huge)) << text;
+    }
+    EXPECT_TRUE(takeNumber("0xffffffffffffffff\n", large));
+    EXPECT_TRUE(small == 7 && middle == 7 && large == 7 && huge == 7);
+    EXPECT_FALSE(takeNumber("seven", large));
+    EXPECT_EQ(large, 7u);
+    EXPECT_TRUE(takeNumber("0x1fffffffe\n", large) && takeNumber("65536\n", middle) && takeNumber("256\n", small));
+    EXPECT_EQ(large, 0xFFFFFFFFu);
+    EXPECT_EQ(middle, 0xFFFF);
+    EXPECT_EQ(small, 0xFF);
+    EXPECT_TRUE(takeNumber("0x1fffffffe\n", huge));
+    EXPECT_EQ(huge, 0x1FFFFFFFEu);
+    EXPECT_EQ(saturated(0xFFFFFFFF), 0xFFFFFFFFu);
+    EXPECT_EQ(saturated(0x100000000), 0xFFFFFFFFu);
+}
+
+TEST(LinuxValuesTest, Sums) {
+    VX_UINT32 sum = 5;
+    EXPECT_TRUE(addNumber("0x10\n", sum) && addNumber("0xffffffffffffffff\n", sum));
+    EXPECT_EQ(sum, 21u);
+    EXPECT_TRUE(addNumber("0xfffffff0\n", sum));
+    EXPECT_EQ(sum, 0xFFFFFFFFu);
+    EXPECT_FALSE(addNumber("many", sum));
+}
+
+TEST(LinuxValuesTest, Names) {
+    VX_UINT8 name[8] = {};
+    EXPECT_TRUE(takeName("0x200002000000a001\n", name));
+    EXPECT_EQ(hex(name, 8), "200002000000a001");
+    EXPECT_EQ(nameNumber(name), 0x200002000000a001u);
+    for (const Text text : UNTOLD) {
+        EXPECT_TRUE(takeName(text, name));
+    }
+    EXPECT_TRUE(takeName("0xffffffffffffffff\n", name));
+    EXPECT_FALSE(takeName("20:00:02:00:00:00:a0:01\n", name));
+    EXPECT_EQ(hex(name, 8), "200002000000a001");
+    EXPECT_TRUE(takeName("0x0\n", name));
+    EXPECT_EQ(nameNumber(name), 0u);
+}
+
+TEST(LinuxValuesTest, PortIds) {
+    VX_UINT8 id[3] = {};
+    EXPECT_TRUE(takePortId("0x01a2b3\n", id));
+    EXPECT_EQ(hex(id, 3), "01a2b3");
+    EXPECT_TRUE(takePortId("0xffffff\n", id));
+    EXPECT_EQ(hex(id, 3), "ffffff");
+    EXPECT_TRUE(takePortId("0x1000000\n", id) && takePortId("0xffffffff\n", id));
+    EXPECT_EQ(hex(id, 3), "ffffff");
+    EXPECT_FALSE(takePortId("none", id));
+}
+
+TEST(LinuxValuesTest, Texts) {
+    const std::pair<Text, std::string> rows[] = {
+        {"ABC\n", "ABC"},          {"  two words \t\n", "two words"}, {Text("NUL\0 \0", 6), "NUL"},
+        {"tab\there", "tab?here"}, {"\x7f\x80\xff~", "???~"},         {"<a>&\"%s%n'", "<a>&\"%s%n'"},
+        {"UNKNOWN", ""},           {"unknowns", "unknowns"},          {"", ""},
+    };
+    for (const auto& [text, expected] : rows) {
+        std::string value;
+        EXPECT_TRUE(takeText(text, value));
+        EXPECT_EQ(value, expected);
+    }
+    std::string kept = "kept";
+    EXPECT_TRUE(takeText("unknown\n", kept));
+    EXPECT_EQ(kept, "kept");
+    char line[4] = "xyz";
+    takeText("abcdef", line);
+    EXPECT_STREQ(line, "abc");
+    VX_UINT8 padded[4] = {};
+    takePadded("abcdef", padded);
+    EXPECT_EQ(std::memcmp(padded, "abcd", 4), 0);
+    VX_UINT8 shorter[4] = {};
+    takePadded("ab  ", shorter);
+    EXPECT_EQ(std::memcmp(shorter, "ab\0\0", 4), 0);
+}
+
+TEST(LinuxValuesTest, Speeds) {
+    const std::pair<Text, VX_UINT32> rows[] = {
+        {"1 Gbit", 1},   {"2 Gbit", 2},    {"4 Gbit", 4},   {"8 Gbit", 8},        {"10 Gbit", 16}, {"16 Gbit", 22},
+        {"32 Gbit", 50}, {"64 Gbit", 100}, {"20 Gbit", 0},  {"25 Gbit", 0},       {"40 Gbit", 0},  {"50 Gbit", 0},
+        {"100 Gbit", 0}, {"128 Gbit", 0},  {"256 Gbit", 0}, {"Not Negotiated", 0}};
+    for (const auto& [text, code] : rows) {
+        VX_UINT32 speed = 7;
+        EXPECT_TRUE(takeSpeed(std::string(text) + "\n", speed)) << text;
+        EXPECT_EQ(speed, code) << text;
+    }
+    VX_UINT32 speed = 7;
+    EXPECT_TRUE(takeSpeed("unknown\n", speed));
+    EXPECT_FALSE(takeSpeed("16Gbit\n", speed));
+    EXPECT_EQ(speed, 7u);
+}
+
+TEST(LinuxValuesTest, SupportedSpeeds) {
+    const std::tuple<Text, bool, VX_UINT8> rows[] = {
+        {"8 Gbit, 16 Gbit, 32 Gbit\n", true, 0x70},
+        {"1 Gbit, 2 Gbit, 4 Gbit, 8 Gbit, 10 Gbit, 16 Gbit, 32 Gbit, 64 Gbit\n", true, 0xFF},
+        {"10 Gbit\n", true, 0x04},
+        {"128 Gbit, 64 Gbit\n", true, 0x80},
+        {"unknown\n", true, 0},
+        {"\n", true, 0},
+        {",\n", true, 0},
+        {"4 Gbit,,8 Gbit,\n", true, 0x18},
+        {"4 Gbit, quick\n", false, 0x08},
+    };
+    for (const auto& [text, isUnderstood, mask] : rows) {
+        VX_UINT8 speeds = 0;
+        EXPECT_EQ(takeSpeeds(text, speeds), isUnderstood) << text;
+        EXPECT_EQ(speeds, mask) << text;
+    }
+}
+
+TEST(LinuxValuesTest, PortStates) {
+    const std::tuple<Text, VX_UINT8, bool> rows[] = {
+        {"Online", 1, true},       {"Offline", 3, false},  {"Linkdown", 3, false}, {"Not Present", 3, false},
+        {"Bypassed", 3, false},    {"Error", 3, false},    {"Deleted", 3, false},  {"Blocked", 0, false},
+        {"Diagnostics", 0, false}, {"Loopback", 0, false}, {"Marginal", 0, true},
+    };
+    for (const auto& [text, code, isOnline] : rows) {
+        VX_UINT8 state = 9;
+        VX_UINT8 flags[6] = {};
+        EXPECT_TRUE(takePortState(text, state) && takeTargetState(text, flags)) << text;
+        EXPECT_EQ(state, code) << text;
+        EXPECT_EQ(hex(flags, 6), isOnline ? "000002000100" : "000000000000") << text;
+    }
+    VX_UINT8 state = 9;
+    VX_UINT8 flags[6] = {};
+    EXPECT_TRUE(takePortState("Unknown", state) && takeTargetState("Unknown", flags));
+    EXPECT_FALSE(takePortState("online", state) || takeTargetState("online", flags));
+    EXPECT_EQ(state, 9);
+}
+
+TEST(LinuxValuesTest, PortTypes) {
+    const std::tuple<Text, VX_UINT8, VX_UINT8> rows[] = {
+        {"NPort (fabric via point-to-point)", 1, 1},
+        {"Point-To-Point (direct nport connection)", 1, 1},
+        {"NPIV VPORT", 1, 1},
+        {"NLPort (fabric via loop)", 6, 2},
+        {"LPort (private loop)", 2, 2},
+        {"Other", 0, 0},
+        {"Not Present", 0, 0},
+        {"Unknown", 0, 0},
+    };
+    for (const auto& [text, type, mode] : rows) {
+        _vexapi_protocol_t record{};
+        EXPECT_TRUE(takePortType(text, record)) << text;
+        EXPECT_EQ(record.PortType, type) << text;
+        EXPECT_EQ(record.PortConnectionMode, mode) << text;
+    }
+    _vexapi_protocol_t record{};
+    EXPECT_FALSE(takePortType("XPort", record));
+}
+
+TEST(LinuxValuesTest, PciLinks) {
+    const std::tuple<Text, Text, VX_UINT16> rows[] = {
+        {"2.5 GT/s PCIe", "1", 0x11},  {"5.0 GT/s PCIe", "2", 0x22},    {"8.0 GT/s PCIe", "4", 0x43},
+        {"16.0 GT/s PCIe", "8", 0x84}, {"32.0 GT/s PCIe", "16", 0x108}, {"64.0 GT/s PCIe", "32", 0x180},
+        {"8 GT/s", "24", 0x003},       {"Unknown", "255", 0},           {"Unknown speed", "0", 0},
+    };
+    for (const auto& [speed, width, expected] : rows) { // 32 lanes are the library's code 24
+        VX_UINT16 link = 0;
+        EXPECT_TRUE(takeLinkSpeed(speed, link) && takeLinkWidth(width, link)) << speed;
+        EXPECT_EQ(link, expected) << speed;
+    }
+    VX_UINT16 link = 0;
+    EXPECT_FALSE(takeLinkSpeed("fast", link) || takeLinkWidth("wide", link));
+}
+
+TEST(LinuxValuesTest, WorldwideIds) {
+    const std::tuple<Text, bool, std::string> rows[] = {
+        {"naa.60014050000a00311114000800000000\n", true, "60014050000a00311114000800000000"},
+        {"eui.0011223344556677\n", true, "0011223344556677"},
+        {"uuid.44444444-0000-4000-8000-000000000007\n", true, "44444444000040008000000000000007"},
+        {"t10.ABC \n", true, "414243"},
+        {"nvme.1af4-53-4d-00000001\n", true, ""},
+        {"\n", true, ""},
+        {"naa.600140\n", true, "600140"},
+        {"naa.60014\n", false, ""},
+        {"naa.60xx\n", false, ""},
+        {"other.60\n", false, ""},
+    };
+    for (const auto& [text, isUnderstood, expected] : rows) {
+        _tagVEXAPI_SDMLun lun{};
+        EXPECT_EQ(takeWorldwideId(text, lun), isUnderstood) << text;
+        EXPECT_EQ(hex(lun.WorldwideId, lun.WorldwideIdLength), expected) << text;
+    }
+    _tagVEXAPI_SDMLun lun{};
+    EXPECT_TRUE(takeWorldwideId("naa." + std::string(80, '7'), lun));
+    EXPECT_EQ(lun.WorldwideIdLength, 32);
+}
+
+/// A page 83h of designators, each given as code set, association and kind, and its bytes.
+std::string page(std::initializer_list<std::pair<int, std::string>> designators) {
+    std::string bytes;
+    for (const auto& [kind, value] : designators) {
+        bytes += "\1"s + static_cast<char>(kind) + '\0' + static_cast<char>(value.size()) + value;
+    }
+    return "\0\x83"s + static_cast<char>(bytes.size() >> 8) + static_cast<char>(bytes.size()) + bytes;
+}
+
+TEST(LinuxValuesTest, Designators) {
+    const std::tuple<std::string, bool, std::string> rows[] = {
+        {page({{1, "T10"}, {2, "EUI"}, {3, "NAA"}}), true, "4e4141"},
+        {page({{1, "T10"}, {2, "EUI"}}), true, "455549"},
+        {page({{1, "T10"}}), true, "543130"},
+        {page({{0x13, "port"}, {0x23, "device"}, {3, "NAA"}}), true,
+         "4e4141"}, // those of ports and devices don't count
+        {page({{3, ""}, {3, "A"}}), true, "41"},
+        {page({{3, "A"}, {3, "B"}}), true, "41"},
+        // Of several NAA ones the registered extended, then the registered, last the locally assigned.
+        {page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}, {3, "\x61"}, {3, "\x52"}}), true, "61"},
+        {page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}}), true, "51"},
+        {page({{3, "\x31"}, {3, "\x21"}}), true, "21"},
+        {page({{2, "\xff"}, {3, "\x31"}}), true, "31"},
+        {page({{0x13, "port"}, {8, "name"}}), false, ""},
+        {page({}), false, ""},
+        {page({{3, "NAA"}}).substr(0, 10), false, ""}, // cut within the designator
+        {page({{3, "NAA"}}).substr(0, 6), false, ""},
+        {"\0\x83\xff\xff"s + page({{3, "NAA"}}).substr(4), true, "4e4141"}, // the page claims more than there is
+        {"\0\x83\0\2"s + page({{3, "NAA"}}).substr(4), false, ""},          // and less
+        {"\0\x80\0\7"s + page({{3, "NAA"}}).substr(4), false, ""},          // another page
+        {"", false, ""},
+        {"\0\x83\0"s, false, ""},
+    };
+    _tagVEXAPI_SDMLun longest{};
+    EXPECT_TRUE(takeDesignators(page({{3, std::string(40, '!')}}), longest));
+    EXPECT_EQ(longest.WorldwideIdLength, 32);
+    for (const auto& [bytes, isUnderstood, expected] : rows) {
+        _tagVEXAPI_SDMLun lun{};
+        EXPECT_EQ(takeDesignators(bytes, lun), isUnderstood);
+        EXPECT_EQ(hex(lun.WorldwideId, lun.WorldwideIdLength), expected);
+    }
+}
+
+TEST(LinuxValuesTest, Uuids) {
+    VX_UINT8 id[16] = {};
+    EXPECT_TRUE(takeUuid("33333333-0000-4000-8000-0000000000ab\n", id));
+    EXPECT_EQ(hex(id, 16), "333333330000400080000000000000ab");
+    for (const Text text : {"33333333-0000-4000-8000-0000000000", "33333333-0000-4000-8000-0000000000gg", "3"}) {
+        EXPECT_FALSE(takeUuid(text, id)) << text;
+    }
+    EXPECT_TRUE(takeUuid("\n", id));
+    EXPECT_EQ(hex(id, 16), "333333330000400080000000000000ab");
+}
+
+TEST(LinuxValuesTest, Addresses) {
+    struct Row {
+        Text text;
+        bool isUnderstood;
+        std::uint64_t node, port, host;
+    };
+    const Row rows[] = {
+        {"traddr=nn-0x10:pn-0x20,host_traddr=nn-0x30:pn-0x40\n", true, 0x10, 0x20, 0x40},
+        {"host_traddr=nn-0x30:pn-0x40,traddr=nn-0x10:pn-0x20,trsvcid=none\n", true, 0x10, 0x20, 0x40},
+        {"traddr=pn-0x20,host_traddr=pn-0x40\n", true, 0, 0x20, 0x40},
+        {"traddr=nn-0x10:pn-0x20\n", false, 0x10, 0x20, 0},
+        {"host_traddr=nn-0x30:pn-0x40\n", false, 0, 0, 0x40},
+        {"traddr=nn-0x10:pn-x,host_traddr=pn-0x40\n", false, 0x10, 0, 0x40},
+        {"traddr=192.0.2.1,trsvcid=4420\n", false, 0, 0, 0},
+        {"\n", false, 0, 0, 0},
+    };
+    for (const Row& row : rows) {
+        Controller controller;
+        EXPECT_EQ(takeAddress(row.text, controller), row.isUnderstood) << row.text;
+        EXPECT_EQ(nameNumber(controller.target.NodeName), row.node) << row.text;
+        EXPECT_EQ(nameNumber(controller.target.PortName), row.port) << row.text;
+        EXPECT_EQ(controller.hostPort, row.host) << row.text;
+    }
+}
+
+TEST(LinuxValuesTest, Inquiry) {
+    const std::string bytes = "\x61\0\6\2\x5b\0\0\0MAKER   PRODUCT         1.0 "s;
+    Lun lun;
+    EXPECT_TRUE(takeInquiry(bytes, lun));
+    EXPECT_EQ(lun.deviceType, 1u); // a tape that is not connected has bits above
+    EXPECT_EQ(std::memcmp(lun.record.VendorId, "MAKER\0\0\0", 8), 0);
+    EXPECT_EQ(std::memcmp(lun.record.ProductId, "PRODUCT\0\0\0\0\0\0\0\0\0", 16), 0);
+    EXPECT_EQ(std::memcmp(lun.record.ProductRevision, "1.0\0", 4), 0);
+    EXPECT_FALSE(takeInquiry(bytes.substr(0, 35), lun));
+}
+
+TEST(LinuxValuesTest, KeywordsOfACard) {
+    const auto section = [](int tag, const std::string& content) {
+        return std::string(1, static_cast<char>(tag)) + static_cast<char>(content.size()) + '\0' + content;
+    };
+    const std::string card = section(0x82, "Card PN\3not") + section(0x91, "PN\3old") +
+                             section(0x90, "EC\0SN\4S123PN\3P-1PN\3P-2"s) + "\x78";
+    EXPECT_EQ(vpdKeyword(card, "PN"), "P-1");
+    EXPECT_EQ(vpdKeyword(card, "SN"), "S123");
+    EXPECT_EQ(vpdKeyword(card, "EC"), "");
+    EXPECT_EQ(vpdKeyword(card, "MN"), "");
+    EXPECT_EQ(vpdKeyword("\x78" + card, "PN"), ""); // behind the end
+    for (std::size_t size = 0; size < card.size(); ++size) {
+        const Text value = vpdKeyword(Text(card).substr(0, size), "SN");
+        EXPECT_TRUE(Text("S123").starts_with(value)) << size;
+    }
+}
+
+/// Each file that is read stands in the guide, with what it says.
+TEST(LinuxValuesTest, TheGuideNamesEveryFile) {
+    std::ifstream file(LINUX_HOST_SOURCE "/README.md");
+    const std::string guide{std::istreambuf_iterator<char>(file), {}};
+    const auto expect = [&](const auto& attribute) {
+        EXPECT_NE(guide.find("| `"s + attribute.path + "` | " + attribute.meaning + " |"), std::string::npos)
+            << "| `" << attribute.path << "` | " << attribute.meaning << " |";
+    };
+    const auto expectAll = [&](const auto& attributes) {
+        for (const auto& attribute : attributes) {
+            expect(attribute);
+        }
+    };
+    expectAll(HOST);
+    expectAll(HOST_STATISTICS);
+    expectAll(PCI);
+    expect(ROLES);
+    expectAll(REMOTE_PORT);
+    expect(INQUIRY);
+    expectAll(INQUIRY_TEXTS);
+    expect(DESIGNATORS);
+    expect(WORLDWIDE_ID);
+    expectAll(BLOCK_DEVICE);
+    expect(NAMESPACE_NUMBER);
+    expect(TRANSPORT);
+    expectAll(CONTROLLER);
+    for (const Notification& counter : NOTIFICATION_COUNTERS) {
+        EXPECT_NE(guide.find("`"s + counter.path + "`"), std::string::npos) << counter.path;
+    }
+}
+
+} // namespace

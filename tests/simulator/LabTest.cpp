@@ -1,0 +1,259 @@
+// The lab host shows one of each kind.
+#include "Fixture.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <set>
+
+namespace {
+
+class Lab : public Simulated {
+protected:
+    Lab() {
+        EXPECT_EQ(start(), 0U) << output;
+        for (auto* adapter = VEXAPI_GetAdapterList()->pHead; adapter != nullptr; adapter = adapter->pNext) {
+            adapters_.push_back(adapter);
+        }
+        try {
+            for (unsigned i = 0;; ++i) {
+                ports_.push_back(port(i));
+            }
+        } catch (const std::runtime_error&) {
+        }
+    }
+    /// Whether any port has a property.
+    bool any(const std::function<bool(const _vexapi_protocol_t&)>& has) const {
+        return std::any_of(ports_.begin(), ports_.end(), [&](const auto* port) { return has(*port); });
+    }
+    /// Whether any target has a property.
+    bool anyTarget(const std::function<bool(const _tagVEXAPI_SDMTarget&)>& has) const {
+        return any([&](const _vexapi_protocol_t& port) {
+            for (const auto* target = port.pTargetList; target != nullptr; target = target->pNext) {
+                if (has(*target)) {
+                    return true;
+                }
+            }
+            return false;
+        });
+    }
+    bool anyLun(const std::function<bool(const _tagVEXAPI_SDMLun&)>& has) const {
+        return anyTarget([&](const _tagVEXAPI_SDMTarget& target) {
+            for (const auto* lun = target.pLunList; lun != nullptr; lun = lun->pNext) {
+                if (has(*lun)) {
+                    return true;
+                }
+            }
+            return false;
+        });
+    }
+    std::vector<_vexapi_adapter_t*> adapters_;
+    std::vector<_vexapi_protocol_t*> ports_;
+};
+
+TEST_F(Lab, HasAChipOfEachFamily) {
+    const std::pair<const char*, std::set<VX_UINT16>> families[] = {{"4G", {0x2422, 0x2432, 0x5422, 0x5432}},
+                                                                    {"8G", {0x2532, 0x2533}},
+                                                                    {"Rowan FC", {0x2031, 0x2831}},
+                                                                    {"Rowan CNA", {0x8031, 0x8831}},
+                                                                    {"Willow", {0x8021}},
+                                                                    {"Hazel", {0x8001}},
+                                                                    {"Larch", {0x2261, 0x2A61, 0x2B61}},
+                                                                    {"Alder", {0x2071, 0x2271, 0x2871, 0x2971}}};
+    for (const auto& [name, devices] : families) {
+        EXPECT_TRUE(any([&](const auto& port) {
+            return port.ChipProperty.VendorId == 0x1D0C && devices.contains(port.ChipProperty.DeviceId);
+        })) << name;
+    }
+    const auto isChip = [&](VX_UINT16 device, VX_UINT16 subVendor, VX_UINT16 subDevice) {
+        return any([&](const auto& port) {
+            return port.ChipProperty.DeviceId == device && port.ChipProperty.SubVendorId == subVendor &&
+                   port.ChipProperty.SubDeviceId == subDevice;
+        });
+    };
+    EXPECT_TRUE(isChip(0x2281, 0x1D0C, 0x2E2)) << "Birch at 64 Gbps";
+    EXPECT_TRUE(isChip(0x2289, 0x1D0C, 0x2E9)) << "Birch with encryption";
+    EXPECT_TRUE(isChip(0x2031, 0x103C, 0x1939)) << "Maple";
+    EXPECT_TRUE(isChip(0x2031, 0x103C, 0x8002)) << "Cedar";
+    EXPECT_TRUE(isChip(0x2261, 0x1D0C, 0x2B9)) << "mezzanine at 32 Gbps";
+    EXPECT_GE(adapters_.size(), 8U);
+}
+
+TEST_F(Lab, NamesReadLikeRealOnesAndDiffer) {
+    std::set<std::string> seen;
+    for (const _vexapi_adapter_t* adapter : adapters_) {
+        const std::string model = adapter->Model;
+        const std::string serial = adapter->SerialNumber;
+        EXPECT_EQ((model + serial).find('_'), std::string::npos);
+        EXPECT_TRUE(model.starts_with("ORV")) << model;
+        EXPECT_TRUE(seen.insert(serial).second) << serial;
+        EXPECT_STREQ(adapter->Manufacturer, "Orvane Corporation");
+        EXPECT_EQ(adapter->VendorId, 0x1D0C);
+    }
+}
+
+TEST_F(Lab, HasPortsOfEveryKind) {
+    const auto speed = [&](VX_UINT32 code) {
+        return any([&](const auto& port) { return port.PortState == 1 && port.PortSpeed == code; });
+    };
+    for (const VX_UINT32 code : {8U, 16U, 22U, 50U, 100U}) {
+        EXPECT_TRUE(speed(code)) << code;
+    }
+    EXPECT_TRUE(any([](const auto& port) { return port.PortState == 3; }));
+    EXPECT_TRUE(any([](const auto& port) { return port.PortInterfaceType == 3; }));
+    EXPECT_TRUE(any([](const auto& port) { return port.PortConnectionMode == 2; }));
+    for (const VX_UINT32 protocol : {0U, 1U, 2U, 3U}) {
+        EXPECT_TRUE(any([&](const auto& port) { return port.ProtocolType == protocol; })) << protocol;
+    }
+    int mezzanines = 0;
+    for (_vexapi_protocol_t* port : ports_) {
+        VX_UINT8 flag = 0;
+        EXPECT_EQ(VEXAPI_IsMezzAdapter(&port->PortHandle, &flag), 0U);
+        mezzanines += flag;
+    }
+    EXPECT_GE(mezzanines, 1);
+}
+
+TEST_F(Lab, HasTargetsOfEveryKind) {
+    const auto nvme = [](const auto& target) { return (target.TargetFlags[5] & 8) != 0; };
+    EXPECT_TRUE(anyTarget(nvme));
+    EXPECT_TRUE(anyTarget([&](const auto& target) { return !nvme(target) && target.DeviceType == 0; }));
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.DeviceType == 1; })) << "tape";
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.DeviceType == 12; })) << "RAID";
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.LunCount == 0; }));
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.LunCount == 300; }));
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.TargetFlags[0] == 0x40; })) << "unconfigured";
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.TargetFlags[2] == 0; })) << "offline";
+    EXPECT_TRUE(anyTarget([](const auto& target) {
+        return std::memcmp(target.AuthPortName, target.PortName, 8) == 0 &&
+               std::memcmp(target.AuthPortId, target.PortId, 3) == 0;
+    }));
+    EXPECT_TRUE(any([](const auto& port) {
+        const auto* target = port.pTargetList;
+        return (port.SecurityFlags & 1) != 0 && std::memcmp(target->SecPortName, target->PortName, 8) == 0 &&
+               std::memcmp(target->SecPortId, target->PortId, 3) == 0;
+    }));
+    EXPECT_TRUE(anyTarget([](const auto& target) { return target.ScmCongState == 1 && target.ScmThrottleState == 2; }));
+    std::map<std::string, int> behind;
+    for (const auto* port : ports_) {
+        for (const auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
+            ++behind[std::string(reinterpret_cast<const char*>(target->PortName), 8)];
+        }
+    }
+    EXPECT_TRUE(std::any_of(behind.begin(), behind.end(), [](const auto& count) { return count.second > 1; }));
+}
+
+TEST_F(Lab, HasLunsOfEveryKind) {
+    EXPECT_TRUE(anyLun([](const auto& lun) { return lun.LunNumber > 255; }));
+    EXPECT_TRUE(anyLun([](const auto& lun) { return (lun.LunFlags & 1) != 0; }));
+    for (const int length : {0, 4, 8, 16, 32}) {
+        EXPECT_TRUE(anyLun([&](const auto& lun) { return lun.WorldwideIdLength == length; })) << length;
+    }
+}
+
+TEST_F(Lab, HasCongestionOfBothGenerations) {
+    constexpr VX_UINT32 first = 1U << 23;
+    constexpr VX_UINT32 second = 1U << 26;
+    EXPECT_TRUE(any([&](const auto& port) { return (port.FeatureFlags & (first | second)) == first; }));
+    EXPECT_TRUE(any([&](const auto& port) { return (port.FeatureFlags & second) != 0 && port.ScmCongState == 0; }));
+    EXPECT_TRUE(any([&](const auto& port) { return (port.FeatureFlags & second) != 0 && port.ScmCongState == 1; }));
+    EXPECT_TRUE(any([](const auto& port) { return port.ScmThrottleState == 2; }));
+    EXPECT_TRUE(any([](const auto& port) { return port.ScmVirtualLaneState == 1; }));
+    EXPECT_TRUE(any([](const auto& port) { return port.ScmFabricFlags == 3; }));
+    EXPECT_TRUE(any([](const auto& port) { return port.ScmFabricFlags == 5; }));
+}
+
+TEST_F(Lab, HasTransceiversOfEveryKind) {
+    bool empty = false;
+    bool shortWave = false;
+    bool longWave = false;
+    bool copper = false;
+    bool qsfp28 = false;
+    bool external = false;
+    bool bad = false;
+    for (_vexapi_protocol_t* port : ports_) {
+        _VEXAPI_SFP_DATA image{};
+        EXPECT_EQ(VEXAPI_GetSFPData(&port->PortHandle, &image), 0U);
+        const VX_UINT8* bytes = image.Data;
+        empty |= std::all_of(bytes, bytes + 512, [](VX_UINT8 byte) { return byte == 0; });
+        qsfp28 |= bytes[0] == 0x11;
+        if (bytes[0] != 3) {
+            continue;
+        }
+        const int nanometres = bytes[60] * 256 + bytes[61];
+        VX_UINT8 sum = 0;
+        for (int i = 0; i < 63; ++i) {
+            sum = static_cast<VX_UINT8>(sum + bytes[i]);
+        }
+        const bool good = sum == bytes[63];
+        bad |= !good;
+        shortWave |= good && nanometres == 850;
+        longWave |= good && nanometres == 1310;
+        copper |= good && (bytes[8] & 4) != 0;       // passive cable
+        external |= good && (bytes[92] & 0x10) != 0; // external calibration
+    }
+    EXPECT_TRUE(empty);
+    EXPECT_TRUE(shortWave);
+    EXPECT_TRUE(longWave);
+    EXPECT_TRUE(copper);
+    EXPECT_TRUE(qsfp28);
+    EXPECT_TRUE(external);
+    EXPECT_TRUE(bad);
+}
+
+TEST_F(Lab, HasBlobsThatHoldTogether) {
+    int dumps = 0;
+    int payloads = 0;
+    for (_vexapi_protocol_t* port : ports_) {
+        VX_UINT32 word = 0;
+        std::memcpy(&word, port->PortHandle.opaque + 4, 4);
+        unsigned char vpd[1024] = {};
+        VX_UINT32 size = sizeof vpd;
+        EXPECT_EQ(VEXAPI_GetVpd(word, 0, vpd, &size), 0U);
+        if (size != 0) {
+            EXPECT_EQ(vpd[0], 0x82);
+            EXPECT_EQ(vpd[size - 1], 0x78);
+            // All bytes up to the checksum, itself included, add up to zero.
+            unsigned sum = 0;
+            std::size_t end = 3 + vpd[1];
+            end += 3 + vpd[end + 1] + 256U * vpd[end + 2];
+            for (std::size_t i = 0; i < end; ++i) {
+                sum += vpd[i];
+            }
+            EXPECT_EQ(sum & 0xff, 0U);
+        }
+        void* dump = nullptr;
+        size = 0;
+        dumps += VEXAPI_SDGetFwDump2(word, 0, &dump, &size) == 0 ? 1 : 0;
+        std::free(dump);
+        unsigned char rdp[508] = {};
+        size = sizeof rdp;
+        if (VEXAPI_DiagnosticsRDPTest(&port->PortHandle, rdp, &size) == 0) {
+            ++payloads;
+            EXPECT_EQ(size, rdp[2] * 256U + rdp[3]); // the list length counts from the start
+        }
+    }
+    EXPECT_GE(dumps, 1);
+    EXPECT_GE(payloads, 2);
+}
+
+TEST_F(Lab, BootTargetsOfTheLabAreInSight) {
+    // What is set can be set again: the settings of every port are taken back as they are.
+    for (_vexapi_protocol_t* port : ports_) {
+        _VEXAPI_FcNVMeBootParams boot{};
+        EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(&port->PortHandle, &boot), 0U);
+        for (const VX_NVME_BOOT_ENTRY& entry : boot.BootEntry) {
+            if (entry.TargetFlags != 0) {
+                bool seen = false;
+                for (const auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
+                    seen |= std::memcmp(target->PortName, entry.TargetWWPN, 8) == 0 &&
+                            std::strcmp(target->StorageNqn, entry.TargetNQN) == 0;
+                }
+                EXPECT_TRUE(seen);
+            }
+        }
+    }
+}
+
+} // namespace
