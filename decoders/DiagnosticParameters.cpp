@@ -6,10 +6,6 @@ using namespace rdp_descriptors;
 
 namespace {
 
-/// By the bits of a speed field, from 6 on.
-constexpr unsigned FIRST_SPEED_BIT = 6;
-constexpr unsigned SPEEDS[] = {256, 128, 64, 32, 16, 8, 10, 4, 2, 1};
-
 /// The first of its kind stays.
 template <typename Record> void Keep(std::optional<Record>& place, Record record) {
     if (!place) {

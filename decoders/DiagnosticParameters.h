@@ -28,6 +28,10 @@ inline constexpr std::uint32_t OPTICAL_PRODUCT = 0x00010008;
 inline constexpr std::size_t LIST_OFFSET = 4;  ///< of the first descriptor, after the list's length
 inline constexpr std::size_t VALUE_OFFSET = 8; ///< in a descriptor, after its tag and its length
 
+/// Speeds in Gbps by the bits of a speed field, from `FIRST_SPEED_BIT` up.
+inline constexpr unsigned FIRST_SPEED_BIT = 6;
+inline constexpr unsigned SPEEDS[] = {256, 128, 64, 32, 16, 8, 10, 4, 2, 1};
+
 /// Fields of an optical product: offsets in its value, and sizes.
 inline constexpr std::size_t VENDOR_NAME = 0, VENDOR_NAME_SIZE = 16;
 inline constexpr std::size_t PART_NUMBER = 16, PART_NUMBER_SIZE = 16;

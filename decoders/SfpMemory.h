@@ -13,6 +13,7 @@ namespace sff8472 {
 // Address A0h.
 inline constexpr std::size_t IDENTIFIER = 0;
 inline constexpr std::size_t CONNECTOR = 2;
+inline constexpr std::size_t ETHERNET_10G_COMPLIANCE = 3;
 inline constexpr std::size_t ETHERNET_COMPLIANCE = 6;
 inline constexpr std::size_t LINK_LENGTH = 7;      ///< and transmitter technology
 inline constexpr std::size_t TRANSMITTER_TECH = 8; ///< and cable technology
