@@ -1,5 +1,6 @@
 /// @file
 /// Any bytes as a payload of diagnostic parameters, in a buffer of exactly their size.
+#include "DiagnosticParameters.h"
 #include "RDPPayload.h"
 
 #include <cstdint>
@@ -10,12 +11,13 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     constexpr std::size_t MAX_PAYLOAD = 508;
     const std::vector<VX_UINT8> payload(bytes, bytes + (size < MAX_PAYLOAD ? size : MAX_PAYLOAD));
-    std::vector<char> text(16384);
-    RDPReport report(text.data(), text.size());
+    constexpr std::size_t REPORT_SIZE = 16384;
+    ReportBlock report(REPORT_SIZE, ReportBlock::SizeRule::FULL);
     bool isVendorMatch = false;
-    ParseRDPDataBuffer(payload.data(), payload.size(), report, isVendorMatch);
-    if (strnlen(text.data(), text.size()) == text.size()) {
+    ParseRDPDataBuffer(decoders::Bytes(payload), report, isVendorMatch);
+    if (strnlen(report.GetText(), REPORT_SIZE) == REPORT_SIZE) {
         std::abort();
     }
+    decoders::DecodeRdpPayload(decoders::Bytes(payload));
     return 0;
 }

@@ -45,52 +45,6 @@ TEST(BitFunctionsTest, StateOfABit) {
     EXPECT_EQ(findbit(1, -1, true), -1);
 }
 
-TEST(BitFunctionsTest, Swaps) {
-    EXPECT_EQ(swapshort(0x1234), 0x3412);
-    EXPECT_EQ(swapshort(0x0080), 0x8000);
-    // F1 02, sign-extended, is FFFFF102: its upper half stays, FFFF02F1.
-    EXPECT_EQ(static_cast<VX_UINT32>(swapshort(static_cast<VX_INT16>(0xF102))), 0xFFFF02F1u);
-    for (const bool flag : {false, true}) {
-        EXPECT_EQ(swapData(0x1234, flag), 0x3412);
-        EXPECT_EQ(swapData(0x00FF, flag), 0xFF00);
-        EXPECT_EQ(swapData(static_cast<int>(0xFFFF1234), flag), 0x3412);
-    }
-    EXPECT_EQ(swapint(0x12345678), 0x78563412);
-    EXPECT_EQ(static_cast<VX_UINT32>(swapint(0x000000FE)), 0xFE000000u);
-    EXPECT_EQ(swapint(static_cast<int>(0xFE000000)), 0xFE);
-}
-
-TEST(FieldDecodersTest, HexadecimalNumbers) {
-    EXPECT_EQ(hexToDec(nullptr), 0);
-    EXPECT_EQ(hexToDec(""), 0);
-    EXPECT_EQ(hexToDec("0"), 0);
-    EXPECT_EQ(hexToDec("1f"), 31);
-    EXPECT_EQ(hexToDec("1F"), 31);
-    EXPECT_EQ(hexToDec("aAfF09"), 0xAAFF09);
-    EXPECT_EQ(hexToDec(" 1\t2\n\v\f\r3 "), 0x123); // white space doesn't move the place
-    EXPECT_EQ(hexToDec("0x12"), 0);                // "x" ends it all
-    EXPECT_EQ(hexToDec("12g"), 0);
-    EXPECT_EQ(hexToDec("g12"), 0);
-    EXPECT_EQ(hexToDec("-1"), 0);
-    EXPECT_EQ(hexToDec("7fffffff"), 2147483647);
-    EXPECT_EQ(hexToDec("ffffffff"), -1); // eight digits are the bits
-    EXPECT_EQ(hexToDec("80000000"), -2147483647 - 1);
-    EXPECT_EQ(hexToDec("123456789"), 0x23456789); // wraps at 32 bits
-}
-
-TEST(FieldDecodersTest, ComparisonOfNames) {
-    EXPECT_EQ(striscmp("Tx_I(Slope)", "tX_i(SLOPE)"), 0);
-    EXPECT_EQ(striscmp(nullptr, "a"), -1);
-    EXPECT_EQ(striscmp("a", nullptr), -1);
-    EXPECT_EQ(striscmp("a", "b"), -1);
-    EXPECT_EQ(striscmp("[", "{"), -1); // no letters, though 32 apart
-    EXPECT_EQ(striscmp("", "a"), -2);
-    EXPECT_EQ(striscmp("", ""), -2);
-    EXPECT_EQ(striscmp("a", ""), -3);
-    EXPECT_EQ(striscmp("ab", "abc"), -4);
-    EXPECT_EQ(striscmp("xb", "abc"), -4);
-}
-
 TEST(FieldDecodersTest, Trims) {
     EXPECT_EQ(Trimmed(RTrimBuf, "a,b,,", ','), "a,b");
     EXPECT_EQ(Trimmed(RTrimBuf, "a, ", ','), "a, ");
@@ -117,53 +71,28 @@ TEST(FieldDecodersTest, FamilyByTheFirstByte) {
     }
 }
 
-TEST(FieldDecodersTest, FindFields) {
+TEST(FieldDecodersTest, FieldsByOffset) {
     const Image sfp;
-    EXPECT_EQ(GetFieldEntry(sfp.View(), "vendor OUI")->Offset, 37);
-    EXPECT_EQ(GetFieldEntry(sfp.View(), "Vendor Specific")->Offset, 96);  // the first of two
-    EXPECT_EQ(GetFieldEntry(sfp.View(), "Reserved MSB")->Offset, 362);    // the first of two
-    EXPECT_EQ(GetFieldEntry(sfp.View(), "\nAddress A2")->Offset, 65535);  // a heading is never found
-    EXPECT_EQ(GetFieldEntry(sfp.View(), "")->Offset, 65535);              // nor a nameless row
-    EXPECT_EQ(GetFieldEntry(sfp.View(), "No such field")->Offset, 65535); // the end row, never null
-    EXPECT_EQ(GetFieldEntry(sfp.View(), nullptr)->Offset, 65535);
+    EXPECT_STREQ(FieldAt(sfp.View(), 37)->Name, "Vendor OUI");
+    EXPECT_STREQ(FieldAt(sfp.View(), 509)->Name, "MCU Version"); // the first of two
+    EXPECT_EQ(FieldAt(sfp.View(), 61)->Offset, 65535);           // no row begins there
+    EXPECT_EQ(FieldAt(sfp.View(), 65534)->Offset, 65535);        // a heading is never found
+    EXPECT_EQ(FieldAt(sfp.View(), 65535)->Offset, 65535);        // the end row, never null
+    EXPECT_EQ(FieldAt(sfp.View(), SIZE_MAX)->Offset, 65535);
     const Image qsfp = Image().Set(0, {17});
-    EXPECT_EQ(GetFieldEntry(qsfp.View(), "Vendor OUI")->Offset, 165);
-    EXPECT_EQ(GetFieldEntry(qsfp.View(), "BR, Nominal")->Offset, 140);
-    EXPECT_EQ(GetFieldEntry(qsfp.View(), "Rate Identifier")->Offset, 65535);
+    EXPECT_STREQ(FieldAt(qsfp.View(), 165)->Name, "Vendor OUI");
+    EXPECT_STREQ(FieldAt(qsfp.View(), 140)->Name, "BR, Nominal");
+    EXPECT_STREQ(FieldAt(qsfp.View(), 222)->Name, "BR, Nominal");
+    EXPECT_EQ(FieldAt(qsfp.View(), 256)->Offset, 65535);
     // A field behind a shorter image is none.
-    EXPECT_EQ(GetFieldEntry(ModuleImage(sfp.Data, 96), "CC_EXT")->Offset, 95);
-    EXPECT_EQ(GetFieldEntry(ModuleImage(sfp.Data, 95), "CC_EXT")->Offset, 65535);
-}
-
-TEST(FieldDecodersTest, FieldData) {
-    const Image image = Image().Set(7, {0x05}).Set(20, "ACME Optics     ").Set(60, {0x03, 0x52, 0x81, 0xC4});
-    DecodedText text;
-    const auto decode = [&](eFieldType type, VX_UINT16 offset, const SfpTable* table = nullptr) -> std::string {
-        std::strcpy(text, "before");
-        return GetFieldData(image.View(), table, type, offset, text);
-    };
-    // The caller's type decides, not the row's.
-    EXPECT_EQ(decode(FieldHex2, 60), "0352");
-    EXPECT_EQ(decode(FieldHex4, 60), "035281c4");
-    EXPECT_EQ(decode(FieldAscii, 20), "ACME Optics     ");
-    EXPECT_EQ(decode(FieldHex2, 20), "4143");
-    EXPECT_EQ(decode(FieldBitCode, 7, FCLinkLengthTbl),
-              "Electrical-InterEnclosure (EL) Shortwave Laser linear Rx (SA) ");
-    EXPECT_EQ(decode(FieldRaw, 60), "before");
-    EXPECT_EQ(decode(FieldByteTable, 60), "before");
-    EXPECT_EQ(decode(FieldHex2, 61), "before");    // no row begins there
-    EXPECT_EQ(decode(FieldHex2, 65534), "before"); // a heading is no field
-    EXPECT_EQ(decode(FieldHex2, 65535), "before"); // nor is the end row
-    // Bytes behind the image read as 0: row 121 is the last, at 510.
-    EXPECT_EQ(decode(FieldHex4, 510), "00000000");
-    const Image last = Image().Set(510, {0xAB, 0xCD});
-    EXPECT_STREQ(GetFieldData(last.View(), nullptr, FieldHex4, 510, text), "abcd0000");
+    EXPECT_EQ(FieldAt(ModuleImage(sfp.View().Sub(0, 96)), 95)->Offset, 95);
+    EXPECT_EQ(FieldAt(ModuleImage(sfp.View().Sub(0, 95)), 95)->Offset, 65535);
 }
 
 TEST(FieldDecodersTest, Text) {
     DecodedText text;
     const auto decode = [&text](const Image& image) -> std::string {
-        return GetAsciiData(GetFieldEntry(image.View(), "Vendor rev"), image.View(), text);
+        return GetAsciiData(FieldAt(image.View(), 56), image.View(), text);
     };
     EXPECT_EQ(decode(Image().Set(56, "A1  ")), "A1  "); // padding stays
     EXPECT_EQ(decode(Image().Set(56, "ABCD")), "ABCD"); // fills its field
@@ -178,22 +107,11 @@ TEST(FieldDecodersTest, Text) {
     EXPECT_EQ(decode(Image().Set(56, {0xC4, 0xE9, 0xFF, 0xAA})), "0"); // above 127: neither letter nor digit
 }
 
-TEST(FieldDecodersTest, ByteText) {
-    const Image image = Image().Set(37, {0x00, 0x9F, 0x65});
-    const FieldTable* row = GetFieldEntry(image.View(), "Vendor OUI");
-    char text[3];
-    EXPECT_STREQ(GetByteData(row, image.View(), 99, 0, text, sizeof text), "00");
-    EXPECT_STREQ(GetByteData(row, image.View(), 0, 1, text, sizeof text), "9f");
-    EXPECT_STREQ(GetByteData(row, image.View(), 3, 2, text, sizeof text), "65");
-}
-
 TEST(FieldDecodersTest, BitCodes) {
     DecodedText text;
-    const auto decode = [&text](int byte, bool accumulate) -> std::string {
-        const Image image = Image().Set(9, {byte});
+    const auto decode = [&text](VX_UINT8 byte, bool accumulate) -> std::string {
         std::strcpy(text, "be,fore");
-        return GetBitDataCodeTable(GetFieldEntry(image.View(), "FC Transmission Media"), image.View(),
-                                   FCTransMediaCodeTbl, text, accumulate);
+        return GetBitDataCodeTable(byte, FCTransMediaCodeTbl, text, accumulate);
     };
     EXPECT_EQ(decode(0x05, true), "SM M5 ");
     EXPECT_EQ(decode(0x05, false), "M5 "); // the last match wins
@@ -202,45 +120,21 @@ TEST(FieldDecodersTest, BitCodes) {
     EXPECT_EQ(decode(0xFF, false), "TW ");
     EXPECT_EQ(decode(0x00, true), ""); // a byte of 0 empties it
     // No row of the long table has bit 1: the destination keeps what it held, but for its commas.
-    const Image image = Image().Set(9, {0x02});
-    const FieldTable* row = GetFieldEntry(image.View(), "FC Transmission Media");
     std::strcpy(text, "be,fore");
-    EXPECT_STREQ(GetBitDataCodeTable(row, image.View(), FCTransMediaTbl, text, true), "before");
-    EXPECT_EQ(GetBitDataCodeTable(nullptr, image.View(), FCTransMediaTbl, text, true), nullptr);
-    // A row without a place in the image empties it too.
-    std::strcpy(text, "before");
-    EXPECT_STREQ(GetBitDataCodeTable(&FieldIndxTable[0], image.View(), FCTransMediaTbl, text, true), "");
-    std::strcpy(text, "before");
-    EXPECT_STREQ(GetBitDataCodeTable(&FieldIndxTable[123], image.View(), FCTransMediaTbl, text, true), "");
+    EXPECT_STREQ(GetBitDataCodeTable(0x02, FCTransMediaTbl, text, true), "before");
 }
 
 TEST(FieldDecodersTest, ByteCodes) {
     DecodedText text;
-    const auto decode = [&text](int byte) -> std::string {
-        const Image image = Image().Set(11, {byte});
+    const auto decode = [&text](VX_UINT8 byte) -> std::string {
         std::strcpy(text, "be,fore");
-        return GetByteDataCodeTable(GetFieldEntry(image.View(), "Encoding"), image.View(), EncodingTbl, text, true);
+        return GetByteDataCodeTable(byte, EncodingTbl, text, true);
     };
     EXPECT_EQ(decode(0), ""); // the table's own text of 0 is never reached
     EXPECT_EQ(decode(1), "8B10B ");
     EXPECT_EQ(decode(8), "PAM4 ");
     EXPECT_EQ(decode(9), "before");
     EXPECT_EQ(decode(255), "before");
-    const Image image;
-    EXPECT_EQ(GetByteDataCodeTable(nullptr, image.View(), EncodingTbl, text, true), nullptr);
-    EXPECT_STREQ(GetByteDataCodeTable(&FieldIndxTable[123], image.View(), EncodingTbl, text, true), "");
-}
-
-TEST(FieldDecodersTest, Values) {
-    const Image image = Image().Set(A2h(76), {0x12, 0x34}).Set(94, {9}).Set(92, {0x68});
-    EXPECT_EQ(getDataValue(image.View(), "SFF-8472 Compliance"), 9);
-    EXPECT_EQ(getDataValue(image.View(), "Tx_I(Slope)"), 0x34); // the last byte alone
-    EXPECT_EQ(GetRawData(&FieldIndxTable[0], image.View()), 0); // a heading has no byte
-    EXPECT_EQ(GetRawData(&FieldIndxTable[123], image.View()), 0);
-    EXPECT_EQ(GetSFPTableBitValue(image.View(), "Diag Monitoring Type:", 64), 1);
-    EXPECT_EQ(GetSFPTableBitValue(image.View(), "Diag Monitoring Type:", 0x90), 0);
-    EXPECT_EQ(GetSFPTableBitValue(image.View(), "Diag Monitoring Type:", 0x30), 1); // any bit of the mask
-    EXPECT_EQ(GetSFPTableBitValue(image.View(), "No such field", 255), 0);
 }
 
 } // namespace

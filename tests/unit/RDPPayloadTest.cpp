@@ -1,5 +1,6 @@
 /// Payloads of the Read Diagnostic Parameters service, descriptor by descriptor: the words beside the text.
 #include "RDPPayload.h"
+#include "ReportArithmetic.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -24,11 +25,10 @@ public:
     /// The report of a buffer of exactly `size` bytes, so that a read behind it is seen.
     std::string Report(std::size_t size = PAYLOAD_SIZE, std::size_t textSize = 16384) const {
         const std::vector<VX_UINT8> exact(mBytes.begin(), mBytes.begin() + static_cast<std::ptrdiff_t>(size));
-        std::vector<char> text(textSize);
-        RDPReport report(text.data(), text.size());
+        ReportBlock report(textSize, ReportBlock::SizeRule::FULL);
         isVendorMatch = false;
-        ParseRDPDataBuffer(exact.data(), exact.size(), report, isVendorMatch);
-        return text.data();
+        ParseRDPDataBuffer(decoders::Bytes(exact), report, isVendorMatch);
+        return report.GetText();
     }
     mutable bool isVendorMatch = false;
 
@@ -57,9 +57,7 @@ VX_UINT32 Text(const char* characters) {
 TEST(RDPPayload, ListsBelowFiveBytesAreEmpty) {
     EXPECT_EQ(Payload({0x00010005, 4, 1}, 4).Report(), "");
     EXPECT_EQ(Payload({0x00010005, 4, 1}, 5).Report(), Block("FEC Status Information", "Correctable Blocks: 1\n"));
-    RDPReport report(nullptr, 0);
-    bool isVendorMatch = false;
-    ParseRDPDataBuffer(nullptr, 0, report, isVendorMatch);
+    EXPECT_EQ(Payload({}).Report(0), "");
 }
 
 /// The first value stands 8 bytes behind the tag, each later one 5 bytes further on: 8, 13, 18.
@@ -290,10 +288,10 @@ TEST(RDPArithmetic, Temperatures) {
 }
 
 TEST(RDPArithmetic, PowersAndVoltages) {
-    EXPECT_EQ(rdp::CalculateVoltage(65535), 65535.0f * 100.0f * 1e-6f);
-    EXPECT_EQ(rdp::CalculateTxBias(65535), 131070.0f * 0.001f);
-    EXPECT_EQ(rdp::CalculateTxRxPower(65535), 65535.0f * 0.1f * 0.001f);
-    EXPECT_EQ(rdp::CalculateTxRxPower(0), 0.0f);
+    EXPECT_EQ(VoltageCalc(65535), 65535.0f * 100.0f * 1e-6f);
+    EXPECT_EQ(TxBiasCalc(65535), 131070.0f * 0.001f);
+    EXPECT_EQ(TxRxPowerCalc(65535), 65535.0f * 0.1f * 0.001f);
+    EXPECT_EQ(TxRxPowerCalc(0), 0.0f);
 }
 
 } // namespace

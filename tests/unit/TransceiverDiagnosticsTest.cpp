@@ -1,5 +1,6 @@
 /// @file
 /// The arithmetic of the diagnostic page, value by value.
+#include "ReportArithmetic.h"
 #include "TransceiverImages.h"
 
 #include <cmath>
@@ -45,33 +46,30 @@ enum Row { VALUE = 0, STATUS = 1, HIGH_ALARM = 2, HIGH_WARNING = 3, LOW_WARNING 
 enum Column { TEMPERATURE = 1, VOLTAGE = 2, BIAS = 3, TX = 4, RX = 5 };
 
 TEST(TransceiverDiagnosticsTest, Voltage) {
-    EXPECT_EQ(NineDecimals(VoltageCalc("0000")), "0.000000000");
-    EXPECT_EQ(NineDecimals(VoltageCalc("0001")), "0.000100000"); // 100 microvolts
+    EXPECT_EQ(NineDecimals(VoltageCalc(0x0000)), "0.000000000");
+    EXPECT_EQ(NineDecimals(VoltageCalc(0x0001)), "0.000100000"); // 100 microvolts
     // 33201: 3320100 microvolts; the nearest single to a millionth is 9.99999997e-07, and the product rounds to
     // 3.320100069, the single next to 3.3201.
-    EXPECT_EQ(NineDecimals(VoltageCalc("81b1")), "3.320100069");
-    EXPECT_EQ(NineDecimals(VoltageCalc("8000")), "3.276799917"); // 32768
-    EXPECT_EQ(NineDecimals(VoltageCalc("ffff")), "6.553500175");
-    EXPECT_EQ(VoltageCalc("12348000"), VoltageCalc("8000")); // 16 bits count
+    EXPECT_EQ(NineDecimals(VoltageCalc(0x81b1)), "3.320100069");
+    EXPECT_EQ(NineDecimals(VoltageCalc(0x8000)), "3.276799917"); // 32768
+    EXPECT_EQ(NineDecimals(VoltageCalc(0xffff)), "6.553500175");
 }
 
 TEST(TransceiverDiagnosticsTest, TransmitBias) {
-    EXPECT_EQ(NineDecimals(TxBiasCalc("0000")), "0.000000000");
-    EXPECT_EQ(NineDecimals(TxBiasCalc("0001")), "0.002000000");  // 2 microamperes
-    EXPECT_EQ(NineDecimals(TxBiasCalc("8000")), "65.536003113"); // 65536 times the single next to 0.001
-    EXPECT_EQ(NineDecimals(TxBiasCalc("ffff")), "131.070007324");
-    EXPECT_EQ(TxBiasCalc("12348000"), TxBiasCalc("8000"));
+    EXPECT_EQ(NineDecimals(TxBiasCalc(0x0000)), "0.000000000");
+    EXPECT_EQ(NineDecimals(TxBiasCalc(0x0001)), "0.002000000");  // 2 microamperes
+    EXPECT_EQ(NineDecimals(TxBiasCalc(0x8000)), "65.536003113"); // 65536 times the single next to 0.001
+    EXPECT_EQ(NineDecimals(TxBiasCalc(0xffff)), "131.070007324");
 }
 
 TEST(TransceiverDiagnosticsTest, Power) {
-    EXPECT_EQ(NineDecimals(TxRxPowerCalc("0000")), "0.000000000");
-    EXPECT_EQ(NineDecimals(TxRxPowerCalc("0001")), "0.000100000"); // 0.1 microwatts
+    EXPECT_EQ(NineDecimals(TxRxPowerCalc(0x0000)), "0.000000000");
+    EXPECT_EQ(NineDecimals(TxRxPowerCalc(0x0001)), "0.000100000"); // 0.1 microwatts
     // 5511: 551.1 as a single is 551.100036621; times the single next to 0.001 it rounds to 0.551100075. With
     // constants of double precision it would be 0.551100016.
-    EXPECT_EQ(NineDecimals(TxRxPowerCalc("1587")), "0.551100075");
-    EXPECT_EQ(NineDecimals(TxRxPowerCalc("8000")), "3.276800156");
-    EXPECT_EQ(NineDecimals(TxRxPowerCalc("ffff")), "6.553500175");
-    EXPECT_EQ(TxRxPowerCalc("12348000"), TxRxPowerCalc("8000"));
+    EXPECT_EQ(NineDecimals(TxRxPowerCalc(0x1587)), "0.551100075");
+    EXPECT_EQ(NineDecimals(TxRxPowerCalc(0x8000)), "3.276800156");
+    EXPECT_EQ(NineDecimals(TxRxPowerCalc(0xffff)), "6.553500175");
 }
 
 /// Every step is a single. So many of all values print differently at nine decimals when the constants are double.
@@ -81,7 +79,7 @@ TEST(TransceiverDiagnosticsTest, PowerIsSinglePrecisionThroughout) {
         volatile float value = static_cast<float>(raw);
         value = value * 0.1f;
         value = value * 0.001f;
-        const float power = TxRxPowerCalc(Hex(raw).c_str());
+        const float power = TxRxPowerCalc(static_cast<VX_UINT16>(raw));
         ASSERT_EQ(power, value) << raw;
         const auto withDoubles = static_cast<float>(static_cast<double>(raw) * 0.1 * 0.001);
         differing += NineDecimals(power) != NineDecimals(withDoubles) ? 1 : 0;
@@ -90,7 +88,9 @@ TEST(TransceiverDiagnosticsTest, PowerIsSinglePrecisionThroughout) {
 }
 
 TEST(TransceiverDiagnosticsTest, SlopesAreDecimalDigits) {
-    const auto slope = [](int first, int second) { return NineDecimals(buildSlope(second << 8 | first)); };
+    const auto slope = [](int first, int second) {
+        return NineDecimals(buildSlope(static_cast<VX_UINT8>(first), static_cast<VX_UINT8>(second)));
+    };
     EXPECT_EQ(slope(0, 0), "0.000000000");
     EXPECT_EQ(slope(1, 0), "1.000000000");
     EXPECT_EQ(slope(1, 128), "1.128000021"); // "1.128"; SFF-8472 has 1.5
@@ -99,8 +99,6 @@ TEST(TransceiverDiagnosticsTest, SlopesAreDecimalDigits) {
     EXPECT_EQ(slope(0, 1), "0.100000001");
     EXPECT_EQ(slope(2, 10), "2.099999905"); // "2.10"
     EXPECT_EQ(slope(255, 255), "255.255004883");
-    EXPECT_EQ(buildSlope(0x7FFF0001), buildSlope(1)); // two bytes count
-    EXPECT_EQ(buildSlope(-1), buildSlope(0xFFFF));
 }
 
 TEST(TransceiverDiagnosticsTest, FloatsByHand) {
@@ -120,7 +118,6 @@ TEST(TransceiverDiagnosticsTest, FloatsByHand) {
         EXPECT_EQ(int_bits_to_float(bits), 3.4028235e38f) << bits;
         EXPECT_EQ(int_bits_to_float(bits | 0x80000000u), -3.4028235e38f) << bits;
     }
-    EXPECT_EQ(buildFloat(static_cast<int>(0xBF800000)), -1.0f);
     // Every normal exponent, against the machine's own.
     for (VX_UINT32 exponent = 1; exponent < 255; ++exponent) {
         const VX_UINT32 bits = exponent << 23 | 0x2AAAAA;
@@ -193,10 +190,10 @@ TEST(TransceiverDiagnosticsTest, EveryQuantityFromItsPlace) {
         {VOLTAGE, VALUE, 273},    {BIAS, VALUE, 274},      {TX, VALUE, 275},           {RX, VALUE, 276},
     };
     for (const Place& place : PLACES) {
-        const std::string digits = Hex(place.raw);
-        const float expected = place.column == VOLTAGE ? VoltageCalc(digits.c_str())
-                               : place.column == BIAS  ? TxBiasCalc(digits.c_str())
-                                                       : TxRxPowerCalc(digits.c_str());
+        const auto raw = static_cast<VX_UINT16>(place.raw);
+        const float expected = place.column == VOLTAGE ? VoltageCalc(raw)
+                               : place.column == BIAS  ? TxBiasCalc(raw)
+                                                       : TxRxPowerCalc(raw);
         EXPECT_EQ(ValueAt(image, place.row, place.column), expected) << place.column << " " << place.row;
     }
 }

@@ -418,7 +418,7 @@ TEST(TransceiverReportTest, ShorterImagesReadAsZeroBehindTheirEnd) {
     for (VX_UINT16 size = 0; size <= 512; ++size) {
         const std::vector<VX_UINT8> exact(whole.Data, whole.Data + size); // a read behind it is caught
         ReportBlock block(16384, ReportBlock::SizeRule::FULL);
-        TransceiverReport report(block, ModuleImage(exact.data(), size));
+        TransceiverReport report(block, ModuleImage(decoders::Bytes(exact.data(), size)));
         report.CalculateDMIData();
         report.PrintSFPDMI(true);
         report.PrintSFP();

@@ -1,5 +1,4 @@
 #include "FamilyTest.h"
-#include "PhysicalPortVPDCmdsProcessor.h"
 #include "RefusedBlock.h"
 
 using namespace family_test;
@@ -68,7 +67,7 @@ TEST_F(NoMemoryTest, VitalProductDataGivesUp) {
     for (const Format& format : FORMATS) {
         CommandRun run;
         {
-            const RefusedBlock refused(1024 + VPD_SLACK);
+            const RefusedBlock refused(1024);
             run = RunPort("vpd", format.Leaf("get"));
         }
         EXPECT_EQ(run.code, 42u);

@@ -77,13 +77,11 @@ const std::vector<Row> GOLDEN_ROWS = {
     {"V9", "Multi Boot Version", "02.01.00"}, // the same description as "RM"
 };
 
-/// The map of an image of which the first `size` bytes are there; behind them lie the zero bytes of the contract,
-/// in an allocation that ends with them.
+/// The map of the first `size` bytes of an image, in an allocation that ends with them.
 VpdMap MapOf(const std::string& image, std::size_t size) {
-    std::vector<VX_UINT8> buffer(size + VPD_SLACK);
-    std::memcpy(buffer.data(), image.data(), std::min(size, image.size()));
+    const std::vector<VX_UINT8> buffer(image.begin(), image.begin() + static_cast<std::ptrdiff_t>(size));
     VpdMap map;
-    MapVpdData(buffer.data(), size, map);
+    MapVpdData(decoders::Bytes(buffer), size, map);
     return map;
 }
 VpdMap MapOf(const std::vector<Item>& items) {
@@ -204,11 +202,11 @@ TEST(VpdMapTest, LyingLengths) {
     // A header of which only the first byte is there.
     EXPECT_EQ(Reported(MapOf("\x82", 1)), std::vector<std::string>{"PI="});
     EXPECT_EQ(Reported(MapOf("R", 1)), std::vector<std::string>{});
-    // Values of the whole slack, so that none ends at a zero byte ahead of it.
-    std::vector<VX_UINT8> full(1 + VPD_SLACK, 0xFF);
+    // A value behind the size, as far as there are bytes: the length, FFFFh, is behind it too.
+    std::vector<VX_UINT8> full(3 + 0xFFFF + 1, 0xFF);
     full[0] = 0x82;
     VpdMap map;
-    MapVpdData(full.data(), 1, map);
+    MapVpdData(decoders::Bytes(full), 1, map);
     EXPECT_EQ(std::string(map.at("PI").c_str()).size(), 0xFFFFu);
 }
 

@@ -56,11 +56,10 @@ ResultCode PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payloa
 void PhysicalPortRDPCmdsProcessor::DisplayRDPInfo(MultipleCmdsProcessor* self, const Payload& payload,
                                                   eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
-    const std::unique_ptr<char, decltype(&std::free)> text(static_cast<char*>(std::calloc(REPORT_SIZE, 1)), &std::free);
-    if (text != nullptr) {
-        RDPReport report(text.get(), REPORT_SIZE);
+    ReportBlock report(REPORT_SIZE, ReportBlock::SizeRule::FULL);
+    if (report.IsAllocated()) {
         bool isVendorMatch = false;
-        ParseRDPDataBuffer(payload.bytes, Payload::SIZE, report, isVendorMatch);
+        ParseRDPDataBuffer(decoders::Bytes(payload.bytes, Payload::SIZE), report, isVendorMatch);
     }
-    Document(*self, format).TextReport(OUT_NAMES, REBOOT_NOT_SHOWN, text.get());
+    Document(*self, format).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, report);
 }

@@ -3,10 +3,12 @@
 #include "HostTree.h"
 #include "LibraryCall.h"
 #include "Resolvers.h"
-
-#include <cstring>
+#include "VitalProductData.h"
 
 namespace {
+
+using decoders::Bytes;
+namespace vpd = decoders::vpd;
 
 constexpr char CLASS_NAME[] = "PhysicalPortVPDCmdsProcessor";
 
@@ -28,13 +30,6 @@ constexpr LibraryCall READ_VPD = {"VEXAPI_GetVpd", "", "Get VPD failed", RC_VPD_
 
 constexpr VX_UINT32 VPD_SIZE = 1024;
 
-/// First bytes of the items that are no keywords.
-constexpr VX_UINT8 TAG_IDENTIFIER = 0x82;
-constexpr VX_UINT8 TAG_READ_ONLY = 0x90;
-constexpr VX_UINT8 TAG_READ_WRITE = 0x91;
-constexpr VX_UINT8 TAG_END = 0x78;
-constexpr std::size_t HEADER_SIZE = 3;
-
 struct VpdKeyword {
     const char* key;
     const char* description;
@@ -48,50 +43,47 @@ constexpr VpdKeyword VPD_KEYWORDS[] = {
 
 /// Length of the value behind an item's header. The header of a section is an item of its own: the
 /// keywords inside are walked like any other item.
-std::size_t ValueLength(const VX_UINT8* item) {
+std::size_t ValueLength(Bytes item) {
     switch (item[0]) {
-    case TAG_IDENTIFIER:
-        return static_cast<std::size_t>(item[1] | item[2] << 8);
-    case TAG_READ_ONLY:
-    case TAG_READ_WRITE:
+    case vpd::IDENTIFIER_STRING:
+        return item.LittleU16(1);
+    case vpd::READ_ONLY:
+    case vpd::READ_WRITE:
+    case vpd::END:
         return 0;
     default:
         return item[2];
     }
 }
 
-/// Bytes as text: they end at `length`, or at a zero byte.
-TavuString TextAt(const VX_UINT8* bytes, std::size_t length) {
-    const char* text = reinterpret_cast<const char*>(bytes);
-    return {text, strnlen(text, length)};
-}
-
 void TraceItem(const TavuString& text) {
     TraceStep(TRACE_INFORMATION, "tmpText=%s", text.c_str());
 }
 
-void MapFieldData(const VX_UINT8* item, std::size_t length, VpdMap& map) {
+void MapFieldData(Bytes item, std::size_t length, VpdMap& map) {
     const TracedFunction traced(CLASS_NAME, __func__);
-    const VX_UINT8* const value = item + HEADER_SIZE;
+    const std::string_view value = item.Text(vpd::HEADER_SIZE, length);
     TavuString trace;
     switch (item[0]) {
-    case TAG_IDENTIFIER:
-        map["PI"] = TextAt(value, length);
+    case vpd::IDENTIFIER_STRING:
+        map["PI"] = TavuString(value);
         trace.Format(" 0x%02x  \"%s\"\n", item[0], map["PI"].c_str());
         break;
-    case TAG_READ_ONLY:
-    case TAG_READ_WRITE:
-    case TAG_END:
+    case vpd::READ_ONLY:
+    case vpd::READ_WRITE:
+    case vpd::END:
         trace.Format(" 0x%02x\n", item[0]);
         break;
     default:
-        const TavuString key = TextAt(item, 2);
+        const TavuString key(item.Text(0, 2));
         TavuString& text = map[key];
         if (key == "RV" || key == "RW") {
-            text.Format("%02x", value[0]);
-            trace.Format(" \"%2.2s\"  %02x\n", key.c_str(), value[0]);
+            // The first byte of the value, whatever its length: the next item's where that is 0.
+            const unsigned byte = item[vpd::HEADER_SIZE];
+            text.Format("%02x", byte);
+            trace.Format(" \"%2.2s\"  %02x\n", key.c_str(), byte);
         } else {
-            text = TextAt(value, length);
+            text = TavuString(value);
             trace.Format(" \"%2.2s\"  \"%s\"\n", key.c_str(), text.c_str());
         }
         break;
@@ -110,16 +102,16 @@ constexpr DocumentField GET_FIELDS[] = {{OUT_TAG, FieldType::TEXT}, {OUT_VALUE, 
 
 } // namespace
 
-void MapVpdData(const VX_UINT8* buffer, std::size_t size, VpdMap& map) {
+void MapVpdData(Bytes buffer, std::size_t size, VpdMap& map) {
     std::size_t at = 0;
     while (at < size) {
-        const VX_UINT8* const item = buffer + at;
-        const std::size_t length = item[0] == TAG_END ? 0 : ValueLength(item);
+        const Bytes item = buffer.Sub(at);
+        const std::size_t length = ValueLength(item);
         MapFieldData(item, length, map);
-        if (item[0] == TAG_END) {
+        if (item[0] == vpd::END) {
             return;
         }
-        at += HEADER_SIZE + length;
+        at += vpd::HEADER_SIZE + length;
     }
 }
 
@@ -154,8 +146,8 @@ ResultCode PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap
     if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
-    const std::unique_ptr<VX_UINT8, decltype(&std::free)> buffer(
-        static_cast<VX_UINT8*>(std::calloc(VPD_SIZE + VPD_SLACK, 1)), &std::free);
+    const std::unique_ptr<VX_UINT8, decltype(&std::free)> buffer(static_cast<VX_UINT8*>(std::calloc(VPD_SIZE, 1)),
+                                                                 &std::free);
     if (buffer == nullptr) {
         return RC_NO_MEMORY;
     }
@@ -164,7 +156,7 @@ ResultCode PhysicalPortVPDCmdsProcessor::Get(const TavuStringArray& args, VpdMap
         READ_VPD, [&] { return VEXAPI_GetVpd(HandleWord(entry.protocol->PortHandle), 0, buffer.get(), &size); });
     if (code == RC_SUCCESS) {
         map = &ProcessVpdMap();
-        MapVpdData(buffer.get(), std::min(size, VPD_SIZE), *map);
+        MapVpdData(Bytes(buffer.get(), VPD_SIZE), std::min(size, VPD_SIZE), *map);
     }
     return code;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Bytes.h"
 #include "Family.h"
 
 #include <map>
@@ -8,13 +9,12 @@
 using VpdMap = std::map<TavuString, TavuString>;
 
 /// Walks the items of PCI vital product data (PCI Local Bus Specification) into `map`; a later item replaces
-/// an earlier one of the same keyword. Only the start of an item is held against `size`: a value may lie
-/// behind it, so `buffer` must have `VPD_SLACK` zero bytes behind its data. A keyword that begins with "x"
-/// ends the walk, because that is the byte of the end tag.
-void MapVpdData(const VX_UINT8* buffer, std::size_t size, VpdMap& map);
-
-/// What the longest value of an item that starts at the last byte can reach, and its terminator.
-inline constexpr std::size_t VPD_SLACK = 3 + 0xFFFF + 1;
+/// an earlier one of the same keyword.
+///
+/// Clients know this walk, which isn't the specification's (see `decoders::DecodeVpd`): sections are headers without
+/// an end, small resources are keywords, and a keyword that begins with "x" ends the walk, because that is the byte of
+/// the end tag. Only the start of an item is held against `size`: a value may lie behind it, as far as `buffer` goes.
+void MapVpdData(decoders::Bytes buffer, std::size_t size, VpdMap& map);
 
 /// Description of a keyword; empty for one that is not reported.
 const char* GetVPDKeyVal(const TavuString& key);

@@ -1,5 +1,5 @@
 /// @file
-/// Questions about bits, and exchanges of bytes.
+/// Questions about bits.
 #pragma once
 
 #include "vexapi.h"
@@ -20,21 +20,4 @@ constexpr int GetMSB(VX_UINT32 value) {
 constexpr int findbit(VX_UINT32 value, int bit, bool isWide) {
     const int highest = isWide ? 15 : 7;
     return bit < 0 || bit > highest ? -1 : static_cast<int>(value >> bit & 1U);
-}
-
-/// Exchanges the two low bytes; the upper half is that of the sign-extended argument.
-constexpr int swapshort(VX_INT16 value) {
-    const auto bits = static_cast<VX_UINT32>(int{value});
-    return static_cast<int>((bits & 0xFFFF0000U) | (bits & 0xFFU) << 8 | (bits >> 8 & 0xFFU));
-}
-
-/// The two low bytes exchanged, 0 to 65535. The flag has no effect.
-constexpr int swapData(int value, [[maybe_unused]] bool flag = false) {
-    return (value & 0xFF) << 8 | (value >> 8 & 0xFF);
-}
-
-/// The four bytes reversed.
-constexpr int swapint(int value) {
-    const auto bits = static_cast<VX_UINT32>(value);
-    return static_cast<int>(bits << 24 | (bits & 0xFF00U) << 8 | (bits >> 8 & 0xFF00U) | bits >> 24);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "CodeTables.h"
+#include "ModuleImage.h"
 
 /// How a field prints.
 enum eFieldType : VX_UINT16 {
@@ -20,16 +21,13 @@ enum eFieldType : VX_UINT16 {
 
 struct FieldTable {
     VX_UINT16 Offset;      ///< in the module's image; `HEADING_OFFSET` or `END_OF_FIELDS` for none
-    const char* Name;      ///< the label, and the key by which the code finds the field; may be empty
+    const char* Name;      ///< the label; may be empty
     const SfpTable* Table; ///< or null
     VX_UINT16 Size;        ///< in bytes
     eFieldType FieldType;
 };
 inline constexpr VX_UINT16 HEADING_OFFSET = 65534;
 inline constexpr VX_UINT16 END_OF_FIELDS = 65535;
-
-/// Where address A2h begins in the image of a module of the SFP family.
-inline constexpr VX_UINT16 A2 = 256;
 
 /// SFP family: address A0h, then A2h. "MCU Version" and "Debug MCU Version" show the same byte, the latter out of
 /// order: clients know it so.

@@ -1,41 +1,46 @@
 #include "MediaInformation.h"
 
 #include "FieldDecoders.h"
+#include "QsfpMemory.h"
+#include "SfpMemory.h"
 
 #include <cstring>
 
 namespace {
 
+namespace sff8472 = decoders::sff8472;
+namespace sff8636 = decoders::sff8636;
+
 enum Matches : bool { LAST_MATCH = false, ALL_MATCHES = true };
 
-TavuString BitTexts(const ModuleImage& image, const char* name, const SfpTable* table, Matches matches) {
+TavuString BitTexts(VX_UINT8 byte, const SfpTable* table, Matches matches) {
     DecodedText text = "";
-    return GetBitDataCodeTable(GetFieldEntry(image, name), image, table, text, matches);
+    return GetBitDataCodeTable(byte, table, text, matches);
 }
 
 /// The last match, without its blanks.
-TavuString BitCode(const ModuleImage& image, const char* name, const SfpTable* table) {
-    TavuString code = BitTexts(image, name, table, LAST_MATCH);
+TavuString BitCode(VX_UINT8 byte, const SfpTable* table) {
+    TavuString code = BitTexts(byte, table, LAST_MATCH);
     std::erase(code, ' ');
     return code;
 }
 
+/// The byte that the standard asks for only where the other one is FFh comes first here, and four lanes' rates are
+/// divided into Gbps by 1024.
 TavuString QsfpSpeed(const ModuleImage& image) {
-    const unsigned base = image.Base();
-    // In units of 250 MBd, or of 100 MBd where that byte is 0.
-    const unsigned rate = image[base + 94] != 0 ? image[base + 94] * 250U : image[base + 12] * 100U;
+    const unsigned exact = image[sff8636::SIGNALING_RATE_250];
+    const unsigned rate = exact != 0 ? exact * 250U : image[sff8636::SIGNALING_RATE] * 100U;
     TavuString speed;
     if (rate != 0) {
         speed.Format("%u Gbits/Sec\n", rate / 1024 * 4); // four lanes
         return speed;
     }
-    speed = BitTexts(image, "Ethernet Speed", EthernetSpeedQsfpTbl, LAST_MATCH);
+    speed = BitTexts(image[sff8636::ETHERNET_COMPLIANCE], EthernetSpeedQsfpTbl, LAST_MATCH);
     constexpr char extended[] = "Extended";
     const bool isExtended = TavuString(speed.substr(0, std::strlen(extended))).CompareNoCase(extended) == 0;
     if (speed.empty() || speed.CompareNoCase("Unspecified") == 0 || isExtended) {
         DecodedText text = "";
-        speed = GetByteDataCodeTable(GetFieldEntry(image, "Extended Ethernet Speed"), image, EthernetExtSpeedTbl, text,
-                                     LAST_MATCH);
+        speed = GetByteDataCodeTable(image[sff8636::EXTENDED_COMPLIANCE], EthernetExtSpeedTbl, text, LAST_MATCH);
     }
     return speed += "\n";
 }
@@ -47,35 +52,37 @@ bool Is64GCode(int code) {
 
 MediaInformation DescribeSfp(const ModuleImage& image) {
     constexpr int firstComplianceOfSpeed2 = 9;
-    const TavuString speeds = BitTexts(image, "FC Speed", FCSpeedTbl, ALL_MATCHES);
+    const VX_UINT8 speedCode = image[sff8472::FC_SPEED];
+    const VX_UINT8 speedCode2 = image[sff8472::FC_SPEED_2];
+    const TavuString speeds = BitTexts(speedCode, FCSpeedTbl, ALL_MATCHES);
     TavuString mediaType;
     TavuString speed;
-    if (getDataValue(image, "FC Speed 2") != 0) {
-        mediaType = BitTexts(image, "FC Speed 2", FCSpeed2CodeTbl, LAST_MATCH) + "-";
-        speed = BitTexts(image, "FC Speed 2", FCSpeed2Tbl, ALL_MATCHES) + speeds;
-    } else if (getDataValue(image, "SFF-8472 Compliance") < firstComplianceOfSpeed2 &&
-               Is64GCode(getDataValue(image, "Extended Compliance Codes"))) {
+    if (speedCode2 != 0) {
+        mediaType = BitTexts(speedCode2, FCSpeed2CodeTbl, LAST_MATCH) + "-";
+        speed = BitTexts(speedCode2, FCSpeed2Tbl, ALL_MATCHES) + speeds;
+    } else if (image[sff8472::COMPLIANCE] < firstComplianceOfSpeed2 && Is64GCode(image[sff8472::EXTENDED_COMPLIANCE])) {
         mediaType = "6400-";
         speed = "6400 MBytes/Sec " + speeds;
     } else {
-        mediaType = BitTexts(image, "FC Speed", FCSpeedCodeTbl, LAST_MATCH) + "-";
+        mediaType = BitTexts(speedCode, FCSpeedCodeTbl, LAST_MATCH) + "-";
         speed = speeds;
     }
 
     // Two dashes can only come up below: the test never holds. Clients know this order, in which an Ethernet module
     // has a media type like "-M5--" and no speed.
     if (mediaType.find("--") != TavuString::npos) {
-        const TavuString ethernet = BitCode(image, "Ethernet Speed", EthernetSpeedTbl);
+        const VX_UINT8 ethernetCode = image[sff8472::ETHERNET_10G_COMPLIANCE];
+        const TavuString ethernet = BitCode(ethernetCode, EthernetSpeedTbl);
         if (!ethernet.empty()) {
             mediaType = ethernet;
-            speed = BitTexts(image, "Ethernet Speed", EthernetSpeedTbl, ALL_MATCHES);
+            speed = BitTexts(ethernetCode, EthernetSpeedTbl, ALL_MATCHES);
         }
     }
 
     std::erase(mediaType, ' ');
-    mediaType += BitCode(image, "FC Transmission Media", FCTransMediaCodeTbl) + "-";
-    mediaType += BitCode(image, "FC Transmitter Tech", FCTransTechCodeTbl) + "-";
-    mediaType += BitCode(image, "FC Link Length", FCLinkLengthCodeTbl);
+    mediaType += BitCode(image[sff8472::TRANSMISSION_MEDIA], FCTransMediaCodeTbl) + "-";
+    mediaType += BitCode(image[sff8472::TRANSMITTER_TECH], FCTransTechCodeTbl) + "-";
+    mediaType += BitCode(image[sff8472::LINK_LENGTH], FCLinkLengthCodeTbl);
     return {mediaType, speed};
 }
 

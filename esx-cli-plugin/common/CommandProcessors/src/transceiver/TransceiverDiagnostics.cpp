@@ -1,7 +1,8 @@
 #include "TransceiverDiagnostics.h"
 
 #include "BitFunctions.h"
-#include "FieldDecoders.h"
+#include "ReportArithmetic.h"
+#include "SfpMemory.h"
 
 #include <algorithm>
 #include <bit>
@@ -10,6 +11,10 @@
 #include <iterator>
 
 namespace {
+
+namespace sff8472 = decoders::sff8472;
+using decoders::Bytes;
+using sff8472::MonitoredField;
 
 constexpr char STATUS_NORMAL[] = "Normal";
 constexpr char STATUS_WARNING[] = "Warning";
@@ -25,43 +30,30 @@ double PowerOfTwo(int exponent) {
     return std::bit_cast<double>(static_cast<VX_UINT64>(1023 + exponent) << 52);
 }
 
-/// A field of two bytes as four hexadecimal digits, the first byte first.
-const char* Digits(const ModuleImage& image, VX_UINT16 offset, DecodedText& text) {
-    text[0] = '\0';
-    return GetFieldData(image, nullptr, FieldHex2, offset, text);
-}
-
-int Number(const ModuleImage& image, VX_UINT16 offset) {
-    DecodedText text;
-    return hexToDec(Digits(image, offset, text));
-}
-
-/// The same with the first byte low, and the sign of the second.
-VX_INT16 SwappedNumber(const ModuleImage& image, VX_UINT16 offset) {
-    return static_cast<VX_INT16>(swapshort(static_cast<VX_INT16>(Number(image, offset))));
-}
-
-/// The number in the low 16 bits of a hexadecimal text.
-int Low16(const char* text) {
-    return hexToDec(text) & 0xFFFF;
-}
-
-/// A quantity whose bytes are plain numbers: value, high alarm, high warning, low warning, low alarm.
+/// A quantity whose bytes are plain numbers.
 struct LinearQuantity {
     Quantity quantity;
-    float (*calculate)(const char* digits);
-    VX_UINT16 offsets[5];
+    float (*calculate)(VX_UINT16 count);
+    const MonitoredField& field;
 };
 constexpr LinearQuantity LINEAR_QUANTITIES[] = {
-    {VOLTAGE, VoltageCalc, {A2 + 98, A2 + 8, A2 + 12, A2 + 14, A2 + 10}},
-    {TX_BIAS, TxBiasCalc, {A2 + 100, A2 + 16, A2 + 20, A2 + 22, A2 + 18}},
-    {TX_POWER, TxRxPowerCalc, {A2 + 102, A2 + 24, A2 + 28, A2 + 30, A2 + 26}},
-    {RX_POWER, TxRxPowerCalc, {A2 + 104, A2 + 32, A2 + 36, A2 + 38, A2 + 34}},
+    {VOLTAGE, VoltageCalc, sff8472::VOLTAGE},
+    {TX_BIAS, TxBiasCalc, sff8472::BIAS},
+    {TX_POWER, TxRxPowerCalc, sff8472::TRANSMIT_POWER},
+    {RX_POWER, TxRxPowerCalc, sff8472::RECEIVE_POWER},
 };
 
-/// The first byte of a threshold counts degrees and the second is no fraction: bit 0 of it halves the number.
-float HighTemperature(const ModuleImage& image, VX_UINT16 offset) {
-    const int v = SwappedNumber(image, offset);
+void SetLinear(Values& values, Bytes a2, const LinearQuantity& quantity) {
+    const MonitoredField& field = quantity.field;
+    const std::size_t offsets[] = {field.value, field.highAlarm, field.highWarning, field.lowWarning, field.lowAlarm};
+    std::transform(std::begin(offsets), std::end(offsets), values,
+                   [&](std::size_t offset) { return quantity.calculate(a2.BigU16(offset)); });
+}
+
+/// The first byte of a threshold counts degrees and is the low one, and the second is no fraction: bit 0 of it halves
+/// the number. By SFF-8472 the first byte is the high one and signed.
+float HighTemperature(Bytes a2, std::size_t offset) {
+    const int v = a2.LittleS16(offset);
     if (findbit(static_cast<VX_UINT32>(v), 8, true) == 1) {
         return static_cast<float>(v * 0.5) - 256.0f; // the product is double
     }
@@ -69,8 +61,8 @@ float HighTemperature(const ModuleImage& image, VX_UINT16 offset) {
 }
 
 /// Below zero from 128 degrees on, as a high threshold never is: the same bytes give two temperatures.
-float LowTemperature(const ModuleImage& image, VX_UINT16 offset) {
-    const int v = SwappedNumber(image, offset);
+float LowTemperature(Bytes a2, std::size_t offset) {
+    const int v = a2.LittleS16(offset);
     const auto bits = static_cast<VX_UINT32>(v);
     if (GetMSB(bits) >= 8) {
         return static_cast<float>(v) - 512.0f;
@@ -78,14 +70,18 @@ float LowTemperature(const ModuleImage& image, VX_UINT16 offset) {
     return findbit(bits, 7, false) == 1 ? static_cast<float>(v) - 256.0f : static_cast<float>(v);
 }
 
-void SetTemperatures(Values& values, const ModuleImage& image) {
-    // Both bytes count as unsigned: the value is never below zero.
-    values[0] = static_cast<float>(getDataValue(image, "Temperature MSB")) +
-                static_cast<float>(getDataValue(image, "Temperature LSB")) * 0.00390625f;
-    values[1] = HighTemperature(image, A2 + 0);
-    values[2] = HighTemperature(image, A2 + 4);
-    values[3] = LowTemperature(image, A2 + 6);
-    values[4] = LowTemperature(image, A2 + 2);
+void SetTemperatures(Values& values, Bytes a2) {
+    const MonitoredField& field = sff8472::TEMPERATURE;
+    // Both bytes count as unsigned: the value is never below zero. By SFF-8472 it is signed.
+    values[0] = static_cast<float>(a2[field.value]) + static_cast<float>(a2[field.value + 1]) * 0.00390625f;
+    values[1] = HighTemperature(a2, field.highAlarm);
+    values[2] = HighTemperature(a2, field.highWarning);
+    values[3] = LowTemperature(a2, field.lowWarning);
+    values[4] = LowTemperature(a2, field.lowAlarm);
+}
+
+float SlopeAt(Bytes a2, std::size_t offset) {
+    return buildSlope(a2[offset], a2[offset + 1]);
 }
 
 } // namespace
@@ -108,57 +104,36 @@ float int_bits_to_float(VX_UINT32 bits) {
     return isNegative ? -value : value;
 }
 
-float buildFloat(int bits) {
-    return int_bits_to_float(static_cast<VX_UINT32>(bits));
-}
-
-float buildSlope(int value) {
+float buildSlope(VX_UINT8 first, VX_UINT8 second) {
     char text[16];
-    std::snprintf(text, sizeof text, "%d.%d", value & 0xFF, value >> 8 & 0xFF);
+    std::snprintf(text, sizeof text, "%d.%d", first, second);
     return std::strtof(text, nullptr);
-}
-
-float VoltageCalc(const char* text) {
-    return static_cast<float>(Low16(text)) * 100.0f * 1e-6f;
-}
-
-float TxBiasCalc(const char* text) {
-    const auto value = static_cast<float>(Low16(text));
-    return (value + value) * 0.001f;
-}
-
-float TxRxPowerCalc(const char* text) {
-    return static_cast<float>(Low16(text)) * 0.1f * 0.001f;
 }
 
 void TransceiverDiagnostics::CalculateDMIData(const ModuleImage& image) {
     if (image.IsQsfp()) {
         return;
     }
-    SetTemperatures(valueArray[TEMPERATURE], image);
+    const Bytes a2 = image.Sub(A2);
+    SetTemperatures(valueArray[TEMPERATURE], a2);
     for (const LinearQuantity& row : LINEAR_QUANTITIES) {
-        for (std::size_t index = 0; index < std::size(row.offsets); ++index) {
-            DecodedText text;
-            valueArray[row.quantity][index] = row.calculate(Digits(image, row.offsets[index], text));
-        }
+        SetLinear(valueArray[row.quantity], a2, row);
     }
 
-    slopeArray[TEMPERATURE] = buildSlope(SwappedNumber(image, A2 + 84));
-    offsetArray[TEMPERATURE] = static_cast<float>(SwappedNumber(image, A2 + 86));
-    slopeArray[VOLTAGE] = buildSlope(swapData(Number(image, A2 + 88)));
-    offsetArray[VOLTAGE] = static_cast<float>(static_cast<VX_INT16>(Number(image, A2 + 90)));
+    // By SFF-8472 the first byte of the temperature's offset is the high one, and offsets count in the raw numbers'
+    // units, not in degrees, volts and milliamperes.
+    slopeArray[TEMPERATURE] = SlopeAt(a2, sff8472::TEMPERATURE_SLOPE);
+    offsetArray[TEMPERATURE] = static_cast<float>(a2.LittleS16(sff8472::TEMPERATURE_OFFSET));
+    slopeArray[VOLTAGE] = SlopeAt(a2, sff8472::VOLTAGE_SLOPE);
+    offsetArray[VOLTAGE] = static_cast<float>(a2.BigS16(sff8472::VOLTAGE_OFFSET));
     // The last byte alone: a slope of 1 in the first byte counts as none.
-    slopeArray[TX_BIAS] = buildSlope(getDataValue(image, "Tx_I(Slope)"));
-    offsetArray[TX_BIAS] = static_cast<float>(getDataValue(image, "Tx_I(Offset)"));
-    slopeArray[TX_POWER] = buildSlope(swapData(Number(image, A2 + 80)));
-    // The field of the slope again, and of its four reversed bytes the two that are always 0: clients know no offset
-    // here.
-    offsetArray[TX_POWER] = static_cast<float>(static_cast<VX_INT16>(swapint(Number(image, A2 + 80))));
+    slopeArray[TX_BIAS] = static_cast<float>(a2[sff8472::BIAS_SLOPE + 1]);
+    offsetArray[TX_BIAS] = static_cast<float>(a2[sff8472::BIAS_OFFSET + 1]);
+    slopeArray[TX_POWER] = SlopeAt(a2, sff8472::TRANSMIT_POWER_SLOPE);
+    offsetArray[TX_POWER] = 0.0f; // clients know no offset here
 
-    for (int power = 0; power < 5; ++power) {
-        DecodedText text = "";
-        const auto offset = static_cast<VX_UINT16>(A2 + 72 - 4 * power);
-        rxPowerArray[power] = buildFloat(hexToDec(GetFieldData(image, nullptr, FieldHex4, offset, text)));
+    for (std::size_t power = 0; power < std::size(rxPowerArray); ++power) {
+        rxPowerArray[power] = int_bits_to_float(a2.BigU32(sff8472::RX_POWER_0 - 4 * power));
     }
 }
 
@@ -177,13 +152,14 @@ float TransceiverDiagnostics::getValueAt(int row, int column) const {
     const float x = valueArray[quantity][row == ROW_VALUE ? 0 : row - 1];
     if (column == COLUMN_RX_POWER) {
         const float(&rx)[5] = rxPowerArray;
-        // No powers of x, and four times the value where nothing is calibrated: clients know both.
+        // No powers of x, unlike SFF-8472, and four times the value where nothing is calibrated: clients know both.
         if (std::all_of(rx, rx + 5, [](float coefficient) { return coefficient == 0.0f; })) {
             return x + x + x + x + rx[0];
         }
         return rx[4] * x + rx[3] * x + rx[2] * x + rx[1] * x + rx[0];
     }
-    // No slope means no calibration: the offset goes with it.
+    // No slope means no calibration, and the offset goes with it. Whether the module says that it is externally
+    // calibrated counts for nothing.
     return slopeArray[quantity] == 0.0f ? x : slopeArray[quantity] * x + offsetArray[quantity];
 }
 
@@ -200,6 +176,7 @@ const char* TransceiverDiagnostics::getDMIStatusAt(int row, int column, const ch
     const float value = getValueAt(ROW_VALUE, column);
     const float highWarning = getValueAt(ROW_HIGH_WARNING, column);
     const float lowWarning = getValueAt(ROW_LOW_WARNING, column);
+    // At a level counts as beyond it; by SFF-8472 it doesn't.
     if (value >= getValueAt(ROW_HIGH_ALARM, column)) {
         return STATUS_FAULT;
     }

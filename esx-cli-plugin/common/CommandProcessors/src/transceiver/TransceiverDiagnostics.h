@@ -1,29 +1,20 @@
 /// @file
 /// The diagnostic page of a transceiver in physical values.
 ///
-/// Every step is single precision, in the stated order, unless it says double. Temperature thresholds, calibration
-/// slopes, the offset of the transmit power and all of the receive power depart from SFF-8472 on purpose: these are
-/// the values that clients know.
+/// Every step is single precision, in the stated order, unless it says double. The live temperature, the temperature
+/// thresholds, calibration and the verdicts depart from SFF-8472 on purpose: these are the values that clients know.
+/// `decoders::DecodeSfpDiagnostics` has the standard's.
 #pragma once
 
 #include "ModuleImage.h"
 
-/// The IEEE 754 single of these bits. Infinities and NaNs become the largest finite value with their sign, and what
-/// is below the smallest normal value becomes 0.
+/// The IEEE 754 single of these bits, as a receive power coefficient. Infinities and NaNs become the largest finite
+/// value with their sign, and what is below the smallest normal value becomes 0.
 float int_bits_to_float(VX_UINT32 bits);
-/// The same for a receive power coefficient.
-float buildFloat(int bits);
 
-/// The low byte of `value` and the second byte of it, both as decimal numbers, with a point between them. So the
-/// second byte is no fraction of 256: 1 and 128 give 1.128.
-float buildSlope(int value);
-
-/// Volts of a hexadecimal text in units of 100 microvolts.
-float VoltageCalc(const char* text);
-/// Milliamperes of a hexadecimal text in units of 2 microamperes.
-float TxBiasCalc(const char* text);
-/// Milliwatts of a hexadecimal text in units of 0.1 microwatts.
-float TxRxPowerCalc(const char* text);
+/// The two bytes of a slope as decimal numbers with a point between them. So the second byte is no fraction of 256: 1
+/// and 128 give 1.128, where SFF-8472 has 1.5.
+float buildSlope(VX_UINT8 first, VX_UINT8 second);
 
 /// Rows of `getValueAt`. The status is a row too.
 enum DiagnosticRow : int {

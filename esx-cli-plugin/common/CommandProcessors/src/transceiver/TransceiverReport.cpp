@@ -1,42 +1,26 @@
 #include "TransceiverReport.h"
 
 #include "MediaInformation.h"
+#include "SfpMemory.h"
 
 #include <string_view>
 
 namespace {
 
-constexpr char DASHES[] = "\n---------------------------------------------------------------------------------\n";
+namespace sff8472 = decoders::sff8472;
 
-/// Offsets from the base of the module's identification.
-constexpr VX_UINT16 VENDOR_NAME = 20;
-constexpr VX_UINT16 PART_NUMBER = 40;
-constexpr VX_UINT16 REVISION = 56;
-constexpr VX_UINT16 SERIAL_NUMBER = 68;
-constexpr VX_UINT16 VENDOR_SPECIFIC = 96;
+constexpr char DASHES[] = "\n---------------------------------------------------------------------------------\n";
 
 constexpr std::string_view ORVANE = "Orvane";
 
-constexpr char DIAG_MONITORING_TYPE[] = "Diag Monitoring Type:";
-constexpr VX_UINT8 DIGITAL_MONITORING = 0x40;
-
 /// Bytes of a raw field on one line.
 constexpr std::size_t RAW_BYTES_PER_LINE = 8;
-
-bool StartsAt(const ModuleImage& image, VX_UINT16 offset, std::string_view text) {
-    for (const char character : text) {
-        if (image[offset++] != static_cast<VX_UINT8>(character)) {
-            return false;
-        }
-    }
-    return true;
-}
 
 } // namespace
 
 void TransceiverReport::PrintSFPDMI(bool showsInstalled) {
     PrintMediaInformation(showsInstalled);
-    if (!mImage.IsQsfp() && GetSFPTableBitValue(mImage, DIAG_MONITORING_TYPE, DIGITAL_MONITORING) != 0) {
+    if (!mImage.IsQsfp() && (mImage[sff8472::MONITORING_TYPE] & sff8472::DIAGNOSTICS_IMPLEMENTED) != 0) {
         PrintSummary();
     }
 }
@@ -85,31 +69,30 @@ void TransceiverReport::PrintField(const FieldTable& row) {
 }
 
 void TransceiverReport::PrintMediaInformation(bool showsInstalled) {
-    const auto field = [this](VX_UINT16 offset, DecodedText& text) {
-        text[0] = '\0';
-        return GetFieldData(mImage, nullptr, FieldAscii, static_cast<VX_UINT16>(mImage.Base() + offset), text);
-    };
-    // A module of the QSFP family has no field of some of these names: the end row prints an empty label.
-    const auto code = [this](const char* name) { PrintByteTableData(*GetFieldEntry(mImage, name)); };
+    // These fields have the same order in both families. In the QSFP family two of the offsets are reserved bytes,
+    // which print an empty label.
+    const auto row = [this](std::size_t offset) { return FieldAt(mImage, mImage.Base() + offset); };
+    const auto field = [&](std::size_t offset, DecodedText& text) { return GetAsciiData(row(offset), mImage, text); };
+    const auto code = [&](std::size_t offset) { PrintByteTableData(*row(offset)); };
     const MediaInformation media = DescribeMedia(mImage);
     DecodedText text;
 
     mOutput.Raw(DASHES);
     mOutput.Raw("Media Information");
     mOutput.Raw(DASHES);
-    PrintText("Vendor", field(VENDOR_NAME, text));
-    code("Connector");
+    PrintText("Vendor", field(sff8472::VENDOR_NAME, text));
+    code(sff8472::CONNECTOR);
     PrintText("Media Type", media.mediaType.c_str());
-    PrintText("Part Number", field(PART_NUMBER, text));
+    PrintText("Part Number", field(sff8472::PART_NUMBER, text));
     PrintText("Speed", media.speed.c_str());
-    PrintText("Revision", field(REVISION, text));
-    PrintText("Serial Number", field(SERIAL_NUMBER, text));
-    code("Identifier");
-    code("Extended Compliance Codes");
-    code("Rate Identifier");
+    PrintText("Revision", field(sff8472::REVISION, text));
+    PrintText("Serial Number", field(sff8472::SERIAL_NUMBER, text));
+    code(sff8472::IDENTIFIER);
+    code(sff8472::EXTENDED_COMPLIANCE);
+    code(sff8472::RATE_IDENTIFIER);
     if (showsInstalled) {
-        const auto offset = static_cast<VX_UINT16>(mImage.Base() + VENDOR_SPECIFIC);
-        PrintText("Orvane SFP Installed", StartsAt(mImage, offset, ORVANE) ? "Yes" : "No");
+        const std::size_t offset = mImage.Base() + sff8472::VENDOR_SPECIFIC;
+        PrintText("Orvane SFP Installed", mImage.Text(offset, ORVANE.size()) == ORVANE ? "Yes" : "No");
     }
     mOutput.Raw(DASHES);
 }
@@ -179,7 +162,7 @@ void TransceiverReport::PrintBitTableDataCode(const FieldTable& row) {
         return;
     }
     DecodedText text = "";
-    mOutput.Raw(GetBitDataCodeTable(&row, mImage, row.Table, text, true));
+    mOutput.Raw(GetBitDataCodeTable(mImage[row.Offset], row.Table, text, true));
 }
 
 void TransceiverReport::PrintAsciiData(const FieldTable& row) {
@@ -189,12 +172,11 @@ void TransceiverReport::PrintAsciiData(const FieldTable& row) {
     mOutput.Raw("\n");
 }
 
-void TransceiverReport::PrintByteData(const FieldTable& row, VX_UINT16 count) {
+void TransceiverReport::PrintByteData(const FieldTable& row, std::size_t count) {
     PrintLabel(row);
     mOutput.Raw("0x");
-    for (VX_UINT16 index = 0; index < count; ++index) {
-        char digits[3];
-        mOutput.Raw(GetByteData(&row, mImage, count, index, digits, sizeof digits));
+    for (std::size_t index = 0; index < count; ++index) {
+        mOutput.RawF("%02x", mImage[row.Offset + index]);
     }
     mOutput.Raw("\n");
 }

@@ -33,7 +33,7 @@ private:
     void PrintBitTableData(const FieldTable& row);
     void PrintBitTableDataCode(const FieldTable& row);
     void PrintAsciiData(const FieldTable& row);
-    void PrintByteData(const FieldTable& row, VX_UINT16 count);
+    void PrintByteData(const FieldTable& row, std::size_t count);
 
     ReportBlock& mOutput;
     ModuleImage mImage;
