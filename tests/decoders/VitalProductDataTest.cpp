@@ -107,6 +107,17 @@ TEST(VpdTest, ChecksumOverAllBytesBeforeIt) {
     }
     EXPECT_EQ(Decode(Resource(0x90, Keyword("PN", "a")) + END).checksum, VpdChecksum::ABSENT);
     EXPECT_EQ(Decode(Resource(0x90, Keyword("RV", "")) + END).checksum, VpdChecksum::INVALID);
+    // A byte after the keyword, or after its resource, isn't the sum, though it makes all before it 0.
+    const std::string keywords[] = {std::string("RV\0PN\0", 6), std::string("RV\1", 3)};
+    for (const std::string& content : keywords) {
+        std::string text = Resource(0x82, "q") + Resource(0x90, content) + END;
+        const std::size_t summed = text.find("RV") + 4;
+        const Data unbalanced = BytesOf(text);
+        text[text.find('q')] = static_cast<char>('q' - Bytes(unbalanced).Sub(0, summed).Sum());
+        const Data data = BytesOf(text);
+        ASSERT_EQ(Bytes(data).Sub(0, summed).Sum(), 0);
+        EXPECT_EQ(DecodeVpd(Bytes(data)).checksum, VpdChecksum::INVALID);
+    }
     // It is a read-only keyword.
     EXPECT_EQ(Decode(Resource(0x91, Keyword("RV", "a")) + END).checksum, VpdChecksum::ABSENT);
 }
