@@ -1,12 +1,29 @@
 /// @file
-/// Any 512 bytes as a transceiver's image, through the whole of `dmi get`.
+/// Any 512 bytes as a transceiver's image, through the whole of `dmi get`; and any bytes through the decoders.
 #include "Capture.h"
 #include "FakeLibrary.h"
 #include "PhysicalPortDMICmdsProcessor.h"
+#include "QsfpMemory.h"
+#include "SfpMemory.h"
+#include "VitalProductData.h"
 
 #include <cstring>
 
+namespace {
+
+void DecodeAll(decoders::Bytes bytes) {
+    constexpr std::size_t ADDRESS = 256;
+    decoders::DecodeSfpIdentity(bytes);
+    decoders::DecodeSfpDiagnostics(bytes.Sub(0, ADDRESS), bytes.Sub(ADDRESS));
+    decoders::DecodeQsfpIdentity(bytes);
+    decoders::DecodeQsfpDiagnostics(bytes.Sub(0, ADDRESS), bytes.Sub(ADDRESS));
+    decoders::DecodeVpd(bytes);
+}
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    DecodeAll({bytes, size});
     FakeLibrary& library = FakeLibrary::Get();
     static const std::string port = Id(library.host.AddPort());
     static const FamilyRow row = {"dmi", "-s", "", &PhysicalPortDMICmdsProcessor::FAMILY, nullptr, {}};
