@@ -15,6 +15,6 @@ enum Status : VX_UINT32 {
 };
 
 /// Null when the library isn't initialized.
-Tree* tree();
+Tree* GetTree();
 
 } // namespace host

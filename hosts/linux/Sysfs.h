@@ -28,31 +28,31 @@ public:
     Folder& operator=(const Folder&) = delete;
     ~Folder();
 
-    bool isOpen() const { return descriptor_ >= 0; }
+    bool IsOpen() const { return mDescriptor >= 0; }
 
     /// The names in it, but those that begin with a dot, in no order.
-    std::vector<std::string> names() const;
+    std::vector<std::string> Names() const;
 
     /// Where a link points to, as it stands; empty when it is no link.
-    std::string link(const char* path) const;
+    std::string Link(const char* path) const;
 
-    bool has(const char* path) const;
+    bool Has(const char* path) const;
 
     /// One attribute, of at most a page (4096 bytes), which the kernel gives in one read.
-    Reading read(const char* path) const;
+    Reading Read(const char* path) const;
 
     /// A file of any size up to `limit` bytes, which the kernel gives in pieces. Returns an errno, or 0.
-    int readWhole(const char* path, std::size_t limit, std::string& bytes) const;
+    int ReadWhole(const char* path, std::size_t limit, std::string& bytes) const;
 
     /// Returns an errno, or 0.
-    int write(const char* path, std::string_view text) const;
+    int Write(const char* path, std::string_view text) const;
 
 private:
-    int open(const char* path, int flags) const;
+    int Open(const char* path, int flags) const;
 
-    int descriptor_ = -1;
-    int root_ = -1;    ///< of the tree; -1: the root of this machine
-    std::string path_; ///< from `root_`, with a slash at its end
+    int mDescriptor = -1;
+    int mRoot = -1;    ///< of the tree; -1: the root of this machine
+    std::string mPath; ///< from `mRoot`, with a slash at its end
 };
 
 } // namespace host

@@ -86,44 +86,44 @@ public:
     explicit Tree(const std::string& root);
 
     /// False: `root` has no `sys/class`, so that it isn't what it should be.
-    bool isValid() const { return classes_.isOpen(); }
+    bool IsValid() const { return mClasses.IsOpen(); }
 
-    VX_ADAPTER_LIST* list() { return &list_; }
-    std::size_t portCount() const { return ports_.size(); }
+    VX_ADAPTER_LIST* List() { return &mList; }
+    std::size_t PortCount() const { return mPorts.size(); }
 
     /// The port of a handle, or of a handle's word; null for none of this tree.
-    Port* port(const VX_PORT_HANDLE* handle);
-    Port* port(VX_UINT32 word);
+    Port* FindPort(const VX_PORT_HANDLE* handle);
+    Port* FindPort(VX_UINT32 word);
 
     /// Reads the counters of a port, the first time or again.
-    void readCounters(Port& port);
+    void ReadCounters(Port& port);
 
     /// The folders class/fc_host and class/fc_remote_ports.
-    const Folder& hosts() const { return hosts_; }
-    const Folder& remotePorts() const { return remotePorts_; }
+    const Folder& Hosts() const { return mHosts; }
+    const Folder& RemotePorts() const { return mRemotePorts; }
 
 private:
-    void readPorts();
-    void readRemotePorts();
-    void readBlockDevices();
-    void readLuns();
-    void readNamespaces(const std::string& controller, Target& target);
-    void readControllers();
-    void join();
+    void ReadPorts();
+    void ReadRemotePorts();
+    void ReadBlockDevices();
+    void ReadLuns();
+    void ReadNamespaces(const std::string& controller, Target& target);
+    void ReadControllers();
+    void Join();
 
-    Folder root_;
-    Folder system_;
-    Folder classes_;
-    Folder hosts_;
-    Folder remotePorts_;
+    Folder mRoot;
+    Folder mSystem;
+    Folder mClasses;
+    Folder mHosts;
+    Folder mRemotePorts;
     /// Names in class/block by what they belong to: "0:0:1:300", a LUN, or "nvme0", a controller.
-    std::multimap<std::string, std::string> blockDevices_;
-    std::deque<Port> ports_; ///< in order of their numbers
-    std::deque<Adapter> adapters_;
-    VX_ADAPTER_LIST list_{};
+    std::multimap<std::string, std::string> mBlockDevices;
+    std::deque<Port> mPorts; ///< in order of their numbers
+    std::deque<Adapter> mAdapters;
+    VX_ADAPTER_LIST mList{};
 };
 
 /// A line in the library's output: "vexapi linux: WHAT: WHY".
-void tell(const std::string& what, const std::string& why);
+void Tell(const std::string& what, const std::string& why);
 
 } // namespace host

@@ -25,7 +25,7 @@ struct Mistake {
 };
 
 /// What a fault asks of a function that hands out a pointer.
-enum class Asked { Answer, Null, NullHead };
+enum class Asked { ANSWER, NULL_POINTER, NULL_HEAD };
 
 /// How a call ended.
 struct Outcome {
@@ -33,7 +33,7 @@ struct Outcome {
     bool demanded; ///< the status was demanded by VEXAPI_SIM_FAULTS or by the port's "Statuses"
 };
 
-/// The state of one call. Its checks throw `Mistake`; write all checks first, then `begin`, then the answer.
+/// The state of one call. Its checks throw `Mistake`; write all checks first, then `Begin`, then the answer.
 class Call {
 public:
     /// `function` is the function's own name.
@@ -43,61 +43,61 @@ public:
     ~Call();
 
     /// The session, which must have begun.
-    Session& session();
+    Session& GetSession();
     /// The port that a handle or the word in it stands for.
-    Port& port(const VX_PORT_HANDLE* handle);
-    Port& port(VX_UINT32 word);
+    Port& GetPort(const VX_PORT_HANDLE* handle);
+    Port& GetPort(VX_UINT32 word);
 
     /// Checks that a pointer isn't null.
-    void pointer(const void* pointer, const char* name);
+    void CheckPointer(const void* pointer, const char* name);
     /// Checks that a record or buffer of the caller is there and holds zeros.
-    void cleared(const void* memory, std::size_t size, const char* name);
-    template <class Record> void cleared(const Record* record, const char* name) {
-        cleared(record, sizeof *record, name);
+    void CheckCleared(const void* memory, std::size_t size, const char* name);
+    template <class Record> void CheckCleared(const Record* record, const char* name) {
+        CheckCleared(record, sizeof *record, name);
     }
     /// Notes an argument and checks that it has one of the allowed values.
-    void fixed(const char* name, std::uint64_t value, std::initializer_list<std::uint64_t> allowed);
+    void CheckFixed(const char* name, std::uint64_t value, std::initializer_list<std::uint64_t> allowed);
     /// Notes an argument for the journal.
-    void argument(const char* name, std::uint64_t value);
-    void argument(const char* name, std::string_view text);
+    void NoteArgument(const char* name, std::uint64_t value);
+    void NoteArgument(const char* name, std::string_view text);
     /// Notes a record that the caller hands in.
-    template <class Record> void record(const char* name, const Record* record) {
-        pointer(record, name);
-        note(name, fieldsOf<Record>(), record);
+    template <class Record> void NoteRecord(const char* name, const Record* record) {
+        CheckPointer(record, name);
+        Note(name, FieldsOf<Record>(), record);
     }
 
     /// Ends the checks: throws when a fault or a status of the port's own is due, and takes over what other
     /// processes have changed.
-    Asked begin();
+    Asked Begin();
 
     /// Changes the host and keeps the change. A state that can't be written ends the call.
-    void change(const std::function<void(Change&)>& make);
+    void ChangeHost(const std::function<void(Change&)>& make);
     /// Adds a line for people to the journal line.
-    void remark(const std::string& text);
+    void Remark(const std::string& text);
 
     /* The frame of every function. */
 
     /// Turns the exception in flight into the call's end.
-    Outcome caught();
+    Outcome Caught();
     /// Writes chatter and journal.
-    void close(const Outcome& outcome);
+    void Close(const Outcome& outcome);
 
 private:
-    void note(const char* name, Table table, const void* record);
+    void Note(const char* name, Table table, const void* record);
 
     struct Notes; ///< keeps the JSON out of the functions' sources
-    std::unique_ptr<Notes> notes_;
-    std::size_t function_;
-    Port* port_ = nullptr;
+    std::unique_ptr<Notes> mNotes;
+    std::size_t mFunction;
+    Port* mPort = nullptr;
 };
 
-/// The running session, or null. `startSession` and `endSession` belong to the session functions.
-Session* currentSession();
-void startSession();
-void endSession();
+/// The running session, or null. `StartSession` and `EndSession` belong to the session functions.
+Session* CurrentSession();
+void StartSession();
+void EndSession();
 /// Prints a line that a person must see: on standard output, where the library's caller collects it, and
 /// on standard error.
-void announce(const std::string& text);
+void Announce(const std::string& text);
 
 /// Serialises all calls of the process.
 class CallLock {
@@ -109,33 +109,33 @@ public:
 };
 
 /// Runs a function's body, `Status body(Call&)`, within its frame. Nothing is thrown out of it.
-template <class Body> Outcome run(const char* function, Body body) noexcept {
+template <class Body> Outcome Run(const char* function, Body body) noexcept {
     try {
         const CallLock lock;
         Call call(function);
-        Outcome outcome{statusOk, false};
+        Outcome outcome{STATUS_OK, false};
         try {
             outcome.status = body(call);
         } catch (...) {
-            outcome = call.caught();
+            outcome = call.Caught();
         }
-        call.close(outcome);
+        call.Close(outcome);
         return outcome;
     } catch (...) {
-        return {statusInternal, false};
+        return {STATUS_INTERNAL, false};
     }
 }
 
 /// The same for a function whose result is a status.
-template <class Body> Status answer(const char* function, Body body) noexcept {
-    return run(function, body).status;
+template <class Body> Status Answer(const char* function, Body body) noexcept {
+    return Run(function, body).status;
 }
 
 /// The same for a function whose result is the value that `value` holds after the body: a demanded status
 /// is the result itself, any other failure gives 0.
-template <class Value, class Body> Value answerValue(const char* function, const Value& value, Body body) noexcept {
-    const Outcome outcome = run(function, body);
-    return outcome.demanded ? static_cast<Value>(outcome.status) : outcome.status == statusOk ? value : Value{0};
+template <class Value, class Body> Value AnswerValue(const char* function, const Value& value, Body body) noexcept {
+    const Outcome outcome = Run(function, body);
+    return outcome.demanded ? static_cast<Value>(outcome.status) : outcome.status == STATUS_OK ? value : Value{0};
 }
 
 } // namespace sim

@@ -14,7 +14,7 @@ namespace sim {
 
 /// What a fault makes of a call.
 struct Fault {
-    enum class Kind { Value, Null, NullHead } kind;
+    enum class Kind { VALUE, NULL_POINTER, NULL_HEAD } kind;
     Status status; ///< of `Kind::Value`
 };
 
@@ -27,7 +27,7 @@ public:
 
     /// Counts a call of a function and gives the fault that it meets. A fault for this very call beats one
     /// for all calls; of two equal ones the later in the list wins.
-    std::optional<Fault> next(std::size_t function);
+    std::optional<Fault> Next(std::size_t function);
 
 private:
     struct Item {
@@ -35,8 +35,8 @@ private:
         std::uint64_t call; ///< 1-based, 0: every call
         Fault fault;
     };
-    std::vector<Item> items_;
-    std::vector<std::uint64_t> calls_;
+    std::vector<Item> mItems;
+    std::vector<std::uint64_t> mCalls;
 };
 
 } // namespace sim

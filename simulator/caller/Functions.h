@@ -9,13 +9,13 @@
 namespace sim {
 
 /// All 62 names in the order of the interface.
-std::span<const std::string_view> functionNames();
+std::span<const std::string_view> FunctionNames();
 /// Position of a name among them, or their number when it isn't one of them.
-std::size_t functionIndex(std::string_view name);
+std::size_t FunctionIndex(std::string_view name);
 /// Whether the function hands out a pointer that a fault can make null.
-bool givesPointer(std::size_t function);
+bool GivesPointer(std::size_t function);
 /// Whether callers may call the function with their own output still on standard output. Such a function
 /// prints nothing.
-bool isSilent(std::size_t function);
+bool IsSilent(std::size_t function);
 
 } // namespace sim

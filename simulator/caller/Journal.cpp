@@ -10,7 +10,7 @@
 
 namespace sim {
 
-void writeJournal(const Json& line) {
+void WriteJournal(const Json& line) {
     const char* path = std::getenv("VEXAPI_SIM_JOURNAL");
     if (path == nullptr || *path == '\0') {
         return;

@@ -8,6 +8,6 @@ namespace sim {
 
 /// Appends one JSON line to the journal with a single write, when there is a journal. A journal that can't
 /// be written is complained about on standard error, once.
-void writeJournal(const Json& line);
+void WriteJournal(const Json& line);
 
 } // namespace sim

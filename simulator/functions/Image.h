@@ -18,9 +18,9 @@ struct Image {
 
 /// Reads an image of one kind. Throws `Failure` with the library's status for the file: not found, not
 /// opened, not read, of invalid size (empty or above 64 MB), not valid.
-Image readImage(const char* path, const std::string& kind);
+Image ReadImage(const char* path, const std::string& kind);
 
 /// Reads `numbers.size()` numbers below 256 with points between them. Throws `Failure`.
-void parseVersion(const std::string& text, std::span<VX_UINT8> numbers);
+void ParseVersion(const std::string& text, std::span<VX_UINT8> numbers);
 
 } // namespace sim

@@ -15,6 +15,8 @@ namespace sim {
 
 using Bytes = std::vector<std::uint8_t>;
 
+// NOLINTBEGIN(readability-identifier-naming): the fields are keys of the description.
+
 /// What `VEXAPI_FCGetBBCSupportInfoEx` answers.
 struct CreditInfo {
     VX_UINT8 Status;     ///< 0 off, 1 on
@@ -49,6 +51,8 @@ struct PortAnswers {
     VX_UINT8 RebootPending;     ///< a change waits for a reboot
     VX_UINT8 FlashPending;      ///< a flash image waits for a reboot
 };
+
+// NOLINTEND(readability-identifier-naming)
 
 struct Target {
     _tagVEXAPI_SDMTarget record{};
@@ -110,23 +114,23 @@ struct Host {
 
     /// Ties the finished vectors into the tree that callers walk, numbers the ports and makes their
     /// handles. No vector may grow afterwards.
-    void link();
+    void Link();
     /// The port that a handle stands for, or null when it isn't one of ours.
-    Port* find(const VX_PORT_HANDLE& handle) const;
+    Port* Find(const VX_PORT_HANDLE& handle) const;
     /// The port that the word at byte 4 of a handle stands for, or null.
-    Port* find(VX_UINT32 word) const;
+    Port* Find(VX_UINT32 word) const;
 };
 
 /// The target with this port name, or null.
-Target* findTarget(Port& port, const VX_UINT8 (&name)[8]);
+Target* FindTarget(Port& port, const VX_UINT8 (&name)[8]);
 /// Whether a target has this LUN or namespace.
-bool hasLun(const Target& target, std::uint32_t number);
+bool HasLun(const Target& target, std::uint32_t number);
 /// Whether a target is an NVMe controller.
-bool isNvme(const Target& target);
+bool IsNvme(const Target& target);
 /// The port's name as text, "21:00:...".
-std::string nameOf(const Port& port);
+std::string NameOf(const Port& port);
 
 /// NVRAM parameters as the factory sets them.
-_VEXAPI_HBAParameters factoryNvram();
+_VEXAPI_HBAParameters FactoryNvram();
 
 } // namespace sim

@@ -25,12 +25,12 @@ struct StateNotKept : std::runtime_error {
 /// be taken back.
 class Change {
 public:
-    void touch(Host& host, const char* key);
-    void touch(Adapter& adapter, const char* key);
-    void touch(Port& port, const char* key);
+    void Touch(Host& host, const char* key);
+    void Touch(Adapter& adapter, const char* key);
+    void Touch(Port& port, const char* key);
     /// Touches the port's pending flag and sets it when the port's changes need a reboot. `always`: this
     /// change needs one on every port.
-    void pending(Port& port, bool always = false);
+    void Pending(Port& port, bool always = false);
 
 private:
     friend class Session;
@@ -42,29 +42,29 @@ private:
         std::function<std::string()> now;
         std::function<void(const std::string&)> restore;
     };
-    std::vector<Touched> touched_;
-    bool needsReboot_ = false;
+    std::vector<Touched> mTouched;
+    bool mNeedsReboot = false;
 };
 
 class Session {
 public:
     /// Reads the description and the state. Throws `std::runtime_error` when the description is refused;
-    /// a refused state only leaves `notes`.
+    /// a refused state only leaves notes.
     Session();
 
-    Host& host() { return *host_; }
+    Host& GetHost() { return *mHost; }
     /// Changes the host and keeps the change: reads the present state, applies `make`, writes the state, all
     /// under the state's lock. Throws `StateNotKept`.
-    void change(const std::function<void(Change&)>& make);
+    void ChangeHost(const std::function<void(Change&)>& make);
     /// Takes over what other processes have changed.
-    void refresh();
+    void Refresh();
     /// Carries out what waits for a reboot.
-    void reboot();
+    void Reboot();
     /// Whether the change that this session made last needs a reboot; without a change of its own whether
     /// any change waits for one.
-    bool needsReboot() const;
+    bool NeedsReboot() const;
     /// Lines for people, each once: refused state files and the like.
-    std::vector<std::string> takeNotes();
+    std::vector<std::string> TakeNotes();
 
     /// Lists that callers hold, by head; the nodes are freed with them.
     std::map<const void*, std::vector<_VEXAPI_SANCONGTMGMTV2>> congestionLists;
@@ -77,18 +77,18 @@ public:
 
 private:
     /// The changes on disk. A file that is damaged or not ours is noted and gives none.
-    Json load();
+    Json Load();
     /// Brings the host to what is on disk.
-    void takeOver();
-    static void apply(const Json& state, Host& host);
-    void noteRefused(const std::string& reason);
+    void TakeOver();
+    static void Apply(const Json& state, Host& host);
+    void NoteRefused(const std::string& reason);
 
-    std::string path_;
-    std::unique_ptr<Host> host_;
-    StateFile state_;
-    std::vector<std::string> notes_;
-    Json kept_;           ///< the changes that the host holds
-    int lastChange_ = -1; ///< -1 none yet, else whether it needs a reboot
+    std::string mPath;
+    std::unique_ptr<Host> mHost;
+    StateFile mState;
+    std::vector<std::string> mNotes;
+    Json mKept;           ///< the changes that the host holds
+    int mLastChange = -1; ///< -1 none yet, else whether it needs a reboot
 };
 
 } // namespace sim

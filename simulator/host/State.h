@@ -25,16 +25,16 @@ public:
     /// `path` may be empty; `description` is the digest that the state is bound to.
     StateFile(std::string path, std::string description);
 
-    const std::string& path() const { return path_; }
+    const std::string& Path() const { return mPath; }
     /// The state on disk. None when there is no file or when it belongs to another description, which
-    /// `belongsToOther` then tells. Throws `std::runtime_error` when the file is damaged or can't be read.
-    std::optional<Json> load();
-    bool belongsToOther() const { return belongsToOther_; }
-    /// Whether the file has been replaced since the last `load` or `save`.
-    bool changed() const;
+    /// `BelongsToOther` then tells. Throws `std::runtime_error` when the file is damaged or can't be read.
+    std::optional<Json> Load();
+    bool BelongsToOther() const { return mBelongsToOther; }
+    /// Whether the file has been replaced since the last `Load` or `Save`.
+    bool Changed() const;
     /// Puts a new state in the place of the old one, whole or not at all. Call it under a `Lock`. Throws
     /// `std::runtime_error`.
-    void save(const Json& state);
+    void Save(const Json& state);
 
     /// Keeps other processes from reading and writing the state in between.
     class Lock {
@@ -46,20 +46,20 @@ public:
         Lock& operator=(const Lock&) = delete;
 
     private:
-        int fd_ = -1;
+        int mFd = -1;
     };
 
 private:
-    std::optional<Version> versionOnDisk() const;
+    std::optional<Version> VersionOnDisk() const;
 
-    std::string path_;
-    std::string description_;
-    std::optional<Version> version_;
-    bool belongsToOther_ = false;
+    std::string mPath;
+    std::string mDescription;
+    std::optional<Version> mVersion;
+    bool mBelongsToOther = false;
 };
 
 /// The state file's path: VEXAPI_SIM_STATE, or a name of the user's and the description's own under
 /// /var/tmp. Empty when the variable is set and empty.
-std::string statePath(const std::string& descriptionPath);
+std::string StatePath(const std::string& descriptionPath);
 
 } // namespace sim

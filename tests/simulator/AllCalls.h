@@ -1,5 +1,5 @@
 /// @file
-/// One correct call of every function, on the first port of `smallHost`.
+/// One correct call of every function, on the first port of `SmallHost`.
 #pragma once
 
 #include "Fixture.h"
@@ -14,11 +14,11 @@ struct CallArguments {
 /// A call and how its result tells success.
 struct NamedCall {
     const char* name;
-    enum class Result { Status, Pointer, Value, Record } result;
+    enum class Result { STATUS, POINTER, VALUE, RECORD } result;
     /// The status; for a pointer 0 when it isn't null; for a value the value; for a record its verdict.
     std::function<VX_UINT32(const CallArguments&)> call;
 };
 
 /// All but `VEXAPI_Initialize` and `VEXAPI_Uninitialize`, in the order of the interface. Functions that take a
 /// file are given one that is missing.
-const std::vector<NamedCall>& allCalls();
+const std::vector<NamedCall>& AllCalls();
