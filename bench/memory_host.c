@@ -1,9 +1,8 @@
 /// @file
-/// The smallest host that the lists can be measured on: a library with the session functions only (and those
-/// whose addresses the program needs to start at all), over adapters of two ports each that are generated in
-/// memory. `VEXAPI_BENCH_PORTS` says how many ports (2), `VEXAPI_BENCH_TARGETS` how many targets each port sees
-/// and `VEXAPI_BENCH_LUNS` how many LUNs each target has (0). Ports, targets and LUNs are numbered, and so are
-/// the names of the first two.
+/// A minimal host for measuring the lists: the session functions, and those that the program needs to load, over
+/// generated adapters of two ports each. `VEXAPI_BENCH_PORTS` is the number of ports (2), `VEXAPI_BENCH_TARGETS` the
+/// number of targets per port (0), `VEXAPI_BENCH_LUNS` the number of LUNs per target (0). Ports, targets and LUNs are
+/// numbered consecutively, and so are the names of ports and targets.
 #include "vexapi.h"
 
 #include <stdio.h>
@@ -21,7 +20,7 @@ struct Unit {
 };
 
 static VX_ADAPTER_LIST s_host;
-/// The records of all ports, each port's in one run: its targets, and their LUNs.
+/// The targets of all ports, and the LUNs of all targets, each in one array.
 static _tagVEXAPI_SDMTarget* s_targets;
 static _tagVEXAPI_SDMLun* s_luns;
 
@@ -31,7 +30,7 @@ static unsigned Variable(const char* name, unsigned fallback) {
     return value != NULL ? (unsigned)strtoul(value, NULL, 10) : fallback;
 }
 
-/// A name of this kind and number.
+/// Stores a name of this kind and number.
 static void FillName(VX_UINT8* name, VX_UINT8 kind, unsigned number) {
     name[0] = kind;
     for (unsigned byte = 0; byte < 4; ++byte) {
@@ -122,7 +121,7 @@ VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void) {
 }
 
 VX_UINT32 VEXAPI_Uninitialize(void) {
-    // A unit begins with its adapter.
+    // The adapter is the first member of a unit.
     free(s_host.pHead);
     s_host.pHead = NULL;
     free(s_targets);
@@ -130,14 +129,14 @@ VX_UINT32 VEXAPI_Uninitialize(void) {
     return 0;
 }
 
-// The program has these in a table, so it does not start without them; no measurement calls them.
+// The program refers to these in a table and doesn't load without them; no measurement calls them.
 static VX_UINT32 Refuse(const VX_PORT_HANDLE* handle, const char* path) {
     (void)handle;
     (void)path;
     return 1;
 }
 
-/// Every frame comes back at once, with a line of chatter.
+/// All frames return at once, with a line of output.
 VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
                                         VX_UINT32 stopOnError, VX_UINT32 destinationType,
                                         _VEXAPI_ECHO_RESULTS* result) {

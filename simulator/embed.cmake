@@ -1,6 +1,6 @@
-# Writes a C++ source that holds files as byte arrays.
-#   OUTPUT     the source to write
-#   DIRECTORY  where the files are
+# Generates a C++ source with the contents of files.
+#   OUTPUT     the generated source
+#   DIRECTORY  folder of the files
 #   NAMES      their names, separated by "|"
 string(REPLACE "|" ";" names "${NAMES}")
 set(arrays "")

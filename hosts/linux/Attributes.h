@@ -1,10 +1,10 @@
 /// @file
-/// The files of the kernel's that this host reads, what they say, and where it goes in the library's records.
+/// The kernel's files that this host reads, and where their values go in the library's records.
 ///
 /// Sources: the Fibre Channel transport class, the SCSI middle layer, the block layer, the NVMe driver and the PCI
-/// core, as of Linux 6.1. Each of these files answers from what the kernel has in memory or, for the PCI link, from a
-/// register. Two ask the device, for a limited time: the counters of a port, which some drivers fetch from the
-/// adapter's firmware, and vital product data. Reading changes nothing, and one file alone is ever written.
+/// core, as of Linux 6.1. The kernel serves these files from memory or, for the PCI link, from a register. Two query
+/// the device, with a timeout: the counters of a port, which some drivers fetch from the adapter's firmware, and vital
+/// product data. Reads have no side effects; only one file is ever written.
 #pragma once
 
 #include "Tree.h"
@@ -13,9 +13,9 @@
 namespace host {
 
 template <class Record> struct Attribute {
-    const char* path;                        ///< from the entry's folder
-    const char* meaning;                     ///< told when the text isn't understood
-    bool (*take)(Text text, Record& record); ///< false: the text is none of the kernel's
+    const char* path;                        ///< relative to the entry's folder
+    const char* meaning;                     ///< for messages about malformed values
+    bool (*take)(Text text, Record& record); ///< false: the text is malformed
 };
 
 // clang-format off
@@ -38,7 +38,7 @@ inline constexpr Attribute<Port> HOST[] = {
     {"manufacturer",      "its maker",             [](Text t, Port& p) { return TakeText(t, p.identity.manufacturer); }},
 };
 
-/// class/fc_host/hostN/statistics: all ones where the driver doesn't count.
+/// class/fc_host/hostN/statistics: all ones if the driver doesn't count.
 inline constexpr Attribute<_vexapi_protocol_t> HOST_STATISTICS[] = {
     {"fcp_input_requests",          "reads",                       [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
     {"fcp_output_requests",         "writes",                      [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
@@ -69,11 +69,11 @@ inline constexpr Attribute<PciFunction> PCI[] = {
     {"current_link_speed", "speed of the PCI link", [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciNegotiatedLink); }},
     {"current_link_width", "width of the PCI link", [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciNegotiatedLink); }},
 };
-/// Vital product data, which the card may take a while to give: read when it is asked for, and for the names of an
-/// adapter that the transport class doesn't tell.
+/// Vital product data. Cards may be slow to return it, so it is only read on request and for the names of an adapter
+/// that the transport class lacks.
 inline constexpr char VITAL_PRODUCT_DATA[] = "vpd";
 
-/// class/fc_remote_ports/rport-H:C-N; of those that are no targets the roles alone are read.
+/// class/fc_remote_ports/rport-H:C-N; only the roles are read if it isn't a target.
 inline constexpr Attribute<Target> ROLES{"roles", "roles", [](Text t, Target& r) { return TakeText(t, r.roles); }};
 inline constexpr Attribute<Target> REMOTE_PORT[] = {
     {"port_name",      "WWPN",                       [](Text t, auto& r) { return TakeName(t, r.record.PortName); }},
@@ -85,7 +85,7 @@ inline constexpr Attribute<Target> REMOTE_PORT[] = {
 
 /// bus/scsi/devices/H:C:T:L
 inline constexpr Attribute<Lun> INQUIRY{"inquiry", "standard inquiry data", TakeInquiry};
-/// The same in words, where that is missing.
+/// The same as texts, used if that is missing.
 inline constexpr Attribute<Lun> INQUIRY_TEXTS[] = {
     {"type",   "peripheral device type", [](Text t, auto& l) { return TakeNumber(t, l.deviceType); }},
     {"vendor", "vendor",                 [](Text t, auto& l) { return TakePadded(t, l.record.VendorId); }},
@@ -93,18 +93,18 @@ inline constexpr Attribute<Lun> INQUIRY_TEXTS[] = {
     {"rev",    "revision",               [](Text t, auto& l) { return TakePadded(t, l.record.ProductRevision); }},
 };
 inline constexpr Attribute<Lun> DESIGNATORS{"vpd_pg83", "worldwide ids", [](Text t, auto& l) { return TakeDesignators(t, l.record); }};
-/// The same as one word, where that is missing; a namespace has no other.
+/// The same as a text, used if that is missing and for namespaces.
 inline constexpr Attribute<Lun> WORLDWIDE_ID{"wwid", "worldwide id", [](Text t, auto& l) { return TakeWorldwideId(t, l.record); }};
 
-/// The block device of a LUN or of a namespace
+/// The block device of a LUN or a namespace.
 inline constexpr Attribute<Lun> BLOCK_DEVICE[] = {
     {"size",                     "size in units of 512 bytes",  [](Text t, auto& l) { return TakeNumber(t, l.record.BlockCount); }},
     {"queue/logical_block_size", "bytes in a block",            [](Text t, auto& l) { return TakeNumber(t, l.record.BlockSize); }},
 };
-/// Of a namespace alone
+/// Only of a namespace.
 inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", [](Text t, auto& l) { return TakeNumber(t, l.namespaceNumber); }};
 
-/// class/nvme/nvmeN; of those that don't go over Fibre Channel the transport alone is read.
+/// class/nvme/nvmeN; only the transport is read if it isn't Fibre Channel.
 inline constexpr Attribute<Controller> TRANSPORT{"transport", "transport", [](Text t, auto& c) { return TakeText(t, c.transport); }};
 inline constexpr Attribute<Controller> CONTROLLER[] = {
     {"address",      "names of both ports",     TakeAddress},
@@ -119,13 +119,13 @@ inline constexpr Attribute<Controller> CONTROLLER[] = {
     {"hostid",       "UUID of this host",       [](Text t, auto& c) { return TakeUuid(t, c.hostId); }},
 };
 
-/// statistics/ of a port or of a remote port: what the fabric notified of it. Kernels without these counters have no
-/// congestion management.
+/// statistics/ of a port or a remote port: counters of fabric notifications. Kernels without them have no congestion
+/// management.
 inline constexpr char NOTIFICATIONS[] = "fpin_li";
 struct Notification {
     const char* path;
     VX_UINT64 _VEXAPI_SANCONGTMGMTV2::*count;
-    VX_UINT32 __STATISTICS::*peerCount; ///< of a remote port's statistics; null: not among them
+    VX_UINT32 __STATISTICS::*peerCount; ///< in a remote port's statistics; null: not part of them
 };
 inline constexpr Notification NOTIFICATION_COUNTERS[] = {
     {"cn_sig_alarm",                  &_VEXAPI_SANCONGTMGMTV2::AlarmCount,                 nullptr},

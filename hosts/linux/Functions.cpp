@@ -1,5 +1,5 @@
 /// @file
-/// What the kernel offers beside the tree: vital product data, counters, their clearing.
+/// Functions other than the tree: vital product data, counters and their reset.
 #include "Attributes.h"
 #include "Session.h"
 
@@ -22,7 +22,7 @@ Port* PortOf(VX_UINT32 word) {
     return GetTree() == nullptr ? nullptr : GetTree()->FindPort(word);
 }
 
-/// The notifications that the kernel counted for an entry of a folder. Counters that can't be read are told, and zero.
+/// The counters of notifications for an entry of a folder. Those that can't be read are reported and left at zero.
 _VEXAPI_SANCONGTMGMTV2 Notifications(const Folder& folder, const std::string& entry) {
     _VEXAPI_SANCONGTMGMTV2 counts{};
     for (const Notification& counter : NOTIFICATION_COUNTERS) {
@@ -37,7 +37,7 @@ _VEXAPI_SANCONGTMGMTV2 Notifications(const Folder& folder, const std::string& en
     return counts;
 }
 
-/// Puts a node at the end of a list; false when there is no memory for it.
+/// Appends a node to a list; false if out of memory.
 bool Append(_VEXAPI_SANCONGTMGMTV2**& end, const _VEXAPI_SANCONGTMGMTV2& counts, const VX_UINT8 (&node)[8],
             const VX_UINT8 (&port)[8]) {
     *end = static_cast<_VEXAPI_SANCONGTMGMTV2*>(std::malloc(sizeof counts));
@@ -62,7 +62,7 @@ VX_UINT32 VEXAPI_GetVpd(VX_UINT32 word, VX_UINT32 /*reserved*/, void* buffer, VX
     const int error = port->pci.path.empty()
                           ? ENOENT
                           : GetTree()->Hosts().ReadWhole((port->pci.path + VITAL_PRODUCT_DATA).c_str(), *size, bytes);
-    // Cards without such data fail the read, and a reader without rights may not see it.
+    // Cards without such data fail the read, and unprivileged users may not read it.
     if (error != 0) {
         Tell(port->name + ": vital product data", std::strerror(error));
         return error == ENOENT ? UNSUPPORTED : NOT_READABLE;

@@ -1,5 +1,5 @@
 /// @file
-/// Starting and ending the library, and its tree.
+/// Start and end of the library, and the adapter tree.
 #include "Session.h"
 
 #include <cstdio>
@@ -19,7 +19,7 @@ host::Tree* host::GetTree() {
     return Current().get();
 }
 
-/// Reads everything at once: the tool keeps what the library prints here out of its documents.
+/// Reads everything at once: messages printed here don't end up in the tool's documents.
 VX_UINT32 VEXAPI_Initialize(VX_UINT32 /*debugLevel*/, VX_UINT32 /*reserved*/) {
     const char* const root = std::getenv("VEXAPI_SYSFS_ROOT");
     const std::string folder = root == nullptr ? "" : root;

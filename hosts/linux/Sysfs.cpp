@@ -13,9 +13,10 @@ namespace host {
 namespace {
 
 constexpr std::size_t PAGE = 4096;
-constexpr int NEVER_WAIT = O_CLOEXEC | O_NOCTTY | O_NONBLOCK; // not even for what should be a file and is none
+/// Never block, even if a path turns out to be a FIFO or a terminal.
+constexpr int NEVER_WAIT = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 
-/// `read` that is not cut short by a signal.
+/// `read` that is restarted after signals.
 ssize_t ReadBytes(int descriptor, char* buffer, std::size_t size) {
     ssize_t count = 0;
     do {
@@ -24,13 +25,14 @@ ssize_t ReadBytes(int descriptor, char* buffer, std::size_t size) {
     return count;
 }
 
-/// Opens a path below `root`, which no link leads out of. Returns -1 with ENOSYS where the kernel can't promise that.
+/// Opens a path below `root` without leaving it through links. Returns -1 with ENOSYS if the kernel doesn't support
+/// that.
 int OpenInRoot(int root, const char* path, int flags) {
     open_how how{};
     how.flags = static_cast<unsigned>(flags);
     how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
     int descriptor = -1;
-    // The kernel gives up when any file of the machine was renamed meanwhile.
+    // The kernel returns EAGAIN if any file on the machine was renamed in the meantime.
     for (int tries = 0; tries < 100; ++tries) {
         descriptor = static_cast<int>(syscall(SYS_openat2, root, path, &how, sizeof how));
         if (descriptor >= 0 || errno != EAGAIN) {
@@ -57,12 +59,12 @@ Folder::~Folder() {
 
 int Folder::Open(const char* path, int flags) const {
     if (!IsOpen()) {
-        errno = ENOENT; // and not what the present folder of the process has
+        errno = ENOENT; // not a file of the current directory
         return -1;
     }
     if (mRoot >= 0) {
         const int descriptor = OpenInRoot(mRoot, (mPath + path).c_str(), flags | NEVER_WAIT);
-        // Kernels before 5.6 can't, and sandboxes may forbid it.
+        // Kernels before 5.6 lack it, and sandboxes may forbid it.
         if (descriptor >= 0 || (errno != ENOSYS && errno != EPERM)) {
             return descriptor;
         }
@@ -72,7 +74,7 @@ int Folder::Open(const char* path, int flags) const {
 
 std::vector<std::string> Folder::Names() const {
     std::vector<std::string> names;
-    // Of its own: closing a listing closes its descriptor.
+    // A separate descriptor, since closedir closes it.
     const int descriptor = IsOpen() ? openat(mDescriptor, ".", O_RDONLY | O_DIRECTORY | NEVER_WAIT) : -1;
     DIR* const listing = descriptor < 0 ? nullptr : fdopendir(descriptor);
     if (listing == nullptr) {

@@ -21,17 +21,17 @@ constexpr VX_UINT16 PHYSICAL_PORT = 1;
 constexpr VX_UINT16 VIRTUAL_PORT = 3;
 constexpr VX_UINT8 OFFLINE = 3;
 constexpr VX_UINT32 CONGESTION_PHASE_2 = VX_UINT32{1} << 26;
-constexpr VX_UINT8 UNKNOWN_STATE = 0xFF;       ///< of congestion: neither healthy nor congested
+constexpr VX_UINT8 UNKNOWN_STATE = 0xFF;       ///< congestion: neither healthy nor congested
 constexpr VX_UINT8 NVME_TARGET = 0x08;         ///< in byte 5 of `TargetFlags`
 constexpr VX_UINT8 NAMESPACE = 0x01;           ///< in `LunFlags`
 constexpr VX_UINT32 NO_DEVICE_TYPE = 0x1F;     ///< SPC-4: unknown or no device type
 constexpr VX_UINT16 NO_TARGET_NUMBER = 0xFFFF; ///< the kernel's -1
 constexpr std::uint64_t MAX_HOST = 0xFFFFFFFF;
-constexpr VX_UINT32 MAX_NAMESPACE = 0xFFFF; ///< that the library's record has room for
-constexpr VX_UINT32 SECTOR = 512;           ///< the kernel's unit of sizes
+constexpr VX_UINT32 MAX_NAMESPACE = 0xFFFF; ///< limit of the library's record
+constexpr VX_UINT32 SECTOR = 512;           ///< unit of the kernel's sizes
 constexpr char HANDLE_TAG[4] = {'s', 'y', 's', 'f'};
 
-/// The numbers in a name such as "rport-3:0-12", for the pattern "rport-#:#-#", as the kernel writes them.
+/// The numbers in a name such as "rport-3:0-12" for the pattern "rport-#:#-#".
 template <std::size_t count>
 std::optional<std::array<std::uint64_t, count>> NumbersIn(std::string_view name, std::string_view pattern) {
     std::array<std::uint64_t, count> numbers{};
@@ -51,7 +51,7 @@ std::optional<std::array<std::uint64_t, count>> NumbersIn(std::string_view name,
     return at == name.end() ? std::optional(numbers) : std::nullopt;
 }
 
-/// The names of a folder that have numbers as in the pattern, in the order of the numbers.
+/// The names in a folder that match a pattern, by their numbers.
 template <std::size_t count>
 std::map<std::array<std::uint64_t, count>, std::string> Numbered(const Folder& folder, std::string_view pattern) {
     std::map<std::array<std::uint64_t, count>, std::string> found;
@@ -73,7 +73,7 @@ std::vector<std::string> Split(std::string_view path) {
     return parts;
 }
 
-/// Reads one attribute of the entry `entry` of a folder. A file that isn't there is no mistake: kernels differ.
+/// Reads an attribute of an entry of a folder. A missing file isn't reported, since kernels differ.
 template <class Record>
 bool Take(const Folder& folder, const std::string& entry, const Attribute<Record>& attribute, Record& record) {
     const std::string path = entry + '/' + attribute.path;
@@ -100,7 +100,7 @@ void TakeAll(const Folder& folder, const std::string& entry, const Attribute<Rec
     }
 }
 
-/// Whose port it is, from the link of its entry: "../../devices/…/0000:0b:00.1/host3/fc_host/host3", with
+/// Derives the owner of a port from the link of its entry: "../../devices/…/0000:0b:00.1/host3/fc_host/host3", or
 /// "…/host3/vport-3:0-0/host7/fc_host/host7" for a virtual port.
 void Place(const std::string& link, Port& port) {
     port.owner = port.name;
@@ -111,7 +111,7 @@ void Place(const std::string& link, Port& port) {
     for (const std::string& part : Split(link)) {
         if (const auto host = NumbersIn<1>(part, "host#"); host && (*host)[0] <= MAX_HOST) {
             port.physicalNumber = static_cast<unsigned>((*host)[0]);
-            port.isFcoe = above.starts_with("ctlr_"); // a controller of the FCoE bus, over a network device
+            port.isFcoe = above.starts_with("ctlr_"); // a controller on the FCoE bus, above a network device
             port.owner = owner.empty() ? path : owner;
             break;
         }
@@ -140,7 +140,7 @@ std::string TextOf(Text text) {
     return value;
 }
 
-/// Fills in what is empty.
+/// Fills in missing texts.
 void Complete(Identity& identity, const Identity& other) {
     for (std::string Identity::*const text : {&Identity::model, &Identity::serialNumber, &Identity::manufacturer}) {
         if ((identity.*text).empty()) {
@@ -149,12 +149,12 @@ void Complete(Identity& identity, const Identity& other) {
     }
 }
 
-/// What the transport class doesn't tell of an adapter, its card may.
+/// Takes what the transport class lacks from the card's vital product data.
 void TakeIdentityFromCard(const Folder& hosts, const PciFunction& pci, Identity& identity) {
     if (pci.path.empty() || (!identity.model.empty() && !identity.serialNumber.empty())) {
         return;
     }
-    constexpr std::size_t LIMIT = 1024; // of the library's own
+    constexpr std::size_t LIMIT = 1024; // as in the library's interface
     std::string vpd;
     const int error = hosts.ReadWhole((pci.path + VITAL_PRODUCT_DATA).c_str(), LIMIT, vpd);
     if (error != 0 && error != ENOENT) {
@@ -163,13 +163,13 @@ void TakeIdentityFromCard(const Folder& hosts, const PciFunction& pci, Identity&
     Complete(identity, {TextOf(VpdKeyword(vpd, "PN")), TextOf(VpdKeyword(vpd, "SN")), TextOf(VpdKeyword(vpd, "MN"))});
 }
 
-/// The H:C:T that the names of a target's LUNs begin with; none: the target has no LUNs.
+/// The H:C:T prefix of the names of a target's LUNs; none if it has no LUNs.
 std::optional<std::array<std::uint64_t, 3>> ScsiTarget(const Folder& remotePorts, const Target& target) {
     const auto numbers = NumbersIn<3>(target.name, "rport-#:#-#");
     if (target.record.TargetNumber != NO_TARGET_NUMBER) {
         return std::array{(*numbers)[0], (*numbers)[1], std::uint64_t{target.record.TargetNumber}};
     }
-    // The number may be what can't be read; the remote port's own folder has the SCSI target's.
+    // The attribute may be unreadable; the remote port's device folder contains the SCSI target.
     const auto found = Numbered<3>(Folder(remotePorts, (target.name + "/device").c_str()), "target#:#:#");
     return found.empty() ? std::nullopt : std::optional(found.begin()->first);
 }
@@ -178,7 +178,7 @@ template <std::size_t size> bool IsZero(const VX_UINT8 (&bytes)[size]) {
     return std::all_of(bytes, bytes + size, [](VX_UINT8 byte) { return byte == 0; });
 }
 
-/// The size of a LUN in its own blocks.
+/// Reads the size of a LUN and converts it to the LUN's blocks.
 void TakeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
     TakeAll(classes, "block/" + blockDevice, BLOCK_DEVICE, lun);
     if (lun.record.BlockSize < SECTOR) {
@@ -244,7 +244,7 @@ void Tree::ReadPorts() {
         record.ProtocolType = port.isFcoe ? 1 : 0;
         record.ScmCongState = UNKNOWN_STATE;
         if (record.PortState == OFFLINE) {
-            record.PortSpeed = 0; // the kernel keeps the last one, or the fastest
+            record.PortSpeed = 0; // the kernel still shows the last one, or the fastest
         }
         const VX_UINT32 word = port.number;
         std::memcpy(record.PortHandle.opaque, HANDLE_TAG, sizeof HANDLE_TAG);
@@ -254,7 +254,7 @@ void Tree::ReadPorts() {
 }
 
 void Tree::ReadCounters(Port& port) {
-    port.record.IoCount = 0; // these two are sums
+    port.record.IoCount = 0; // summed up from several files
     port.record.MegaBytesCount = 0;
     TakeAll(mHosts, port.name + "/statistics", HOST_STATISTICS, port.record);
 }
@@ -289,10 +289,10 @@ void Tree::ReadRemotePorts() {
     }
 }
 
-/// Each by the name of the folder that it lies in, which its link tells.
+/// Keys are the names of the parent folders, from the links.
 void Tree::ReadBlockDevices() {
     if (!mBlockDevices.empty()) {
-        return; // read already
+        return; // already read
     }
     const Folder blocks(mClasses, "block");
     for (const std::string& name : blocks.Names()) {
@@ -309,7 +309,7 @@ void Tree::ReadBlockDevices() {
 }
 
 void Tree::ReadLuns() {
-    // By the H:C:T of their LUNs' names.
+    // By H:C:T.
     std::map<std::array<std::uint64_t, 3>, Target*> targets;
     for (Port& port : mPorts) {
         for (Target& target : port.targets) {
@@ -344,7 +344,7 @@ void Tree::ReadLuns() {
             TakeSize(mClasses, block->second, lun);
         }
         Target& target = *owner->second;
-        if (target.luns.empty()) { // the first one speaks for its target
+        if (target.luns.empty()) { // the target takes its texts from the first LUN
             std::copy_n(lun.record.VendorId, sizeof lun.record.VendorId, target.record.VendorId);
             std::copy_n(lun.record.ProductId, sizeof lun.record.ProductId, target.record.ProductId);
             std::copy_n(lun.record.ProductRevision, sizeof lun.record.ProductRevision, target.record.ProductRevision);
@@ -354,7 +354,7 @@ void Tree::ReadLuns() {
     }
 }
 
-/// In the order of their numbers; those without one, or with one that the record has no room for, are left out.
+/// Namespaces are sorted by number; those without one, or with one that doesn't fit the record, are left out.
 void Tree::ReadNamespaces(const std::string& controller, Target& target) {
     const auto [begin, end] = mBlockDevices.equal_range(controller);
     for (auto block = begin; block != end; ++block) {
@@ -395,7 +395,7 @@ void Tree::ReadControllers() {
             continue;
         }
         TakeAll(controllers, name, CONTROLLER, controller);
-        if (controller.kind == "discovery") { // tells where the subsystems are, has no namespaces
+        if (controller.kind == "discovery") { // discovery controllers have no namespaces
             continue;
         }
         const auto owner = std::find_if(mPorts.begin(), mPorts.end(), [&](const Port& port) {
@@ -409,7 +409,7 @@ void Tree::ReadControllers() {
             TakeText(controller.hostNqn, owner->record.HostNQN);
             std::copy_n(controller.hostId, sizeof controller.hostId, owner->record.HostId);
         }
-        // The remote port has a record already if it has the NVMe role; a second controller there needs its own.
+        // A remote port with the NVMe role already has a record, which the first controller takes.
         Target* target = nullptr;
         _tagVEXAPI_SDMTarget& record = controller.target;
         record.TargetNumber = NO_TARGET_NUMBER;
@@ -435,7 +435,7 @@ void Tree::ReadControllers() {
 
 namespace {
 
-/// Hangs the records of a container behind each other, and gives the first one.
+/// Links the records into a list and returns its head.
 template <class Records, class Project> auto Chain(Records& records, Project project) {
     decltype(&project(records.front())) next = nullptr;
     for (auto record = records.rbegin(); record != records.rend(); ++record) {
@@ -484,7 +484,7 @@ void Tree::Join() {
             TakeChip(port, adapter->record);
         }
         Complete(adapter->identity, port.identity);
-        // Virtual ports stand behind the physical one whose function they share.
+        // Virtual ports follow their physical port.
         auto physical = std::find_if(adapter->ports.begin(), adapter->ports.end(),
                                      [&](const PhysicalPort& known) { return known.number == port.physicalNumber; });
         if (physical == adapter->ports.end()) {

@@ -9,7 +9,7 @@ namespace host {
 
 namespace {
 
-/// A word of the kernel's and the library's code for it; 0 for a word that has none.
+/// A word of the kernel's and the library's code for it; 0 if it has none.
 template <class Code> struct Word {
     Text word;
     Code code;
@@ -25,7 +25,7 @@ struct Speed {
     VX_UINT8 code; ///< of `PortSpeed`
     VX_UINT8 bit;  ///< of `SupportedSpeeds`
 };
-/// The kernel's names of link speeds; those without a code are slower or faster than the library has words for.
+/// The kernel's names of link speeds. The library has no codes for some of them.
 constexpr Word<Speed> SPEEDS[] = {
     {"1 Gbit", {1, 0x01}},   {"2 Gbit", {2, 0x02}},   {"4 Gbit", {4, 0x08}},   {"8 Gbit", {8, 0x10}},
     {"10 Gbit", {16, 0x04}}, {"16 Gbit", {22, 0x20}}, {"32 Gbit", {50, 0x40}}, {"64 Gbit", {100, 0x80}},
@@ -63,12 +63,12 @@ constexpr Word<VX_UINT16> LINK_SPEEDS[] = {
     {"16", 4},  {"32.0", 8}, {"32", 8}, {"64.0", 0}, {"Unknown", 0},
 };
 
-/// The text without `prefix`, or nothing when it begins otherwise.
+/// The text without `prefix`, or nothing if it has another prefix.
 std::optional<Text> Without(Text prefix, Text text) {
     return text.starts_with(prefix) ? std::optional(text.substr(prefix.size())) : std::nullopt;
 }
 
-/// Nothing that the kernel could tell: leave the value alone.
+/// Whether the kernel doesn't know the value.
 bool IsUntold(Text text) {
     static constexpr Text UNKNOWN = "unknown";
     return text.empty() || text == "-1" ||
@@ -76,12 +76,12 @@ bool IsUntold(Text text) {
                       [](char a, char b) { return (a | 0x20) == b; });
 }
 
-/// A number of 64 ones says that there is none.
+/// The kernel shows all ones if there is no number.
 bool IsNone(std::uint64_t number) {
     return number == std::numeric_limits<std::uint64_t>::max();
 }
 
-/// Calls `use` with the number; tells whether the text was one, or told nothing.
+/// Calls `use` with the number. False if the text is malformed; an unknown value is well-formed.
 template <class Use> bool WithNumber(Text text, Use use) {
     const Text word = Trimmed(text);
     if (IsUntold(word)) {
@@ -100,7 +100,8 @@ template <class Number> bool TakeAny(Text text, Number& number) {
     });
 }
 
-/// Hexadecimal digits in pairs, with dashes between them, as bytes; at most `limit` of them. False for anything else.
+/// Parses pairs of hexadecimal digits, with optional dashes between them; stores at most `limit` bytes. False if
+/// malformed.
 bool HexBytes(Text digits, VX_UINT8* bytes, std::size_t limit, std::size_t& count) {
     count = 0;
     while (!digits.empty()) {
@@ -131,12 +132,13 @@ unsigned ByteAt(Text bytes, std::size_t index) {
     return static_cast<unsigned char>(bytes[index]);
 }
 
-/// How well a designator of a type (SPC-4, 7.8.6) names a logical unit; 0: it doesn't.
+/// Preference of a designator (SPC-4, 7.8.6); 0: not usable.
 unsigned DesignatorRank(unsigned type, Text designator) {
     enum : unsigned { T10_VENDOR = 1, EUI_64 = 2, NAA = 3 };
     constexpr unsigned LOCALLY_ASSIGNED = 3;
     if (type == NAA) {
-        // Of the formats of IEEE the longest has the highest number: 2 extended, 5 registered, 6 registered extended.
+        // Prefer the longest IEEE format, which has the highest number: 2 extended, 5 registered, 6 registered
+        // extended.
         const unsigned format = ByteAt(designator, 0) >> 4;
         return NAA + (format == LOCALLY_ASSIGNED ? 0 : format);
     }
@@ -241,7 +243,7 @@ bool TakePortState(Text text, VX_UINT8& state) {
 
 bool TakeTargetState(Text text, VX_UINT8 (&flags)[6]) {
     const Text word = Trimmed(text);
-    if (word == "Online" || word == "Marginal") { // slow, but there
+    if (word == "Online" || word == "Marginal") { // degraded, but reachable
         flags[2] |= 0x02;
         flags[4] |= 0x01;
     }
@@ -270,7 +272,7 @@ bool TakeLinkSpeed(Text text, VX_UINT16& link) {
 bool TakeLinkWidth(Text text, VX_UINT16& link) {
     constexpr VX_UINT16 LANES_32 = 24;
     return WithNumber(text, [&](std::uint64_t lanes) {
-        // The kernel shows 255 lanes, or 63, where the device doesn't tell.
+        // The kernel shows 255 or 63 lanes if the width is unknown.
         const std::uint64_t code = lanes <= 16 ? lanes : lanes == 32 ? LANES_32 : 0;
         link = static_cast<VX_UINT16>(link | code << 4);
     });
@@ -296,7 +298,7 @@ bool TakeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun) {
             return true;
         }
     }
-    return word.starts_with("nvme."); // made of the texts, where the namespace has no identifier of its own
+    return word.starts_with("nvme."); // made up from the texts if the namespace has no identifier
 }
 
 bool TakeDesignators(Text page, _tagVEXAPI_SDMLun& lun) {
@@ -338,7 +340,7 @@ bool TakeUuid(Text text, VX_UINT8 (&id)[16]) {
 }
 
 bool TakeAddress(Text text, Controller& controller) {
-    const auto nameBehind = [](Text entry, Text part) {
+    const auto nameAfter = [](Text entry, Text part) {
         const std::size_t begin = entry.find(part);
         const Text name = begin == Text::npos ? Text() : entry.substr(begin + part.size());
         return NumberIn(name.substr(0, name.find(':'))).value_or(0);
@@ -348,11 +350,11 @@ bool TakeAddress(Text text, Controller& controller) {
         const std::size_t comma = std::min(rest.find(','), rest.size());
         const Text entry = rest.substr(0, comma);
         if (const std::optional<Text> target = Without("traddr=", entry)) {
-            StoreName(nameBehind(*target, "nn-"), controller.target.NodeName);
-            StoreName(nameBehind(*target, "pn-"), controller.target.PortName);
-            hasTarget = nameBehind(*target, "pn-") != 0;
+            StoreName(nameAfter(*target, "nn-"), controller.target.NodeName);
+            StoreName(nameAfter(*target, "pn-"), controller.target.PortName);
+            hasTarget = nameAfter(*target, "pn-") != 0;
         } else if (const std::optional<Text> host = Without("host_traddr=", entry)) {
-            controller.hostPort = nameBehind(*host, "pn-");
+            controller.hostPort = nameAfter(*host, "pn-");
         }
         rest.remove_prefix(std::min(comma + 1, rest.size()));
     }
@@ -387,7 +389,7 @@ void StoreName(std::uint64_t number, VX_UINT8 (&name)[8]) {
 Text VpdKeyword(Text vpd, Text keyword) {
     constexpr unsigned READ_ONLY = 0x90;
     constexpr unsigned LARGE = 0x80;
-    // Sections: a tag and a length of two bytes, lowest first; a small tag, as the end has, ends the search.
+    // A section has a tag and a little-endian length of two bytes; a small tag, such as the end tag, ends the search.
     while (vpd.size() >= 3 && (ByteAt(vpd, 0) & LARGE) != 0) {
         const unsigned tag = ByteAt(vpd, 0);
         const std::size_t size = std::min<std::size_t>(ByteAt(vpd, 1) + (ByteAt(vpd, 2) << 8), vpd.size() - 3);

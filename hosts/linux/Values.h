@@ -1,9 +1,9 @@
 /// @file
-/// From the kernel's words to the library's values.
+/// Conversion of the kernel's texts to the library's values.
 ///
-/// Each function takes the text of one attribute, without its line end. It returns false when the text is none of
-/// those that the kernel writes; the value then stays as it was. What the kernel does not know leaves the value as it
-/// was, too, and is no mistake: an empty text, "unknown", a number of all ones.
+/// Each function takes the text of one attribute. It returns false, and leaves the value unchanged, if the text is
+/// malformed. Unknown values (an empty text, "unknown", a number of all ones) leave the value unchanged too, but are
+/// not errors.
 #pragma once
 
 #include "Tree.h"
@@ -17,33 +17,33 @@ namespace host {
 
 using Text = std::string_view;
 
-/// Without blanks and line ends at both ends.
+/// Removes white space and null characters at both ends.
 Text Trimmed(Text text);
 
-/// The whole text as a number: hexadecimal with "0x", else decimal.
+/// The whole text as a number: hexadecimal with "0x", otherwise decimal.
 std::optional<std::uint64_t> NumberIn(Text text);
 
-/// A worldwide name, a number of 64 bits. A name of all zeros is none.
+/// A worldwide name, as a number of 64 bits; 0 means none.
 bool TakeName(Text text, VX_UINT8 (&name)[8]);
 
-/// A port id, a number of 24 bits. The kernel shows more bits than these as long as the port has no id.
+/// A port id, as a number of 24 bits. Larger numbers, which the kernel shows for a port without an id, are ignored.
 bool TakePortId(Text text, VX_UINT8 (&id)[3]);
 
-/// A number. What doesn't fit is the largest that does.
+/// A number, saturated to the type of the value.
 bool TakeNumber(Text text, VX_UINT8& number);
 bool TakeNumber(Text text, VX_UINT16& number);
 bool TakeNumber(Text text, VX_UINT32& number);
 bool TakeNumber(Text text, VX_UINT64& number);
-/// The same, added to what there is.
+/// The same, added to the value.
 bool AddNumber(Text text, VX_UINT32& number);
 
-/// A number in 32 bits: the largest of them when it doesn't fit.
+/// A number saturated to 32 bits.
 VX_UINT32 Saturated(VX_UINT64 number);
 
-/// A text for a report, of one line: every character that isn't printable ASCII becomes a question mark.
+/// A line of text. Characters other than printable ASCII become question marks.
 bool TakeText(Text text, std::string& value);
 
-/// The same into an array: cut to what fits with the terminator, or, `Padded`, without one.
+/// The same for arrays: truncated and terminated or, in `TakePadded`, truncated without a terminator.
 template <std::size_t size> bool TakeText(Text text, char (&value)[size]) {
     std::string line;
     TakeText(text, line);
@@ -57,7 +57,7 @@ template <std::size_t size> bool TakePadded(Text text, VX_UINT8 (&value)[size]) 
     return true;
 }
 
-/// "16 Gbit" as a code of `PortSpeed`. Speeds without a code are left out.
+/// "16 Gbit" as a code of `PortSpeed`; 0 if the speed has no code.
 bool TakeSpeed(Text text, VX_UINT32& speed);
 
 /// "8 Gbit, 16 Gbit, 32 Gbit" as the mask of `SupportedSpeeds`.
@@ -72,33 +72,33 @@ bool TakeTargetState(Text text, VX_UINT8 (&flags)[6]);
 /// "NPort (fabric via point-to-point)", … as codes of `PortType` and `PortConnectionMode`.
 bool TakePortType(Text text, _vexapi_protocol_t& record);
 
-/// "8.0 GT/s PCIe" as the speed code and "8" as the lane code of a PCI Express link, each or-ed into its bits.
+/// "8.0 GT/s PCIe" as the speed and "8" as the width of a PCI Express link, or-ed into the link's bits.
 bool TakeLinkSpeed(Text text, VX_UINT16& link);
 bool TakeLinkWidth(Text text, VX_UINT16& link);
 
-/// "naa.6001…", "eui.…", "uuid.…" as bytes, "t10.…" as its characters. Cut to 32 bytes.
+/// "naa.6001…", "eui.…" and "uuid.…" as bytes, "t10.…" as characters. Truncated to 32 bytes.
 bool TakeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun);
 
-/// Page 83h of the vital product data of a SCSI device (SPC-4, 7.8.6): of the designators of the logical unit, the
-/// NAA one, the most worldwide of several, else the EUI-64 one, else the one that begins with the vendor. False without
-/// any.
+/// The best designator of the logical unit in VPD page 83h (SPC-4, 7.8.6): NAA (of several, the most unique), then
+/// EUI-64, then T10 vendor. False if there is none.
 bool TakeDesignators(Text page, _tagVEXAPI_SDMLun& lun);
 
 /// "44444444-0000-4000-8000-000000000001" as its 16 bytes.
 bool TakeUuid(Text text, VX_UINT8 (&id)[16]);
 
-/// "traddr=nn-0x1000…:pn-0x2000…,host_traddr=nn-0x…:pn-0x…" as the names of both ends; without a port name at both
-/// ends it is not understood.
+/// "traddr=nn-0x1000…:pn-0x2000…,host_traddr=nn-0x…:pn-0x…" as the names of both ends. False unless both have a port
+/// name.
 bool TakeAddress(Text text, Controller& controller);
 
-/// Standard inquiry data (SPC-4, 6.4.2). False when it is shorter than its fixed part.
+/// Standard inquiry data (SPC-4, 6.4.2). False if it is shorter than its fixed part.
 bool TakeInquiry(Text bytes, Lun& lun);
 
 /// A worldwide name as its number, and back.
 std::uint64_t NameNumber(const VX_UINT8 (&name)[8]);
 void StoreName(std::uint64_t number, VX_UINT8 (&name)[8]);
 
-/// A keyword of the read-only section of PCI vital product data (PCI Local Bus 3.0, Appendix I), such as "PN".
+/// Value of a keyword, such as "PN", in the read-only section of PCI vital product data (PCI Local Bus 3.0,
+/// Appendix I); empty if there is none.
 Text VpdKeyword(Text vpd, Text keyword);
 
 } // namespace host

@@ -14,7 +14,7 @@
 namespace sim {
 namespace {
 
-/// A caller may ask for the highest of the two debug levels; then each call tells its arguments.
+/// The higher of the two debug levels: every call prints its journal line too.
 constexpr VX_UINT32 CHATTY_LEVEL = 31;
 
 std::recursive_mutex& CallMutex() {
@@ -22,17 +22,16 @@ std::recursive_mutex& CallMutex() {
     return mutex;
 }
 
-// Held by plain pointers and never destroyed at the end of the process: callers may still look at the tree
-// in their own last steps.
+// A plain pointer, never destroyed at exit: callers may still read the tree in their own destructors.
 Session* s_session = nullptr;
 
-/// Why the last start was refused. Its calls fail, but not by a mistake of the caller's.
+/// Why the last start was refused, or empty. Calls after it fail without being the caller's mistake.
 std::string& StartRefusal() {
     static auto* text = new std::string();
     return *text;
 }
 
-/// The fault list in force. It begins anew when the variable's text changes.
+/// The active fault list. It is parsed again, and its calls are counted anew, when the variable changes.
 struct FaultList {
     std::string text;
     Faults faults;

@@ -12,7 +12,7 @@ namespace {
     throw std::runtime_error("VEXAPI_SIM_FAULTS: \"" + std::string(item) + "\": " + reason);
 }
 
-/// A decimal or 0x number that makes up the whole text.
+/// Parses the whole text as a decimal or 0x number.
 template <class Number> bool ParseNumber(std::string_view text, Number& number) {
     int base = 10;
     if (text.starts_with("0x") || text.starts_with("0X")) {

@@ -1,5 +1,5 @@
 /// @file
-/// The statuses that the simulator answers with. Those below 1000 are the library's own numbering.
+/// The statuses that the simulator returns. Those below 1000 are the library's own.
 #pragma once
 
 #include "Api.h"
@@ -26,12 +26,12 @@ constexpr Status STATUS_TRANSCEIVER_NOT_UPDATED = 144;
 constexpr Status STATUS_TRANSCEIVER_VENDOR_MISMATCH = 145;
 constexpr Status STATUS_TRANSCEIVER_VENDOR_UNSUPPORTED = 146;
 constexpr Status STATUS_NOT_FOR_VIRTUAL_PORT = 29;
-constexpr Status STATUS_REBOOT_NEEDED = 201; ///< success, of a flash update
+constexpr Status STATUS_REBOOT_NEEDED = 201; ///< a flash update succeeded
 constexpr Status STATUS_NO_DUMP = 0x2000007B;
-/* The simulator's own. */
+/* Specific to the simulator. */
 constexpr Status STATUS_NO_SUCH_TARGET = 0x200000FA;
 constexpr Status STATUS_NO_ANSWER = 0x200000FB;      ///< nobody answered on the link
-constexpr Status STATUS_INTERNAL = 0x200000FC;       ///< out of memory, or a defect of the simulator
+constexpr Status STATUS_INTERNAL = 0x200000FC;       ///< out of memory, or a bug in the simulator
 constexpr Status STATUS_STATE_NOT_KEPT = 0x200000FD; ///< the state file can't be written; nothing was changed
 constexpr Status STATUS_REFUSED = 0x200000FE;        ///< the description or the fault list was refused
 constexpr Status STATUS_CALLER_MISTAKE = 0x200000FF; ///< the caller broke the interface's rules

@@ -13,11 +13,11 @@
 namespace sim {
 namespace {
 
-/// How deep templates may use templates; deeper is taken for a circle.
+/// How deep templates may nest; anything deeper is reported as a cycle.
 constexpr int DEEPEST_TEMPLATE = 16;
-/// Most uses of templates by templates in one description: each may multiply those inside it.
+/// Limit on uses of templates by templates in one description: nesting can multiply them exponentially.
 constexpr std::size_t MOST_NESTED_USES = 50000;
-/// Most entries that "Repeat" makes.
+/// Limit of "Repeat".
 constexpr std::uint64_t MOST_REPEATS = 65536;
 
 std::string Indexed(const std::string& path, std::size_t index) {
@@ -26,7 +26,7 @@ std::string Indexed(const std::string& path, std::size_t index) {
 
 void MergeOver(Json& base, Json&& over);
 
-/// Moves a value over the member with this key; objects are merged member by member.
+/// Sets a member to a value; two objects are merged recursively.
 void MergeMember(Json& base, const std::string& key, Json&& value) {
     const auto present = base.find(key);
     if (present == base.end()) {
@@ -38,7 +38,7 @@ void MergeMember(Json& base, const std::string& key, Json&& value) {
     }
 }
 
-/// Moves the members of `over` over those of `base`.
+/// Merges the members of `over` into `base`.
 void MergeOver(Json& base, Json&& over) {
     for (auto member = over.begin(); member != over.end(); ++member) {
         MergeMember(base, member.key(), std::move(member.value()));
@@ -68,7 +68,7 @@ template <class Record> Json WriteRecords(const std::vector<Record>& records) {
     return list;
 }
 
-/// Reads a list of records when the key is there; null stands for an empty list.
+/// Reads a list of records if the key is present; null means an empty list.
 template <class Record> void ReadList(ObjectReader& reader, const char* key, std::vector<Record>& records) {
     const Json* list = reader.Take(key);
     if (list != nullptr) {
@@ -76,7 +76,7 @@ template <class Record> void ReadList(ObjectReader& reader, const char* key, std
     }
 }
 
-/// The keys of a port that are neither record fields nor answers but change at run time.
+/// Reads the lists of a port that change at run time.
 void ReadChangedLists(ObjectReader& reader, Port& port) {
     ReadList(reader, "CongestionStatistics", port.congestion);
     if (const Json* entries = reader.Take("FwPrivateStatistics")) {
@@ -88,8 +88,7 @@ void ReadChangedLists(ObjectReader& reader, Port& port) {
     }
 }
 
-/// Calls `read(element, path, index)` for each element of a list and gives the results. A list that is null or
-/// absent gives none.
+/// Returns `read(element, path, index)` for each element of a list, or nothing if the list is null or absent.
 template <class Read> auto ReadEach(ObjectReader& reader, const char* key, Read read) {
     using Element = decltype(read(Json(), std::string(), std::size_t{0}));
     std::optional<std::vector<Element>> elements;
@@ -108,7 +107,7 @@ template <class Read> auto ReadEach(ObjectReader& reader, const char* key, Read 
     return elements;
 }
 
-/// Reads one description; keeps what all its parts share.
+/// Reads one description and holds what all of its parts share.
 class HostReader {
 public:
     explicit HostReader(const std::string& path) : mFiles(path) {}
@@ -131,25 +130,25 @@ private:
 
     struct Template {
         std::string name;
-        Json value; ///< as it is written
+        Json value; ///< as written
         bool isUsed = false;
-        std::optional<Json> resolved; ///< once it has been used
-        int height = 0;               ///< how deep it uses other templates
-        std::size_t uses = 0;         ///< how many uses of templates it is made of
+        std::optional<Json> resolved; ///< set by the first use
+        int height = 0;               ///< how deep the templates that it uses nest
+        std::size_t uses = 0;         ///< of other templates, nested ones included
     };
 
     /// The template of this name, or null.
     Template* FindTemplate(const Json& name);
-    /// Lays the templates that objects use under them.
+    /// Expands the templates that a value uses, in place.
     void Resolve(Json& json, const std::string& path, int depth = 0);
-    /// The value of a template, resolved, for a use at this depth.
+    /// The expanded value of a template that is used at this depth.
     Json Resolved(Template& used, int depth);
     Bytes ReadBlob(const Json& json, const std::string& path, std::size_t most);
 
     Files mFiles;
     std::vector<Template> mTemplates;
     std::size_t mNestedUses = 0;
-    int mDeepestUse = 0; ///< of those met so far, or within the template that is being resolved
+    int mDeepestUse = 0; ///< so far, in the template that is being expanded
     std::set<std::string> mNames;
     bool mDuplicatesAllowed = false;
 };
@@ -164,7 +163,7 @@ HostReader::Template* HostReader::FindTemplate(const Json& name) {
 
 Json HostReader::Resolved(Template& used, int depth) {
     mDeepestUse = std::max(mDeepestUse, depth + used.height);
-    // A template that would break a limit is resolved once more, to refuse the use that breaks it.
+    // If a limit would be exceeded, expand it again, so that the error names the use that exceeds it.
     if (used.resolved && depth + used.height < DEEPEST_TEMPLATE && mNestedUses + used.uses <= MOST_NESTED_USES) {
         mNestedUses += used.uses;
         return *used.resolved;
@@ -285,7 +284,7 @@ void HostReader::ReadLuns(ObjectReader& reader, Target& target) {
         for (std::uint64_t i = 0; i < repeat; ++i) {
             target.luns.push_back(lun);
             ++lun.LunNumber;
-            // The identifier counts up with the number, carrying to the left.
+            // The identifier is incremented with the number, as a big-endian integer.
             std::size_t last = std::min<std::size_t>(lun.WorldwideIdLength, sizeof lun.WorldwideId);
             while (last > 0 && ++lun.WorldwideId[--last] == 0) {
             }
@@ -417,7 +416,7 @@ void HostReader::CheckName(const Port& port, const std::string& path) {
     }
 }
 
-/// Without a list of its own a port has a node for itself and one for each target, all counters zero.
+/// The default: a node for the port and one for each target, all counters zero.
 void HostReader::CompleteStatistics(Port& port) {
     _VEXAPI_SANCONGTMGMTV2 node{};
     std::copy_n(port.record.WWNN, 8, node.WWNN);
@@ -511,7 +510,7 @@ Adapter HostReader::ReadAdapter(const Json& json, const std::string& path, std::
 }
 
 void HostReader::ReadTop(Json top, Host& host) {
-    RequireObject(top, ""); // an object, before anything is looked up in it
+    RequireObject(top, ""); // before any lookup
     if (const auto templates = top.find("Templates"); templates != top.end()) {
         RequireObject(*templates, "/Templates");
         for (auto item = templates->begin(); item != templates->end(); ++item) {

@@ -10,7 +10,7 @@
 namespace sim {
 namespace {
 
-/// Longest list that one field takes, for a readable bound in messages.
+/// A count for messages: "6 entries".
 std::string CountText(std::size_t count, const char* what) {
     return std::to_string(count) + " " + what;
 }
@@ -49,7 +49,7 @@ std::int64_t ReadSigned(const Json& value, const std::string& path, std::size_t 
     return number;
 }
 
-/// A text, or `{"bytes": "aa:bb"}` for texts that are no UTF-8.
+/// A text, or `{"bytes": "aa:bb"}` for one that isn't UTF-8.
 std::string ReadText(const Json& value, const std::string& path) {
     if (value.is_string()) {
         return value.get<std::string>();
@@ -94,7 +94,7 @@ void ReadElements(const Json& value, const std::string& path, const Field& field
     }
 }
 
-/// Builds the value of a JSON text. Refuses deep nesting, and keys that stand twice in an object.
+/// Builds a value from parser events. Refuses deep nesting and duplicate keys.
 class JsonBuilder : public nlohmann::json_sax<Json> {
 public:
     Json Take() { return std::move(mRoot); }
@@ -121,14 +121,14 @@ public:
     }
 
     bool parse_error(std::size_t /*position*/, const std::string& /*token*/, const Json::exception& error) override {
-        // After the parser's own prefix "[json.exception...] " stands what a person wants to read.
+        // Drop the prefix "[json.exception...] ".
         const std::string what = error.what();
         throw std::runtime_error("/: is no JSON: " + what.substr(what.find("] ") + 2));
     }
 
 private:
     void CheckDepth() const {
-        constexpr std::size_t DEEPEST = 64; // keeps recursion over the values shallow
+        constexpr std::size_t DEEPEST = 64; // bounds the recursion over values
         if (mContainers.size() > DEEPEST) {
             throw std::runtime_error("/: is nested more than " + CountText(DEEPEST, "deep"));
         }
@@ -156,8 +156,8 @@ private:
     }
 
     Json mRoot;
-    std::string mKey;               ///< of the value to come
-    std::vector<Json*> mContainers; ///< those that are open; only the last one grows
+    std::string mKey;               ///< of the next value
+    std::vector<Json*> mContainers; ///< open ones, outermost first; only the last one grows
 };
 
 } // namespace
@@ -173,7 +173,7 @@ Json ParseJson(const std::string& text) {
 Json& AppendMember(Json& object, std::string key, Json&& value) {
     auto& members = object.get_ref<Json::object_t&>();
     if (members.size() == members.capacity()) {
-        // Keys are constant, so growth by itself would copy the members, and with them their values.
+        // Members have const keys, so the vector would copy them, values included, when it grows.
         Json::object_t grown;
         grown.reserve(2 * members.size() + 8);
         for (auto& [name, held] : members) {
@@ -281,7 +281,7 @@ Json WriteField(const Field& field, const void* record) {
     case Kind::NETWORK_ORDER:
         return LoadNumber(at, field.size, field.kind == Kind::NETWORK_ORDER);
     case Kind::SIGNED: {
-        // Shifting up and down again carries the sign of a narrow number through all 64 bits.
+        // Shifting left and right again extends the sign to 64 bits.
         const unsigned unused = static_cast<unsigned>(64 - 8 * field.size);
         return static_cast<std::int64_t>(LoadNumber(at, field.size, false) << unused) >> unused;
     }
@@ -377,7 +377,7 @@ void ObjectReader::Fields(Table table, void* record) {
             mTaken[index] = true;
             try {
                 ReadField(member.value(), "", *field, record);
-            } catch (const Refusal& refusal) { // a path costs as much as the value: it is made when it is needed
+            } catch (const Refusal& refusal) { // the path is only built for errors, since it costs as much as the value
                 throw refusal.Below(At(field->key));
             }
         }
@@ -400,7 +400,7 @@ void ObjectReader::Finish() const {
 
 std::string ObjectReader::At(std::string_view key) const {
     std::string path = mPath + "/";
-    for (const char c : key) { // a JSON pointer writes "~" and "/" inside a key as "~0" and "~1"
+    for (const char c : key) { // a JSON pointer escapes "~" and "/"
         if (c == '~' || c == '/') {
             path += c == '~' ? "~0" : "~1";
         } else {

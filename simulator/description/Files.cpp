@@ -32,7 +32,7 @@ struct Descriptor {
 } // namespace
 
 std::string ReadFile(const std::string& path) {
-    // A FIFO must not block the caller: it is opened without waiting and then refused.
+    // Non-blocking, so that a FIFO is refused below instead of blocking the caller.
     const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     struct stat info {};
     if (file.fd < 0 || fstat(file.fd, &info) != 0) {

@@ -1,5 +1,5 @@
 /// @file
-/// The files of a description: its text and the blobs that it names.
+/// The files of a description: its text and its blobs.
 #pragma once
 
 #include "host/Host.h"
@@ -11,7 +11,7 @@
 
 namespace sim {
 
-/// One file built into the library.
+/// A file that is built into the library.
 struct EmbeddedFile {
     std::string_view name;
     std::string_view content;
@@ -20,18 +20,18 @@ struct EmbeddedFile {
 /// The lab host's description and blobs, by name.
 std::span<const EmbeddedFile> LabFiles();
 
-/// Reads the files of one description, each once, from disk or from the library.
+/// Reads the files of one description from disk or from the library, each once.
 class Files {
 public:
-    /// The files of a description at `path`; the lab host's when `path` is empty.
+    /// `path` is the description; empty: the lab host.
     explicit Files(std::string path);
 
-    /// What messages call the description.
+    /// The description's name for messages.
     const std::string& Name() const { return mName; }
-    /// The description's own text. Throws `std::runtime_error` with the reason.
+    /// The text of the description. Throws `std::runtime_error` with the reason.
     const std::string& Description();
-    /// A blob, named relative to the description. Names that end in ".hex" hold bytes as text (see
-    /// `ParseHex`), all others are taken as they are. Throws `std::runtime_error` with the reason.
+    /// A blob by its path relative to the description. Files with the suffix ".hex" are parsed by `ParseHex`, others
+    /// are read verbatim. Throws `std::runtime_error` with the reason.
     const Bytes& Blob(const std::string& name);
     /// Hash of everything read so far.
     std::string Digest() const;
@@ -47,9 +47,9 @@ private:
     std::uint64_t mHash;
 };
 
-/// Bytes as two hexadecimal digits each, separated by blanks or line ends. "#" begins a comment. The
-/// comments "# A0h", "# A2h", "# lower page" and "# upper page" set the position to 0, 256, 0 and 128.
-/// Throws `std::runtime_error` with the reason.
+/// Parses bytes of two hexadecimal digits, separated by white space. "#" starts a comment. The comments "# A0h",
+/// "# A2h", "# lower page" and "# upper page" set the position to 0, 256, 0 and 128. Throws `std::runtime_error` with
+/// the reason.
 Bytes ParseHex(std::string_view text);
 /// Reads a regular file of at most 64 MB. Throws `std::runtime_error` with the reason.
 std::string ReadFile(const std::string& path);

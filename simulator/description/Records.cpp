@@ -1,7 +1,7 @@
 #include "description/Records.h"
 
-/// One table for each record, one row for each field. Pointers, handles and unused bytes have no row,
-/// save the unused bytes that travel with a record from reading to writing.
+/// A table per record, a row per field. Pointers, handles and reserved bytes have no row, except reserved bytes that
+/// callers write back.
 #define SIM_RECORD(record, ...)                                                                                        \
     template <> Table FieldsOf<record>() {                                                                             \
         using R = record;                                                                                              \

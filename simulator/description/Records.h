@@ -1,5 +1,5 @@
 /// @file
-/// The tables of all records that descriptions, states and journal lines hold.
+/// The tables of all records in descriptions, state files and journals.
 #pragma once
 
 #include "description/Fields.h"

@@ -1,5 +1,5 @@
 /// @file
-/// The adapter's flash and personality.
+/// Flash and personality of an adapter.
 #include "functions/Image.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@ using namespace sim;
 
 namespace {
 
-/// The tool's id in the memo block. The simulator's one caller is a plugin of the host's command line.
+/// The tool's id in the memo block.
 constexpr char TOOL_ID_TEXT[4] = {'E', 'C', 'L', 'I'};
 
 void SetComponent(VX_FLASH_COMPONENT& component, const std::string& version) {
@@ -21,8 +21,8 @@ void SetComponent(VX_FLASH_COMPONENT& component, const std::string& version) {
     component.Sub = numbers[2];
 }
 
-/// A line of a multi-boot image whose version stands in the adapter's and in the port's record. The lines of
-/// flash components are called like the fields of their record.
+/// A line of a multi-boot image whose version goes to the records of the adapter and of the port. Lines of flash
+/// components have the names of the record's fields.
 struct VersionLine {
     const char* word;
     const char* adapterKey;
@@ -35,7 +35,7 @@ constexpr VersionLine VERSION_LINES[] = {
     {"FCode", "FCodeVersion", "FlashFCodeVersion"},
 };
 
-/// Stores a version in a field of a record, as text or as numbers, whichever the field is.
+/// Stores a version in a field, as text or as numbers depending on the field's type.
 template <class Record> void StoreVersion(Record& record, const char* key, const std::string& version) {
     const Field* field = FindField(FieldsOf<Record>(), key);
     auto* at = reinterpret_cast<VX_UINT8*>(&record) + field->offset;
@@ -52,7 +52,7 @@ VX_FLASH_COMPONENT& ComponentOf(_VEXAPI_FlashComponentVersion& components, const
     return *reinterpret_cast<VX_FLASH_COMPONENT*>(reinterpret_cast<VX_UINT8*>(&components) + field.offset);
 }
 
-/// All protocol functions of an adapter: they share its flash.
+/// Visits all ports of an adapter, which share its flash.
 template <class Act> void EachPort(Host& host, const Adapter& adapter, Act act) {
     for (Port* port : host.ports) {
         if (port->adapter == &adapter) {
@@ -61,7 +61,7 @@ template <class Act> void EachPort(Host& host, const Adapter& adapter, Act act) 
     }
 }
 
-/// Says who wrote the flash, and when.
+/// Records the tool and the time of a flash update.
 void StampMemo(VX_SFlashMemoBlock& memo, const Session& session) {
     std::memcpy(memo.Signature, "FMBS", 4);
     std::memcpy(memo.ToolId, TOOL_ID_TEXT, 4);
@@ -85,7 +85,7 @@ void CheckFlashUnlocked(const Port& port) {
     }
 }
 
-/// Writes a multi-boot image into records of an adapter and one of its ports. Throws `Failure`.
+/// Applies a multi-boot image to an adapter and one of its ports. Throws `Failure`.
 void ApplyMultiBoot(const Image& image, _vexapi_adapter_t& adapter, _vexapi_protocol_t& port, PortAnswers& answers) {
     std::size_t known = 0;
     const auto find = [&](std::string_view word) {
@@ -138,7 +138,7 @@ void WriteMultiBoot(Change& change, Session& session, Adapter& adapter, const Im
     });
 }
 
-/// The updates that write one component: board configuration, preload table, PEP configuration.
+/// Updates a single component: board configuration, preload table or PEP configuration.
 Status UpdateComponent(const char* function, VX_PORT_HANDLE* handle, const char* path, const char* kind,
                        VX_FLASH_COMPONENT _VEXAPI_FlashComponentVersion::*component) {
     return Answer(function, [&](Call& call) {

@@ -1,12 +1,12 @@
 /// @file
-/// Congestion management of a port.
+/// Congestion management.
 #include "caller/Call.h"
 
 using namespace sim;
 
 namespace {
 
-/// The entry type of the port's own node; all others are targets.
+/// Entry type of the port's own node; all others are targets.
 constexpr VX_UINT32 OWN_ENTRY = 0x80;
 
 } // namespace
@@ -34,7 +34,7 @@ VX_UINT32 VEXAPI_GetSCMRStatisticsList(VX_PORT_HANDLE* handle, _VEXAPI_SANCONGTM
         for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
             nodes[i].pNext = &nodes[i + 1];
         }
-        *list = nodes.data(); // moving the vector keeps its nodes where they are
+        *list = nodes.data(); // stays valid when the vector is moved
         call.GetSession().congestionLists.emplace(*list, std::move(nodes));
         return STATUS_OK;
     });

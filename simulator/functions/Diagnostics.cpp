@@ -1,5 +1,5 @@
 /// @file
-/// Diagnostics of a port and of its link.
+/// Diagnostics of a port and its link.
 #include "caller/Call.h"
 #include "caller/Faults.h"
 #include "description/Files.h"
@@ -15,14 +15,14 @@ namespace {
 constexpr VX_UINT8 ONLINE = 1;
 constexpr VX_UINT16 VIRTUAL_PORT = 3;
 constexpr VX_UINT32 SPEED_16_GBPS = 22;
-/* What a failed mailbox command leaves in a D-Port result. */
+/* A failed mailbox command in a D-Port result. */
 constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
 constexpr VX_UINT16 MAILBOX_WRONG_STATE = 71;
 
 constexpr std::size_t PING_BUFFER_SIZE = 256;
 constexpr std::size_t RDP_BUFFER_SIZE = 508;
 
-/// The result of the next call: results in their order, the last one again and again.
+/// The result of the next call; the last one repeats.
 template <class Result> const Result& NextResult(const std::vector<Result>& results, std::size_t& calls) {
     return results[std::min(calls++, results.size() - 1)];
 }
@@ -32,7 +32,7 @@ void StoreStatus(char (&text)[64], Status status) {
     std::snprintf(text, sizeof text, "Failed, status 0x%X", status);
 }
 
-/// Reads "xx:xx:xx:xx:xx:xx:xx:xx" in digits of any case.
+/// Parses "xx:xx:xx:xx:xx:xx:xx:xx" in either case.
 bool ParseName(const char* text, VX_UINT8 (&name)[8]) {
     const std::string_view given(text);
     const std::string form = "xx:xx:xx:xx:xx:xx:xx:xx";
@@ -56,7 +56,7 @@ bool ParseName(const char* text, VX_UINT8 (&name)[8]) {
     }
 }
 
-/// Notes the name of a destination and checks its form.
+/// Logs and parses the port name of a destination.
 void CheckName(Call& call, const char* text, VX_UINT8 (&name)[8]) {
     call.CheckPointer(text, "name");
     call.NoteArgument("name", text);
@@ -78,8 +78,7 @@ void CheckLink(const Port& port) {
     }
 }
 
-/// What ping and CT command have in common: their arguments, and an answer from any target in sight.
-/// `check` checks what is particular.
+/// Ping and CT command: succeed for any visible target. `check` checks further arguments.
 template <class Check>
 Status ReachTarget(const char* function, VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
                    VX_UINT32 stopOnError, VX_UINT32* output, void* buffer, VX_UINT32 size, Check check) {
@@ -128,7 +127,7 @@ _VEXAPI_ReadWriteBufferTestResult* VEXAPI_DiagnosticsReadWriteBufferTest(VX_PORT
         for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
             nodes[i].pNext = &nodes[i + 1];
         }
-        head = nodes.empty() ? nullptr : nodes.data(); // moving the vector keeps its nodes where they are
+        head = nodes.empty() ? nullptr : nodes.data(); // stays valid when the vector is moved
         if (head != nullptr) {
             CurrentSession()->bufferLists.emplace(head, std::move(nodes));
         }
@@ -140,7 +139,7 @@ _VEXAPI_ReadWriteBufferTestResult* VEXAPI_DiagnosticsReadWriteBufferTest(VX_PORT
             if (call.Begin() == Asked::ANSWER) {
                 give(NextResult(port.readWriteBuffer, port.readWriteBufferCalls));
             }
-        } catch (const Fault& fault) { // there is no status to return: the list tells it
+        } catch (const Fault& fault) { // the function returns no status, so the list reports it
             std::vector<_VEXAPI_ReadWriteBufferTestResult> nodes(1);
             StoreStatus(nodes.front().TestStatus, fault.status);
             give(std::move(nodes));

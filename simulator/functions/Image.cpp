@@ -14,7 +14,7 @@ namespace {
 
 constexpr off_t LONGEST_IMAGE = 64 << 20;
 
-/// The file's content, or the status that the library has for its trouble.
+/// Reads the file. Throws `Failure` with the library's status.
 std::string ContentOf(const char* path) {
     struct stat info {};
     if (stat(path, &info) != 0) {
@@ -37,7 +37,7 @@ std::string ContentOf(const char* path) {
     }
 }
 
-/// Takes the text up to a separator, and the separator, off the front.
+/// Removes the text up to and including a separator, and returns it without the separator.
 std::string_view TakeUntil(std::string_view& text, char separator) {
     const std::string_view taken = text.substr(0, text.find(separator));
     text.remove_prefix(std::min(text.size(), taken.size() + 1));

@@ -1,5 +1,5 @@
 /// @file
-/// Reports and actions of a port: sensors, statistics, transceiver, VPD, firmware dump, beacon.
+/// Sensors, statistics, transceiver, VPD, firmware dump and beacon of a port.
 #include "functions/Image.h"
 
 #include <algorithm>
@@ -10,14 +10,14 @@ using namespace sim;
 
 namespace {
 
-/* Where an SFP image (SFF-8472, address A0h) holds what an update looks at and changes. */
+/* Offsets in an SFP image (SFF-8472, address A0h). */
 constexpr std::size_t VENDOR_NAME_AT = 20;
 constexpr std::size_t VENDOR_NAME_SIZE = 16;
 constexpr std::size_t VENDOR_REVISION_AT = 56;
 constexpr std::size_t VENDOR_REVISION_SIZE = 4;
-constexpr std::size_t BASE_CHECKSUM_AT = 63; ///< low byte of the sum of all bytes before it
+constexpr std::size_t BASE_CHECKSUM_AT = 63; ///< low byte of the sum of the bytes before
 
-/// The only transceiver vendor whose firmware the library can update.
+/// The only vendor whose transceivers the library can update.
 constexpr char UPDATABLE_VENDOR[] = "WTD";
 
 std::string VendorOf(const Port& port) {
@@ -26,7 +26,7 @@ std::string VendorOf(const Port& port) {
     return vendor;
 }
 
-/// Counters that `VEXAPI_ResetDeviceStats` clears, with their keys.
+/// A counter that `VEXAPI_ResetDeviceStats` clears, and its key.
 struct Counter {
     const char* key;
     VX_UINT32 _vexapi_protocol_t::*value;
@@ -152,7 +152,7 @@ VX_UINT32 VEXAPI_SDGetFwDump2(VX_UINT32 word, VX_UINT32 reserved, void** dump, V
         if (!port.firmwareDump) {
             throw Failure{STATUS_NO_DUMP, "there is no firmware dump"};
         }
-        // An empty dump has an address, too.
+        // Not null even if the dump is empty.
         void* copy = std::malloc(std::max<std::size_t>(1, port.firmwareDump->size()));
         if (copy == nullptr) {
             throw std::bad_alloc();

@@ -1,5 +1,5 @@
 /// @file
-/// Starting and ending the library, its tree, the reboot question.
+/// Start and end of the library, the adapter tree, pending reboots.
 #include "caller/Call.h"
 #include "caller/Journal.h"
 
@@ -10,7 +10,7 @@ using namespace sim;
 
 namespace {
 
-/// A line for each list that its caller forgot to release.
+/// Reports the lists that the caller didn't release.
 template <class Lists> void ReportForgotten(const Lists& lists, const char* release) {
     for (std::size_t i = 0; i < lists.size(); ++i) {
         WriteJournal(
@@ -74,7 +74,7 @@ VX_UINT32 VEXAPI_Uninitialize(void) {
             call.Begin();
             ReportForgotten(session.congestionLists, "VEXAPI_FreeSCMRStatisticsList");
             ReportForgotten(session.bufferLists, "VEXAPI_FreeRWBufferTestResultList");
-        } catch (const Failure&) { // a start that was refused ends here, too
+        } catch (const Failure&) { // ends a refused start too
             EndSession();
             throw;
         }
@@ -84,7 +84,7 @@ VX_UINT32 VEXAPI_Uninitialize(void) {
 }
 
 VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void) {
-    // Stands in for the host's own header when a null head is asked for.
+    // Returned instead of the host's own header if a fault asks for a null head.
     static VX_ADAPTER_LIST headless{};
     VX_ADAPTER_LIST* list = nullptr;
     const Outcome outcome = Run(__func__, [&](Call& call) {

@@ -31,14 +31,14 @@ constexpr BootTarget BOOT_TARGETS[] = {
     {&_VEXAPI_HBAParameters::Alt7BootPortName, &_VEXAPI_HBAParameters::Alt7BootLunNumber},
 };
 
-/// The boot settings beside the targets.
+/// The boot settings other than the targets.
 constexpr VX_UINT32 _VEXAPI_HBAParameters::*BOOT_SWITCHES[] = {
     &_VEXAPI_HBAParameters::DisableBIOS,          &_VEXAPI_HBAParameters::EnableSelectableBoot,
     &_VEXAPI_HBAParameters::EnableSelectiveLogin, &_VEXAPI_HBAParameters::EnableSelectiveLUN,
     &_VEXAPI_HBAParameters::ForceWorldLogin,      &_VEXAPI_HBAParameters::EnableFabricAssignBootLun,
 };
 
-/// Refuses a boot target that the port doesn't see. An empty name clears the entry.
+/// Throws `Failure` if the port doesn't see a boot target. An empty name clears the entry.
 void CheckBootTarget(Port& port, const VX_UINT8 (&name)[8], std::uint32_t lun) {
     if (std::memcmp(name, NO_NAME, sizeof name) == 0) {
         return;
@@ -56,7 +56,7 @@ void CheckSettingsUnlocked(const Port& port) {
     }
 }
 
-/// Changes one answer of a port; `make` changes it.
+/// Changes one answer of a port by `make`.
 template <class Make> void ChangeAnswer(Call& call, Port& port, const char* key, Make make) {
     call.ChangeHost([&](Change& change) {
         change.Touch(port, key);
@@ -65,7 +65,7 @@ template <class Make> void ChangeAnswer(Call& call, Port& port, const char* key,
     });
 }
 
-/// The NVRAM image: a line "KEY VALUE" for each field, values as in descriptions.
+/// Applies an NVRAM image, whose lines are "KEY VALUE" with the keys and values of descriptions.
 _VEXAPI_HBAParameters ParametersOf(const Image& image, _VEXAPI_HBAParameters parameters) {
     for (const auto& [key, text] : image.values) {
         const Field* field = FindField(FieldsOf<_VEXAPI_HBAParameters>(), key);
@@ -199,7 +199,7 @@ VX_UINT32 VEXAPI_SetBootDeviceInfo(VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters
             for (const auto& [name, lun] : BOOT_TARGETS) {
                 const bool same =
                     std::memcmp(nvram.*name, parameters->*name, sizeof NO_NAME) == 0 && nvram.*lun == parameters->*lun;
-                if (!same) { // an entry whose target has gone may stay
+                if (!same) { // an unchanged entry may name a target that is gone
                     CheckBootTarget(port, parameters->*name, parameters->*lun);
                 }
                 std::copy_n(parameters->*name, sizeof NO_NAME, nvram.*name);
@@ -231,7 +231,7 @@ VX_UINT32 VEXAPI_SetNVMeBootDeviceEntries(VX_PORT_HANDLE* handle, _VEXAPI_FcNVMe
         call.Begin();
         CheckSettingsUnlocked(port);
         ChangeAnswer(call, port, "NvmeBoot", [&] {
-            // The host's own identity isn't the caller's to change.
+            // The host's identity is read-only.
             for (std::size_t i = 0; i < std::size(parameters->BootEntry); ++i) {
                 const VX_NVME_BOOT_ENTRY& entry = parameters->BootEntry[i];
                 VX_NVME_BOOT_ENTRY& held = port.answers.NvmeBoot.BootEntry[i];

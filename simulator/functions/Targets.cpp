@@ -8,7 +8,7 @@ using namespace sim;
 
 namespace {
 
-/// Codes of link speeds, as in `PortSpeed`.
+/// Link speeds as codes of `PortSpeed`.
 constexpr std::initializer_list<std::uint64_t> SPEED_CODES = {1, 2, 4, 8, 16, 22, 50, 100};
 
 Target& TargetOf(Port& port, VX_UINT16 number) {

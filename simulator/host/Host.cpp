@@ -8,9 +8,9 @@
 namespace sim {
 namespace {
 
-/// A handle: these four bytes, the port's word, and a check word made from the word.
+/// A handle is these four bytes, the port's word and a checksum of the word.
 constexpr VX_UINT8 HANDLE_MAGIC[4] = {'V', 'X', 'P', 'H'};
-/// The upper half of every port word, so that small numbers are no words by accident.
+/// Upper half of every port word, so that small numbers are never valid.
 constexpr VX_UINT32 WORD_BASE = 0x5A510000;
 
 VX_UINT32 CheckOf(VX_UINT32 word) {
@@ -27,7 +27,7 @@ VX_PORT_HANDLE MakeHandle(std::uint32_t index) {
     return handle;
 }
 
-/// Chains the records of a vector and gives the first one, or null.
+/// Links the records of a vector into a list and returns its head, or null.
 template <class Owner> auto Chain(std::vector<Owner>& owners) {
     for (std::size_t i = 0; i + 1 < owners.size(); ++i) {
         owners[i].record.pNext = &owners[i + 1].record;
@@ -35,7 +35,7 @@ template <class Owner> auto Chain(std::vector<Owner>& owners) {
     return owners.empty() ? nullptr : &owners.front().record;
 }
 
-/// Fills a list header from an optional vector and gives its address, or null for a null list.
+/// Fills a list header and returns its address; null for a null list.
 template <class List, class Owner> List* Head(List& list, std::optional<std::vector<Owner>>& owners) {
     if (!owners) {
         return nullptr;

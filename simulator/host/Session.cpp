@@ -15,7 +15,7 @@ std::string EnvironmentText(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-/// Calls `read(object, path, element)` for each object of a section; the keys are the elements' indexes.
+/// Calls `read(object, path, element)` for each object in a section, whose keys are indexes of elements.
 template <class Element, class Read>
 void ApplySection(const Json& state, const char* section, Element element, Read read) {
     if (!state.contains(section)) {
@@ -32,7 +32,7 @@ void ApplySection(const Json& state, const char* section, Element element, Read 
     }
 }
 
-/// The element of a list that an index in decimal names, or null.
+/// The element with this decimal index, or null.
 template <class Elements> auto* ElementAt(Elements& elements, const std::string& index) {
     using Element = std::remove_reference_t<decltype(elements[0])>;
     std::size_t position = elements.size();
@@ -77,7 +77,7 @@ Session::Session()
         Apply(mKept, *mHost);
     } catch (const Refusal& refusal) {
         NoteRefused(refusal.what());
-        mHost = ReadHost(mPath); // a state with a defect at its end must leave no trace
+        mHost = ReadHost(mPath); // undo what was applied before the error
         mKept = Json::object();
     }
     if (EnvironmentText("VEXAPI_SIM_REBOOT") == "1") {
@@ -110,7 +110,7 @@ void Session::TakeOver() {
         return;
     }
     try {
-        // First over a host that nobody sees: callers already hold the records of the other one.
+        // First try it on a scratch host: callers hold pointers to the records of the real one.
         Apply(fresh, *ReadHost(mPath));
         Apply(fresh, *mHost);
         mKept = std::move(fresh);
@@ -150,7 +150,7 @@ void Session::ChangeHost(const std::function<void(Change&)>& make) {
     Change change;
     const auto takeBack = [&] {
         for (auto touched = change.mTouched.rbegin(); touched != change.mTouched.rend(); ++touched) {
-            // The old value as the one member of an object: what the readers take.
+            // The readers take an object, so wrap the old value in one.
             touched->restore("{\"" + touched->key + "\":" + touched->old + "}");
         }
     };

@@ -14,14 +14,14 @@
 namespace sim {
 namespace {
 
-/// Marks the file as ours.
+/// Identifies a state file.
 constexpr char MARK[] = "vexapi state 1";
 
 [[noreturn]] void Fail(const std::string& path, const char* what) {
     throw std::runtime_error(path + ": " + what + ": " + std::strerror(errno));
 }
 
-/// A file that is removed again unless it is given up to its final name.
+/// A file that is removed unless it was renamed.
 class TemporaryFile {
 public:
     explicit TemporaryFile(std::string path) : mPath(std::move(path)) {

@@ -1,5 +1,5 @@
 /// @file
-/// The library's functions over a small tree.
+/// The library's functions on a small tree.
 #include "Api.h"
 
 #include <cstdlib>
@@ -32,7 +32,7 @@ protected:
 
     void Write(const char* path, const char* text) const { std::ofstream(Host() / path) << text << '\n'; }
 
-    /// The library's record of the port, once it is initialized.
+    /// The library's record of the port.
     static _vexapi_protocol_t& Port() {
         return *VEXAPI_GetAdapterList()->pHead->pPhyPortList->pHead->pProtocolList->pHead;
     }
@@ -51,7 +51,7 @@ TEST_F(LinuxSessionTest, ClearingReadsTheCountersAgain) {
     EXPECT_EQ(Port().IoCount, 0x30u);
     EXPECT_EQ(Port().InvalidCrcCount, 5u);
 
-    // What the kernel shows behind the write.
+    // What the kernel shows after the write.
     Write("statistics/fcp_output_requests", "0x2");
     Write("statistics/fcp_input_megabytes", "0x0");
     Write("statistics/invalid_crc_count", "0x0");
@@ -68,11 +68,11 @@ TEST_F(LinuxSessionTest, WhatCantBeClearedStays) {
     Write("statistics/invalid_crc_count", "0x5");
     ASSERT_EQ(VEXAPI_Initialize(0, 0), 0u);
     Write("statistics/invalid_crc_count", "0x6");
-    EXPECT_EQ(VEXAPI_ResetDeviceStats(&Port().PortHandle), 118u); // the driver doesn't offer it
+    EXPECT_EQ(VEXAPI_ResetDeviceStats(&Port().PortHandle), 118u); // not supported by the driver
     EXPECT_EQ(Port().InvalidCrcCount, 5u);
     fs::create_symlink("reset", Host() / "statistics/reset_statistics");
     Write("statistics/reset", "");
-    EXPECT_NE(VEXAPI_ResetDeviceStats(&Port().PortHandle), 0u); // through no link
+    EXPECT_NE(VEXAPI_ResetDeviceStats(&Port().PortHandle), 0u); // links aren't followed
     EXPECT_EQ(fs::file_size(Host() / "statistics/reset"), 1u);
 }
 

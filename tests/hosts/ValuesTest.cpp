@@ -1,5 +1,5 @@
 /// @file
-/// From the kernel's words to the library's values.
+/// Conversion of the kernel's texts to the library's values.
 #include "Attributes.h"
 
 #include <cstring>
@@ -12,7 +12,7 @@ using namespace std::string_literals;
 
 namespace {
 
-/// Every text that the kernel writes when it doesn't know.
+/// Everything that the kernel shows for unknown values.
 constexpr Text UNTOLD[] = {"", "\n", " \n", "unknown\n", "Unknown\n", "-1\n"};
 
 std::string Hex(const VX_UINT8* bytes, std::size_t count) {
@@ -232,7 +232,7 @@ TEST(LinuxValuesTest, WorldwideIds) {
     EXPECT_EQ(lun.WorldwideIdLength, 32);
 }
 
-/// A page 83h of designators, each given as code set, association and kind, and its bytes.
+/// VPD page 83h with these designators: association and type, and the bytes.
 std::string Page(std::initializer_list<std::pair<int, std::string>> designators) {
     std::string bytes;
     for (const auto& [kind, value] : designators) {
@@ -247,20 +247,20 @@ TEST(LinuxValuesTest, Designators) {
         {Page({{1, "T10"}, {2, "EUI"}}), true, "455549"},
         {Page({{1, "T10"}}), true, "543130"},
         {Page({{0x13, "port"}, {0x23, "device"}, {3, "NAA"}}), true,
-         "4e4141"}, // those of ports and devices don't count
+         "4e4141"}, // those of ports and devices are ignored
         {Page({{3, ""}, {3, "A"}}), true, "41"},
         {Page({{3, "A"}, {3, "B"}}), true, "41"},
-        // Of several NAA ones the registered extended, then the registered, last the locally assigned.
+        // NAA formats by preference: registered extended, registered, extended, locally assigned.
         {Page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}, {3, "\x61"}, {3, "\x52"}}), true, "61"},
         {Page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}}), true, "51"},
         {Page({{3, "\x31"}, {3, "\x21"}}), true, "21"},
         {Page({{2, "\xff"}, {3, "\x31"}}), true, "31"},
         {Page({{0x13, "port"}, {8, "name"}}), false, ""},
         {Page({}), false, ""},
-        {Page({{3, "NAA"}}).substr(0, 10), false, ""}, // cut within the designator
+        {Page({{3, "NAA"}}).substr(0, 10), false, ""}, // truncated within the designator
         {Page({{3, "NAA"}}).substr(0, 6), false, ""},
-        {"\0\x83\xff\xff"s + Page({{3, "NAA"}}).substr(4), true, "4e4141"}, // the page claims more than there is
-        {"\0\x83\0\2"s + Page({{3, "NAA"}}).substr(4), false, ""},          // and less
+        {"\0\x83\xff\xff"s + Page({{3, "NAA"}}).substr(4), true, "4e4141"}, // the page claims to be longer than it is
+        {"\0\x83\0\2"s + Page({{3, "NAA"}}).substr(4), false, ""},          // and shorter
         {"\0\x80\0\7"s + Page({{3, "NAA"}}).substr(4), false, ""},          // another page
         {"", false, ""},
         {"\0\x83\0"s, false, ""},
@@ -315,7 +315,7 @@ TEST(LinuxValuesTest, Inquiry) {
     const std::string bytes = "\x61\0\6\2\x5b\0\0\0MAKER   PRODUCT         1.0 "s;
     Lun lun;
     EXPECT_TRUE(TakeInquiry(bytes, lun));
-    EXPECT_EQ(lun.deviceType, 1u); // a tape that is not connected has bits above
+    EXPECT_EQ(lun.deviceType, 1u); // the upper bits are the peripheral qualifier
     EXPECT_EQ(std::memcmp(lun.record.VendorId, "MAKER\0\0\0", 8), 0);
     EXPECT_EQ(std::memcmp(lun.record.ProductId, "PRODUCT\0\0\0\0\0\0\0\0\0", 16), 0);
     EXPECT_EQ(std::memcmp(lun.record.ProductRevision, "1.0\0", 4), 0);
@@ -332,14 +332,14 @@ TEST(LinuxValuesTest, KeywordsOfACard) {
     EXPECT_EQ(VpdKeyword(card, "SN"), "S123");
     EXPECT_EQ(VpdKeyword(card, "EC"), "");
     EXPECT_EQ(VpdKeyword(card, "MN"), "");
-    EXPECT_EQ(VpdKeyword("\x78" + card, "PN"), ""); // behind the end
+    EXPECT_EQ(VpdKeyword("\x78" + card, "PN"), ""); // after the end tag
     for (std::size_t size = 0; size < card.size(); ++size) {
         const Text value = VpdKeyword(Text(card).substr(0, size), "SN");
         EXPECT_TRUE(Text("S123").starts_with(value)) << size;
     }
 }
 
-/// Each file that is read stands in the guide, with what it says.
+/// The README lists every file with its meaning.
 TEST(LinuxValuesTest, TheGuideNamesEveryFile) {
     std::ifstream file(LINUX_HOST_SOURCE "/README.md");
     const std::string guide{std::istreambuf_iterator<char>(file), {}};

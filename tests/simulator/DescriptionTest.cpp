@@ -1,4 +1,4 @@
-// What descriptions say: values, lists, templates, blobs.
+// Descriptions: values, lists, templates, blobs.
 #include "Fixture.h"
 
 #include <cstring>
@@ -187,7 +187,7 @@ TEST_F(Description, LengthsOfIdentifiersMayLie) {
         Json::parse(R"([{"WorldwideId": "01:02", "WorldwideIdLength": 255, "Repeat": 2}])");
     StartWith(host);
     EXPECT_EQ(Target()->pLunList->WorldwideIdLength, 255);
-    EXPECT_EQ(Target()->pLunList->pNext->WorldwideId[31], 1); // counted up inside the array
+    EXPECT_EQ(Target()->pLunList->pNext->WorldwideId[31], 1); // incremented within the array
 }
 
 TEST_F(Description, Templates) {
@@ -203,7 +203,7 @@ TEST_F(Description, Templates) {
          "Targets": [{"Use": "target"}]}
       ]}]}]})"));
     EXPECT_EQ(Port()->PortState, 3);
-    EXPECT_EQ(Port()->PortSpeed, 8U);               // of the later template
+    EXPECT_EQ(Port()->PortSpeed, 8U);               // from the later template
     EXPECT_EQ(Port()->ChipProperty.DeviceId, 1);    // merged
     EXPECT_EQ(Port()->ChipProperty.SubDeviceId, 3); // its own
     EXPECT_EQ(Target()->PortId[1], 2);

@@ -1,4 +1,4 @@
-// Failures on demand, the journal of calls, the chatter, and calls outside a session.
+// Fault injection, the journal, output of the library, and calls outside of a session.
 #include "AllCalls.h"
 
 #include <algorithm>

@@ -29,7 +29,7 @@ Simulated::Simulated() {
 }
 
 Simulated::~Simulated() {
-    unsetenv("VEXAPI_SIM_FAULTS"); // or the end itself could be made to fail
+    unsetenv("VEXAPI_SIM_FAULTS"); // a fault could make the end fail
     OutputOf([] { End(); });
     std::filesystem::remove_all(mFolder);
     for (const char* name : {"VEXAPI_SIM_HOST", "VEXAPI_SIM_REBOOT", "VEXAPI_SIM_STATE", "VEXAPI_SIM_JOURNAL"}) {
@@ -100,7 +100,7 @@ void Simulated::Forget() const {
 }
 
 std::string Simulated::OutputOf(const std::function<void()>& act) {
-    // The library must print through the C stream, whatever stream that is at the time.
+    // The library must print to the current C stream.
     char* text = nullptr;
     std::size_t size = 0;
     std::FILE* const saved = stdout;

@@ -1,5 +1,5 @@
 /// @file
-/// What the tests of the functions' answers share.
+/// Fixture of the tests of single functions.
 #pragma once
 
 #include "Fixture.h"
@@ -7,7 +7,7 @@
 /// Sessions on `SmallHost` and variations of it.
 class Functions : public Simulated {
 protected:
-    /// Starts on `SmallHost` with keys laid over its first port.
+    /// Starts with `SmallHost`, with keys added to its first port.
     void StartWith(const char* keys = "{}") {
         Json host = SmallHost();
         PortOf(host).update(Json::parse(keys));
@@ -15,7 +15,7 @@ protected:
         ASSERT_EQ(Start(), 0U) << mOutput;
     }
     static const _vexapi_adapter_t& Adapter() { return *VEXAPI_GetAdapterList()->pHead; }
-    /// The reboot question, asked as callers do.
+    /// Whether a reboot is required, queried as callers do.
     static VX_UINT32 RebootRequired() {
         VX_UINT32 required = 77;
         EXPECT_EQ(VEXAPI_IsRebootRequired(&required), 0U);

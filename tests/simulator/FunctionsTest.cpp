@@ -1,4 +1,4 @@
-// What the functions answer and change within one session: tree, flash, reports, settings.
+// The functions within one session: tree, flash, reports, settings.
 #include "Functions.h"
 
 #include <cstdlib>
@@ -43,7 +43,7 @@ TEST_F(Functions, FlashVersions) {
     EXPECT_EQ(std::memcmp(memo.Signature, "FMBS", 4), 0);
     EXPECT_EQ(memo.FamilyFw[2], 9);
     EXPECT_EQ(memo.Mbi[0], 10);
-    EXPECT_EQ(std::memcmp(memo.MbiBuildDate, "20240102OCLI", 12), 0); // the texts stand next to each other
+    EXPECT_EQ(std::memcmp(memo.MbiBuildDate, "20240102OCLI", 12), 0); // adjacent fields, without terminators
     EXPECT_EQ(memo.Year, 2024);
     EXPECT_EQ(memo.Second, 59);
     EXPECT_EQ(memo.ToolVersion[3], 4);
@@ -167,7 +167,7 @@ TEST_F(Functions, Personality) {
     EXPECT_EQ(VEXAPI_CheckRowanPersonalityChangeOption(Handle(1)), 1U);
     EXPECT_EQ(VEXAPI_ChangePersonalityType(Handle(0), 1), 0U);
     EXPECT_EQ(VEXAPI_GetPersonalityType(Handle(1), &personality), 0U);
-    EXPECT_EQ(personality, 1); // of the whole adapter
+    EXPECT_EQ(personality, 1); // applies to the whole adapter
     EXPECT_EQ(RebootRequired(), 1U);
 }
 
@@ -327,7 +327,7 @@ TEST_F(Functions, ChangesThatNeedNoReboot) {
     EXPECT_EQ(VEXAPI_UpdateHBAParameters(Handle(0), &parameters), 0U);
     EXPECT_EQ(RebootRequired(), 0U); // of the last change
     Restart();
-    EXPECT_EQ(RebootRequired(), 1U); // of any change that waits
+    EXPECT_EQ(RebootRequired(), 1U); // of any pending change
 }
 
 TEST_F(Functions, SavedNvramIsReadBack) {
@@ -402,7 +402,7 @@ TEST_F(Functions, BootSettingsAreWrittenAndNothingElse) {
 TEST_F(Functions, BootTargetsMustBeThere) {
     StartWith(R"({"Nvram": {"Alt1BootPortName": "50:00:00:00:00:00:00:99", "Alt1BootLunNumber": 3}})");
     _VEXAPI_HBAParameters settings = Nvram();
-    EXPECT_EQ(VEXAPI_SetBootDeviceInfo(Handle(), &settings), 0U); // an entry that was there may stay
+    EXPECT_EQ(VEXAPI_SetBootDeviceInfo(Handle(), &settings), 0U); // an existing entry is kept
     std::memcpy(settings.Alt3BootPortName, ARRAY_NAME, 8);
     settings.Alt3BootLunNumber = 1; // there are 0 and 300
     EXPECT_EQ(VEXAPI_SetBootDeviceInfo(Handle(), &settings), NO_SUCH_TARGET);
@@ -411,7 +411,7 @@ TEST_F(Functions, BootTargetsMustBeThere) {
     settings.Alt3BootPortName[7] = 9;
     EXPECT_EQ(VEXAPI_SetBootDeviceInfo(Handle(), &settings), NO_SUCH_TARGET);
     std::memset(settings.Alt3BootPortName, 0, 8);
-    EXPECT_EQ(VEXAPI_SetBootDeviceInfo(Handle(), &settings), 0U); // clears, whatever the LUN
+    EXPECT_EQ(VEXAPI_SetBootDeviceInfo(Handle(), &settings), 0U); // cleared, regardless of the LUN
 }
 
 TEST_F(Functions, NvmeBootEntries) {
@@ -431,7 +431,7 @@ TEST_F(Functions, NvmeBootEntries) {
     _VEXAPI_FcNVMeBootParams read{};
     EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(Handle(), &read), 0U);
     EXPECT_EQ(std::memcmp(read.BootEntry, boot.BootEntry, sizeof boot.BootEntry), 0);
-    EXPECT_STREQ(read.HostNQN, "nqn.host"); // the library's own
+    EXPECT_STREQ(read.HostNQN, "nqn.host"); // read-only
     entry.TargetNSID = 2;
     EXPECT_EQ(VEXAPI_SetNVMeBootDeviceEntries(Handle(), &boot), NO_SUCH_TARGET);
 }

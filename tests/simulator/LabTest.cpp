@@ -1,4 +1,4 @@
-// The lab host shows one of each kind.
+// The lab host has one of each kind.
 #include "Fixture.h"
 
 #include <algorithm>
@@ -135,13 +135,13 @@ TEST_F(Lab, HasTargetsOfEveryKind) {
                std::memcmp(target->SecPortId, target->PortId, 3) == 0;
     }));
     EXPECT_TRUE(AnyTarget([](const auto& target) { return target.ScmCongState == 1 && target.ScmThrottleState == 2; }));
-    std::map<std::string, int> behind;
+    std::map<std::string, int> paths;
     for (const auto* port : mPorts) {
         for (const auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
-            ++behind[std::string(reinterpret_cast<const char*>(target->PortName), 8)];
+            ++paths[std::string(reinterpret_cast<const char*>(target->PortName), 8)];
         }
     }
-    EXPECT_TRUE(std::any_of(behind.begin(), behind.end(), [](const auto& count) { return count.second > 1; }));
+    EXPECT_TRUE(std::any_of(paths.begin(), paths.end(), [](const auto& count) { return count.second > 1; }));
 }
 
 TEST_F(Lab, HasLunsOfEveryKind) {
@@ -216,7 +216,7 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
         if (size != 0) {
             EXPECT_EQ(vpd[0], 0x82);
             EXPECT_EQ(vpd[size - 1], 0x78);
-            // All bytes up to the checksum, itself included, add up to zero.
+            // The bytes up to and including the checksum add up to zero.
             unsigned sum = 0;
             std::size_t end = 3 + vpd[1];
             end += 3 + vpd[end + 1] + 256U * vpd[end + 2];
@@ -233,7 +233,7 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
         size = sizeof rdp;
         if (VEXAPI_DiagnosticsRDPTest(&port->PortHandle, rdp, &size) == 0) {
             ++payloads;
-            EXPECT_EQ(size, rdp[2] * 256U + rdp[3]); // the list length counts from the start
+            EXPECT_EQ(size, rdp[2] * 256U + rdp[3]); // the list length includes the header
         }
     }
     EXPECT_GE(dumps, 1);
@@ -241,7 +241,7 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
 }
 
 TEST_F(Lab, BootTargetsOfTheLabAreInSight) {
-    // What is set can be set again: the settings of every port are taken back as they are.
+    // The boot entries of every port refer to targets that the port sees.
     for (_vexapi_protocol_t* port : mPorts) {
         _VEXAPI_FcNVMeBootParams boot{};
         EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(&port->PortHandle, &boot), 0U);

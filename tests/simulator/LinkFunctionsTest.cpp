@@ -1,4 +1,4 @@
-// What the functions answer and change within one session: congestion, diagnostics, targets.
+// The functions within one session: congestion, diagnostics, targets.
 #include "Functions.h"
 
 #include <cstring>
@@ -19,14 +19,14 @@ TEST_F(Functions, CongestionStatisticsOfPortAndTargets) {
     EXPECT_EQ(list->pNext->LinkUncorFecCount, 18446744073709551615U);
     EXPECT_EQ(list->pNext->pNext, nullptr);
     EXPECT_EQ(VEXAPI_SANCongMgmtResetStatistics(Handle()), 0U);
-    EXPECT_EQ(list->pNext->AlarmCount, 4U); // the list is the caller's
+    EXPECT_EQ(list->pNext->AlarmCount, 4U); // the caller has a copy
     EXPECT_EQ(VEXAPI_FreeSCMRStatisticsList(list), 0U);
     ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(Handle(), &list), 0U);
     EXPECT_EQ(list->AlarmCount, 3U); // only targets are cleared
     EXPECT_EQ(list->pNext->AlarmCount, 0U);
     EXPECT_EQ(std::memcmp(list->pNext->WWPN, ARRAY_NAME, 8), 0);
     EXPECT_EQ(VEXAPI_FreeSCMRStatisticsList(list), 0U);
-    EXPECT_EQ(VEXAPI_SANCongMgmtResetStatistics(Handle(1)), 118U); // without the second generation
+    EXPECT_EQ(VEXAPI_SANCongMgmtResetStatistics(Handle(1)), 118U); // not second generation
 }
 
 TEST_F(Functions, CongestionStatisticsByDefault) {
@@ -68,7 +68,7 @@ TEST_F(Functions, LoopbackIterationByIteration) {
     EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(Handle(), &parameters).TestStatus, "Success");
     EXPECT_EQ(LastCall()["records"]["parameters"]["CustomData"], "01010101");
     EXPECT_EQ(VEXAPI_DiagnosticsLoopBackTest(Handle(), &parameters).CrcError, 3U);
-    EXPECT_EQ(VEXAPI_DiagnosticsLoopBackTest(Handle(), &parameters).CrcError, 3U); // the last one stays
+    EXPECT_EQ(VEXAPI_DiagnosticsLoopBackTest(Handle(), &parameters).CrcError, 3U); // the last one repeats
     EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(Handle(1), &parameters).TestStatus, "Success");
     Restart();
     EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(Handle(), &parameters).TestStatus, "Success");

@@ -1,4 +1,4 @@
-// Callers that break the rules of the interface.
+// Calls that break the rules of the interface.
 #include "AllCalls.h"
 
 #include <cstring>
@@ -23,7 +23,7 @@ protected:
     VX_PORT_HANDLE* mPort;
 };
 
-/// A record in which one byte isn't zero: the last one.
+/// A record that is zero except for its last byte.
 template <class Record> Record Dirty() {
     Record record{};
     reinterpret_cast<unsigned char*>(&record)[sizeof record - 1] = 1;

@@ -1,4 +1,4 @@
-// The README names every key of a port, and its example is a host.
+// The README documents every key of a port, and its example is valid.
 #include "Fixture.h"
 #include "description/Records.h"
 

@@ -5,14 +5,14 @@ namespace {
 
 struct Bad {
     const char* name;
-    const char* at;     ///< JSON pointer of what is replaced in `SmallHost`
-    const char* value;  ///< by this
-    const char* reason; ///< what the message ends with
+    const char* at;     ///< JSON pointer of the value that is replaced in `SmallHost`
+    const char* value;  ///< the replacement
+    const char* reason; ///< end of the message
 };
 
 class Refusals : public Simulated, public testing::WithParamInterface<Bad> {
 protected:
-    /// Everything must fail, and say why in one line on both streams.
+    /// Expects every call to fail, and the start to print one line to both streams.
     void ExpectRefused(const std::string& reason) {
         testing::internal::CaptureStderr();
         EXPECT_EQ(Start(), REFUSED) << reason;
@@ -23,7 +23,7 @@ protected:
         EXPECT_EQ(VEXAPI_SetToolID(11), REFUSED);
         EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 0);
         EXPECT_EQ(VEXAPI_Uninitialize(), REFUSED);
-        EXPECT_EQ(VEXAPI_SetToolID(11), CALLERS_MISTAKE); // over
+        EXPECT_EQ(VEXAPI_SetToolID(11), CALLERS_MISTAKE); // the session is over
     }
 };
 

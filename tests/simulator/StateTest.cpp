@@ -1,4 +1,4 @@
-// Changes that survive the process, and what becomes of state files that can't be used.
+// Persistent changes, and unusable state files.
 #include "Fixture.h"
 
 #include <cstdlib>
@@ -13,7 +13,7 @@ class State : public Simulated {
 protected:
     State() { Describe(SmallHost()); }
 
-    /// Runs `act` in a session of a process of its own and gives its result.
+    /// Runs `act` in a session in a child process and returns its result.
     int InSession(const std::function<int()>& act) {
         return InProcess([&] {
             if (VEXAPI_Initialize(0, 0) != 0) {
@@ -41,7 +41,7 @@ protected:
         parameters.FrameSize = size;
         return VEXAPI_UpdateHBAParameters(Handle(index), &parameters);
     }
-    /// Starts, expecting a line about the state file on both streams.
+    /// Starts and expects a line about the state file on both streams.
     void StartWithNote(const std::string& note) {
         testing::internal::CaptureStderr();
         ASSERT_EQ(Start(), 0U);
@@ -164,13 +164,12 @@ TEST_F(State, ARebootCarriesOutWhatWaitsForIt) {
         EXPECT_EQ(std::memcmp(out, "\1\x09\1\x09", 4), 0);
     };
     check();
-    Restart(); // and it stays so
+    Restart(); // persistent
     check();
 }
 
 TEST_F(State, ProcessesAtOnceLoseNothing) {
-    // Eight processes change the same port's beacon and each its own target speeds, settings and modes, all
-    // at the same time; each counts its changes in a field of its own.
+    // Eight processes change the speed of a target each, and the beacons, all at the same time.
     Json host = SmallHost();
     Json targets = Json::array();
     for (int i = 0; i < 8; ++i) {
@@ -203,7 +202,7 @@ TEST_F(State, ProcessesAtOnceLoseNothing) {
         }
     }
     close(gate[0]);
-    close(gate[1]); // all begin when the last writer has gone
+    close(gate[1]); // starts all children
     for (const pid_t child : children) {
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
@@ -217,7 +216,7 @@ TEST_F(State, ProcessesAtOnceLoseNothing) {
     }
     EXPECT_EQ(Beacon(0), 1U);
     EXPECT_EQ(Beacon(1), 1U);
-    // No half-written files stay behind.
+    // No temporary files are left.
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(Path("."))) {
         files += entry.path().filename().string().starts_with("state") ? 1 : 0;
@@ -236,7 +235,7 @@ TEST_F(State, ARunningSessionSeesTheChangesOfOthers) {
               0);
     const _vexapi_protocol_t* before = Port();
     EXPECT_EQ(Beacon(), 1U);
-    EXPECT_EQ(Port(), before); // the tree stays where it is
+    EXPECT_EQ(Port(), before); // the tree doesn't move
 }
 
 TEST_F(State, AnotherDescription) {
@@ -248,7 +247,7 @@ TEST_F(State, AnotherDescription) {
     EXPECT_EQ(FrameSize(), 2048U);
     EXPECT_EQ(VEXAPI_UpdateAdapterBeaconStatus(Handle(), 1), 0U);
     End();
-    ASSERT_EQ(Start(), 0U); // the state is this description's now
+    ASSERT_EQ(Start(), 0U); // the state now belongs to this description
     EXPECT_EQ(mOutput.find("another"), std::string::npos);
     EXPECT_EQ(Beacon(), 1U);
     End();
@@ -282,7 +281,7 @@ TEST_P(DamagedState, IsRefusedAndReplacedByTheNextChange) {
               0);
     File("state", GetParam().apply(TextOf(Path("state"))));
     StartWithNote("is refused");
-    EXPECT_EQ(FrameSize(), 2048U); // nothing of it is applied
+    EXPECT_EQ(FrameSize(), 2048U); // none of it is applied
     EXPECT_EQ(Beacon(), 0U);
     EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 1);
     testing::internal::CaptureStderr();
@@ -361,7 +360,7 @@ TEST_F(State, AStateThatIsAFolder) {
     EXPECT_EQ(FrameSize(), 2048U);
     for (const auto& entry : std::filesystem::directory_iterator(Path("."))) {
         EXPECT_FALSE(entry.path().filename().string().starts_with("state.") && entry.path().filename() != "state.lock")
-            << entry; // the attempt cleans up behind itself
+            << entry; // temporary files are removed
     }
 }
 
