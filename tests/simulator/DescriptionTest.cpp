@@ -9,7 +9,7 @@ class Description : public Simulated {
 protected:
     void StartWith(const Json& host) {
         Describe(host);
-        ASSERT_EQ(Start(), 0U) << mOutput;
+        ASSERT_EQ(Start(), 0U) << output;
     }
     static _tagVEXAPI_SDMTarget* Target() { return Port()->pTargetList; }
 };
@@ -218,7 +218,7 @@ TEST_F(Description, Blobs) {
     const auto imageOf = [&](const Json& blob) {
         PortOf(host)["Transceiver"] = blob;
         Describe(host);
-        EXPECT_EQ(Start(), 0U) << mOutput;
+        EXPECT_EQ(Start(), 0U) << output;
         _VEXAPI_SFP_DATA data{};
         EXPECT_EQ(VEXAPI_GetSFPData(Handle(), &data), 0U);
         End();
@@ -243,7 +243,7 @@ TEST_F(Description, Blobs) {
 
 TEST_F(Description, Comments) {
     DescribeText("// a host\n{\"Adapters\": [/* none */]}\n");
-    EXPECT_EQ(Start(), 0U) << mOutput;
+    EXPECT_EQ(Start(), 0U) << output;
 }
 
 TEST_F(Description, PortsWithoutFibreChannelNeedNoName) {

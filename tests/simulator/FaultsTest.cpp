@@ -163,7 +163,7 @@ TEST_P(RefusedFaults, StopsEverythingLoudly) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(Start(), REFUSED);
     EXPECT_NE(testing::internal::GetCapturedStderr().find(GetParam().reason), std::string::npos);
-    EXPECT_NE(mOutput.find(GetParam().reason), std::string::npos) << mOutput;
+    EXPECT_NE(output.find(GetParam().reason), std::string::npos) << output;
     EXPECT_EQ(VEXAPI_GetAdapterList(), nullptr);
     EXPECT_EQ(VEXAPI_SetToolID(11), REFUSED);
 }
@@ -222,7 +222,7 @@ TEST_F(Faults, AllCallsChatterButThoseThatCallersMakeOpenly) {
     }
     EXPECT_EQ(OutputOf([] { VEXAPI_Uninitialize(); }), "");
     EXPECT_EQ(Start(), 0U);
-    EXPECT_NE(mOutput, "");
+    EXPECT_NE(output, "");
 }
 
 TEST_F(Faults, MistakesAndDemandedFailuresOfSilentFunctionsAreSilentToo) {
@@ -237,10 +237,10 @@ TEST_F(Faults, MistakesAndDemandedFailuresOfSilentFunctionsAreSilentToo) {
 }
 
 TEST_F(Faults, TheHighDebugLevelTellsMore) {
-    const std::size_t quiet = mOutput.size() + OutputOf([] { VEXAPI_SetToolID(11); }).size();
+    const std::size_t quiet = output.size() + OutputOf([] { VEXAPI_SetToolID(11); }).size();
     End();
     EXPECT_EQ(Start(31), 0U);
-    EXPECT_GT(mOutput.size() + OutputOf([] { VEXAPI_SetToolID(11); }).size(), quiet);
+    EXPECT_GT(output.size() + OutputOf([] { VEXAPI_SetToolID(11); }).size(), quiet);
 }
 
 TEST_F(Faults, OutsideASessionEveryCallIsAMistake) {

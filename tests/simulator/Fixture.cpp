@@ -48,13 +48,13 @@ void Simulated::DescribeText(const std::string& text) const {
 
 VX_UINT32 Simulated::Start(VX_UINT32 debugLevel) {
     VX_UINT32 status = 0;
-    mOutput = OutputOf([&] { status = VEXAPI_Initialize(debugLevel, 0); });
+    output = OutputOf([&] { status = VEXAPI_Initialize(debugLevel, 0); });
     return status;
 }
 
 void Simulated::Restart() {
     End();
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
 }
 
 _vexapi_protocol_t* Simulated::Port(unsigned index) {

@@ -32,7 +32,7 @@ protected:
     void Describe(const Json& description) const { DescribeText(description.dump()); }
     void DescribeText(const std::string& text) const;
 
-    /// Starts the library and stores what it prints in `mOutput`.
+    /// Starts the library and stores what it prints in `output`.
     VX_UINT32 Start(VX_UINT32 debugLevel = 0);
     /// Ends it.
     static void End() { VEXAPI_Uninitialize(); }
@@ -56,7 +56,7 @@ protected:
     /// Runs `act` in a child process and returns its result, which must fit an exit status.
     static int InProcess(const std::function<int()>& act);
 
-    std::string mOutput; ///< of the last `Start`
+    std::string output; ///< of the last `Start`
 
 private:
     std::string mFolder;

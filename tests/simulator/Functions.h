@@ -12,7 +12,7 @@ protected:
         Json host = SmallHost();
         PortOf(host).update(Json::parse(keys));
         Describe(host);
-        ASSERT_EQ(Start(), 0U) << mOutput;
+        ASSERT_EQ(Start(), 0U) << output;
     }
     static const _vexapi_adapter_t& Adapter() { return *VEXAPI_GetAdapterList()->pHead; }
     /// Whether a reboot is required, queried as callers do.

@@ -228,7 +228,7 @@ TEST_F(Functions, TransceiverFirmwareThatDoesNotFit) {
     PortOf(host, 1)["Transceiver"] = "other";
     host["Adapters"][0]["PhyPorts"].push_back(Json::parse(R"({"Protocols": [{"WWPN": "21:00:00:24:ff:01:02:05"}]})"));
     Describe(host);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     const std::string image = File("sfp", "ORFC-IMAGE SFP B2\nVendor OPTIWAY\n");
     EXPECT_EQ(VEXAPI_SfpModuleFirmwareUpdate(Handle(0), image.c_str(), 2), 145U); // image of another vendor
     EXPECT_EQ(VEXAPI_SfpModuleFirmwareUpdate(Handle(1), image.c_str(), 2), 146U); // module of another vendor
@@ -480,7 +480,7 @@ TEST_F(Functions, PrivateStatisticsThatAreEmptyOrNull) {
     PortOf(host, 0)["FwPrivateStatistics"] = Json::array();
     PortOf(host, 1)["FwPrivateStatistics"] = nullptr;
     Describe(host);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     for (unsigned i = 0; i < 2; ++i) {
         _VEXAPI_FWPRIVATESTATSEntry* entries = nullptr;
         VX_UINT32 count = 9;

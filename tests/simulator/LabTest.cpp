@@ -12,20 +12,20 @@ namespace {
 class Lab : public Simulated {
 protected:
     Lab() {
-        EXPECT_EQ(Start(), 0U) << mOutput;
+        EXPECT_EQ(Start(), 0U) << output;
         for (auto* adapter = VEXAPI_GetAdapterList()->pHead; adapter != nullptr; adapter = adapter->pNext) {
-            mAdapters.push_back(adapter);
+            adapters.push_back(adapter);
         }
         try {
             for (unsigned i = 0;; ++i) {
-                mPorts.push_back(Port(i));
+                ports.push_back(Port(i));
             }
         } catch (const std::runtime_error&) {
         }
     }
     /// Whether any port has a property.
     bool Any(const std::function<bool(const _vexapi_protocol_t&)>& has) const {
-        return std::any_of(mPorts.begin(), mPorts.end(), [&](const auto* port) { return has(*port); });
+        return std::any_of(ports.begin(), ports.end(), [&](const auto* port) { return has(*port); });
     }
     /// Whether any target has a property.
     bool AnyTarget(const std::function<bool(const _tagVEXAPI_SDMTarget&)>& has) const {
@@ -48,8 +48,8 @@ protected:
             return false;
         });
     }
-    std::vector<_vexapi_adapter_t*> mAdapters;
-    std::vector<_vexapi_protocol_t*> mPorts;
+    std::vector<_vexapi_adapter_t*> adapters;
+    std::vector<_vexapi_protocol_t*> ports;
 };
 
 TEST_F(Lab, HasAChipOfEachFamily) {
@@ -62,8 +62,8 @@ TEST_F(Lab, HasAChipOfEachFamily) {
                                                                     {"Larch", {0x2261, 0x2A61, 0x2B61}},
                                                                     {"Alder", {0x2071, 0x2271, 0x2871, 0x2971}}};
     for (const auto& [name, devices] : families) {
-        EXPECT_TRUE(Any([&](const auto& port) {
-            return port.ChipProperty.VendorId == 0x1D0C && devices.contains(port.ChipProperty.DeviceId);
+        EXPECT_TRUE(Any([&ids = devices](const auto& port) {
+            return port.ChipProperty.VendorId == 0x1D0C && ids.contains(port.ChipProperty.DeviceId);
         })) << name;
     }
     const auto isChip = [&](VX_UINT16 device, VX_UINT16 subVendor, VX_UINT16 subDevice) {
@@ -77,12 +77,12 @@ TEST_F(Lab, HasAChipOfEachFamily) {
     EXPECT_TRUE(isChip(0x2031, 0x103C, 0x1939)) << "Maple";
     EXPECT_TRUE(isChip(0x2031, 0x103C, 0x8002)) << "Cedar";
     EXPECT_TRUE(isChip(0x2261, 0x1D0C, 0x2B9)) << "mezzanine at 32 Gbps";
-    EXPECT_GE(mAdapters.size(), 8U);
+    EXPECT_GE(adapters.size(), 8U);
 }
 
 TEST_F(Lab, NamesReadLikeRealOnesAndDiffer) {
     std::set<std::string> seen;
-    for (const _vexapi_adapter_t* adapter : mAdapters) {
+    for (const _vexapi_adapter_t* adapter : adapters) {
         const std::string model = adapter->Model;
         const std::string serial = adapter->SerialNumber;
         EXPECT_EQ((model + serial).find('_'), std::string::npos);
@@ -107,7 +107,7 @@ TEST_F(Lab, HasPortsOfEveryKind) {
         EXPECT_TRUE(Any([&](const auto& port) { return port.ProtocolType == protocol; })) << protocol;
     }
     int mezzanines = 0;
-    for (_vexapi_protocol_t* port : mPorts) {
+    for (_vexapi_protocol_t* port : ports) {
         VX_UINT8 flag = 0;
         EXPECT_EQ(VEXAPI_IsMezzAdapter(&port->PortHandle, &flag), 0U);
         mezzanines += flag;
@@ -136,7 +136,7 @@ TEST_F(Lab, HasTargetsOfEveryKind) {
     }));
     EXPECT_TRUE(AnyTarget([](const auto& target) { return target.ScmCongState == 1 && target.ScmThrottleState == 2; }));
     std::map<std::string, int> paths;
-    for (const auto* port : mPorts) {
+    for (const auto* port : ports) {
         for (const auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
             ++paths[std::string(reinterpret_cast<const char*>(target->PortName), 8)];
         }
@@ -153,13 +153,11 @@ TEST_F(Lab, HasLunsOfEveryKind) {
 }
 
 TEST_F(Lab, HasCongestionOfBothGenerations) {
-    constexpr VX_UINT32 first = 1U << 23;
+    constexpr VX_UINT32 FIRST = 1U << 23;
     constexpr VX_UINT32 SECOND = 1U << 26;
-    EXPECT_TRUE(Any([SECOND](const auto& port) { return (port.FeatureFlags & (first | SECOND)) == first; }));
-    EXPECT_TRUE(
-        Any([SECOND](const auto& port) { return (port.FeatureFlags & SECOND) != 0 && port.ScmCongState == 0; }));
-    EXPECT_TRUE(
-        Any([SECOND](const auto& port) { return (port.FeatureFlags & SECOND) != 0 && port.ScmCongState == 1; }));
+    EXPECT_TRUE(Any([](const auto& port) { return (port.FeatureFlags & (FIRST | SECOND)) == FIRST; }));
+    EXPECT_TRUE(Any([](const auto& port) { return (port.FeatureFlags & SECOND) != 0 && port.ScmCongState == 0; }));
+    EXPECT_TRUE(Any([](const auto& port) { return (port.FeatureFlags & SECOND) != 0 && port.ScmCongState == 1; }));
     EXPECT_TRUE(Any([](const auto& port) { return port.ScmThrottleState == 2; }));
     EXPECT_TRUE(Any([](const auto& port) { return port.ScmVirtualLaneState == 1; }));
     EXPECT_TRUE(Any([](const auto& port) { return port.ScmFabricFlags == 3; }));
@@ -174,7 +172,7 @@ TEST_F(Lab, HasTransceiversOfEveryKind) {
     bool qsfp28 = false;
     bool external = false;
     bool bad = false;
-    for (_vexapi_protocol_t* port : mPorts) {
+    for (_vexapi_protocol_t* port : ports) {
         _VEXAPI_SFP_DATA image{};
         EXPECT_EQ(VEXAPI_GetSFPData(&port->PortHandle, &image), 0U);
         const VX_UINT8* bytes = image.Data;
@@ -207,7 +205,7 @@ TEST_F(Lab, HasTransceiversOfEveryKind) {
 TEST_F(Lab, HasBlobsThatHoldTogether) {
     int dumps = 0;
     int payloads = 0;
-    for (_vexapi_protocol_t* port : mPorts) {
+    for (_vexapi_protocol_t* port : ports) {
         VX_UINT32 word = 0;
         std::memcpy(&word, port->PortHandle.opaque + 4, 4);
         unsigned char vpd[1024] = {};
@@ -242,7 +240,7 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
 
 TEST_F(Lab, BootTargetsOfTheLabAreInSight) {
     // The boot entries of every port refer to targets that the port sees.
-    for (_vexapi_protocol_t* port : mPorts) {
+    for (_vexapi_protocol_t* port : ports) {
         _VEXAPI_FcNVMeBootParams boot{};
         EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(&port->PortHandle, &boot), 0U);
         for (const VX_NVME_BOOT_ENTRY& entry : boot.BootEntry) {

@@ -185,7 +185,7 @@ TEST_F(Functions, DiagnosticPortTestNeedsSpeedAndAPortOfItsOwn) {
     PortOf(host, 0).update(Json::parse(R"({"DPortMode": 1, "PortSpeed": 16})"));
     PortOf(host, 1).update(Json::parse(R"({"DPortMode": 1, "PortInterfaceType": 3})"));
     Describe(host);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     _VEXAPI_DiagnosticsDPortResult in{};
     EXPECT_EQ(VEXAPI_DiagnosticDPortTestV2(Handle(0), &in), 131U);
     EXPECT_EQ(VEXAPI_DiagnosticDPortTestV2(Handle(1), &in), 29U);
@@ -209,7 +209,7 @@ TEST_F(Functions, LinkSpeedOfTargets) {
     PortOf(host)["Targets"][1]["LinkSpeed"] = 8;
     PortOf(host)["Targets"][1]["TargetNumber"] = 42;
     Describe(host);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     VX_UINT32 speed = 0;
     EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(Handle(), 0, &speed), 0U);
     EXPECT_EQ(speed, 50U); // the port's
@@ -226,7 +226,7 @@ TEST_F(Functions, StatisticsOfTargets) {
     Json host = SmallHost();
     PortOf(host)["Targets"][0]["Statistics"] = {{"LinkFailureCount", 1}, {"LinkDevSpecCount", 17}};
     Describe(host);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     VX_PORT_SELECTOR selector{2, {}};
     std::memcpy(selector.PortName, ARRAY_NAME, 8);
     __STATISTICS statistics{};

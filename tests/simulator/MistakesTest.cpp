@@ -11,7 +11,7 @@ protected:
     Mistakes() {
         Describe(SmallHost());
         EXPECT_EQ(Start(), 0U);
-        mPort = Handle();
+        port = Handle();
     }
     /// Expects a failing status and a journal line with the reason.
     void ExpectMistake(VX_UINT32 status, const std::string& reason) const {
@@ -20,7 +20,7 @@ protected:
         EXPECT_EQ(line.value("mistake", ""), reason);
         EXPECT_EQ(line["status"], CALLERS_MISTAKE);
     }
-    VX_PORT_HANDLE* mPort;
+    VX_PORT_HANDLE* port;
 };
 
 /// A record that is zero except for its last byte.
@@ -32,10 +32,10 @@ template <class Record> Record Dirty() {
 
 TEST_F(Mistakes, Handles) {
     CallArguments with{nullptr, 0, Path(".")};
-    VX_PORT_HANDLE bent = *mPort;
+    VX_PORT_HANDLE bent = *port;
     bent.opaque[9] ^= 1; // the check word
     VX_PORT_HANDLE blank{};
-    VX_PORT_HANDLE foreign = *mPort;
+    VX_PORT_HANDLE foreign = *port;
     foreign.opaque[0] = 'x';
     const std::set<std::string> withoutPort = {"VEXAPI_SetToolID",        "VEXAPI_SetToolVersion",
                                                "VEXAPI_GetAdapterList",   "VEXAPI_IsRebootRequired",
@@ -81,63 +81,63 @@ TEST_F(Mistakes, NullPointers) {
     const char* name = "50:06:0e:80:00:00:00:01";
 
     ExpectMistake(VEXAPI_IsRebootRequired(nullptr), "required is null");
-    ExpectMistake(VEXAPI_GetFlashComponentVersion(mPort, nullptr), "versions is null");
-    ExpectMistake(VEXAPI_GetAdapterFlashMemoBlock(mPort, nullptr), "block is null");
-    ExpectMistake(VEXAPI_doOptionROMUpdate(mPort, nullptr, 0), "path is null");
-    ExpectMistake(VEXAPI_UpdateSpecificFlashRegionFromFile(mPort, nullptr), "path is null");
-    ExpectMistake(VEXAPI_UpdateAdapterFirmwareTableFromFile(mPort, nullptr), "path is null");
-    ExpectMistake(VEXAPI_UpdateAdapterPEPCfgFromFile(mPort, nullptr), "path is null");
-    ExpectMistake(VEXAPI_GetPersonalityType(mPort, nullptr), "personality is null");
-    ExpectMistake(VEXAPI_UpdateAdapterNVRAMFromFile(mPort, nullptr), "path is null");
-    ExpectMistake(VEXAPI_GetAdapterAsicBoardTemperature(mPort, nullptr), "temperature is null");
-    ExpectMistake(VEXAPI_GetLockdownStatus(mPort, nullptr), "lockdown is null");
-    ExpectMistake(VEXAPI_GetSFPData(mPort, nullptr), "buffer is null");
-    ExpectMistake(VEXAPI_SfpModuleFirmwareUpdate(mPort, nullptr, 2), "path is null");
+    ExpectMistake(VEXAPI_GetFlashComponentVersion(port, nullptr), "versions is null");
+    ExpectMistake(VEXAPI_GetAdapterFlashMemoBlock(port, nullptr), "block is null");
+    ExpectMistake(VEXAPI_doOptionROMUpdate(port, nullptr, 0), "path is null");
+    ExpectMistake(VEXAPI_UpdateSpecificFlashRegionFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_UpdateAdapterFirmwareTableFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_UpdateAdapterPEPCfgFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_GetPersonalityType(port, nullptr), "personality is null");
+    ExpectMistake(VEXAPI_UpdateAdapterNVRAMFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_GetAdapterAsicBoardTemperature(port, nullptr), "temperature is null");
+    ExpectMistake(VEXAPI_GetLockdownStatus(port, nullptr), "lockdown is null");
+    ExpectMistake(VEXAPI_GetSFPData(port, nullptr), "buffer is null");
+    ExpectMistake(VEXAPI_SfpModuleFirmwareUpdate(port, nullptr, 2), "path is null");
     ExpectMistake(VEXAPI_GetVpd(word, 0, nullptr, &vpdSize), "buffer is null");
     ExpectMistake(VEXAPI_GetVpd(word, 0, text, nullptr), "size is null");
     ExpectMistake(VEXAPI_SDGetFwDump2(word, 0, nullptr, &number), "dump is null");
     ExpectMistake(VEXAPI_SDGetFwDump2(word, 0, &dump, nullptr), "size is null");
-    ExpectMistake(VEXAPI_IsMezzAdapter(mPort, nullptr), "flag is null");
-    ExpectMistake(VEXAPI_GetAdapterBeaconStatus(mPort, nullptr), "state is null");
-    ExpectMistake(VEXAPI_GetHBAParamsInfo(mPort, &nvram, nullptr), "auxiliary is null");
+    ExpectMistake(VEXAPI_IsMezzAdapter(port, nullptr), "flag is null");
+    ExpectMistake(VEXAPI_GetAdapterBeaconStatus(port, nullptr), "state is null");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, &nvram, nullptr), "auxiliary is null");
     VX_HBA_AUX auxiliary{};
-    ExpectMistake(VEXAPI_GetHBAParamsInfo(mPort, nullptr, &auxiliary), "parameters is null");
-    ExpectMistake(VEXAPI_UpdateHBAParameters(mPort, nullptr), "parameters is null");
-    ExpectMistake(VEXAPI_SaveSingleAdapterNVRAMToFile(mPort, nullptr), "path is null");
-    ExpectMistake(VEXAPI_GetBootDeviceInfo(mPort, nullptr, nullptr), "parameters is null");
-    ExpectMistake(VEXAPI_SetBootDeviceInfo(mPort, nullptr), "parameters is null");
-    ExpectMistake(VEXAPI_GetNVMeBootDeviceEntries(mPort, nullptr), "parameters is null");
-    ExpectMistake(VEXAPI_SetNVMeBootDeviceEntries(mPort, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, nullptr, &auxiliary), "parameters is null");
+    ExpectMistake(VEXAPI_UpdateHBAParameters(port, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_SaveSingleAdapterNVRAMToFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_GetBootDeviceInfo(port, nullptr, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_SetBootDeviceInfo(port, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_GetNVMeBootDeviceEntries(port, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_SetNVMeBootDeviceEntries(port, nullptr), "parameters is null");
     VX_UINT8* const b = bytes;
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, nullptr, b, b, b, text, 64), "status is null");
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, b, nullptr, b, b, text, 64), "configured is null");
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, b, b, nullptr, b, text, 64), "state is null");
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, b, b, b, nullptr, text, 64), "negotiated is null");
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, b, b, b, b, nullptr, 64), "reason is null");
-    ExpectMistake(VEXAPI_FCGetFECSupportInfo(mPort, nullptr), "status is null");
-    ExpectMistake(VEXAPI_GetFWPrivateStats(mPort, nullptr, &number), "entries is null");
-    ExpectMistake(VEXAPI_GetFWPrivateStats(mPort, &entries, nullptr), "count is null");
-    ExpectMistake(VEXAPI_IsFWCMFeatureEnabled(mPort, nullptr), "enabled is null");
-    ExpectMistake(VEXAPI_GetSCMRStatisticsList(mPort, nullptr), "list is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, nullptr, b, b, b, text, 64), "status is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, nullptr, b, b, text, 64), "configured is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, nullptr, b, text, 64), "state is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, nullptr, text, 64), "negotiated is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, b, nullptr, 64), "reason is null");
+    ExpectMistake(VEXAPI_FCGetFECSupportInfo(port, nullptr), "status is null");
+    ExpectMistake(VEXAPI_GetFWPrivateStats(port, nullptr, &number), "entries is null");
+    ExpectMistake(VEXAPI_GetFWPrivateStats(port, &entries, nullptr), "count is null");
+    ExpectMistake(VEXAPI_IsFWCMFeatureEnabled(port, nullptr), "enabled is null");
+    ExpectMistake(VEXAPI_GetSCMRStatisticsList(port, nullptr), "list is null");
     ExpectMistake(VEXAPI_FreeSCMRStatisticsList(nullptr), "list is null");
-    ExpectMistake(VEXAPI_GetSCMRProfile(mPort, nullptr), "profile is null");
-    ExpectMistake(VEXAPI_SetSCMRProfile(mPort, nullptr), "profile is null");
-    EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(mPort, nullptr).TestStatus, "Failed, status 0x200000FF");
+    ExpectMistake(VEXAPI_GetSCMRProfile(port, nullptr), "profile is null");
+    ExpectMistake(VEXAPI_SetSCMRProfile(port, nullptr), "profile is null");
+    EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(port, nullptr).TestStatus, "Failed, status 0x200000FF");
     EXPECT_EQ(LastCall()["mistake"], "parameters is null");
-    EXPECT_EQ(VEXAPI_DiagnosticsReadWriteBufferTest(mPort, nullptr), nullptr);
+    EXPECT_EQ(VEXAPI_DiagnosticsReadWriteBufferTest(port, nullptr), nullptr);
     EXPECT_EQ(LastCall()["mistake"], "parameters is null");
     ExpectMistake(VEXAPI_FreeRWBufferTestResultList(nullptr), "list is null");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, nullptr, 1, 0, &number, text, 256), "name is null");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 1, 0, nullptr, text, 256), "output is null");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 1, 0, &number, nullptr, 256), "buffer is null");
-    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(mPort, name, 1, 0, 2, nullptr), "result is null");
-    ExpectMistake(VEXAPI_DiagnosticsCTCommand(mPort, nullptr, 1, 0, &number, text, 256, 1), "name is null");
-    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(mPort, nullptr).Mbx1, 0x4005);
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, nullptr, 1, 0, &number, text, 256), "name is null");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, nullptr, text, 256), "output is null");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, nullptr, 256), "buffer is null");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 1, 0, 2, nullptr), "result is null");
+    ExpectMistake(VEXAPI_DiagnosticsCTCommand(port, nullptr, 1, 0, &number, text, 256, 1), "name is null");
+    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(port, nullptr).Mbx1, 0x4005);
     EXPECT_EQ(LastCall()["mistake"], "result is null");
-    ExpectMistake(VEXAPI_DiagnosticDPortTestV2(mPort, nullptr), "result is null");
-    ExpectMistake(VEXAPI_DiagnosticsRDPTest(mPort, nullptr, &rdpSize), "buffer is null");
-    ExpectMistake(VEXAPI_DiagnosticsRDPTest(mPort, text, nullptr), "size is null");
-    ExpectMistake(VEXAPI_GetTargetLinkSpeed(mPort, 0, nullptr), "speed is null");
+    ExpectMistake(VEXAPI_DiagnosticDPortTestV2(port, nullptr), "result is null");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, nullptr, &rdpSize), "buffer is null");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, text, nullptr), "size is null");
+    ExpectMistake(VEXAPI_GetTargetLinkSpeed(port, 0, nullptr), "speed is null");
     ExpectMistake(VEXAPI_GetPortStatisticsFC(word, 0, nullptr, &statistics), "selector is null");
     VX_PORT_SELECTOR selector{2, {}};
     ExpectMistake(VEXAPI_GetPortStatisticsFC(word, 0, &selector, nullptr), "statistics is null");
@@ -145,7 +145,7 @@ TEST_F(Mistakes, NullPointers) {
 
 TEST_F(Mistakes, RecordsThatAreNotCleared) {
     const auto each = [&](auto function, auto record, const char* name) {
-        ExpectMistake(function(mPort, &record), std::string(name) + " isn't cleared");
+        ExpectMistake(function(port, &record), std::string(name) + " isn't cleared");
     };
     each(VEXAPI_GetFlashComponentVersion, Dirty<_VEXAPI_FlashComponentVersion>(), "versions");
     each(VEXAPI_GetAdapterFlashMemoBlock, Dirty<VX_SFlashMemoBlock>(), "block");
@@ -161,12 +161,12 @@ TEST_F(Mistakes, RecordsThatAreNotCleared) {
     _VEXAPI_HBAParameters nvram{};
     auto dirtyAuxiliary = Dirty<VX_HBA_AUX>();
     VX_HBA_AUX auxiliary{};
-    ExpectMistake(VEXAPI_GetHBAParamsInfo(mPort, &dirtyNvram, &auxiliary), "parameters isn't cleared");
-    ExpectMistake(VEXAPI_GetHBAParamsInfo(mPort, &nvram, &dirtyAuxiliary), "auxiliary isn't cleared");
-    ExpectMistake(VEXAPI_GetBootDeviceInfo(mPort, &dirtyNvram, nullptr), "parameters isn't cleared");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, &dirtyNvram, &auxiliary), "parameters isn't cleared");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, &nvram, &dirtyAuxiliary), "auxiliary isn't cleared");
+    ExpectMistake(VEXAPI_GetBootDeviceInfo(port, &dirtyNvram, nullptr), "parameters isn't cleared");
 
     auto dPort = Dirty<_VEXAPI_DiagnosticsDPortResult>();
-    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(mPort, &dPort).Mbx1, 0x4005);
+    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(port, &dPort).Mbx1, 0x4005);
     EXPECT_EQ(LastCall()["mistake"], "result isn't cleared");
 
     char buffer[1024] = {};
@@ -180,17 +180,16 @@ TEST_F(Mistakes, RecordsThatAreNotCleared) {
     number = 1;
     ExpectMistake(VEXAPI_SDGetFwDump2(Word(), 0, &dump, &number), "size isn't cleared");
     VX_UINT8 b[4] = {};
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, b, b, b, b, buffer + 960, 64), "reason isn't cleared");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, b, buffer + 960, 64), "reason isn't cleared");
     const char* name = "50:06:0e:80:00:00:00:01";
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 1, 0, &number, buffer, 256), "output isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, buffer, 256), "output isn't cleared");
     number = 0;
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 1, 0, &number, buffer + 768, 256), "buffer isn't cleared");
-    ExpectMistake(VEXAPI_DiagnosticsCTCommand(mPort, name, 1, 0, &number, buffer + 768, 256, 1),
-                  "buffer isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, buffer + 768, 256), "buffer isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsCTCommand(port, name, 1, 0, &number, buffer + 768, 256, 1), "buffer isn't cleared");
     auto echo = Dirty<_VEXAPI_ECHO_RESULTS>();
-    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(mPort, name, 1, 0, 2, &echo), "result isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 1, 0, 2, &echo), "result isn't cleared");
     size = 508;
-    ExpectMistake(VEXAPI_DiagnosticsRDPTest(mPort, buffer + 516, &size), "buffer isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, buffer + 516, &size), "buffer isn't cleared");
     auto statistics = Dirty<__STATISTICS>();
     VX_PORT_SELECTOR selector{2, {}};
     ExpectMistake(VEXAPI_GetPortStatisticsFC(Word(), 0, &selector, &statistics), "statistics isn't cleared");
@@ -208,37 +207,36 @@ TEST_F(Mistakes, FixedArguments) {
     __STATISTICS statistics{};
     VX_PORT_SELECTOR selector{1, {}};
 
-    ExpectMistake(VEXAPI_doOptionROMUpdate(mPort, "/none", 1), "reserved may not be 1");
-    ExpectMistake(VEXAPI_ChangePersonalityType(mPort, 2), "personality may not be 2");
-    ExpectMistake(VEXAPI_SfpModuleFirmwareUpdate(mPort, "/none", 1), "option may not be 1");
+    ExpectMistake(VEXAPI_doOptionROMUpdate(port, "/none", 1), "reserved may not be 1");
+    ExpectMistake(VEXAPI_ChangePersonalityType(port, 2), "personality may not be 2");
+    ExpectMistake(VEXAPI_SfpModuleFirmwareUpdate(port, "/none", 1), "option may not be 1");
     ExpectMistake(VEXAPI_GetVpd(Word(), 1, buffer, &size), "reserved may not be 1");
     ExpectMistake(VEXAPI_GetVpd(Word(), 0, buffer, &size), "size may not be 1023");
     ExpectMistake(VEXAPI_SDGetFwDump2(Word(), 1, &dump, &number), "reserved may not be 1");
-    ExpectMistake(VEXAPI_UpdateAdapterBeaconStatus(mPort, 2), "state may not be 2");
+    ExpectMistake(VEXAPI_UpdateAdapterBeaconStatus(port, 2), "state may not be 2");
     ExpectMistake(VEXAPI_SetBfsConfigMode(3), "mode may not be 3");
-    ExpectMistake(VEXAPI_GetBootDeviceInfo(mPort, &nvram, buffer), "reserved isn't null");
-    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(mPort, b, b, b, b, buffer, 63), "reasonSize may not be 63");
-    ExpectMistake(VEXAPI_FCSetBBCSupportInfo(mPort, 2, 0), "status may not be 2");
-    ExpectMistake(VEXAPI_FCSetBBCSupportInfo(mPort, 1, 16), "configured may not be above 15");
-    ExpectMistake(VEXAPI_FCSetFECSupportInfo(mPort, 2), "status may not be 2");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 0, 0, &number, buffer, 256), "count must be 1 to 65535");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 65536, 0, &number, buffer, 256),
-                  "count must be 1 to 65535");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 1, 2, &number, buffer, 256), "stopOnError may not be 2");
-    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, name, 1, 0, &number, buffer, 255), "size may not be 255");
+    ExpectMistake(VEXAPI_GetBootDeviceInfo(port, &nvram, buffer), "reserved isn't null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, b, buffer, 63), "reasonSize may not be 63");
+    ExpectMistake(VEXAPI_FCSetBBCSupportInfo(port, 2, 0), "status may not be 2");
+    ExpectMistake(VEXAPI_FCSetBBCSupportInfo(port, 1, 16), "configured may not be above 15");
+    ExpectMistake(VEXAPI_FCSetFECSupportInfo(port, 2), "status may not be 2");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 0, 0, &number, buffer, 256), "count must be 1 to 65535");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 65536, 0, &number, buffer, 256), "count must be 1 to 65535");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 2, &number, buffer, 256), "stopOnError may not be 2");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, buffer, 255), "size may not be 255");
     for (const char* bad : {"", "50:06:0e:80:00:00:00", "50:06:0e:80:00:00:00:0g", "50-06-0e-80-00-00-00-01",
                             "50:06:0e:80:00:00:00:01:02", "5:006:0e:80:00:00:00:01"}) {
-        ExpectMistake(VEXAPI_DiagnosticsFCPingTest(mPort, bad, 1, 0, &number, buffer, 256),
+        ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, bad, 1, 0, &number, buffer, 256),
                       "name isn't of the form xx:xx:xx:xx:xx:xx:xx:xx");
     }
-    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(mPort, name, 2, 0, 2, &echo), "count may not be 2");
-    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(mPort, name, 1, 0, 1, &echo), "destinationType may not be 1");
-    ExpectMistake(VEXAPI_DiagnosticsCTCommand(mPort, name, 1, 0, &number, buffer, 256, 3), "testType may not be 3");
-    ExpectMistake(VEXAPI_ConfigureAdapterDPortSettings(mPort, 2, 0), "enable may not be 2");
-    ExpectMistake(VEXAPI_ConfigureAdapterDPortSettings(mPort, 1, 1), "reserved may not be 1");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 2, 0, 2, &echo), "count may not be 2");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 1, 0, 1, &echo), "destinationType may not be 1");
+    ExpectMistake(VEXAPI_DiagnosticsCTCommand(port, name, 1, 0, &number, buffer, 256, 3), "testType may not be 3");
+    ExpectMistake(VEXAPI_ConfigureAdapterDPortSettings(port, 2, 0), "enable may not be 2");
+    ExpectMistake(VEXAPI_ConfigureAdapterDPortSettings(port, 1, 1), "reserved may not be 1");
     size = 507;
-    ExpectMistake(VEXAPI_DiagnosticsRDPTest(mPort, buffer, &size), "size may not be 507");
-    ExpectMistake(VEXAPI_SetTargetLinkSpeed(mPort, 0, 3), "speed may not be 3");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, buffer, &size), "size may not be 507");
+    ExpectMistake(VEXAPI_SetTargetLinkSpeed(port, 0, 3), "speed may not be 3");
     ExpectMistake(VEXAPI_GetPortStatisticsFC(Word(), 1, &selector, &statistics), "reserved may not be 1");
     ExpectMistake(VEXAPI_GetPortStatisticsFC(Word(), 0, &selector, &statistics), "SelectorType may not be 1");
 }
@@ -253,13 +251,13 @@ TEST_F(Mistakes, Start) {
 
 TEST_F(Mistakes, ListsReleasedTwiceOrByTheWrongFunction) {
     _VEXAPI_SANCONGTMGMTV2* list = nullptr;
-    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(mPort, &list), 0U);
+    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(port, &list), 0U);
     const std::string reason = "the list is none that the library gave, or was released already";
     ExpectMistake(VEXAPI_FreeSCMRStatisticsList(list->pNext), reason); // not the head
     EXPECT_EQ(VEXAPI_FreeSCMRStatisticsList(list), 0U);
     ExpectMistake(VEXAPI_FreeSCMRStatisticsList(list), reason);
     DiagTestParams parameters{};
-    auto* results = VEXAPI_DiagnosticsReadWriteBufferTest(mPort, &parameters);
+    auto* results = VEXAPI_DiagnosticsReadWriteBufferTest(port, &parameters);
     ASSERT_NE(results, nullptr);
     EXPECT_EQ(VEXAPI_FreeRWBufferTestResultList(results), 0U);
     ExpectMistake(VEXAPI_FreeRWBufferTestResultList(results), reason);
@@ -267,9 +265,9 @@ TEST_F(Mistakes, ListsReleasedTwiceOrByTheWrongFunction) {
 
 TEST_F(Mistakes, ListsThatAreNeverReleased) {
     _VEXAPI_SANCONGTMGMTV2* list = nullptr;
-    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(mPort, &list), 0U);
+    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(port, &list), 0U);
     DiagTestParams parameters{};
-    ASSERT_NE(VEXAPI_DiagnosticsReadWriteBufferTest(mPort, &parameters), nullptr);
+    ASSERT_NE(VEXAPI_DiagnosticsReadWriteBufferTest(port, &parameters), nullptr);
     Forget();
     EXPECT_EQ(VEXAPI_Uninitialize(), 0U);
     const std::vector<Json> lines = Journal();

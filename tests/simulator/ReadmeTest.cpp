@@ -32,7 +32,7 @@ TEST_F(ReadmeExample, IsAHost) {
     ASSERT_NE(begin, std::string::npos);
     File("sfp.hex", "03\n");
     DescribeText(Readme().substr(begin, finish - begin));
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     EXPECT_EQ(Port()->pTargetList->LunCount, 300U);
 }
 

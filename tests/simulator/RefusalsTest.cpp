@@ -18,7 +18,7 @@ protected:
         EXPECT_EQ(Start(), REFUSED) << reason;
         const std::string line = "vexapi simulator: the description is refused: " + Path("host.json") + ": " + reason;
         EXPECT_EQ(testing::internal::GetCapturedStderr(), line + "\n");
-        EXPECT_TRUE(mOutput.starts_with(line + "\n")) << mOutput;
+        EXPECT_TRUE(output.starts_with(line + "\n")) << output;
         EXPECT_EQ(VEXAPI_GetAdapterList(), nullptr);
         EXPECT_EQ(VEXAPI_SetToolID(11), REFUSED);
         EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 0);
@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(Refusals, TheHostItselfIsGood) {
     Describe(SmallHost());
-    EXPECT_EQ(Start(), 0U) << mOutput;
+    EXPECT_EQ(Start(), 0U) << output;
 }
 
 TEST_F(Refusals, TemplatesInACircle) {
@@ -185,7 +185,7 @@ TEST_F(Refusals, NestedTooDeep) {
 TEST_F(Refusals, NoJson) {
     DescribeText("{\"Adapters\": [}");
     EXPECT_EQ(Start(), REFUSED);
-    EXPECT_NE(mOutput.find("/: is no JSON: parse error at line 1, column 15"), std::string::npos) << mOutput;
+    EXPECT_NE(output.find("/: is no JSON: parse error at line 1, column 15"), std::string::npos) << output;
 }
 
 TEST_F(Refusals, EveryTruncation) {

@@ -46,7 +46,7 @@ protected:
         testing::internal::CaptureStderr();
         ASSERT_EQ(Start(), 0U);
         EXPECT_NE(testing::internal::GetCapturedStderr().find(note), std::string::npos);
-        EXPECT_NE(mOutput.find(note), std::string::npos) << mOutput;
+        EXPECT_NE(output.find(note), std::string::npos) << output;
     }
 };
 
@@ -80,7 +80,7 @@ TEST_F(State, EveryChangeIsFoundByTheNextProcess) {
                   return failed == 0 ? 0 : 1;
               }),
               0);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     EXPECT_EQ(FrameSize(), 512U);
     EXPECT_EQ(Beacon(), 1U);
     EXPECT_EQ(Beacon(1), 0U);
@@ -208,7 +208,7 @@ TEST_F(State, ProcessesAtOnceLoseNothing) {
         ASSERT_EQ(waitpid(child, &status, 0), child);
         EXPECT_EQ(status, 0);
     }
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     for (VX_UINT16 i = 0; i < 8; ++i) {
         VX_UINT32 speed = 0;
         EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(Handle(), i, &speed), 0U);
@@ -248,7 +248,7 @@ TEST_F(State, AnotherDescription) {
     EXPECT_EQ(VEXAPI_UpdateAdapterBeaconStatus(Handle(), 1), 0U);
     End();
     ASSERT_EQ(Start(), 0U); // the state now belongs to this description
-    EXPECT_EQ(mOutput.find("another"), std::string::npos);
+    EXPECT_EQ(output.find("another"), std::string::npos);
     EXPECT_EQ(Beacon(), 1U);
     End();
     Describe(SmallHost());
@@ -288,7 +288,7 @@ TEST_P(DamagedState, IsRefusedAndReplacedByTheNextChange) {
     EXPECT_EQ(SetFrameSize(1024, 1), 0U);
     testing::internal::GetCapturedStderr();
     Restart();
-    EXPECT_EQ(mOutput.find("refused"), std::string::npos) << mOutput;
+    EXPECT_EQ(output.find("refused"), std::string::npos) << output;
     EXPECT_EQ(FrameSize(1), 1024U);
     EXPECT_EQ(Beacon(), 0U);
 }
@@ -333,7 +333,7 @@ TEST_F(State, DamagedWhileASessionRuns) {
 
 TEST_F(State, AChangeThatCannotBeWrittenFailsAndChangesNothing) {
     setenv("VEXAPI_SIM_STATE", Path("none/state").c_str(), 1);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     EXPECT_EQ(SetFrameSize(512), STATE_NOT_KEPT);
     EXPECT_NE(LastCall().value("failure", "").find("No such file or directory"), std::string::npos);
     EXPECT_EQ(FrameSize(), 2048U);
@@ -383,7 +383,7 @@ TEST_F(State, DeletingTheFileResetsTheHost) {
 TEST_F(State, TheLabHostKeepsStateToo) {
     unsetenv("VEXAPI_SIM_HOST");
     ASSERT_EQ(InSession([] { return static_cast<int>(SetFrameSize(512)); }), 0);
-    ASSERT_EQ(Start(), 0U) << mOutput;
+    ASSERT_EQ(Start(), 0U) << output;
     EXPECT_EQ(FrameSize(), 512U);
 }
 
