@@ -1,5 +1,5 @@
 /// @file
-/// What every program costs that is linked to the library: the loader's work and nothing else.
+/// The cost of loading a program that is linked to the library.
 int main(void) {
     return 0;
 }

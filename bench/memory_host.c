@@ -1,9 +1,8 @@
 /// @file
-/// The smallest host that the lists can be measured on: a library with the session functions only (and those
-/// whose addresses the program needs to start at all), over adapters of two ports each that are generated in
-/// memory. `VEXAPI_BENCH_PORTS` says how many ports (2), `VEXAPI_BENCH_TARGETS` how many targets each port sees
-/// and `VEXAPI_BENCH_LUNS` how many LUNs each target has (0). Ports, targets and LUNs are numbered, and so are
-/// the names of the first two.
+/// A minimal host for measuring the lists: the session functions, and those that the program needs to load, over
+/// generated adapters of two ports each. `VEXAPI_BENCH_PORTS` is the number of ports (2), `VEXAPI_BENCH_TARGETS` the
+/// number of targets per port (0), `VEXAPI_BENCH_LUNS` the number of LUNs per target (0). Ports, targets and LUNs are
+/// numbered consecutively, and so are the names of ports and targets.
 #include "vexapi.h"
 
 #include <stdio.h>
@@ -20,10 +19,10 @@ struct Unit {
     _vexapi_protocol_t protocol[PORTS_PER_ADAPTER];
 };
 
-static VX_ADAPTER_LIST host;
-/// The records of all ports, each port's in one run: its targets, and their LUNs.
-static _tagVEXAPI_SDMTarget* allTargets;
-static _tagVEXAPI_SDMLun* allLuns;
+static VX_ADAPTER_LIST s_host;
+/// The targets of all ports, and the LUNs of all targets, each in one array.
+static _tagVEXAPI_SDMTarget* s_targets;
+static _tagVEXAPI_SDMLun* s_luns;
 
 /// Value of an environment variable, or `fallback` without it.
 static unsigned Variable(const char* name, unsigned fallback) {
@@ -31,7 +30,7 @@ static unsigned Variable(const char* name, unsigned fallback) {
     return value != NULL ? (unsigned)strtoul(value, NULL, 10) : fallback;
 }
 
-/// A name of this kind and number.
+/// Stores a name of this kind and number.
 static void FillName(VX_UINT8* name, VX_UINT8 kind, unsigned number) {
     name[0] = kind;
     for (unsigned byte = 0; byte < 4; ++byte) {
@@ -42,20 +41,20 @@ static void FillName(VX_UINT8* name, VX_UINT8 kind, unsigned number) {
 static void FillTargets(_vexapi_protocol_t* protocol, unsigned port, unsigned targets, unsigned luns) {
     for (unsigned i = 0; i < targets; ++i) {
         const size_t index = (size_t)port * targets + i;
-        _tagVEXAPI_SDMTarget* target = &allTargets[index];
+        _tagVEXAPI_SDMTarget* target = &s_targets[index];
         FillName(target->PortName, 0x50, i);
         target->TargetNumber = (VX_UINT16)i;
         target->LunCount = luns;
         target->pNext = i + 1 < targets ? target + 1 : NULL;
         for (unsigned j = 0; j < luns; ++j) {
-            _tagVEXAPI_SDMLun* lun = &allLuns[index * luns + j];
+            _tagVEXAPI_SDMLun* lun = &s_luns[index * luns + j];
             lun->LunNumber = (VX_UINT16)j;
             lun->pNext = j + 1 < luns ? lun + 1 : NULL;
         }
-        target->pLunList = luns > 0 ? &allLuns[index * luns] : NULL;
+        target->pLunList = luns > 0 ? &s_luns[index * luns] : NULL;
     }
     protocol->TargetCount = targets;
-    protocol->pTargetList = targets > 0 ? &allTargets[(size_t)port * targets] : NULL;
+    protocol->pTargetList = targets > 0 ? &s_targets[(size_t)port * targets] : NULL;
 }
 
 static void FillUnit(struct Unit* unit, unsigned number, unsigned ports) {
@@ -85,9 +84,9 @@ VX_UINT32 VEXAPI_Initialize(VX_UINT32 debugLevel, VX_UINT32 reserved) {
     const unsigned luns = Variable("VEXAPI_BENCH_LUNS", 0);
     const unsigned units = (ports + PORTS_PER_ADAPTER - 1) / PORTS_PER_ADAPTER;
     struct Unit* unit = calloc(units, sizeof *unit);
-    allTargets = calloc((size_t)ports * targets + 1, sizeof *allTargets);
-    allLuns = calloc((size_t)ports * targets * luns + 1, sizeof *allLuns);
-    if (unit == NULL || allTargets == NULL || allLuns == NULL) {
+    s_targets = calloc((size_t)ports * targets + 1, sizeof *s_targets);
+    s_luns = calloc((size_t)ports * targets * luns + 1, sizeof *s_luns);
+    if (unit == NULL || s_targets == NULL || s_luns == NULL) {
         return 1;
     }
     for (unsigned i = 0; i < units; ++i) {
@@ -99,8 +98,8 @@ VX_UINT32 VEXAPI_Initialize(VX_UINT32 debugLevel, VX_UINT32 reserved) {
         }
         unit[i].adapter.pNext = i + 1 < units ? &unit[i + 1].adapter : NULL;
     }
-    host.Count = units;
-    host.pHead = units > 0 ? &unit[0].adapter : NULL;
+    s_host.Count = units;
+    s_host.pHead = units > 0 ? &unit[0].adapter : NULL;
     return 0;
 }
 
@@ -118,26 +117,26 @@ VX_UINT32 VEXAPI_SetToolVersion(VX_UINT32 major, VX_UINT32 minor, VX_UINT32 sub,
 }
 
 VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void) {
-    return &host;
+    return &s_host;
 }
 
 VX_UINT32 VEXAPI_Uninitialize(void) {
-    // A unit begins with its adapter.
-    free(host.pHead);
-    host.pHead = NULL;
-    free(allTargets);
-    free(allLuns);
+    // The adapter is the first member of a unit.
+    free(s_host.pHead);
+    s_host.pHead = NULL;
+    free(s_targets);
+    free(s_luns);
     return 0;
 }
 
-// The program has these in a table, so it does not start without them; no measurement calls them.
+// The program refers to these in a table and doesn't load without them; no measurement calls them.
 static VX_UINT32 Refuse(const VX_PORT_HANDLE* handle, const char* path) {
     (void)handle;
     (void)path;
     return 1;
 }
 
-/// Every frame comes back at once, with a line of chatter.
+/// All frames return at once, with a line of output.
 VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
                                         VX_UINT32 stopOnError, VX_UINT32 destinationType,
                                         _VEXAPI_ECHO_RESULTS* result) {

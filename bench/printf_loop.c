@@ -1,6 +1,6 @@
 /// @file
-/// The yardstick of the long lists: `printf_loop target|lun` prints the bytes of `-t target list` or
-/// `-t lun list` over the same host, by one plain loop with a `printf` a row.
+/// Baseline for the long lists: `printf_loop target|lun` prints the same bytes as `-t target list` or `-t lun list`
+/// with one `printf` per row.
 #include "vexapi.h"
 
 #include <stdio.h>

@@ -1,7 +1,6 @@
 /// @file
-/// Times a command: `stopwatch COMMAND [ARGUMENT...]` runs it and prints its wall time and its processor time in
-/// nanoseconds and its peak memory in KiB on standard error. A small program starts it, since a child inherits the peak
-/// of the process that it is made of.
+/// `stopwatch COMMAND [ARGUMENT...]` runs a command and prints its wall time and processor time in nanoseconds and its
+/// peak memory in KiB on standard error. This is a small program because a child inherits the peak of its parent.
 #define _GNU_SOURCE
 #include <spawn.h>
 #include <stdio.h>

@@ -1,6 +1,6 @@
 /// @file
-/// The library's interface with its functions exported. Every source of the simulator includes the
-/// interface through this file: all other symbols stay hidden.
+/// The library's interface with exported functions. All sources of the simulator include this file instead of
+/// vexapi.h; every other symbol stays hidden.
 #pragma once
 
 #pragma GCC visibility push(default)

@@ -1,6 +1,6 @@
-# Writes a C++ source that holds files as byte arrays.
-#   OUTPUT     the source to write
-#   DIRECTORY  where the files are
+# Generates a C++ source with the contents of files.
+#   OUTPUT     the generated source
+#   DIRECTORY  folder of the files
 #   NAMES      their names, separated by "|"
 string(REPLACE "|" ";" names "${NAMES}")
 set(arrays "")
@@ -9,8 +9,8 @@ set(number 0)
 foreach(name IN LISTS names)
     file(READ "${DIRECTORY}/${name}" hex HEX)
     string(REGEX REPLACE "(..)" "'\\\\x\\1'," bytes "${hex}")
-    string(APPEND arrays "constexpr char file${number}[] = {${bytes}};\n")
-    string(APPEND table "    {\"${name}\", {file${number}, sizeof file${number}}},\n")
+    string(APPEND arrays "constexpr char FILE_${number}[] = {${bytes}};\n")
+    string(APPEND table "    {\"${name}\", {FILE_${number}, sizeof FILE_${number}}},\n")
     math(EXPR number "${number} + 1")
 endforeach()
 file(WRITE "${OUTPUT}" "#include \"description/Files.h\"
@@ -19,12 +19,12 @@ namespace sim {
 namespace {
 
 ${arrays}
-constexpr EmbeddedFile files[] = {
+constexpr EmbeddedFile FILES[] = {
 ${table}};
 
 } // namespace
 
-std::span<const EmbeddedFile> labFiles() { return files; }
+std::span<const EmbeddedFile> LabFiles() { return FILES; }
 
 } // namespace sim
 ")

@@ -1,10 +1,10 @@
 /// @file
-/// The files of the kernel's that this host reads, what they say, and where it goes in the library's records.
+/// The kernel's files that this host reads, and where their values go in the library's records.
 ///
 /// Sources: the Fibre Channel transport class, the SCSI middle layer, the block layer, the NVMe driver and the PCI
-/// core, as of Linux 6.1. Each of these files answers from what the kernel has in memory or, for the PCI link, from a
-/// register. Two ask the device, for a limited time: the counters of a port, which some drivers fetch from the
-/// adapter's firmware, and vital product data. Reading changes nothing, and one file alone is ever written.
+/// core, as of Linux 6.1. The kernel serves these files from memory or, for the PCI link, from a register. Two query
+/// the device, with a timeout: the counters of a port, which some drivers fetch from the adapter's firmware, and vital
+/// product data. Reads have no side effects; only one file is ever written.
 #pragma once
 
 #include "Tree.h"
@@ -13,119 +13,119 @@
 namespace host {
 
 template <class Record> struct Attribute {
-    const char* path;                        ///< from the entry's folder
-    const char* meaning;                     ///< told when the text isn't understood
-    bool (*take)(Text text, Record& record); ///< false: the text is none of the kernel's
+    const char* path;                        ///< relative to the entry's folder
+    const char* meaning;                     ///< for messages about malformed values
+    bool (*take)(Text text, Record& record); ///< false: the text is malformed
 };
 
 // clang-format off
 
 /// class/fc_host/hostN
 inline constexpr Attribute<Port> HOST[] = {
-    {"port_name",         "WWPN",                  [](Text t, Port& p) { return takeName(t, p.record.WWPN); }},
-    {"node_name",         "WWNN",                  [](Text t, Port& p) { return takeName(t, p.record.WWNN); }},
-    {"port_id",           "port id",               [](Text t, Port& p) { return takePortId(t, p.record.PortId); }},
-    {"port_state",        "state of the link",     [](Text t, Port& p) { return takePortState(t, p.record.PortState); }},
-    {"port_type",         "topology",              [](Text t, Port& p) { return takePortType(t, p.record); }},
-    {"speed",             "speed of the link",     [](Text t, Port& p) { return takeSpeed(t, p.record.PortSpeed); }},
-    {"supported_speeds",  "speeds of the port",    [](Text t, Port& p) { return takeSpeeds(t, p.record.SupportedSpeeds); }},
-    {"fabric_name",       "WWN of the fabric",     [](Text t, Port& p) { return takeName(t, p.record.PrincipalFabricWWN); }},
-    {"driver_version",    "version of the driver", [](Text t, Port& p) { return takeText(t, p.record.DriverVersion); }},
-    {"firmware_version",  "running firmware",      [](Text t, Port& p) { return takeText(t, p.record.RunningFwVersion); }},
-    {"optionrom_version", "boot code in flash",    [](Text t, Port& p) { return takeText(t, p.record.BiosVersion); }},
-    {"model",             "model of the adapter",  [](Text t, Port& p) { return takeText(t, p.identity.model); }},
-    {"serial_number",     "its serial number",     [](Text t, Port& p) { return takeText(t, p.identity.serialNumber); }},
-    {"manufacturer",      "its maker",             [](Text t, Port& p) { return takeText(t, p.identity.manufacturer); }},
+    {"port_name",         "WWPN",                  [](Text t, Port& p) { return TakeName(t, p.record.WWPN); }},
+    {"node_name",         "WWNN",                  [](Text t, Port& p) { return TakeName(t, p.record.WWNN); }},
+    {"port_id",           "port id",               [](Text t, Port& p) { return TakePortId(t, p.record.PortId); }},
+    {"port_state",        "state of the link",     [](Text t, Port& p) { return TakePortState(t, p.record.PortState); }},
+    {"port_type",         "topology",              [](Text t, Port& p) { return TakePortType(t, p.record); }},
+    {"speed",             "speed of the link",     [](Text t, Port& p) { return TakeSpeed(t, p.record.PortSpeed); }},
+    {"supported_speeds",  "speeds of the port",    [](Text t, Port& p) { return TakeSpeeds(t, p.record.SupportedSpeeds); }},
+    {"fabric_name",       "WWN of the fabric",     [](Text t, Port& p) { return TakeName(t, p.record.PrincipalFabricWWN); }},
+    {"driver_version",    "version of the driver", [](Text t, Port& p) { return TakeText(t, p.record.DriverVersion); }},
+    {"firmware_version",  "running firmware",      [](Text t, Port& p) { return TakeText(t, p.record.RunningFwVersion); }},
+    {"optionrom_version", "boot code in flash",    [](Text t, Port& p) { return TakeText(t, p.record.BiosVersion); }},
+    {"model",             "model of the adapter",  [](Text t, Port& p) { return TakeText(t, p.identity.model); }},
+    {"serial_number",     "its serial number",     [](Text t, Port& p) { return TakeText(t, p.identity.serialNumber); }},
+    {"manufacturer",      "its maker",             [](Text t, Port& p) { return TakeText(t, p.identity.manufacturer); }},
 };
 
-/// class/fc_host/hostN/statistics: all ones where the driver doesn't count.
+/// class/fc_host/hostN/statistics: all ones if the driver doesn't count.
 inline constexpr Attribute<_vexapi_protocol_t> HOST_STATISTICS[] = {
-    {"fcp_input_requests",          "reads",                       [](Text t, auto& r) { return addNumber(t, r.IoCount); }},
-    {"fcp_output_requests",         "writes",                      [](Text t, auto& r) { return addNumber(t, r.IoCount); }},
-    {"fcp_control_requests",        "other requests",              [](Text t, auto& r) { return addNumber(t, r.IoCount); }},
-    {"fcp_input_megabytes",         "megabytes read",              [](Text t, auto& r) { return addNumber(t, r.MegaBytesCount); }},
-    {"fcp_output_megabytes",        "megabytes written",           [](Text t, auto& r) { return addNumber(t, r.MegaBytesCount); }},
-    {"lip_count",                   "loop initializations",        [](Text t, auto& r) { return takeNumber(t, r.LipResetCount); }},
-    {"link_failure_count",          "link failures",               [](Text t, auto& r) { return takeNumber(t, r.LinkFailureCount); }},
-    {"loss_of_sync_count",          "losses of synchronization",   [](Text t, auto& r) { return takeNumber(t, r.LossOfSyncCount); }},
-    {"loss_of_signal_count",        "losses of signal",            [](Text t, auto& r) { return takeNumber(t, r.LossOfSignalCount); }},
-    {"prim_seq_protocol_err_count", "primitive sequence errors",   [](Text t, auto& r) { return takeNumber(t, r.PrimitiveSeqProtocolErrorCount); }},
-    {"invalid_tx_word_count",       "invalid transmission words",  [](Text t, auto& r) { return takeNumber(t, r.InvalidTxWordCount); }},
-    {"invalid_crc_count",           "frames with an invalid CRC",  [](Text t, auto& r) { return takeNumber(t, r.InvalidCrcCount); }},
+    {"fcp_input_requests",          "reads",                       [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
+    {"fcp_output_requests",         "writes",                      [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
+    {"fcp_control_requests",        "other requests",              [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
+    {"fcp_input_megabytes",         "megabytes read",              [](Text t, auto& r) { return AddNumber(t, r.MegaBytesCount); }},
+    {"fcp_output_megabytes",        "megabytes written",           [](Text t, auto& r) { return AddNumber(t, r.MegaBytesCount); }},
+    {"lip_count",                   "loop initializations",        [](Text t, auto& r) { return TakeNumber(t, r.LipResetCount); }},
+    {"link_failure_count",          "link failures",               [](Text t, auto& r) { return TakeNumber(t, r.LinkFailureCount); }},
+    {"loss_of_sync_count",          "losses of synchronization",   [](Text t, auto& r) { return TakeNumber(t, r.LossOfSyncCount); }},
+    {"loss_of_signal_count",        "losses of signal",            [](Text t, auto& r) { return TakeNumber(t, r.LossOfSignalCount); }},
+    {"prim_seq_protocol_err_count", "primitive sequence errors",   [](Text t, auto& r) { return TakeNumber(t, r.PrimitiveSeqProtocolErrorCount); }},
+    {"invalid_tx_word_count",       "invalid transmission words",  [](Text t, auto& r) { return TakeNumber(t, r.InvalidTxWordCount); }},
+    {"invalid_crc_count",           "frames with an invalid CRC",  [](Text t, auto& r) { return TakeNumber(t, r.InvalidCrcCount); }},
 };
 /// Written, not read: "1" clears the port's counters.
 inline constexpr char RESET_STATISTICS[] = "reset_statistics";
 
 /// The folder of a PCI function.
 inline constexpr Attribute<PciFunction> PCI[] = {
-    {"vendor",             "vendor id",             [](Text t, auto& f) { return takeNumber(t, f.chip.VendorId); }},
-    {"device",             "device id",             [](Text t, auto& f) { return takeNumber(t, f.chip.DeviceId); }},
-    {"subsystem_vendor",   "vendor id of the card", [](Text t, auto& f) { return takeNumber(t, f.chip.SubVendorId); }},
-    {"subsystem_device",   "device id of the card", [](Text t, auto& f) { return takeNumber(t, f.chip.SubDeviceId); }},
-    {"class",              "kind of device",        [](Text t, auto& f) { return takeNumber(t, f.classCode); }},
-    {"revision",           "revision of the chip",  [](Text t, auto& f) { return takeNumber(t, f.revision); }},
-    {"max_link_speed",     "fastest PCI link",      [](Text t, auto& f) { return takeLinkSpeed(t, f.chip.PciMaxLink); }},
-    {"max_link_width",     "widest PCI link",       [](Text t, auto& f) { return takeLinkWidth(t, f.chip.PciMaxLink); }},
-    {"current_link_speed", "speed of the PCI link", [](Text t, auto& f) { return takeLinkSpeed(t, f.chip.PciNegotiatedLink); }},
-    {"current_link_width", "width of the PCI link", [](Text t, auto& f) { return takeLinkWidth(t, f.chip.PciNegotiatedLink); }},
+    {"vendor",             "vendor id",             [](Text t, auto& f) { return TakeNumber(t, f.chip.VendorId); }},
+    {"device",             "device id",             [](Text t, auto& f) { return TakeNumber(t, f.chip.DeviceId); }},
+    {"subsystem_vendor",   "vendor id of the card", [](Text t, auto& f) { return TakeNumber(t, f.chip.SubVendorId); }},
+    {"subsystem_device",   "device id of the card", [](Text t, auto& f) { return TakeNumber(t, f.chip.SubDeviceId); }},
+    {"class",              "kind of device",        [](Text t, auto& f) { return TakeNumber(t, f.classCode); }},
+    {"revision",           "revision of the chip",  [](Text t, auto& f) { return TakeNumber(t, f.revision); }},
+    {"max_link_speed",     "fastest PCI link",      [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciMaxLink); }},
+    {"max_link_width",     "widest PCI link",       [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciMaxLink); }},
+    {"current_link_speed", "speed of the PCI link", [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciNegotiatedLink); }},
+    {"current_link_width", "width of the PCI link", [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciNegotiatedLink); }},
 };
-/// Vital product data, which the card may take a while to give: read when it is asked for, and for the names of an
-/// adapter that the transport class doesn't tell.
+/// Vital product data. Cards may be slow to return it, so it is only read on request and for the names of an adapter
+/// that the transport class lacks.
 inline constexpr char VITAL_PRODUCT_DATA[] = "vpd";
 
-/// class/fc_remote_ports/rport-H:C-N; of those that are no targets the roles alone are read.
-inline constexpr Attribute<Target> ROLES{"roles", "roles", [](Text t, Target& r) { return takeText(t, r.roles); }};
+/// class/fc_remote_ports/rport-H:C-N; only the roles are read if it isn't a target.
+inline constexpr Attribute<Target> ROLES{"roles", "roles", [](Text t, Target& r) { return TakeText(t, r.roles); }};
 inline constexpr Attribute<Target> REMOTE_PORT[] = {
-    {"port_name",      "WWPN",                       [](Text t, auto& r) { return takeName(t, r.record.PortName); }},
-    {"node_name",      "WWNN",                       [](Text t, auto& r) { return takeName(t, r.record.NodeName); }},
-    {"port_id",        "port id",                    [](Text t, auto& r) { return takePortId(t, r.record.PortId); }},
-    {"port_state",     "state",                      [](Text t, auto& r) { return takeTargetState(t, r.record.TargetFlags); }},
-    {"scsi_target_id", "number of the SCSI target",  [](Text t, auto& r) { return takeNumber(t, r.record.TargetNumber); }},
+    {"port_name",      "WWPN",                       [](Text t, auto& r) { return TakeName(t, r.record.PortName); }},
+    {"node_name",      "WWNN",                       [](Text t, auto& r) { return TakeName(t, r.record.NodeName); }},
+    {"port_id",        "port id",                    [](Text t, auto& r) { return TakePortId(t, r.record.PortId); }},
+    {"port_state",     "state",                      [](Text t, auto& r) { return TakeTargetState(t, r.record.TargetFlags); }},
+    {"scsi_target_id", "number of the SCSI target",  [](Text t, auto& r) { return TakeNumber(t, r.record.TargetNumber); }},
 };
 
 /// bus/scsi/devices/H:C:T:L
-inline constexpr Attribute<Lun> INQUIRY{"inquiry", "standard inquiry data", takeInquiry};
-/// The same in words, where that is missing.
+inline constexpr Attribute<Lun> INQUIRY{"inquiry", "standard inquiry data", TakeInquiry};
+/// The same as texts, used if that is missing.
 inline constexpr Attribute<Lun> INQUIRY_TEXTS[] = {
-    {"type",   "peripheral device type", [](Text t, auto& l) { return takeNumber(t, l.deviceType); }},
-    {"vendor", "vendor",                 [](Text t, auto& l) { return takePadded(t, l.record.VendorId); }},
-    {"model",  "product",                [](Text t, auto& l) { return takePadded(t, l.record.ProductId); }},
-    {"rev",    "revision",               [](Text t, auto& l) { return takePadded(t, l.record.ProductRevision); }},
+    {"type",   "peripheral device type", [](Text t, auto& l) { return TakeNumber(t, l.deviceType); }},
+    {"vendor", "vendor",                 [](Text t, auto& l) { return TakePadded(t, l.record.VendorId); }},
+    {"model",  "product",                [](Text t, auto& l) { return TakePadded(t, l.record.ProductId); }},
+    {"rev",    "revision",               [](Text t, auto& l) { return TakePadded(t, l.record.ProductRevision); }},
 };
-inline constexpr Attribute<Lun> DESIGNATORS{"vpd_pg83", "worldwide ids", [](Text t, auto& l) { return takeDesignators(t, l.record); }};
-/// The same as one word, where that is missing; a namespace has no other.
-inline constexpr Attribute<Lun> WORLDWIDE_ID{"wwid", "worldwide id", [](Text t, auto& l) { return takeWorldwideId(t, l.record); }};
+inline constexpr Attribute<Lun> DESIGNATORS{"vpd_pg83", "worldwide ids", [](Text t, auto& l) { return TakeDesignators(t, l.record); }};
+/// The same as a text, used if that is missing and for namespaces.
+inline constexpr Attribute<Lun> WORLDWIDE_ID{"wwid", "worldwide id", [](Text t, auto& l) { return TakeWorldwideId(t, l.record); }};
 
-/// The block device of a LUN or of a namespace
+/// The block device of a LUN or a namespace.
 inline constexpr Attribute<Lun> BLOCK_DEVICE[] = {
-    {"size",                     "size in units of 512 bytes",  [](Text t, auto& l) { return takeNumber(t, l.record.BlockCount); }},
-    {"queue/logical_block_size", "bytes in a block",            [](Text t, auto& l) { return takeNumber(t, l.record.BlockSize); }},
+    {"size",                     "size in units of 512 bytes",  [](Text t, auto& l) { return TakeNumber(t, l.record.BlockCount); }},
+    {"queue/logical_block_size", "bytes in a block",            [](Text t, auto& l) { return TakeNumber(t, l.record.BlockSize); }},
 };
-/// Of a namespace alone
-inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", [](Text t, auto& l) { return takeNumber(t, l.namespaceNumber); }};
+/// Only of a namespace.
+inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", [](Text t, auto& l) { return TakeNumber(t, l.namespaceNumber); }};
 
-/// class/nvme/nvmeN; of those that don't go over Fibre Channel the transport alone is read.
-inline constexpr Attribute<Controller> TRANSPORT{"transport", "transport", [](Text t, auto& c) { return takeText(t, c.transport); }};
+/// class/nvme/nvmeN; only the transport is read if it isn't Fibre Channel.
+inline constexpr Attribute<Controller> TRANSPORT{"transport", "transport", [](Text t, auto& c) { return TakeText(t, c.transport); }};
 inline constexpr Attribute<Controller> CONTROLLER[] = {
-    {"address",      "names of both ports",     takeAddress},
-    {"cntrltype",    "kind of controller",      [](Text t, auto& c) { return takeText(t, c.kind); }},
-    {"state",        "state",                   [](Text t, auto& c) { return takeText(t, c.state); }},
-    {"subsysnqn",    "NQN of the subsystem",    [](Text t, auto& c) { return takeText(t, c.target.StorageNqn); }},
-    {"cntlid",       "controller number",       [](Text t, auto& c) { return takeNumber(t, c.target.StorageControllerId); }},
-    {"model",        "model",                   [](Text t, auto& c) { return takePadded(t, c.target.ProductId); }},
-    {"serial",       "serial number",           [](Text t, auto& c) { return takePadded(t, c.target.SerialNumber); }},
-    {"firmware_rev", "firmware",                [](Text t, auto& c) { return takePadded(t, c.target.NvmeRevision); }},
-    {"hostnqn",      "NQN of this host",        [](Text t, auto& c) { return takeText(t, c.hostNqn); }},
-    {"hostid",       "UUID of this host",       [](Text t, auto& c) { return takeUuid(t, c.hostId); }},
+    {"address",      "names of both ports",     TakeAddress},
+    {"cntrltype",    "kind of controller",      [](Text t, auto& c) { return TakeText(t, c.kind); }},
+    {"state",        "state",                   [](Text t, auto& c) { return TakeText(t, c.state); }},
+    {"subsysnqn",    "NQN of the subsystem",    [](Text t, auto& c) { return TakeText(t, c.target.StorageNqn); }},
+    {"cntlid",       "controller number",       [](Text t, auto& c) { return TakeNumber(t, c.target.StorageControllerId); }},
+    {"model",        "model",                   [](Text t, auto& c) { return TakePadded(t, c.target.ProductId); }},
+    {"serial",       "serial number",           [](Text t, auto& c) { return TakePadded(t, c.target.SerialNumber); }},
+    {"firmware_rev", "firmware",                [](Text t, auto& c) { return TakePadded(t, c.target.NvmeRevision); }},
+    {"hostnqn",      "NQN of this host",        [](Text t, auto& c) { return TakeText(t, c.hostNqn); }},
+    {"hostid",       "UUID of this host",       [](Text t, auto& c) { return TakeUuid(t, c.hostId); }},
 };
 
-/// statistics/ of a port or of a remote port: what the fabric notified of it. Kernels without these counters have no
-/// congestion management.
+/// statistics/ of a port or a remote port: counters of fabric notifications. Kernels without them have no congestion
+/// management.
 inline constexpr char NOTIFICATIONS[] = "fpin_li";
 struct Notification {
     const char* path;
     VX_UINT64 _VEXAPI_SANCONGTMGMTV2::*count;
-    VX_UINT32 __STATISTICS::*peerCount; ///< of a remote port's statistics; null: not among them
+    VX_UINT32 __STATISTICS::*peerCount; ///< in a remote port's statistics; null: not part of them
 };
 inline constexpr Notification NOTIFICATION_COUNTERS[] = {
     {"cn_sig_alarm",                  &_VEXAPI_SANCONGTMGMTV2::AlarmCount,                 nullptr},

@@ -1,5 +1,5 @@
 /// @file
-/// What the kernel offers beside the tree: vital product data, counters, their clearing.
+/// Functions other than the tree: vital product data, counters and their reset.
 #include "Attributes.h"
 #include "Session.h"
 
@@ -14,31 +14,31 @@ namespace {
 
 constexpr VX_UINT32 PHYSICAL_PORT_ENTRY = 0x80;
 
-Port* portOf(const VX_PORT_HANDLE* handle) {
-    return tree() == nullptr ? nullptr : tree()->port(handle);
+Port* PortOf(const VX_PORT_HANDLE* handle) {
+    return GetTree() == nullptr ? nullptr : GetTree()->FindPort(handle);
 }
 
-Port* portOf(VX_UINT32 word) {
-    return tree() == nullptr ? nullptr : tree()->port(word);
+Port* PortOf(VX_UINT32 word) {
+    return GetTree() == nullptr ? nullptr : GetTree()->FindPort(word);
 }
 
-/// The notifications that the kernel counted for an entry of a folder. Counters that can't be read are told, and zero.
-_VEXAPI_SANCONGTMGMTV2 notifications(const Folder& folder, const std::string& entry) {
+/// The counters of notifications for an entry of a folder. Those that can't be read are reported and left at zero.
+_VEXAPI_SANCONGTMGMTV2 Notifications(const Folder& folder, const std::string& entry) {
     _VEXAPI_SANCONGTMGMTV2 counts{};
     for (const Notification& counter : NOTIFICATION_COUNTERS) {
         const std::string path = entry + "/statistics/" + counter.path;
-        const Reading reading = folder.read(path.c_str());
+        const Reading reading = folder.Read(path.c_str());
         if (reading.error != 0 && reading.error != ENOENT) {
-            tell(path, std::strerror(reading.error));
-        } else if (!takeNumber(reading.bytes, counts.*counter.count)) {
-            tell(path, "not understood as a number");
+            Tell(path, std::strerror(reading.error));
+        } else if (!TakeNumber(reading.bytes, counts.*counter.count)) {
+            Tell(path, "not understood as a number");
         }
     }
     return counts;
 }
 
-/// Puts a node at the end of a list; false when there is no memory for it.
-bool append(_VEXAPI_SANCONGTMGMTV2**& end, const _VEXAPI_SANCONGTMGMTV2& counts, const VX_UINT8 (&node)[8],
+/// Appends a node to a list; false if out of memory.
+bool Append(_VEXAPI_SANCONGTMGMTV2**& end, const _VEXAPI_SANCONGTMGMTV2& counts, const VX_UINT8 (&node)[8],
             const VX_UINT8 (&port)[8]) {
     *end = static_cast<_VEXAPI_SANCONGTMGMTV2*>(std::malloc(sizeof counts));
     if (*end == nullptr) {
@@ -54,17 +54,17 @@ bool append(_VEXAPI_SANCONGTMGMTV2**& end, const _VEXAPI_SANCONGTMGMTV2& counts,
 } // namespace
 
 VX_UINT32 VEXAPI_GetVpd(VX_UINT32 word, VX_UINT32 /*reserved*/, void* buffer, VX_UINT32* size) {
-    const Port* const port = portOf(word);
+    const Port* const port = PortOf(word);
     if (port == nullptr) {
         return INVALID_HANDLE;
     }
     std::string bytes;
     const int error = port->pci.path.empty()
                           ? ENOENT
-                          : tree()->hosts().readWhole((port->pci.path + VITAL_PRODUCT_DATA).c_str(), *size, bytes);
-    // Cards without such data fail the read, and a reader without rights may not see it.
+                          : GetTree()->Hosts().ReadWhole((port->pci.path + VITAL_PRODUCT_DATA).c_str(), *size, bytes);
+    // Cards without such data fail the read, and unprivileged users may not read it.
     if (error != 0) {
-        tell(port->name + ": vital product data", std::strerror(error));
+        Tell(port->name + ": vital product data", std::strerror(error));
         return error == ENOENT ? UNSUPPORTED : NOT_READABLE;
     }
     bytes.copy(static_cast<char*>(buffer), bytes.size());
@@ -73,21 +73,21 @@ VX_UINT32 VEXAPI_GetVpd(VX_UINT32 word, VX_UINT32 /*reserved*/, void* buffer, VX
 }
 
 VX_UINT32 VEXAPI_ResetDeviceStats(VX_PORT_HANDLE* handle) {
-    Port* const port = portOf(handle);
+    Port* const port = PortOf(handle);
     if (port == nullptr) {
         return INVALID_HANDLE;
     }
-    const int error = tree()->hosts().write((port->name + "/statistics/" + RESET_STATISTICS).c_str(), "1");
+    const int error = GetTree()->Hosts().Write((port->name + "/statistics/" + RESET_STATISTICS).c_str(), "1");
     if (error != 0) {
-        tell(port->name + ": clearing the counters", std::strerror(error));
+        Tell(port->name + ": clearing the counters", std::strerror(error));
         return error == ENOENT ? UNSUPPORTED : NOT_READABLE;
     }
-    tree()->readCounters(*port);
+    GetTree()->ReadCounters(*port);
     return OK;
 }
 
 VX_UINT32 VEXAPI_IsFWCMFeatureEnabled(VX_PORT_HANDLE* handle, VX_UINT8* enabled) {
-    const Port* const port = portOf(handle);
+    const Port* const port = PortOf(handle);
     if (port == nullptr) {
         return INVALID_HANDLE;
     }
@@ -96,7 +96,7 @@ VX_UINT32 VEXAPI_IsFWCMFeatureEnabled(VX_PORT_HANDLE* handle, VX_UINT8* enabled)
 }
 
 VX_UINT32 VEXAPI_GetSCMRStatisticsList(VX_PORT_HANDLE* handle, _VEXAPI_SANCONGTMGMTV2** list) {
-    const Port* const port = portOf(handle);
+    const Port* const port = PortOf(handle);
     if (port == nullptr) {
         return INVALID_HANDLE;
     }
@@ -105,13 +105,13 @@ VX_UINT32 VEXAPI_GetSCMRStatisticsList(VX_PORT_HANDLE* handle, _VEXAPI_SANCONGTM
         return UNSUPPORTED;
     }
     _VEXAPI_SANCONGTMGMTV2** end = list;
-    _VEXAPI_SANCONGTMGMTV2 counts = notifications(tree()->hosts(), port->name);
+    _VEXAPI_SANCONGTMGMTV2 counts = Notifications(GetTree()->Hosts(), port->name);
     counts.EntryType = PHYSICAL_PORT_ENTRY;
-    bool isWhole = append(end, counts, port->record.WWNN, port->record.WWPN);
+    bool isWhole = Append(end, counts, port->record.WWNN, port->record.WWPN);
     for (const Target& target : port->targets) {
         if (!target.name.empty()) {
-            isWhole = isWhole && append(end, notifications(tree()->remotePorts(), target.name), target.record.NodeName,
-                                        target.record.PortName);
+            isWhole = isWhole && Append(end, Notifications(GetTree()->RemotePorts(), target.name),
+                                        target.record.NodeName, target.record.PortName);
         }
     }
     if (!isWhole) {
@@ -130,21 +130,21 @@ VX_UINT32 VEXAPI_FreeSCMRStatisticsList(_VEXAPI_SANCONGTMGMTV2* list) {
 
 VX_UINT32 VEXAPI_GetPortStatisticsFC(VX_UINT32 word, VX_UINT32 /*reserved*/, VX_PORT_SELECTOR* selector,
                                      __STATISTICS* statistics) {
-    const Port* const port = portOf(word);
+    const Port* const port = PortOf(word);
     if (port == nullptr) {
         return INVALID_HANDLE;
     }
     for (const Target& target : port->targets) {
-        if (target.name.empty() || nameNumber(target.record.PortName) != nameNumber(selector->PortName)) {
+        if (target.name.empty() || NameNumber(target.record.PortName) != NameNumber(selector->PortName)) {
             continue;
         }
-        if (!tree()->remotePorts().has((target.name + "/statistics/" + NOTIFICATIONS).c_str())) {
+        if (!GetTree()->RemotePorts().Has((target.name + "/statistics/" + NOTIFICATIONS).c_str())) {
             return UNSUPPORTED;
         }
-        const _VEXAPI_SANCONGTMGMTV2 counts = notifications(tree()->remotePorts(), target.name);
+        const _VEXAPI_SANCONGTMGMTV2 counts = Notifications(GetTree()->RemotePorts(), target.name);
         for (const Notification& counter : NOTIFICATION_COUNTERS) {
             if (counter.peerCount != nullptr) {
-                statistics->*counter.peerCount = saturated(counts.*counter.count);
+                statistics->*counter.peerCount = Saturated(counts.*counter.count);
             }
         }
         return OK;

@@ -1,5 +1,5 @@
 /// @file
-/// Starting and ending the library, and its tree.
+/// Start and end of the library, and the adapter tree.
 #include "Session.h"
 
 #include <cstdio>
@@ -8,27 +8,27 @@
 
 namespace {
 
-std::unique_ptr<host::Tree>& current() {
+std::unique_ptr<host::Tree>& Current() {
     static std::unique_ptr<host::Tree> tree;
     return tree;
 }
 
 } // namespace
 
-host::Tree* host::tree() {
-    return current().get();
+host::Tree* host::GetTree() {
+    return Current().get();
 }
 
-/// Reads everything at once: the tool keeps what the library prints here out of its documents.
+/// Reads everything at once: messages printed here don't end up in the tool's documents.
 VX_UINT32 VEXAPI_Initialize(VX_UINT32 /*debugLevel*/, VX_UINT32 /*reserved*/) {
     const char* const root = std::getenv("VEXAPI_SYSFS_ROOT");
     const std::string folder = root == nullptr ? "" : root;
-    current() = std::make_unique<host::Tree>(folder);
-    if (!current()->isValid()) {
+    Current() = std::make_unique<host::Tree>(folder);
+    if (!Current()->IsValid()) {
         std::fprintf(stderr, "vexapi linux: %s/sys/class can't be read: no sysfs there\n", folder.c_str());
         return host::NOT_READABLE;
     }
-    if (current()->portCount() == 0) {
+    if (Current()->PortCount() == 0) {
         std::fprintf(stderr, "vexapi linux: no Fibre Channel port in %s/sys/class/fc_host\n", folder.c_str());
     }
     return host::OK;
@@ -43,10 +43,10 @@ VX_UINT32 VEXAPI_SetToolVersion(VX_UINT32 /*major*/, VX_UINT32 /*minor*/, VX_UIN
 }
 
 VX_UINT32 VEXAPI_Uninitialize(void) {
-    current().reset();
+    Current().reset();
     return host::OK;
 }
 
 VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void) {
-    return host::tree() != nullptr && host::tree()->isValid() ? host::tree()->list() : nullptr;
+    return host::GetTree() != nullptr && host::GetTree()->IsValid() ? host::GetTree()->List() : nullptr;
 }

@@ -1,5 +1,5 @@
 /// @file
-/// The tree between `VEXAPI_Initialize` and `VEXAPI_Uninitialize`.
+/// The tree, which exists between `VEXAPI_Initialize` and `VEXAPI_Uninitialize`.
 #pragma once
 
 #include "Tree.h"
@@ -9,12 +9,12 @@ namespace host {
 /// Statuses, in the library's own numbering.
 enum Status : VX_UINT32 {
     OK = 0,
-    INVALID_HANDLE = 5, ///< no port of this session
-    UNSUPPORTED = 118,  ///< no open interface offers it
-    NOT_READABLE = 102, ///< the kernel refused
+    INVALID_HANDLE = 5, ///< not a port of this session
+    UNSUPPORTED = 118,  ///< no open interface provides it
+    NOT_READABLE = 102, ///< the kernel returned an error
 };
 
-/// Null when the library isn't initialized.
-Tree* tree();
+/// Null if the library isn't initialized.
+Tree* GetTree();
 
 } // namespace host

@@ -13,10 +13,11 @@ namespace host {
 namespace {
 
 constexpr std::size_t PAGE = 4096;
-constexpr int NEVER_WAIT = O_CLOEXEC | O_NOCTTY | O_NONBLOCK; // not even for what should be a file and is none
+/// Never block, even if a path turns out to be a FIFO or a terminal.
+constexpr int NEVER_WAIT = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
 
-/// `read` that is not cut short by a signal.
-ssize_t readBytes(int descriptor, char* buffer, std::size_t size) {
+/// `read` that is restarted after signals.
+ssize_t ReadBytes(int descriptor, char* buffer, std::size_t size) {
     ssize_t count = 0;
     do {
         count = ::read(descriptor, buffer, size);
@@ -24,13 +25,14 @@ ssize_t readBytes(int descriptor, char* buffer, std::size_t size) {
     return count;
 }
 
-/// Opens a path below `root`, which no link leads out of. Returns -1 with ENOSYS where the kernel can't promise that.
-int openInRoot(int root, const char* path, int flags) {
+/// Opens a path below `root` without leaving it through links. Returns -1 with ENOSYS if the kernel doesn't support
+/// that.
+int OpenInRoot(int root, const char* path, int flags) {
     open_how how{};
     how.flags = static_cast<unsigned>(flags);
     how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
     int descriptor = -1;
-    // The kernel gives up when any file of the machine was renamed meanwhile.
+    // The kernel returns EAGAIN if any file on the machine was renamed in the meantime.
     for (int tries = 0; tries < 100; ++tries) {
         descriptor = static_cast<int>(syscall(SYS_openat2, root, path, &how, sizeof how));
         if (descriptor >= 0 || errno != EAGAIN) {
@@ -43,37 +45,37 @@ int openInRoot(int root, const char* path, int flags) {
 } // namespace
 
 Folder::Folder(const std::string& path)
-    : descriptor_(::open(path.empty() ? "/" : path.c_str(), O_RDONLY | O_DIRECTORY | NEVER_WAIT)),
-      root_(path.empty() ? -1 : descriptor_) {}
+    : mDescriptor(::open(path.empty() ? "/" : path.c_str(), O_RDONLY | O_DIRECTORY | NEVER_WAIT)),
+      mRoot(path.empty() ? -1 : mDescriptor) {}
 
 Folder::Folder(const Folder& parent, const char* path)
-    : descriptor_(parent.open(path, O_RDONLY | O_DIRECTORY)), root_(parent.root_), path_(parent.path_ + path + '/') {}
+    : mDescriptor(parent.Open(path, O_RDONLY | O_DIRECTORY)), mRoot(parent.mRoot), mPath(parent.mPath + path + '/') {}
 
 Folder::~Folder() {
-    if (isOpen()) {
-        close(descriptor_);
+    if (IsOpen()) {
+        close(mDescriptor);
     }
 }
 
-int Folder::open(const char* path, int flags) const {
-    if (!isOpen()) {
-        errno = ENOENT; // and not what the present folder of the process has
+int Folder::Open(const char* path, int flags) const {
+    if (!IsOpen()) {
+        errno = ENOENT; // not a file of the current directory
         return -1;
     }
-    if (root_ >= 0) {
-        const int descriptor = openInRoot(root_, (path_ + path).c_str(), flags | NEVER_WAIT);
-        // Kernels before 5.6 can't, and sandboxes may forbid it.
+    if (mRoot >= 0) {
+        const int descriptor = OpenInRoot(mRoot, (mPath + path).c_str(), flags | NEVER_WAIT);
+        // Kernels before 5.6 lack it, and sandboxes may forbid it.
         if (descriptor >= 0 || (errno != ENOSYS && errno != EPERM)) {
             return descriptor;
         }
     }
-    return openat(descriptor_, path, flags | NEVER_WAIT);
+    return openat(mDescriptor, path, flags | NEVER_WAIT);
 }
 
-std::vector<std::string> Folder::names() const {
+std::vector<std::string> Folder::Names() const {
     std::vector<std::string> names;
-    // Of its own: closing a listing closes its descriptor.
-    const int descriptor = isOpen() ? openat(descriptor_, ".", O_RDONLY | O_DIRECTORY | NEVER_WAIT) : -1;
+    // A separate descriptor, since closedir closes it.
+    const int descriptor = IsOpen() ? openat(mDescriptor, ".", O_RDONLY | O_DIRECTORY | NEVER_WAIT) : -1;
     DIR* const listing = descriptor < 0 ? nullptr : fdopendir(descriptor);
     if (listing == nullptr) {
         if (descriptor >= 0) {
@@ -90,34 +92,34 @@ std::vector<std::string> Folder::names() const {
     return names;
 }
 
-std::string Folder::link(const char* path) const {
+std::string Folder::Link(const char* path) const {
     char target[PATH_MAX];
-    const ssize_t size = isOpen() ? readlinkat(descriptor_, path, target, sizeof target) : -1;
+    const ssize_t size = IsOpen() ? readlinkat(mDescriptor, path, target, sizeof target) : -1;
     return size < 0 ? std::string() : std::string(target, static_cast<std::size_t>(size));
 }
 
-bool Folder::has(const char* path) const {
-    const int descriptor = open(path, O_RDONLY);
+bool Folder::Has(const char* path) const {
+    const int descriptor = Open(path, O_RDONLY);
     if (descriptor >= 0) {
         close(descriptor);
     }
     return descriptor >= 0;
 }
 
-Reading Folder::read(const char* path) const {
+Reading Folder::Read(const char* path) const {
     static char buffer[PAGE];
-    const int descriptor = open(path, O_RDONLY);
+    const int descriptor = Open(path, O_RDONLY);
     if (descriptor < 0) {
         return {errno, {}};
     }
-    const ssize_t size = readBytes(descriptor, buffer, sizeof buffer);
+    const ssize_t size = ReadBytes(descriptor, buffer, sizeof buffer);
     const int error = size < 0 ? errno : 0;
     close(descriptor);
     return {error, {buffer, size < 0 ? 0 : static_cast<std::size_t>(size)}};
 }
 
-int Folder::readWhole(const char* path, std::size_t limit, std::string& bytes) const {
-    const int descriptor = open(path, O_RDONLY);
+int Folder::ReadWhole(const char* path, std::size_t limit, std::string& bytes) const {
+    const int descriptor = Open(path, O_RDONLY);
     if (descriptor < 0) {
         return errno;
     }
@@ -125,7 +127,7 @@ int Folder::readWhole(const char* path, std::size_t limit, std::string& bytes) c
     std::size_t filled = 0;
     ssize_t count = 1;
     while (filled < limit && count > 0) {
-        count = readBytes(descriptor, bytes.data() + filled, limit - filled);
+        count = ReadBytes(descriptor, bytes.data() + filled, limit - filled);
         filled += count > 0 ? static_cast<std::size_t>(count) : 0;
     }
     const int error = count < 0 ? errno : 0;
@@ -134,8 +136,8 @@ int Folder::readWhole(const char* path, std::size_t limit, std::string& bytes) c
     return error;
 }
 
-int Folder::write(const char* path, std::string_view text) const {
-    const int descriptor = open(path, O_WRONLY | O_NOFOLLOW);
+int Folder::Write(const char* path, std::string_view text) const {
+    const int descriptor = Open(path, O_WRONLY | O_NOFOLLOW);
     if (descriptor < 0) {
         return errno;
     }

@@ -1,6 +1,6 @@
 /// @file
-/// Reads of sysfs, or of a folder that was captured from one. Nothing here throws on what it finds there: entries
-/// vanish while they are read, links dangle, and files refuse.
+/// Access to sysfs, or to a captured copy of it. Nothing here throws for what it finds there: entries vanish, links
+/// dangle and reads fail.
 #pragma once
 
 #include <string>
@@ -9,18 +9,17 @@
 
 namespace host {
 
-/// What a read of a file gave. The bytes hold until the next read of any file.
+/// Result of reading a file. The bytes are valid until the next read of any file.
 struct Reading {
-    int error = 0; ///< an errno, 0 when there are bytes
+    int error = 0; ///< an errno, or 0
     std::string_view bytes;
 };
 
-/// An open folder of a tree, closed with the object. All paths are relative to it. One that can't be opened reads as
-/// empty.
+/// An open folder in a tree. All paths are relative to it. A folder that can't be opened behaves as an empty one.
 class Folder {
 public:
-    /// The root of a tree, at `path` from the present folder of the process. An empty path is the root of this machine;
-    /// out of any other no link leads, since that root is the one of absolute links and of those that climb above it.
+    /// The root of a tree. An empty path is the root of this machine. Links can't leave any other tree: its root is the
+    /// root of absolute links and its own parent.
     explicit Folder(const std::string& path);
     /// A folder in the tree of `parent`. The root's object must outlive it.
     Folder(const Folder& parent, const char* path);
@@ -28,31 +27,31 @@ public:
     Folder& operator=(const Folder&) = delete;
     ~Folder();
 
-    bool isOpen() const { return descriptor_ >= 0; }
+    bool IsOpen() const { return mDescriptor >= 0; }
 
-    /// The names in it, but those that begin with a dot, in no order.
-    std::vector<std::string> names() const;
+    /// The names in it, unsorted, except those that begin with a dot.
+    std::vector<std::string> Names() const;
 
-    /// Where a link points to, as it stands; empty when it is no link.
-    std::string link(const char* path) const;
+    /// The target of a link, unresolved; empty if it isn't a link.
+    std::string Link(const char* path) const;
 
-    bool has(const char* path) const;
+    bool Has(const char* path) const;
 
-    /// One attribute, of at most a page (4096 bytes), which the kernel gives in one read.
-    Reading read(const char* path) const;
+    /// Reads an attribute: at most a page (4096 bytes), in a single read.
+    Reading Read(const char* path) const;
 
-    /// A file of any size up to `limit` bytes, which the kernel gives in pieces. Returns an errno, or 0.
-    int readWhole(const char* path, std::size_t limit, std::string& bytes) const;
+    /// Reads up to `limit` bytes, in as many reads as it takes. Returns an errno, or 0.
+    int ReadWhole(const char* path, std::size_t limit, std::string& bytes) const;
 
-    /// Returns an errno, or 0.
-    int write(const char* path, std::string_view text) const;
+    /// Writes an existing file. Returns an errno, or 0.
+    int Write(const char* path, std::string_view text) const;
 
 private:
-    int open(const char* path, int flags) const;
+    int Open(const char* path, int flags) const;
 
-    int descriptor_ = -1;
-    int root_ = -1;    ///< of the tree; -1: the root of this machine
-    std::string path_; ///< from `root_`, with a slash at its end
+    int mDescriptor = -1;
+    int mRoot = -1;    ///< of the tree; -1: the root of this machine
+    std::string mPath; ///< relative to `mRoot`, with a trailing slash
 };
 
 } // namespace host

@@ -21,19 +21,19 @@ constexpr VX_UINT16 PHYSICAL_PORT = 1;
 constexpr VX_UINT16 VIRTUAL_PORT = 3;
 constexpr VX_UINT8 OFFLINE = 3;
 constexpr VX_UINT32 CONGESTION_PHASE_2 = VX_UINT32{1} << 26;
-constexpr VX_UINT8 UNKNOWN_STATE = 0xFF;       ///< of congestion: neither healthy nor congested
+constexpr VX_UINT8 UNKNOWN_STATE = 0xFF;       ///< congestion: neither healthy nor congested
 constexpr VX_UINT8 NVME_TARGET = 0x08;         ///< in byte 5 of `TargetFlags`
 constexpr VX_UINT8 NAMESPACE = 0x01;           ///< in `LunFlags`
 constexpr VX_UINT32 NO_DEVICE_TYPE = 0x1F;     ///< SPC-4: unknown or no device type
 constexpr VX_UINT16 NO_TARGET_NUMBER = 0xFFFF; ///< the kernel's -1
 constexpr std::uint64_t MAX_HOST = 0xFFFFFFFF;
-constexpr VX_UINT32 MAX_NAMESPACE = 0xFFFF; ///< that the library's record has room for
-constexpr VX_UINT32 SECTOR = 512;           ///< the kernel's unit of sizes
+constexpr VX_UINT32 MAX_NAMESPACE = 0xFFFF; ///< limit of the library's record
+constexpr VX_UINT32 SECTOR = 512;           ///< unit of the kernel's sizes
 constexpr char HANDLE_TAG[4] = {'s', 'y', 's', 'f'};
 
-/// The numbers in a name such as "rport-3:0-12", for the pattern "rport-#:#-#", as the kernel writes them.
+/// The numbers in a name such as "rport-3:0-12" for the pattern "rport-#:#-#".
 template <std::size_t count>
-std::optional<std::array<std::uint64_t, count>> numbersIn(std::string_view name, std::string_view pattern) {
+std::optional<std::array<std::uint64_t, count>> NumbersIn(std::string_view name, std::string_view pattern) {
     std::array<std::uint64_t, count> numbers{};
     auto number = numbers.begin();
     const char* at = name.begin();
@@ -51,19 +51,19 @@ std::optional<std::array<std::uint64_t, count>> numbersIn(std::string_view name,
     return at == name.end() ? std::optional(numbers) : std::nullopt;
 }
 
-/// The names of a folder that have numbers as in the pattern, in the order of the numbers.
+/// The names in a folder that match a pattern, by their numbers.
 template <std::size_t count>
-std::map<std::array<std::uint64_t, count>, std::string> numbered(const Folder& folder, std::string_view pattern) {
+std::map<std::array<std::uint64_t, count>, std::string> Numbered(const Folder& folder, std::string_view pattern) {
     std::map<std::array<std::uint64_t, count>, std::string> found;
-    for (std::string& name : folder.names()) {
-        if (const auto numbers = numbersIn<count>(name, pattern)) {
+    for (std::string& name : folder.Names()) {
+        if (const auto numbers = NumbersIn<count>(name, pattern)) {
             found.emplace(*numbers, std::move(name));
         }
     }
     return found;
 }
 
-std::vector<std::string> split(std::string_view path) {
+std::vector<std::string> Split(std::string_view path) {
     std::vector<std::string> parts;
     while (!path.empty()) {
         const std::size_t slash = std::min(path.find('/'), path.size());
@@ -73,45 +73,45 @@ std::vector<std::string> split(std::string_view path) {
     return parts;
 }
 
-/// Reads one attribute of the entry `entry` of a folder. A file that isn't there is no mistake: kernels differ.
+/// Reads an attribute of an entry of a folder. A missing file isn't reported, since kernels differ.
 template <class Record>
-bool take(const Folder& folder, const std::string& entry, const Attribute<Record>& attribute, Record& record) {
+bool Take(const Folder& folder, const std::string& entry, const Attribute<Record>& attribute, Record& record) {
     const std::string path = entry + '/' + attribute.path;
-    const Reading reading = folder.read(path.c_str());
+    const Reading reading = folder.Read(path.c_str());
     if (reading.error == ENOENT) {
         return false;
     }
     if (reading.error != 0) {
-        tell(path, std::strerror(reading.error));
+        Tell(path, std::strerror(reading.error));
         return false;
     }
     if (!attribute.take(reading.bytes, record)) {
-        tell(path, std::string("not understood as the ") + attribute.meaning);
+        Tell(path, std::string("not understood as the ") + attribute.meaning);
         return false;
     }
     return true;
 }
 
 template <class Record, std::size_t count>
-void takeAll(const Folder& folder, const std::string& entry, const Attribute<Record> (&attributes)[count],
+void TakeAll(const Folder& folder, const std::string& entry, const Attribute<Record> (&attributes)[count],
              Record& record) {
     for (const Attribute<Record>& attribute : attributes) {
-        take(folder, entry, attribute, record);
+        Take(folder, entry, attribute, record);
     }
 }
 
-/// Whose port it is, from the link of its entry: "../../devices/…/0000:0b:00.1/host3/fc_host/host3", with
+/// Derives the owner of a port from the link of its entry: "../../devices/…/0000:0b:00.1/host3/fc_host/host3", or
 /// "…/host3/vport-3:0-0/host7/fc_host/host7" for a virtual port.
-void place(const std::string& link, Port& port) {
+void Place(const std::string& link, Port& port) {
     port.owner = port.name;
     port.physicalNumber = port.number;
     std::string path;
     std::string owner;
     std::string above;
-    for (const std::string& part : split(link)) {
-        if (const auto host = numbersIn<1>(part, "host#"); host && (*host)[0] <= MAX_HOST) {
+    for (const std::string& part : Split(link)) {
+        if (const auto host = NumbersIn<1>(part, "host#"); host && (*host)[0] <= MAX_HOST) {
             port.physicalNumber = static_cast<unsigned>((*host)[0]);
-            port.isFcoe = above.starts_with("ctlr_"); // a controller of the FCoE bus, over a network device
+            port.isFcoe = above.starts_with("ctlr_"); // a controller on the FCoE bus, above a network device
             port.owner = owner.empty() ? path : owner;
             break;
         }
@@ -134,14 +134,14 @@ void place(const std::string& link, Port& port) {
     port.record.PortInterfaceType = link.find("/vport-") == std::string::npos ? PHYSICAL_PORT : VIRTUAL_PORT;
 }
 
-std::string textOf(Text text) {
+std::string TextOf(Text text) {
     std::string value;
-    takeText(text, value);
+    TakeText(text, value);
     return value;
 }
 
-/// Fills in what is empty.
-void complete(Identity& identity, const Identity& other) {
+/// Fills in missing texts.
+void Complete(Identity& identity, const Identity& other) {
     for (std::string Identity::*const text : {&Identity::model, &Identity::serialNumber, &Identity::manufacturer}) {
         if ((identity.*text).empty()) {
             identity.*text = other.*text;
@@ -149,38 +149,38 @@ void complete(Identity& identity, const Identity& other) {
     }
 }
 
-/// What the transport class doesn't tell of an adapter, its card may.
-void takeIdentityFromCard(const Folder& hosts, const PciFunction& pci, Identity& identity) {
+/// Takes what the transport class lacks from the card's vital product data.
+void TakeIdentityFromCard(const Folder& hosts, const PciFunction& pci, Identity& identity) {
     if (pci.path.empty() || (!identity.model.empty() && !identity.serialNumber.empty())) {
         return;
     }
-    constexpr std::size_t LIMIT = 1024; // of the library's own
+    constexpr std::size_t LIMIT = 1024; // as in the library's interface
     std::string vpd;
-    const int error = hosts.readWhole((pci.path + VITAL_PRODUCT_DATA).c_str(), LIMIT, vpd);
+    const int error = hosts.ReadWhole((pci.path + VITAL_PRODUCT_DATA).c_str(), LIMIT, vpd);
     if (error != 0 && error != ENOENT) {
-        tell(split(pci.path).back() + '/' + VITAL_PRODUCT_DATA, std::strerror(error));
+        Tell(Split(pci.path).back() + '/' + VITAL_PRODUCT_DATA, std::strerror(error));
     }
-    complete(identity, {textOf(vpdKeyword(vpd, "PN")), textOf(vpdKeyword(vpd, "SN")), textOf(vpdKeyword(vpd, "MN"))});
+    Complete(identity, {TextOf(VpdKeyword(vpd, "PN")), TextOf(VpdKeyword(vpd, "SN")), TextOf(VpdKeyword(vpd, "MN"))});
 }
 
-/// The H:C:T that the names of a target's LUNs begin with; none: the target has no LUNs.
-std::optional<std::array<std::uint64_t, 3>> scsiTarget(const Folder& remotePorts, const Target& target) {
-    const auto numbers = numbersIn<3>(target.name, "rport-#:#-#");
+/// The H:C:T prefix of the names of a target's LUNs; none if it has no LUNs.
+std::optional<std::array<std::uint64_t, 3>> ScsiTarget(const Folder& remotePorts, const Target& target) {
+    const auto numbers = NumbersIn<3>(target.name, "rport-#:#-#");
     if (target.record.TargetNumber != NO_TARGET_NUMBER) {
         return std::array{(*numbers)[0], (*numbers)[1], std::uint64_t{target.record.TargetNumber}};
     }
-    // The number may be what can't be read; the remote port's own folder has the SCSI target's.
-    const auto found = numbered<3>(Folder(remotePorts, (target.name + "/device").c_str()), "target#:#:#");
+    // The attribute may be unreadable; the remote port's device folder contains the SCSI target.
+    const auto found = Numbered<3>(Folder(remotePorts, (target.name + "/device").c_str()), "target#:#:#");
     return found.empty() ? std::nullopt : std::optional(found.begin()->first);
 }
 
-template <std::size_t size> bool isZero(const VX_UINT8 (&bytes)[size]) {
+template <std::size_t size> bool IsZero(const VX_UINT8 (&bytes)[size]) {
     return std::all_of(bytes, bytes + size, [](VX_UINT8 byte) { return byte == 0; });
 }
 
-/// The size of a LUN in its own blocks.
-void takeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
-    takeAll(classes, "block/" + blockDevice, BLOCK_DEVICE, lun);
+/// Reads the size of a LUN and converts it to the LUN's blocks.
+void TakeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
+    TakeAll(classes, "block/" + blockDevice, BLOCK_DEVICE, lun);
     if (lun.record.BlockSize < SECTOR) {
         lun.record.BlockSize = SECTOR;
     }
@@ -189,85 +189,85 @@ void takeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
 
 } // namespace
 
-void tell(const std::string& what, const std::string& why) {
+void Tell(const std::string& what, const std::string& why) {
     std::printf("vexapi linux: %s: %s\n", what.c_str(), why.c_str());
 }
 
 Tree::Tree(const std::string& root)
-    : root_(root), system_(root_, "sys"), classes_(system_, "class"), hosts_(classes_, "fc_host"),
-      remotePorts_(classes_, "fc_remote_ports") {
-    readPorts();
-    readRemotePorts();
-    readLuns();
-    readControllers();
-    join();
+    : mRoot(root), mSystem(mRoot, "sys"), mClasses(mSystem, "class"), mHosts(mClasses, "fc_host"),
+      mRemotePorts(mClasses, "fc_remote_ports") {
+    ReadPorts();
+    ReadRemotePorts();
+    ReadLuns();
+    ReadControllers();
+    Join();
 }
 
-Port* Tree::port(VX_UINT32 word) {
-    const auto found = std::find_if(ports_.begin(), ports_.end(), [&](const Port& p) { return p.number == word; });
-    return found == ports_.end() ? nullptr : &*found;
+Port* Tree::FindPort(VX_UINT32 word) {
+    const auto found = std::find_if(mPorts.begin(), mPorts.end(), [&](const Port& p) { return p.number == word; });
+    return found == mPorts.end() ? nullptr : &*found;
 }
 
-Port* Tree::port(const VX_PORT_HANDLE* handle) {
+Port* Tree::FindPort(const VX_PORT_HANDLE* handle) {
     VX_UINT32 word = 0;
     if (handle == nullptr || std::memcmp(handle->opaque, HANDLE_TAG, sizeof HANDLE_TAG) != 0) {
         return nullptr;
     }
     std::memcpy(&word, handle->opaque + sizeof HANDLE_TAG, sizeof word);
-    return port(word);
+    return FindPort(word);
 }
 
-void Tree::readPorts() {
-    for (const auto& [numbers, name] : numbered<1>(hosts_, "host#")) {
+void Tree::ReadPorts() {
+    for (const auto& [numbers, name] : Numbered<1>(mHosts, "host#")) {
         if (numbers[0] > MAX_HOST) {
-            tell("fc_host/" + name, "left out, since the kernel has no such number");
+            Tell("fc_host/" + name, "left out, since the kernel has no such number");
             continue;
         }
         Port port;
         port.number = static_cast<unsigned>(numbers[0]);
         port.name = name;
-        place(hosts_.link(name.c_str()), port);
+        Place(mHosts.Link(name.c_str()), port);
         _vexapi_protocol_t& record = port.record;
-        takeAll(hosts_, name, HOST, port);
-        if (isZero(record.WWPN)) {
-            tell("fc_host/" + name, "left out, since it has no port name");
+        TakeAll(mHosts, name, HOST, port);
+        if (IsZero(record.WWPN)) {
+            Tell("fc_host/" + name, "left out, since it has no port name");
             continue;
         }
-        readCounters(port);
-        if (hosts_.has((name + "/statistics/" + NOTIFICATIONS).c_str())) {
+        ReadCounters(port);
+        if (mHosts.Has((name + "/statistics/" + NOTIFICATIONS).c_str())) {
             record.FeatureFlags |= CONGESTION_PHASE_2;
         }
         if (!port.pci.path.empty()) {
-            takeAll(hosts_, port.pci.path, PCI, port.pci);
+            TakeAll(mHosts, port.pci.path, PCI, port.pci);
         }
         record.ChipProperty = port.pci.chip;
         record.ProtocolType = port.isFcoe ? 1 : 0;
         record.ScmCongState = UNKNOWN_STATE;
         if (record.PortState == OFFLINE) {
-            record.PortSpeed = 0; // the kernel keeps the last one, or the fastest
+            record.PortSpeed = 0; // the kernel still shows the last one, or the fastest
         }
         const VX_UINT32 word = port.number;
         std::memcpy(record.PortHandle.opaque, HANDLE_TAG, sizeof HANDLE_TAG);
         std::memcpy(record.PortHandle.opaque + sizeof HANDLE_TAG, &word, sizeof word);
-        ports_.push_back(std::move(port));
+        mPorts.push_back(std::move(port));
     }
 }
 
-void Tree::readCounters(Port& port) {
-    port.record.IoCount = 0; // these two are sums
+void Tree::ReadCounters(Port& port) {
+    port.record.IoCount = 0; // summed up from several files
     port.record.MegaBytesCount = 0;
-    takeAll(hosts_, port.name + "/statistics", HOST_STATISTICS, port.record);
+    TakeAll(mHosts, port.name + "/statistics", HOST_STATISTICS, port.record);
 }
 
-void Tree::readRemotePorts() {
-    for (const auto& [numbers, name] : numbered<3>(remotePorts_, "rport-#:#-#")) {
-        Port* const owner = numbers[0] > MAX_HOST ? nullptr : port(static_cast<VX_UINT32>(numbers[0]));
+void Tree::ReadRemotePorts() {
+    for (const auto& [numbers, name] : Numbered<3>(mRemotePorts, "rport-#:#-#")) {
+        Port* const owner = numbers[0] > MAX_HOST ? nullptr : FindPort(static_cast<VX_UINT32>(numbers[0]));
         Target target;
         if (owner == nullptr) {
             continue;
         }
-        if (!take(remotePorts_, name, ROLES, target)) {
-            tell("fc_remote_ports/" + name, "left out, since it has no roles");
+        if (!Take(mRemotePorts, name, ROLES, target)) {
+            Tell("fc_remote_ports/" + name, "left out, since it has no roles");
             continue;
         }
         const bool isFcp = target.roles.find("FCP Target") != std::string::npos;
@@ -280,23 +280,23 @@ void Tree::readRemotePorts() {
         record.TargetFlags[5] = isFcp ? 0 : NVME_TARGET;
         record.ScmCongState = UNKNOWN_STATE;
         target.name = name;
-        takeAll(remotePorts_, name, REMOTE_PORT, target);
-        if (isZero(record.PortName)) {
-            tell("fc_remote_ports/" + name, "left out, since it has no port name");
+        TakeAll(mRemotePorts, name, REMOTE_PORT, target);
+        if (IsZero(record.PortName)) {
+            Tell("fc_remote_ports/" + name, "left out, since it has no port name");
             continue;
         }
         owner->targets.push_back(std::move(target));
     }
 }
 
-/// Each by the name of the folder that it lies in, which its link tells.
-void Tree::readBlockDevices() {
-    if (!blockDevices_.empty()) {
-        return; // read already
+/// Keys are the names of the parent folders, from the links.
+void Tree::ReadBlockDevices() {
+    if (!mBlockDevices.empty()) {
+        return; // already read
     }
-    const Folder blocks(classes_, "block");
-    for (const std::string& name : blocks.names()) {
-        std::vector<std::string> parts = split(blocks.link(name.c_str()));
+    const Folder blocks(mClasses, "block");
+    for (const std::string& name : blocks.Names()) {
+        std::vector<std::string> parts = Split(blocks.Link(name.c_str()));
         if (parts.size() < 3) {
             continue;
         }
@@ -304,19 +304,19 @@ void Tree::readBlockDevices() {
         if (parts.back() == "block") {
             parts.pop_back();
         }
-        blockDevices_.emplace(parts.back(), name);
+        mBlockDevices.emplace(parts.back(), name);
     }
 }
 
-void Tree::readLuns() {
-    // By the H:C:T of their LUNs' names.
+void Tree::ReadLuns() {
+    // By H:C:T.
     std::map<std::array<std::uint64_t, 3>, Target*> targets;
-    for (Port& port : ports_) {
+    for (Port& port : mPorts) {
         for (Target& target : port.targets) {
             if ((target.record.TargetFlags[5] & NVME_TARGET) != 0) {
                 continue;
             }
-            if (const auto numbers = scsiTarget(remotePorts_, target)) {
+            if (const auto numbers = ScsiTarget(mRemotePorts, target)) {
                 targets.emplace(*numbers, &target);
             }
         }
@@ -324,9 +324,9 @@ void Tree::readLuns() {
     if (targets.empty()) {
         return;
     }
-    readBlockDevices();
-    const Folder devices(system_, "bus/scsi/devices");
-    for (const auto& [numbers, name] : numbered<4>(devices, "#:#:#:#")) {
+    ReadBlockDevices();
+    const Folder devices(mSystem, "bus/scsi/devices");
+    for (const auto& [numbers, name] : Numbered<4>(devices, "#:#:#:#")) {
         const auto owner = targets.find({numbers[0], numbers[1], numbers[2]});
         if (owner == targets.end()) {
             continue;
@@ -334,17 +334,17 @@ void Tree::readLuns() {
         Lun lun;
         lun.deviceType = NO_DEVICE_TYPE;
         lun.record.LunNumber = static_cast<VX_UINT16>(numbers[3]); // the first level of the address
-        if (!take(devices, name, INQUIRY, lun)) {
-            takeAll(devices, name, INQUIRY_TEXTS, lun);
+        if (!Take(devices, name, INQUIRY, lun)) {
+            TakeAll(devices, name, INQUIRY_TEXTS, lun);
         }
-        if (!take(devices, name, DESIGNATORS, lun)) {
-            take(devices, name, WORLDWIDE_ID, lun);
+        if (!Take(devices, name, DESIGNATORS, lun)) {
+            Take(devices, name, WORLDWIDE_ID, lun);
         }
-        if (const auto block = blockDevices_.find(name); block != blockDevices_.end()) {
-            takeSize(classes_, block->second, lun);
+        if (const auto block = mBlockDevices.find(name); block != mBlockDevices.end()) {
+            TakeSize(mClasses, block->second, lun);
         }
         Target& target = *owner->second;
-        if (target.luns.empty()) { // the first one speaks for its target
+        if (target.luns.empty()) { // the target takes its texts from the first LUN
             std::copy_n(lun.record.VendorId, sizeof lun.record.VendorId, target.record.VendorId);
             std::copy_n(lun.record.ProductId, sizeof lun.record.ProductId, target.record.ProductId);
             std::copy_n(lun.record.ProductRevision, sizeof lun.record.ProductRevision, target.record.ProductRevision);
@@ -354,22 +354,22 @@ void Tree::readLuns() {
     }
 }
 
-/// In the order of their numbers; those without one, or with one that the record has no room for, are left out.
-void Tree::readNamespaces(const std::string& controller, Target& target) {
-    const auto [begin, end] = blockDevices_.equal_range(controller);
+/// Namespaces are sorted by number; those without one, or with one that doesn't fit the record, are left out.
+void Tree::ReadNamespaces(const std::string& controller, Target& target) {
+    const auto [begin, end] = mBlockDevices.equal_range(controller);
     for (auto block = begin; block != end; ++block) {
         Lun lun;
         lun.record.LunFlags = NAMESPACE;
         const std::string entry = "block/" + block->second;
-        take(classes_, entry, NAMESPACE_NUMBER, lun);
+        Take(mClasses, entry, NAMESPACE_NUMBER, lun);
         if (lun.namespaceNumber == 0 || lun.namespaceNumber > MAX_NAMESPACE) {
-            tell(entry, lun.namespaceNumber == 0 ? "left out, since it has no namespace number"
+            Tell(entry, lun.namespaceNumber == 0 ? "left out, since it has no namespace number"
                                                  : "left out, since its number takes more than 16 bits");
             continue;
         }
         lun.record.LunNumber = static_cast<VX_UINT16>(lun.namespaceNumber);
-        take(classes_, entry, WORLDWIDE_ID, lun);
-        takeSize(classes_, block->second, lun);
+        Take(mClasses, entry, WORLDWIDE_ID, lun);
+        TakeSize(mClasses, block->second, lun);
         std::copy_n(target.record.ProductId, sizeof lun.record.ProductId, lun.record.ProductId);
         std::copy_n(target.record.NvmeRevision, sizeof lun.record.NamespaceRevision, lun.record.NamespaceRevision);
         target.luns.push_back(lun.record);
@@ -378,43 +378,43 @@ void Tree::readNamespaces(const std::string& controller, Target& target) {
               [](const auto& a, const auto& b) { return a.LunNumber < b.LunNumber; });
 }
 
-void Tree::readControllers() {
-    const Folder controllers(classes_, "nvme");
-    const std::map<std::array<std::uint64_t, 1>, std::string> names = numbered<1>(controllers, "nvme#");
+void Tree::ReadControllers() {
+    const Folder controllers(mClasses, "nvme");
+    const std::map<std::array<std::uint64_t, 1>, std::string> names = Numbered<1>(controllers, "nvme#");
     if (names.empty()) {
         return;
     }
-    readBlockDevices();
+    ReadBlockDevices();
     for (const auto& [numbers, name] : names) {
         Controller controller;
-        if (!take(controllers, name, TRANSPORT, controller)) {
-            tell("nvme/" + name, "left out, since it has no transport");
+        if (!Take(controllers, name, TRANSPORT, controller)) {
+            Tell("nvme/" + name, "left out, since it has no transport");
             continue;
         }
         if (controller.transport != "fc") {
             continue;
         }
-        takeAll(controllers, name, CONTROLLER, controller);
-        if (controller.kind == "discovery") { // tells where the subsystems are, has no namespaces
+        TakeAll(controllers, name, CONTROLLER, controller);
+        if (controller.kind == "discovery") { // discovery controllers have no namespaces
             continue;
         }
-        const auto owner = std::find_if(ports_.begin(), ports_.end(), [&](const Port& port) {
-            return nameNumber(port.record.WWPN) == controller.hostPort;
+        const auto owner = std::find_if(mPorts.begin(), mPorts.end(), [&](const Port& port) {
+            return NameNumber(port.record.WWPN) == controller.hostPort;
         });
-        if (owner == ports_.end()) {
-            tell("nvme/" + name, "left out, since no port of this host has it");
+        if (owner == mPorts.end()) {
+            Tell("nvme/" + name, "left out, since no port of this host has it");
             continue;
         }
         if (owner->record.HostNQN[0] == '\0') {
-            takeText(controller.hostNqn, owner->record.HostNQN);
+            TakeText(controller.hostNqn, owner->record.HostNQN);
             std::copy_n(controller.hostId, sizeof controller.hostId, owner->record.HostId);
         }
-        // The remote port has a record already if it has the NVMe role; a second controller there needs its own.
+        // A remote port with the NVMe role already has a record, which the first controller takes.
         Target* target = nullptr;
         _tagVEXAPI_SDMTarget& record = controller.target;
         record.TargetNumber = NO_TARGET_NUMBER;
         for (Target& known : owner->targets) {
-            if (nameNumber(known.record.PortName) == nameNumber(record.PortName)) {
+            if (NameNumber(known.record.PortName) == NameNumber(record.PortName)) {
                 std::copy_n(known.record.PortId, sizeof record.PortId, record.PortId);
                 const bool isFree = (known.record.TargetFlags[5] & NVME_TARGET) != 0 && known.record.StorageNqn[0] == 0;
                 target = isFree ? &known : target;
@@ -422,21 +422,21 @@ void Tree::readControllers() {
         }
         record.TargetFlags[5] = NVME_TARGET;
         if (controller.state == "live") {
-            takeTargetState("Online", record.TargetFlags);
+            TakeTargetState("Online", record.TargetFlags);
         }
         record.ScmCongState = UNKNOWN_STATE;
         if (target == nullptr) {
             target = &owner->targets.emplace_back();
         }
         target->record = record;
-        readNamespaces(name, *target);
+        ReadNamespaces(name, *target);
     }
 }
 
 namespace {
 
-/// Hangs the records of a container behind each other, and gives the first one.
-template <class Records, class Project> auto chain(Records& records, Project project) {
+/// Links the records into a list and returns its head.
+template <class Records, class Project> auto Chain(Records& records, Project project) {
     decltype(&project(records.front())) next = nullptr;
     for (auto record = records.rbegin(); record != records.rend(); ++record) {
         project(*record).pNext = next;
@@ -445,13 +445,13 @@ template <class Records, class Project> auto chain(Records& records, Project pro
     return next;
 }
 
-void takeIdentity(const Identity& identity, _vexapi_adapter_t& record) {
-    takeText(identity.model, record.Model);
-    takeText(identity.serialNumber, record.SerialNumber);
-    takeText(identity.manufacturer, record.Manufacturer);
+void TakeIdentity(const Identity& identity, _vexapi_adapter_t& record) {
+    TakeText(identity.model, record.Model);
+    TakeText(identity.serialNumber, record.SerialNumber);
+    TakeText(identity.manufacturer, record.Manufacturer);
 }
 
-void takeChip(const Port& port, _vexapi_adapter_t& record) {
+void TakeChip(const Port& port, _vexapi_adapter_t& record) {
     record.AdapterType = !port.isFcoe                        ? FIBRE_CHANNEL_ADAPTER
                          : port.pci.classCode >> 8 == 0x0200 ? ETHERNET_ADAPTER
                                                              : 0;
@@ -464,27 +464,27 @@ void takeChip(const Port& port, _vexapi_adapter_t& record) {
 
 } // namespace
 
-void Tree::join() {
-    for (Port& port : ports_) {
+void Tree::Join() {
+    for (Port& port : mPorts) {
         for (Target& target : port.targets) {
             target.record.LunCount = static_cast<VX_UINT32>(target.luns.size());
-            target.record.pLunList = chain(
+            target.record.pLunList = Chain(
                 target.luns, [](auto& lun) -> auto& { return lun; });
         }
         port.record.TargetCount = static_cast<VX_UINT32>(port.targets.size());
-        port.record.pTargetList = chain(
+        port.record.pTargetList = Chain(
             port.targets, [](Target & target) -> auto& { return target.record; });
 
-        auto adapter = std::find_if(adapters_.begin(), adapters_.end(),
+        auto adapter = std::find_if(mAdapters.begin(), mAdapters.end(),
                                     [&](const Adapter& known) { return known.owner == port.owner; });
-        if (adapter == adapters_.end()) {
-            adapter = adapters_.emplace(adapters_.end());
+        if (adapter == mAdapters.end()) {
+            adapter = mAdapters.emplace(mAdapters.end());
             adapter->owner = port.owner;
             adapter->pci = port.pci;
-            takeChip(port, adapter->record);
+            TakeChip(port, adapter->record);
         }
-        complete(adapter->identity, port.identity);
-        // Virtual ports stand behind the physical one whose function they share.
+        Complete(adapter->identity, port.identity);
+        // Virtual ports follow their physical port.
         auto physical = std::find_if(adapter->ports.begin(), adapter->ports.end(),
                                      [&](const PhysicalPort& known) { return known.number == port.physicalNumber; });
         if (physical == adapter->ports.end()) {
@@ -500,17 +500,17 @@ void Tree::join() {
         *end = &port.record;
         ++physical->protocols.Count;
     }
-    for (Adapter& adapter : adapters_) {
-        takeIdentityFromCard(hosts_, adapter.pci, adapter.identity);
-        takeIdentity(adapter.identity, adapter.record);
+    for (Adapter& adapter : mAdapters) {
+        TakeIdentityFromCard(mHosts, adapter.pci, adapter.identity);
+        TakeIdentity(adapter.identity, adapter.record);
         adapter.list.Count = static_cast<VX_UINT32>(adapter.ports.size());
-        adapter.list.pHead = chain(
+        adapter.list.pHead = Chain(
             adapter.ports, [](PhysicalPort & port) -> auto& { return port.record; });
         adapter.record.pPhyPortList = &adapter.list;
     }
-    list_.Count = static_cast<VX_UINT32>(adapters_.size());
-    list_.pHead = chain(
-        adapters_, [](Adapter & adapter) -> auto& { return adapter.record; });
+    mList.Count = static_cast<VX_UINT32>(mAdapters.size());
+    mList.pHead = Chain(
+        mAdapters, [](Adapter & adapter) -> auto& { return adapter.record; });
 }
 
 } // namespace host

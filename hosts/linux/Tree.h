@@ -1,5 +1,5 @@
 /// @file
-/// The Fibre Channel ports of a Linux host, what they see, and the adapters that own them, as the library's records.
+/// Adapters, Fibre Channel ports, targets and LUNs of a Linux host as the library's records.
 #pragma once
 
 #include "Api.h"
@@ -12,22 +12,22 @@
 
 namespace host {
 
-/// What a port says of its adapter.
+/// Names of an adapter, from one of its ports.
 struct Identity {
     std::string model;
     std::string serialNumber;
     std::string manufacturer;
 };
 
-/// The PCI function that a port belongs to; all zero where it is none.
+/// The PCI function of a port; all zero if there is none.
 struct PciFunction {
-    std::string path; ///< of its folder, from class/fc_host/; empty: there is none
+    std::string path; ///< of its folder, relative to class/fc_host/; empty: none
     __CHIPPROPERTY chip{};
-    VX_UINT32 classCode = 0; ///< class, subclass, programming interface: a byte each
+    VX_UINT32 classCode = 0; ///< class, subclass and programming interface, a byte each
     VX_UINT32 revision = 0;
 };
 
-/// A LUN while it is read.
+/// A LUN that is being read.
 struct Lun {
     _tagVEXAPI_SDMLun record{};
     VX_UINT32 deviceType = 0;
@@ -36,12 +36,12 @@ struct Lun {
 
 struct Target {
     _tagVEXAPI_SDMTarget record{};
-    std::string name;  ///< in class/fc_remote_ports/; empty: known as an NVMe controller alone
+    std::string name;  ///< in class/fc_remote_ports/; empty: only known as an NVMe controller
     std::string roles; ///< as the kernel writes them
     std::vector<_tagVEXAPI_SDMLun> luns;
 };
 
-/// An NVMe controller while it is read.
+/// An NVMe controller that is being read.
 struct Controller {
     std::string transport;
     std::string kind;
@@ -54,9 +54,9 @@ struct Controller {
 
 struct Port {
     unsigned number = 0;         ///< the N of class/fc_host/hostN
-    unsigned physicalNumber = 0; ///< the same of the port that a virtual port belongs to, else `number`
+    unsigned physicalNumber = 0; ///< of a virtual port's physical port; otherwise `number`
     std::string name;            ///< "hostN"
-    std::string owner;           ///< path of the device that owns it; functions of one PCI device are one owner
+    std::string owner;           ///< path of its device; functions of a PCI device have the same owner
     bool isFcoe = false;
     PciFunction pci;
     Identity identity;
@@ -65,7 +65,7 @@ struct Port {
 };
 
 struct PhysicalPort {
-    unsigned number = 0; ///< of its host
+    unsigned number = 0; ///< of its fc_host
     _vexapi_phy_port_t record{};
     VX_PROTOCOL_LIST protocols{};
 };
@@ -73,57 +73,57 @@ struct PhysicalPort {
 struct Adapter {
     std::string owner;
     PciFunction pci;   ///< of its first port
-    Identity identity; ///< from the first of its ports that tells
+    Identity identity; ///< from the first of its ports that has it
     _vexapi_adapter_t record{};
     VX_PHY_PORT_LIST list{};
     std::deque<PhysicalPort> ports;
 };
 
-/// The whole of it, read when it is made. What can't be read is told on standard output, a line each, and left out.
+/// The whole host, read by the constructor. What can't be read is reported on standard output and left out.
 class Tree {
 public:
     /// `root` holds `sys/`.
     explicit Tree(const std::string& root);
 
-    /// False: `root` has no `sys/class`, so that it isn't what it should be.
-    bool isValid() const { return classes_.isOpen(); }
+    /// False if `root` has no `sys/class`.
+    bool IsValid() const { return mClasses.IsOpen(); }
 
-    VX_ADAPTER_LIST* list() { return &list_; }
-    std::size_t portCount() const { return ports_.size(); }
+    VX_ADAPTER_LIST* List() { return &mList; }
+    std::size_t PortCount() const { return mPorts.size(); }
 
-    /// The port of a handle, or of a handle's word; null for none of this tree.
-    Port* port(const VX_PORT_HANDLE* handle);
-    Port* port(VX_UINT32 word);
+    /// The port of a handle, or of a handle's word; null if there is no such port.
+    Port* FindPort(const VX_PORT_HANDLE* handle);
+    Port* FindPort(VX_UINT32 word);
 
-    /// Reads the counters of a port, the first time or again.
-    void readCounters(Port& port);
+    /// Reads the counters of a port, or reads them again.
+    void ReadCounters(Port& port);
 
     /// The folders class/fc_host and class/fc_remote_ports.
-    const Folder& hosts() const { return hosts_; }
-    const Folder& remotePorts() const { return remotePorts_; }
+    const Folder& Hosts() const { return mHosts; }
+    const Folder& RemotePorts() const { return mRemotePorts; }
 
 private:
-    void readPorts();
-    void readRemotePorts();
-    void readBlockDevices();
-    void readLuns();
-    void readNamespaces(const std::string& controller, Target& target);
-    void readControllers();
-    void join();
+    void ReadPorts();
+    void ReadRemotePorts();
+    void ReadBlockDevices();
+    void ReadLuns();
+    void ReadNamespaces(const std::string& controller, Target& target);
+    void ReadControllers();
+    void Join();
 
-    Folder root_;
-    Folder system_;
-    Folder classes_;
-    Folder hosts_;
-    Folder remotePorts_;
-    /// Names in class/block by what they belong to: "0:0:1:300", a LUN, or "nvme0", a controller.
-    std::multimap<std::string, std::string> blockDevices_;
-    std::deque<Port> ports_; ///< in order of their numbers
-    std::deque<Adapter> adapters_;
-    VX_ADAPTER_LIST list_{};
+    Folder mRoot;
+    Folder mSystem;
+    Folder mClasses;
+    Folder mHosts;
+    Folder mRemotePorts;
+    /// Names in class/block by LUN ("0:0:1:300") or controller ("nvme0").
+    std::multimap<std::string, std::string> mBlockDevices;
+    std::deque<Port> mPorts; ///< sorted by number
+    std::deque<Adapter> mAdapters;
+    VX_ADAPTER_LIST mList{};
 };
 
-/// A line in the library's output: "vexapi linux: WHAT: WHY".
-void tell(const std::string& what, const std::string& why);
+/// Prints "vexapi linux: WHAT: WHY" to the library's output.
+void Tell(const std::string& what, const std::string& why);
 
 } // namespace host

@@ -1,6 +1,6 @@
 /// @file
-/// What no open interface of the kernel's offers: flash, NVRAM, transceivers, diagnostics, the switches of a port.
-/// Each says so in the way of its own, and touches nothing.
+/// Functions without an open kernel interface: flash, NVRAM, transceivers, diagnostics and most settings. They fail
+/// without side effects.
 #include "Session.h"
 
 #include <cstring>
@@ -13,7 +13,7 @@ constexpr char VERDICT[] = "Not supported";
 
 } // namespace
 
-/* Answers that are no statuses. */
+/* Functions that don't return a status. */
 
 VX_UINT32 VEXAPI_CheckRowanPersonalityChangeOption(VX_PORT_HANDLE* /*handle*/) {
     return 0;
@@ -41,7 +41,7 @@ _VEXAPI_DiagnosticsDPortResult VEXAPI_DiagnosticDPortTest(VX_PORT_HANDLE* /*hand
     return result;
 }
 
-/// A state of each item, which has a word for it.
+/// Reports a status per item.
 VX_UINT32 VEXAPI_GetLockdownStatus(VX_PORT_HANDLE* /*handle*/, VEXAPI_LOCKDOWNINFO* lockdown) {
     lockdown->ConfigStatus = UNSUPPORTED;
     lockdown->FirmwareStatus = UNSUPPORTED;
@@ -49,7 +49,7 @@ VX_UINT32 VEXAPI_GetLockdownStatus(VX_PORT_HANDLE* /*handle*/, VEXAPI_LOCKDOWNIN
     return host::OK;
 }
 
-/* Statuses. */
+/* Functions that return a status. */
 
 VX_UINT32 VEXAPI_IsRebootRequired(VX_UINT32* /*required*/) {
     return UNSUPPORTED;

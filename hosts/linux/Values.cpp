@@ -9,13 +9,13 @@ namespace host {
 
 namespace {
 
-/// A word of the kernel's and the library's code for it; 0 for a word that has none.
+/// A word of the kernel's and the library's code for it; 0 if it has none.
 template <class Code> struct Word {
     Text word;
     Code code;
 };
 
-template <class Code, std::size_t count> const Word<Code>* find(const Word<Code> (&words)[count], Text word) {
+template <class Code, std::size_t count> const Word<Code>* Find(const Word<Code> (&words)[count], Text word) {
     const auto* const found =
         std::find_if(std::begin(words), std::end(words), [&](const auto& row) { return row.word == word; });
     return found == std::end(words) ? nullptr : found;
@@ -25,7 +25,7 @@ struct Speed {
     VX_UINT8 code; ///< of `PortSpeed`
     VX_UINT8 bit;  ///< of `SupportedSpeeds`
 };
-/// The kernel's names of link speeds; those without a code are slower or faster than the library has words for.
+/// The kernel's names of link speeds. The library has no codes for some of them.
 constexpr Word<Speed> SPEEDS[] = {
     {"1 Gbit", {1, 0x01}},   {"2 Gbit", {2, 0x02}},   {"4 Gbit", {4, 0x08}},   {"8 Gbit", {8, 0x10}},
     {"10 Gbit", {16, 0x04}}, {"16 Gbit", {22, 0x20}}, {"32 Gbit", {50, 0x40}}, {"64 Gbit", {100, 0x80}},
@@ -63,45 +63,46 @@ constexpr Word<VX_UINT16> LINK_SPEEDS[] = {
     {"16", 4},  {"32.0", 8}, {"32", 8}, {"64.0", 0}, {"Unknown", 0},
 };
 
-/// The text without `prefix`, or nothing when it begins otherwise.
-std::optional<Text> without(Text prefix, Text text) {
+/// The text without `prefix`, or nothing if it has another prefix.
+std::optional<Text> Without(Text prefix, Text text) {
     return text.starts_with(prefix) ? std::optional(text.substr(prefix.size())) : std::nullopt;
 }
 
-/// Nothing that the kernel could tell: leave the value alone.
-bool isUntold(Text text) {
+/// Whether the kernel doesn't know the value.
+bool IsUntold(Text text) {
     static constexpr Text UNKNOWN = "unknown";
     return text.empty() || text == "-1" ||
            std::equal(text.begin(), text.end(), UNKNOWN.begin(), UNKNOWN.end(),
                       [](char a, char b) { return (a | 0x20) == b; });
 }
 
-/// A number of 64 ones says that there is none.
-bool isNone(std::uint64_t number) {
+/// The kernel shows all ones if there is no number.
+bool IsNone(std::uint64_t number) {
     return number == std::numeric_limits<std::uint64_t>::max();
 }
 
-/// Calls `use` with the number; tells whether the text was one, or told nothing.
-template <class Use> bool withNumber(Text text, Use use) {
-    const Text word = trimmed(text);
-    if (isUntold(word)) {
+/// Calls `use` with the number. False if the text is malformed; an unknown value is well-formed.
+template <class Use> bool WithNumber(Text text, Use use) {
+    const Text word = Trimmed(text);
+    if (IsUntold(word)) {
         return true;
     }
-    const std::optional<std::uint64_t> number = numberIn(word);
-    if (number && !isNone(*number)) {
+    const std::optional<std::uint64_t> number = NumberIn(word);
+    if (number && !IsNone(*number)) {
         use(*number);
     }
     return number.has_value();
 }
 
-template <class Number> bool takeAny(Text text, Number& number) {
-    return withNumber(text, [&](std::uint64_t value) {
+template <class Number> bool TakeAny(Text text, Number& number) {
+    return WithNumber(text, [&](std::uint64_t value) {
         number = static_cast<Number>(std::min<std::uint64_t>(value, std::numeric_limits<Number>::max()));
     });
 }
 
-/// Hexadecimal digits in pairs, with dashes between them, as bytes; at most `limit` of them. False for anything else.
-bool hexBytes(Text digits, VX_UINT8* bytes, std::size_t limit, std::size_t& count) {
+/// Parses pairs of hexadecimal digits, with optional dashes between them; stores at most `limit` bytes. False if
+/// malformed.
+bool HexBytes(Text digits, VX_UINT8* bytes, std::size_t limit, std::size_t& count) {
     count = 0;
     while (!digits.empty()) {
         if (digits.front() == '-') {
@@ -122,22 +123,23 @@ bool hexBytes(Text digits, VX_UINT8* bytes, std::size_t limit, std::size_t& coun
     return true;
 }
 
-void storeWorldwideId(Text bytes, _tagVEXAPI_SDMLun& lun) {
+void StoreWorldwideId(Text bytes, _tagVEXAPI_SDMLun& lun) {
     std::memset(lun.WorldwideId, 0, sizeof lun.WorldwideId);
     lun.WorldwideIdLength = static_cast<VX_UINT8>(bytes.copy(reinterpret_cast<char*>(lun.WorldwideId), 32));
 }
 
-unsigned byteAt(Text bytes, std::size_t index) {
+unsigned ByteAt(Text bytes, std::size_t index) {
     return static_cast<unsigned char>(bytes[index]);
 }
 
-/// How well a designator of a type (SPC-4, 7.8.6) names a logical unit; 0: it doesn't.
-unsigned designatorRank(unsigned type, Text designator) {
+/// Preference of a designator (SPC-4, 7.8.6); 0: not usable.
+unsigned DesignatorRank(unsigned type, Text designator) {
     enum : unsigned { T10_VENDOR = 1, EUI_64 = 2, NAA = 3 };
     constexpr unsigned LOCALLY_ASSIGNED = 3;
     if (type == NAA) {
-        // Of the formats of IEEE the longest has the highest number: 2 extended, 5 registered, 6 registered extended.
-        const unsigned format = byteAt(designator, 0) >> 4;
+        // Prefer the longest IEEE format, which has the highest number: 2 extended, 5 registered, 6 registered
+        // extended.
+        const unsigned format = ByteAt(designator, 0) >> 4;
         return NAA + (format == LOCALLY_ASSIGNED ? 0 : format);
     }
     return type == T10_VENDOR || type == EUI_64 ? type : 0;
@@ -145,26 +147,26 @@ unsigned designatorRank(unsigned type, Text designator) {
 
 } // namespace
 
-Text trimmed(Text text) {
+Text Trimmed(Text text) {
     static constexpr Text BLANKS(" \t\r\n\0", 5);
     const std::size_t begin = text.find_first_not_of(BLANKS);
     return begin == Text::npos ? Text() : text.substr(begin, text.find_last_not_of(BLANKS) + 1 - begin);
 }
 
-std::optional<std::uint64_t> numberIn(Text text) {
-    const std::optional<Text> hexadecimal = without("0x", text);
+std::optional<std::uint64_t> NumberIn(Text text) {
+    const std::optional<Text> hexadecimal = Without("0x", text);
     const Text digits = hexadecimal.value_or(text);
     std::uint64_t number = 0;
     const auto [end, error] = std::from_chars(digits.begin(), digits.end(), number, hexadecimal ? 16 : 10);
     return error == std::errc() && end == digits.end() ? std::optional(number) : std::nullopt;
 }
 
-bool takeName(Text text, VX_UINT8 (&name)[8]) {
-    return withNumber(text, [&](std::uint64_t number) { storeName(number, name); });
+bool TakeName(Text text, VX_UINT8 (&name)[8]) {
+    return WithNumber(text, [&](std::uint64_t number) { StoreName(number, name); });
 }
 
-bool takePortId(Text text, VX_UINT8 (&id)[3]) {
-    return withNumber(text, [&](std::uint64_t number) {
+bool TakePortId(Text text, VX_UINT8 (&id)[3]) {
+    return WithNumber(text, [&](std::uint64_t number) {
         if (number <= 0xFFFFFF) {
             id[0] = static_cast<VX_UINT8>(number >> 16);
             id[1] = static_cast<VX_UINT8>(number >> 8);
@@ -173,33 +175,33 @@ bool takePortId(Text text, VX_UINT8 (&id)[3]) {
     });
 }
 
-bool takeNumber(Text text, VX_UINT8& number) {
-    return takeAny(text, number);
+bool TakeNumber(Text text, VX_UINT8& number) {
+    return TakeAny(text, number);
 }
-bool takeNumber(Text text, VX_UINT16& number) {
-    return takeAny(text, number);
+bool TakeNumber(Text text, VX_UINT16& number) {
+    return TakeAny(text, number);
 }
-bool takeNumber(Text text, VX_UINT32& number) {
-    return takeAny(text, number);
+bool TakeNumber(Text text, VX_UINT32& number) {
+    return TakeAny(text, number);
 }
-bool takeNumber(Text text, VX_UINT64& number) {
-    return takeAny(text, number);
+bool TakeNumber(Text text, VX_UINT64& number) {
+    return TakeAny(text, number);
 }
 
-bool addNumber(Text text, VX_UINT32& number) {
-    return withNumber(text, [&](std::uint64_t value) {
+bool AddNumber(Text text, VX_UINT32& number) {
+    return WithNumber(text, [&](std::uint64_t value) {
         const VX_UINT32 room = std::numeric_limits<VX_UINT32>::max() - number;
         number += static_cast<VX_UINT32>(std::min<std::uint64_t>(value, room));
     });
 }
 
-VX_UINT32 saturated(VX_UINT64 number) {
+VX_UINT32 Saturated(VX_UINT64 number) {
     return static_cast<VX_UINT32>(std::min<VX_UINT64>(number, std::numeric_limits<VX_UINT32>::max()));
 }
 
-bool takeText(Text text, std::string& value) {
-    const Text line = trimmed(text);
-    if (!isUntold(line)) {
+bool TakeText(Text text, std::string& value) {
+    const Text line = Trimmed(text);
+    if (!IsUntold(line)) {
         value = line;
         std::replace_if(
             value.begin(), value.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
@@ -207,170 +209,170 @@ bool takeText(Text text, std::string& value) {
     return true;
 }
 
-bool takeSpeed(Text text, VX_UINT32& speed) {
-    const Text word = trimmed(text);
-    const auto* const row = find(SPEEDS, word);
+bool TakeSpeed(Text text, VX_UINT32& speed) {
+    const Text word = Trimmed(text);
+    const auto* const row = Find(SPEEDS, word);
     if (row != nullptr) {
         speed = row->code.code;
     }
-    return row != nullptr || isUntold(word);
+    return row != nullptr || IsUntold(word);
 }
 
-bool takeSpeeds(Text text, VX_UINT8& speeds) {
+bool TakeSpeeds(Text text, VX_UINT8& speeds) {
     bool isUnderstood = true;
-    for (Text rest = trimmed(text); !rest.empty();) {
-        const Text word = trimmed(rest.substr(0, rest.find(',')));
-        const auto* const row = find(SPEEDS, word);
+    for (Text rest = Trimmed(text); !rest.empty();) {
+        const Text word = Trimmed(rest.substr(0, rest.find(',')));
+        const auto* const row = Find(SPEEDS, word);
         if (row != nullptr) {
             speeds = static_cast<VX_UINT8>(speeds | row->code.bit);
         }
-        isUnderstood = isUnderstood && (row != nullptr || isUntold(word));
+        isUnderstood = isUnderstood && (row != nullptr || IsUntold(word));
         rest.remove_prefix(std::min(rest.find(','), rest.size() - 1) + 1);
     }
     return isUnderstood;
 }
 
-bool takePortState(Text text, VX_UINT8& state) {
-    const Text word = trimmed(text);
-    const auto* const row = find(PORT_STATES, word);
+bool TakePortState(Text text, VX_UINT8& state) {
+    const Text word = Trimmed(text);
+    const auto* const row = Find(PORT_STATES, word);
     if (row != nullptr) {
         state = row->code;
     }
-    return row != nullptr || isUntold(word);
+    return row != nullptr || IsUntold(word);
 }
 
-bool takeTargetState(Text text, VX_UINT8 (&flags)[6]) {
-    const Text word = trimmed(text);
-    if (word == "Online" || word == "Marginal") { // slow, but there
+bool TakeTargetState(Text text, VX_UINT8 (&flags)[6]) {
+    const Text word = Trimmed(text);
+    if (word == "Online" || word == "Marginal") { // degraded, but reachable
         flags[2] |= 0x02;
         flags[4] |= 0x01;
     }
-    return isUntold(word) || find(PORT_STATES, word) != nullptr;
+    return IsUntold(word) || Find(PORT_STATES, word) != nullptr;
 }
 
-bool takePortType(Text text, _vexapi_protocol_t& record) {
-    const Text word = trimmed(text);
-    const auto* const row = find(PORT_TYPES, word);
+bool TakePortType(Text text, _vexapi_protocol_t& record) {
+    const Text word = Trimmed(text);
+    const auto* const row = Find(PORT_TYPES, word);
     if (row != nullptr) {
         record.PortType = row->code.type;
         record.PortConnectionMode = row->code.mode;
     }
-    return row != nullptr || isUntold(word);
+    return row != nullptr || IsUntold(word);
 }
 
-bool takeLinkSpeed(Text text, VX_UINT16& link) {
-    const Text word = trimmed(text);
-    const auto* const row = find(LINK_SPEEDS, word.substr(0, word.find(' ')));
+bool TakeLinkSpeed(Text text, VX_UINT16& link) {
+    const Text word = Trimmed(text);
+    const auto* const row = Find(LINK_SPEEDS, word.substr(0, word.find(' ')));
     if (row != nullptr) {
         link = static_cast<VX_UINT16>(link | row->code);
     }
-    return row != nullptr || isUntold(word);
+    return row != nullptr || IsUntold(word);
 }
 
-bool takeLinkWidth(Text text, VX_UINT16& link) {
+bool TakeLinkWidth(Text text, VX_UINT16& link) {
     constexpr VX_UINT16 LANES_32 = 24;
-    return withNumber(text, [&](std::uint64_t lanes) {
-        // The kernel shows 255 lanes, or 63, where the device doesn't tell.
+    return WithNumber(text, [&](std::uint64_t lanes) {
+        // The kernel shows 255 or 63 lanes if the width is unknown.
         const std::uint64_t code = lanes <= 16 ? lanes : lanes == 32 ? LANES_32 : 0;
         link = static_cast<VX_UINT16>(link | code << 4);
     });
 }
 
-bool takeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun) {
-    const Text word = trimmed(text);
-    if (isUntold(word)) {
+bool TakeWorldwideId(Text text, _tagVEXAPI_SDMLun& lun) {
+    const Text word = Trimmed(text);
+    if (IsUntold(word)) {
         return true;
     }
-    if (const std::optional<Text> characters = without("t10.", word)) {
-        storeWorldwideId(*characters, lun);
+    if (const std::optional<Text> characters = Without("t10.", word)) {
+        StoreWorldwideId(*characters, lun);
         return true;
     }
     for (const Text prefix : {"naa.", "eui.", "uuid."}) {
-        if (const std::optional<Text> digits = without(prefix, word)) {
+        if (const std::optional<Text> digits = Without(prefix, word)) {
             VX_UINT8 bytes[sizeof lun.WorldwideId];
             std::size_t count = 0;
-            if (!hexBytes(*digits, bytes, sizeof bytes, count)) {
+            if (!HexBytes(*digits, bytes, sizeof bytes, count)) {
                 return false;
             }
-            storeWorldwideId({reinterpret_cast<const char*>(bytes), count}, lun);
+            StoreWorldwideId({reinterpret_cast<const char*>(bytes), count}, lun);
             return true;
         }
     }
-    return word.starts_with("nvme."); // made of the texts, where the namespace has no identifier of its own
+    return word.starts_with("nvme."); // made up from the texts if the namespace has no identifier
 }
 
-bool takeDesignators(Text page, _tagVEXAPI_SDMLun& lun) {
-    if (page.size() < 4 || byteAt(page, 1) != 0x83) {
+bool TakeDesignators(Text page, _tagVEXAPI_SDMLun& lun) {
+    if (page.size() < 4 || ByteAt(page, 1) != 0x83) {
         return false;
     }
-    const std::size_t length = (byteAt(page, 2) << 8) + byteAt(page, 3);
+    const std::size_t length = (ByteAt(page, 2) << 8) + ByteAt(page, 3);
     Text best;
     unsigned bestRank = 0;
     for (Text rest = page.substr(4, length); rest.size() >= 4;) {
-        const std::size_t size = byteAt(rest, 3);
-        const bool isOfLogicalUnit = (byteAt(rest, 1) & 0x30) == 0;
+        const std::size_t size = ByteAt(rest, 3);
+        const bool isOfLogicalUnit = (ByteAt(rest, 1) & 0x30) == 0;
         if (isOfLogicalUnit && size != 0 && rest.size() >= 4 + size) {
             const Text designator = rest.substr(4, size);
-            const unsigned rank = designatorRank(byteAt(rest, 1) & 0x0F, designator);
+            const unsigned rank = DesignatorRank(ByteAt(rest, 1) & 0x0F, designator);
             best = rank > bestRank ? designator : best;
             bestRank = std::max(rank, bestRank);
         }
         rest.remove_prefix(std::min(4 + size, rest.size()));
     }
     if (bestRank != 0) {
-        storeWorldwideId(best, lun);
+        StoreWorldwideId(best, lun);
     }
     return bestRank != 0;
 }
 
-bool takeUuid(Text text, VX_UINT8 (&id)[16]) {
-    const Text word = trimmed(text);
+bool TakeUuid(Text text, VX_UINT8 (&id)[16]) {
+    const Text word = Trimmed(text);
     VX_UINT8 bytes[16] = {};
     std::size_t count = 0;
-    if (isUntold(word)) {
+    if (IsUntold(word)) {
         return true;
     }
-    if (!hexBytes(word, bytes, sizeof bytes, count) || count != sizeof bytes) {
+    if (!HexBytes(word, bytes, sizeof bytes, count) || count != sizeof bytes) {
         return false;
     }
     std::memcpy(id, bytes, sizeof id);
     return true;
 }
 
-bool takeAddress(Text text, Controller& controller) {
-    const auto nameBehind = [](Text entry, Text part) {
+bool TakeAddress(Text text, Controller& controller) {
+    const auto nameAfter = [](Text entry, Text part) {
         const std::size_t begin = entry.find(part);
         const Text name = begin == Text::npos ? Text() : entry.substr(begin + part.size());
-        return numberIn(name.substr(0, name.find(':'))).value_or(0);
+        return NumberIn(name.substr(0, name.find(':'))).value_or(0);
     };
     bool hasTarget = false;
-    for (Text rest = trimmed(text); !rest.empty();) {
+    for (Text rest = Trimmed(text); !rest.empty();) {
         const std::size_t comma = std::min(rest.find(','), rest.size());
         const Text entry = rest.substr(0, comma);
-        if (const std::optional<Text> target = without("traddr=", entry)) {
-            storeName(nameBehind(*target, "nn-"), controller.target.NodeName);
-            storeName(nameBehind(*target, "pn-"), controller.target.PortName);
-            hasTarget = nameBehind(*target, "pn-") != 0;
-        } else if (const std::optional<Text> host = without("host_traddr=", entry)) {
-            controller.hostPort = nameBehind(*host, "pn-");
+        if (const std::optional<Text> target = Without("traddr=", entry)) {
+            StoreName(nameAfter(*target, "nn-"), controller.target.NodeName);
+            StoreName(nameAfter(*target, "pn-"), controller.target.PortName);
+            hasTarget = nameAfter(*target, "pn-") != 0;
+        } else if (const std::optional<Text> host = Without("host_traddr=", entry)) {
+            controller.hostPort = nameAfter(*host, "pn-");
         }
         rest.remove_prefix(std::min(comma + 1, rest.size()));
     }
     return hasTarget && controller.hostPort != 0;
 }
 
-bool takeInquiry(Text bytes, Lun& lun) {
+bool TakeInquiry(Text bytes, Lun& lun) {
     constexpr std::size_t FIXED_PART = 36;
     if (bytes.size() < FIXED_PART) {
         return false;
     }
-    lun.deviceType = byteAt(bytes, 0) & 0x1F;
-    takePadded(bytes.substr(8, 8), lun.record.VendorId);
-    takePadded(bytes.substr(16, 16), lun.record.ProductId);
-    return takePadded(bytes.substr(32, 4), lun.record.ProductRevision);
+    lun.deviceType = ByteAt(bytes, 0) & 0x1F;
+    TakePadded(bytes.substr(8, 8), lun.record.VendorId);
+    TakePadded(bytes.substr(16, 16), lun.record.ProductId);
+    return TakePadded(bytes.substr(32, 4), lun.record.ProductRevision);
 }
 
-std::uint64_t nameNumber(const VX_UINT8 (&name)[8]) {
+std::uint64_t NameNumber(const VX_UINT8 (&name)[8]) {
     std::uint64_t number = 0;
     for (const VX_UINT8 byte : name) {
         number = number << 8 | byte;
@@ -378,22 +380,22 @@ std::uint64_t nameNumber(const VX_UINT8 (&name)[8]) {
     return number;
 }
 
-void storeName(std::uint64_t number, VX_UINT8 (&name)[8]) {
+void StoreName(std::uint64_t number, VX_UINT8 (&name)[8]) {
     for (std::size_t i = 0; i < 8; ++i) {
         name[i] = static_cast<VX_UINT8>(number >> (8 * (7 - i)));
     }
 }
 
-Text vpdKeyword(Text vpd, Text keyword) {
+Text VpdKeyword(Text vpd, Text keyword) {
     constexpr unsigned READ_ONLY = 0x90;
     constexpr unsigned LARGE = 0x80;
-    // Sections: a tag and a length of two bytes, lowest first; a small tag, as the end has, ends the search.
-    while (vpd.size() >= 3 && (byteAt(vpd, 0) & LARGE) != 0) {
-        const unsigned tag = byteAt(vpd, 0);
-        const std::size_t size = std::min<std::size_t>(byteAt(vpd, 1) + (byteAt(vpd, 2) << 8), vpd.size() - 3);
+    // A section has a tag and a little-endian length of two bytes; a small tag, such as the end tag, ends the search.
+    while (vpd.size() >= 3 && (ByteAt(vpd, 0) & LARGE) != 0) {
+        const unsigned tag = ByteAt(vpd, 0);
+        const std::size_t size = std::min<std::size_t>(ByteAt(vpd, 1) + (ByteAt(vpd, 2) << 8), vpd.size() - 3);
         Text section = vpd.substr(3, size);
         while (tag == READ_ONLY && section.size() >= 3) {
-            const Text value = section.substr(3, byteAt(section, 2));
+            const Text value = section.substr(3, ByteAt(section, 2));
             if (section.starts_with(keyword)) {
                 return value;
             }

@@ -14,32 +14,31 @@
 namespace sim {
 namespace {
 
-/// A caller may ask for the highest of the two debug levels; then each call tells its arguments.
-constexpr VX_UINT32 chattyLevel = 31;
+/// The higher of the two debug levels: every call prints its journal line too.
+constexpr VX_UINT32 CHATTY_LEVEL = 31;
 
-std::recursive_mutex& callMutex() {
+std::recursive_mutex& CallMutex() {
     static std::recursive_mutex mutex;
     return mutex;
 }
 
-// Held by plain pointers and never destroyed at the end of the process: callers may still look at the tree
-// in their own last steps.
-Session* session = nullptr;
+// A plain pointer, never destroyed at exit: callers may still read the tree in their own destructors.
+Session* s_session = nullptr;
 
-/// Why the last start was refused. Its calls fail, but not by a mistake of the caller's.
-std::string& startRefusal() {
+/// Why the last start was refused, or empty. Calls after it fail without being the caller's mistake.
+std::string& StartRefusal() {
     static auto* text = new std::string();
     return *text;
 }
 
-/// The fault list in force. It begins anew when the variable's text changes.
+/// The active fault list. It is parsed again, and its calls are counted anew, when the variable changes.
 struct FaultList {
     std::string text;
     Faults faults;
     std::string refusal;
 };
 
-FaultList& faultList() {
+FaultList& CurrentFaultList() {
     static auto* list = new FaultList();
     const char* value = std::getenv("VEXAPI_SIM_FAULTS");
     const std::string text = value == nullptr ? "" : value;
@@ -56,7 +55,7 @@ FaultList& faultList() {
     return *list;
 }
 
-std::string hexText(Status status) {
+std::string HexText(Status status) {
     char text[16];
     std::snprintf(text, sizeof text, status < 1000 ? "%u" : "0x%08X", status);
     return text;
@@ -72,203 +71,203 @@ struct Call::Notes {
     const char* kind = nullptr; ///< the journal's key for `reason`
 };
 
-Call::Call(const char* function) : notes_(std::make_unique<Notes>()), function_(functionIndex(function)) {}
+Call::Call(const char* function) : mNotes(std::make_unique<Notes>()), mFunction(FunctionIndex(function)) {}
 
 Call::~Call() = default;
 
-Session& Call::session() {
-    if (const std::string& refusal = faultList().refusal; !refusal.empty()) {
-        throw Failure{statusRefused, refusal};
+Session& Call::GetSession() {
+    if (const std::string& refusal = CurrentFaultList().refusal; !refusal.empty()) {
+        throw Failure{STATUS_REFUSED, refusal};
     }
-    if (sim::session == nullptr && !startRefusal().empty()) {
-        throw Failure{statusRefused, startRefusal()};
+    if (sim::s_session == nullptr && !StartRefusal().empty()) {
+        throw Failure{STATUS_REFUSED, StartRefusal()};
     }
-    if (sim::session == nullptr) {
+    if (sim::s_session == nullptr) {
         throw Mistake{"the library isn't initialized"};
     }
-    return *sim::session;
+    return *sim::s_session;
 }
 
-Port& Call::port(const VX_PORT_HANDLE* handle) {
-    pointer(handle, "handle");
-    port_ = session().host().find(*handle);
-    if (port_ == nullptr) {
+Port& Call::GetPort(const VX_PORT_HANDLE* handle) {
+    CheckPointer(handle, "handle");
+    mPort = GetSession().GetHost().Find(*handle);
+    if (mPort == nullptr) {
         throw Mistake{"the handle is none of the library's"};
     }
-    return *port_;
+    return *mPort;
 }
 
-Port& Call::port(VX_UINT32 word) {
-    argument("word", word);
-    port_ = session().host().find(word);
-    if (port_ == nullptr) {
+Port& Call::GetPort(VX_UINT32 word) {
+    NoteArgument("word", word);
+    mPort = GetSession().GetHost().Find(word);
+    if (mPort == nullptr) {
         throw Mistake{"the word is of no handle of the library's"};
     }
-    return *port_;
+    return *mPort;
 }
 
-void Call::pointer(const void* pointer, const char* name) {
+void Call::CheckPointer(const void* pointer, const char* name) {
     if (pointer == nullptr) {
         throw Mistake{std::string(name) + " is null"};
     }
 }
 
-void Call::cleared(const void* memory, std::size_t size, const char* name) {
-    pointer(memory, name);
+void Call::CheckCleared(const void* memory, std::size_t size, const char* name) {
+    CheckPointer(memory, name);
     const auto* bytes = static_cast<const unsigned char*>(memory);
     if (std::any_of(bytes, bytes + size, [](unsigned char byte) { return byte != 0; })) {
         throw Mistake{std::string(name) + " isn't cleared"};
     }
 }
 
-void Call::fixed(const char* name, std::uint64_t value, std::initializer_list<std::uint64_t> allowed) {
-    argument(name, value);
+void Call::CheckFixed(const char* name, std::uint64_t value, std::initializer_list<std::uint64_t> allowed) {
+    NoteArgument(name, value);
     if (std::find(allowed.begin(), allowed.end(), value) == allowed.end()) {
         throw Mistake{std::string(name) + " may not be " + std::to_string(value)};
     }
 }
 
-void Call::argument(const char* name, std::uint64_t value) {
-    notes_->arguments[name] = value;
+void Call::NoteArgument(const char* name, std::uint64_t value) {
+    mNotes->arguments[name] = value;
 }
 
-void Call::argument(const char* name, std::string_view text) {
-    notes_->arguments[name] = text;
+void Call::NoteArgument(const char* name, std::string_view text) {
+    mNotes->arguments[name] = text;
 }
 
-void Call::note(const char* name, Table table, const void* record) {
-    notes_->records[name] = writeRecord(table, record);
+void Call::Note(const char* name, Table table, const void* record) {
+    mNotes->records[name] = WriteRecord(table, record);
 }
 
-Asked Call::begin() {
-    if (sim::session != nullptr) {
-        sim::session->refresh();
+Asked Call::Begin() {
+    if (sim::s_session != nullptr) {
+        sim::s_session->Refresh();
     }
-    const std::optional<Fault> fault = faultList().faults.next(function_);
-    if (fault && fault->kind == Fault::Kind::Value) {
+    const std::optional<Fault> fault = CurrentFaultList().faults.Next(mFunction);
+    if (fault && fault->kind == Fault::Kind::VALUE) {
         throw *fault;
     }
-    if (!fault && port_ != nullptr) {
-        for (const auto& [function, status] : port_->statuses) {
-            if (function == function_) {
-                throw Fault{Fault::Kind::Value, status};
+    if (!fault && mPort != nullptr) {
+        for (const auto& [function, status] : mPort->statuses) {
+            if (function == mFunction) {
+                throw Fault{Fault::Kind::VALUE, status};
             }
         }
     }
     if (!fault) {
-        return Asked::Answer;
+        return Asked::ANSWER;
     }
-    remark("a null pointer is asked for");
-    return fault->kind == Fault::Kind::Null ? Asked::Null : Asked::NullHead;
+    Remark("a null pointer is asked for");
+    return fault->kind == Fault::Kind::NULL_POINTER ? Asked::NULL_POINTER : Asked::NULL_HEAD;
 }
 
-void Call::change(const std::function<void(Change&)>& make) {
+void Call::ChangeHost(const std::function<void(Change&)>& make) {
     try {
-        session().change(make);
+        GetSession().ChangeHost(make);
     } catch (const StateNotKept& error) {
-        throw Failure{statusStateNotKept, std::string("the state can't be kept: ") + error.what()};
+        throw Failure{STATUS_STATE_NOT_KEPT, std::string("the state can't be kept: ") + error.what()};
     }
 }
 
-void Call::remark(const std::string& text) {
-    notes_->remarks.push_back(text);
+void Call::Remark(const std::string& text) {
+    mNotes->remarks.push_back(text);
 }
 
-Outcome Call::caught() {
+Outcome Call::Caught() {
     try {
         throw;
     } catch (const Fault& fault) {
-        notes_->kind = "demanded";
-        notes_->reason = "the status is asked for";
+        mNotes->kind = "demanded";
+        mNotes->reason = "the status is asked for";
         return {fault.status, true};
     } catch (const Failure& failure) {
-        notes_->kind = "failure";
-        notes_->reason = failure.reason;
+        mNotes->kind = "failure";
+        mNotes->reason = failure.reason;
         return {failure.status, false};
     } catch (const Mistake& mistake) {
-        notes_->kind = "mistake";
-        notes_->reason = mistake.reason;
-        return {statusCallerMistake, false};
+        mNotes->kind = "mistake";
+        mNotes->reason = mistake.reason;
+        return {STATUS_CALLER_MISTAKE, false};
     } catch (const std::exception& error) {
-        notes_->kind = "failure";
-        notes_->reason = error.what();
-        return {statusInternal, false};
+        mNotes->kind = "failure";
+        mNotes->reason = error.what();
+        return {STATUS_INTERNAL, false};
     }
 }
 
-void Call::close(const Outcome& outcome) {
-    const std::string name(functionNames()[function_]);
+void Call::Close(const Outcome& outcome) {
+    const std::string name(FunctionNames()[mFunction]);
     Json line = {{"function", name}};
-    if (port_ != nullptr) {
-        line["port"] = nameOf(*port_);
+    if (mPort != nullptr) {
+        line["port"] = NameOf(*mPort);
     }
-    if (!notes_->arguments.empty()) {
-        line["arguments"] = notes_->arguments;
+    if (!mNotes->arguments.empty()) {
+        line["arguments"] = mNotes->arguments;
     }
-    if (!notes_->records.empty()) {
-        line["records"] = notes_->records;
+    if (!mNotes->records.empty()) {
+        line["records"] = mNotes->records;
     }
     line["status"] = outcome.status;
-    if (notes_->kind != nullptr) {
-        line[notes_->kind] = notes_->reason;
+    if (mNotes->kind != nullptr) {
+        line[mNotes->kind] = mNotes->reason;
     }
-    if (!notes_->remarks.empty()) {
-        line["remarks"] = notes_->remarks;
+    if (!mNotes->remarks.empty()) {
+        line["remarks"] = mNotes->remarks;
     }
-    writeJournal(line);
+    WriteJournal(line);
 
-    if (isSilent(function_)) {
+    if (IsSilent(mFunction)) {
         return;
     }
     const std::vector<std::string> notes =
-        sim::session == nullptr ? std::vector<std::string>() : sim::session->takeNotes();
+        sim::s_session == nullptr ? std::vector<std::string>() : sim::s_session->TakeNotes();
     for (const std::string& note : notes) {
-        announce(note);
+        Announce(note);
     }
     const std::string reason =
-        notes_->kind == nullptr ? "" : std::string(" (") + notes_->kind + ": " + notes_->reason + ")";
-    std::printf("%s: status %s%s\n", name.c_str(), hexText(outcome.status).c_str(), reason.c_str());
-    if (sim::session != nullptr && sim::session->debugLevel == chattyLevel) {
+        mNotes->kind == nullptr ? "" : std::string(" (") + mNotes->kind + ": " + mNotes->reason + ")";
+    std::printf("%s: status %s%s\n", name.c_str(), HexText(outcome.status).c_str(), reason.c_str());
+    if (sim::s_session != nullptr && sim::s_session->debugLevel == CHATTY_LEVEL) {
         std::printf("%s: %s\n", name.c_str(), line.dump(-1, ' ', false, Json::error_handler_t::replace).c_str());
     }
 }
 
-Session* currentSession() {
-    return session;
+Session* CurrentSession() {
+    return s_session;
 }
 
-void startSession() {
-    if (const std::string& refusal = faultList().refusal; !refusal.empty()) {
-        announce(refusal);
-        throw Failure{statusRefused, refusal};
+void StartSession() {
+    if (const std::string& refusal = CurrentFaultList().refusal; !refusal.empty()) {
+        Announce(refusal);
+        throw Failure{STATUS_REFUSED, refusal};
     }
     try {
-        startRefusal().clear();
-        session = new Session();
+        StartRefusal().clear();
+        s_session = new Session();
     } catch (const std::runtime_error& error) {
-        startRefusal() = error.what();
-        announce(std::string("the description is refused: ") + error.what());
-        throw Failure{statusRefused, error.what()};
+        StartRefusal() = error.what();
+        Announce(std::string("the description is refused: ") + error.what());
+        throw Failure{STATUS_REFUSED, error.what()};
     }
 }
 
-void endSession() {
-    delete session;
-    session = nullptr;
-    startRefusal().clear();
+void EndSession() {
+    delete s_session;
+    s_session = nullptr;
+    StartRefusal().clear();
 }
 
-void announce(const std::string& text) {
+void Announce(const std::string& text) {
     std::printf("vexapi simulator: %s\n", text.c_str());
     std::fprintf(stderr, "vexapi simulator: %s\n", text.c_str());
 }
 
 CallLock::CallLock() {
-    callMutex().lock();
+    CallMutex().lock();
 }
 
 CallLock::~CallLock() {
-    callMutex().unlock();
+    CallMutex().unlock();
 }
 
 } // namespace sim

@@ -1,5 +1,5 @@
 /// @file
-/// One call of a library function, from its first check to its journal line.
+/// One call of a library function, from the first check to the journal line.
 #pragma once
 
 #include "caller/Status.h"
@@ -13,93 +13,93 @@
 
 namespace sim {
 
-/// Ends a call with a status that is no fault of the caller's.
+/// Ends a call with a failure that isn't the caller's mistake.
 struct Failure {
     Status status;
     std::string reason;
 };
 
-/// Ends a call of a caller who broke the rules.
+/// Ends a call whose caller broke the rules.
 struct Mistake {
     std::string reason;
 };
 
-/// What a fault asks of a function that hands out a pointer.
-enum class Asked { Answer, Null, NullHead };
+/// What a fault makes a function that returns a pointer do.
+enum class Asked { ANSWER, NULL_POINTER, NULL_HEAD };
 
 /// How a call ended.
 struct Outcome {
     Status status;
-    bool demanded; ///< the status was demanded by VEXAPI_SIM_FAULTS or by the port's "Statuses"
+    bool demanded; ///< by VEXAPI_SIM_FAULTS or by the port's "Statuses"
 };
 
-/// The state of one call. Its checks throw `Mistake`; write all checks first, then `begin`, then the answer.
+/// The state of one call. Functions run their checks, which throw `Mistake`, then `Begin`, then compute the answer.
 class Call {
 public:
-    /// `function` is the function's own name.
+    /// `function` is the name of the library function.
     explicit Call(const char* function);
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
     ~Call();
 
-    /// The session, which must have begun.
-    Session& session();
-    /// The port that a handle or the word in it stands for.
-    Port& port(const VX_PORT_HANDLE* handle);
-    Port& port(VX_UINT32 word);
+    /// The session. Without one, throws `Mistake`, or `Failure` if the start was refused.
+    Session& GetSession();
+    /// The port of a handle, or of the word in a handle.
+    Port& GetPort(const VX_PORT_HANDLE* handle);
+    Port& GetPort(VX_UINT32 word);
 
     /// Checks that a pointer isn't null.
-    void pointer(const void* pointer, const char* name);
-    /// Checks that a record or buffer of the caller is there and holds zeros.
-    void cleared(const void* memory, std::size_t size, const char* name);
-    template <class Record> void cleared(const Record* record, const char* name) {
-        cleared(record, sizeof *record, name);
+    void CheckPointer(const void* pointer, const char* name);
+    /// Checks that the caller's record or buffer exists and is zeroed.
+    void CheckCleared(const void* memory, std::size_t size, const char* name);
+    template <class Record> void CheckCleared(const Record* record, const char* name) {
+        CheckCleared(record, sizeof *record, name);
     }
-    /// Notes an argument and checks that it has one of the allowed values.
-    void fixed(const char* name, std::uint64_t value, std::initializer_list<std::uint64_t> allowed);
-    /// Notes an argument for the journal.
-    void argument(const char* name, std::uint64_t value);
-    void argument(const char* name, std::string_view text);
-    /// Notes a record that the caller hands in.
-    template <class Record> void record(const char* name, const Record* record) {
-        pointer(record, name);
-        note(name, fieldsOf<Record>(), record);
+    /// Logs an argument and checks that it has one of the allowed values.
+    void CheckFixed(const char* name, std::uint64_t value, std::initializer_list<std::uint64_t> allowed);
+    /// Logs an argument to the journal line.
+    void NoteArgument(const char* name, std::uint64_t value);
+    void NoteArgument(const char* name, std::string_view text);
+    /// Logs a record of the caller's to the journal line.
+    template <class Record> void NoteRecord(const char* name, const Record* record) {
+        CheckPointer(record, name);
+        Note(name, FieldsOf<Record>(), record);
     }
 
-    /// Ends the checks: throws when a fault or a status of the port's own is due, and takes over what other
-    /// processes have changed.
-    Asked begin();
+    /// Ends the checks: picks up the changes of other processes, and throws if a fault or one of the port's
+    /// "Statuses" applies.
+    Asked Begin();
 
-    /// Changes the host and keeps the change. A state that can't be written ends the call.
-    void change(const std::function<void(Change&)>& make);
-    /// Adds a line for people to the journal line.
-    void remark(const std::string& text);
+    /// Changes the host and saves the change. Throws `Failure` if the state can't be written.
+    void ChangeHost(const std::function<void(Change&)>& make);
+    /// Adds a remark to the journal line.
+    void Remark(const std::string& text);
 
-    /* The frame of every function. */
+    /* For `Run`. */
 
-    /// Turns the exception in flight into the call's end.
-    Outcome caught();
+    /// Turns the exception in flight into an outcome.
+    Outcome Caught();
     /// Writes chatter and journal.
-    void close(const Outcome& outcome);
+    void Close(const Outcome& outcome);
 
 private:
-    void note(const char* name, Table table, const void* record);
+    void Note(const char* name, Table table, const void* record);
 
-    struct Notes; ///< keeps the JSON out of the functions' sources
-    std::unique_ptr<Notes> notes_;
-    std::size_t function_;
-    Port* port_ = nullptr;
+    struct Notes; ///< keeps the JSON library out of this header
+    std::unique_ptr<Notes> mNotes;
+    std::size_t mFunction;
+    Port* mPort = nullptr;
 };
 
-/// The running session, or null. `startSession` and `endSession` belong to the session functions.
-Session* currentSession();
-void startSession();
-void endSession();
-/// Prints a line that a person must see: on standard output, where the library's caller collects it, and
-/// on standard error.
-void announce(const std::string& text);
+/// The running session, or null. Only the session functions call `StartSession` and `EndSession`.
+Session* CurrentSession();
+void StartSession();
+void EndSession();
+/// Prints a line that users must see on standard output, which callers redirect to the library's log, and on
+/// standard error.
+void Announce(const std::string& text);
 
-/// Serialises all calls of the process.
+/// Serializes all calls in the process.
 class CallLock {
 public:
     CallLock();
@@ -108,34 +108,34 @@ public:
     CallLock& operator=(const CallLock&) = delete;
 };
 
-/// Runs a function's body, `Status body(Call&)`, within its frame. Nothing is thrown out of it.
-template <class Body> Outcome run(const char* function, Body body) noexcept {
+/// Runs the body of a library function, `Status body(Call&)`. Throws nothing.
+template <class Body> Outcome Run(const char* function, Body body) noexcept {
     try {
         const CallLock lock;
         Call call(function);
-        Outcome outcome{statusOk, false};
+        Outcome outcome{STATUS_OK, false};
         try {
             outcome.status = body(call);
         } catch (...) {
-            outcome = call.caught();
+            outcome = call.Caught();
         }
-        call.close(outcome);
+        call.Close(outcome);
         return outcome;
     } catch (...) {
-        return {statusInternal, false};
+        return {STATUS_INTERNAL, false};
     }
 }
 
-/// The same for a function whose result is a status.
-template <class Body> Status answer(const char* function, Body body) noexcept {
-    return run(function, body).status;
+/// The same for a function that returns a status.
+template <class Body> Status Answer(const char* function, Body body) noexcept {
+    return Run(function, body).status;
 }
 
-/// The same for a function whose result is the value that `value` holds after the body: a demanded status
-/// is the result itself, any other failure gives 0.
-template <class Value, class Body> Value answerValue(const char* function, const Value& value, Body body) noexcept {
-    const Outcome outcome = run(function, body);
-    return outcome.demanded ? static_cast<Value>(outcome.status) : outcome.status == statusOk ? value : Value{0};
+/// The same for a function that returns a value, which the body stores in `value`. A status demanded by a fault is
+/// returned as it is; any other failure returns 0.
+template <class Value, class Body> Value AnswerValue(const char* function, const Value& value, Body body) noexcept {
+    const Outcome outcome = Run(function, body);
+    return outcome.demanded ? static_cast<Value>(outcome.status) : outcome.status == STATUS_OK ? value : Value{0};
 }
 
 } // namespace sim

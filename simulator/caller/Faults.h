@@ -1,5 +1,5 @@
 /// @file
-/// Failures on demand: the variable VEXAPI_SIM_FAULTS.
+/// Fault injection: the variable VEXAPI_SIM_FAULTS.
 #pragma once
 
 #include "caller/Status.h"
@@ -12,31 +12,31 @@
 
 namespace sim {
 
-/// What a fault makes of a call.
+/// The effect of a fault on a call.
 struct Fault {
-    enum class Kind { Value, Null, NullHead } kind;
+    enum class Kind { VALUE, NULL_POINTER, NULL_HEAD } kind;
     Status status; ///< of `Kind::Value`
 };
 
-/// A list "NAME=STATUS,NAME@N=STATUS,NAME=null,...". Calls are counted for the life of the list.
+/// A list "NAME=STATUS,NAME@N=STATUS,NAME=null,...". Counts calls for as long as it lives.
 class Faults {
 public:
     Faults() = default;
     /// Parses a list. Throws `std::runtime_error` with the item and the reason.
     explicit Faults(std::string_view list);
 
-    /// Counts a call of a function and gives the fault that it meets. A fault for this very call beats one
-    /// for all calls; of two equal ones the later in the list wins.
-    std::optional<Fault> next(std::size_t function);
+    /// Counts a call of a function and returns the fault that applies to it. A fault for this call overrides one
+    /// for all calls; of two equal ones the later wins.
+    std::optional<Fault> Next(std::size_t function);
 
 private:
     struct Item {
         std::size_t function;
-        std::uint64_t call; ///< 1-based, 0: every call
+        std::uint64_t call; ///< 1-based; 0: every call
         Fault fault;
     };
-    std::vector<Item> items_;
-    std::vector<std::uint64_t> calls_;
+    std::vector<Item> mItems;
+    std::vector<std::uint64_t> mCalls;
 };
 
 } // namespace sim

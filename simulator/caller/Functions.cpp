@@ -5,7 +5,7 @@
 namespace sim {
 namespace {
 
-constexpr std::string_view names[] = {
+constexpr std::string_view NAMES[] = {
     "VEXAPI_Initialize",
     "VEXAPI_SetToolID",
     "VEXAPI_SetToolVersion",
@@ -69,9 +69,9 @@ constexpr std::string_view names[] = {
     "VEXAPI_SetTargetLinkSpeed",
     "VEXAPI_GetPortStatisticsFC",
 };
-static_assert(std::size(names) == 62);
+static_assert(std::size(NAMES) == 62);
 
-constexpr std::string_view pointerGivers[] = {
+constexpr std::string_view POINTER_GIVERS[] = {
     "VEXAPI_GetAdapterList",
     "VEXAPI_SDGetFwDump2",
     "VEXAPI_GetFWPrivateStats",
@@ -79,31 +79,31 @@ constexpr std::string_view pointerGivers[] = {
     "VEXAPI_DiagnosticsReadWriteBufferTest",
 };
 
-constexpr std::string_view silent[] = {
+constexpr std::string_view SILENT[] = {
     "VEXAPI_GetAdapterList",     "VEXAPI_Uninitialize",          "VEXAPI_IsRebootRequired",
     "VEXAPI_GetPersonalityType", "VEXAPI_ChangePersonalityType", "VEXAPI_CheckRowanPersonalityChangeOption",
 };
 
-bool isAmong(std::span<const std::string_view> some, std::size_t function) {
-    return function < std::size(names) && std::find(some.begin(), some.end(), names[function]) != some.end();
+bool IsAmong(std::span<const std::string_view> some, std::size_t function) {
+    return function < std::size(NAMES) && std::find(some.begin(), some.end(), NAMES[function]) != some.end();
 }
 
 } // namespace
 
-std::span<const std::string_view> functionNames() {
-    return names;
+std::span<const std::string_view> FunctionNames() {
+    return NAMES;
 }
 
-std::size_t functionIndex(std::string_view name) {
-    return static_cast<std::size_t>(std::find(std::begin(names), std::end(names), name) - std::begin(names));
+std::size_t FunctionIndex(std::string_view name) {
+    return static_cast<std::size_t>(std::find(std::begin(NAMES), std::end(NAMES), name) - std::begin(NAMES));
 }
 
-bool givesPointer(std::size_t function) {
-    return isAmong(pointerGivers, function);
+bool GivesPointer(std::size_t function) {
+    return IsAmong(POINTER_GIVERS, function);
 }
 
-bool isSilent(std::size_t function) {
-    return isAmong(silent, function);
+bool IsSilent(std::size_t function) {
+    return IsAmong(SILENT, function);
 }
 
 } // namespace sim

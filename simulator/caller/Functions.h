@@ -1,5 +1,5 @@
 /// @file
-/// The names of the library's functions, and what is particular about some of them.
+/// The names of the library's functions, and properties of some of them.
 #pragma once
 
 #include <cstddef>
@@ -9,13 +9,12 @@
 namespace sim {
 
 /// All 62 names in the order of the interface.
-std::span<const std::string_view> functionNames();
-/// Position of a name among them, or their number when it isn't one of them.
-std::size_t functionIndex(std::string_view name);
-/// Whether the function hands out a pointer that a fault can make null.
-bool givesPointer(std::size_t function);
-/// Whether callers may call the function with their own output still on standard output. Such a function
-/// prints nothing.
-bool isSilent(std::size_t function);
+std::span<const std::string_view> FunctionNames();
+/// Index of a name, or the number of names if there is no such function.
+std::size_t FunctionIndex(std::string_view name);
+/// Whether the function returns a pointer that a fault can make null.
+bool GivesPointer(std::size_t function);
+/// Whether the function prints nothing, because callers don't redirect standard output for it.
+bool IsSilent(std::size_t function);
 
 } // namespace sim

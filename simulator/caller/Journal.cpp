@@ -10,12 +10,12 @@
 
 namespace sim {
 
-void writeJournal(const Json& line) {
+void WriteJournal(const Json& line) {
     const char* path = std::getenv("VEXAPI_SIM_JOURNAL");
     if (path == nullptr || *path == '\0') {
         return;
     }
-    // Texts of callers need not be UTF-8.
+    // Callers' texts may not be UTF-8.
     const std::string text = line.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
     const int fd = open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
     const bool written = fd >= 0 && write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size());

@@ -6,8 +6,8 @@
 
 namespace sim {
 
-/// Appends one JSON line to the journal with a single write, when there is a journal. A journal that can't
-/// be written is complained about on standard error, once.
-void writeJournal(const Json& line);
+/// Appends a JSON line to the journal, if there is one, with a single write. If that fails, warns on standard error,
+/// once.
+void WriteJournal(const Json& line);
 
 } // namespace sim

@@ -10,22 +10,22 @@
 namespace sim {
 namespace {
 
-/// Longest list that one field takes, for a readable bound in messages.
-std::string countText(std::size_t count, const char* what) {
+/// A count for messages: "6 entries".
+std::string CountText(std::size_t count, const char* what) {
     return std::to_string(count) + " " + what;
 }
 
-std::uint64_t topOf(std::size_t size) {
+std::uint64_t TopOf(std::size_t size) {
     return size >= 8 ? std::numeric_limits<std::uint64_t>::max() : (std::uint64_t{1} << (8 * size)) - 1;
 }
 
-void storeNumber(std::uint8_t* at, std::size_t size, std::uint64_t value, bool bigEndian) {
+void StoreNumber(std::uint8_t* at, std::size_t size, std::uint64_t value, bool bigEndian) {
     for (std::size_t i = 0; i < size; ++i) {
         at[bigEndian ? size - 1 - i : i] = static_cast<std::uint8_t>(value >> (8 * i));
     }
 }
 
-std::uint64_t loadNumber(const std::uint8_t* at, std::size_t size, bool bigEndian) {
+std::uint64_t LoadNumber(const std::uint8_t* at, std::size_t size, bool bigEndian) {
     std::uint64_t value = 0;
     for (std::size_t i = 0; i < size; ++i) {
         value |= std::uint64_t{at[bigEndian ? size - 1 - i : i]} << (8 * i);
@@ -33,8 +33,8 @@ std::uint64_t loadNumber(const std::uint8_t* at, std::size_t size, bool bigEndia
     return value;
 }
 
-std::int64_t readSigned(const Json& value, const std::string& path, std::size_t size) {
-    const std::int64_t top = static_cast<std::int64_t>(topOf(size) >> 1);
+std::int64_t ReadSigned(const Json& value, const std::string& path, std::size_t size) {
+    const std::int64_t top = static_cast<std::int64_t>(TopOf(size) >> 1);
     const std::int64_t bottom = -top - 1;
     if (!value.is_number_integer()) {
         throw Refusal(path, "must be a whole number");
@@ -49,24 +49,24 @@ std::int64_t readSigned(const Json& value, const std::string& path, std::size_t 
     return number;
 }
 
-/// A text, or `{"bytes": "aa:bb"}` for texts that are no UTF-8.
-std::string readText(const Json& value, const std::string& path) {
+/// A text, or `{"bytes": "aa:bb"}` for one that isn't UTF-8.
+std::string ReadText(const Json& value, const std::string& path) {
     if (value.is_string()) {
         return value.get<std::string>();
     }
     if (value.is_object()) {
         ObjectReader reader(value, path);
-        const Json* raw = reader.take("bytes");
-        reader.finish();
+        const Json* raw = reader.Take("bytes");
+        reader.Finish();
         if (raw != nullptr) {
-            const Bytes bytes = readBytes(*raw, path + "/bytes");
+            const Bytes bytes = ReadBytes(*raw, path + "/bytes");
             return {bytes.begin(), bytes.end()};
         }
     }
     throw Refusal(path, "must be a text");
 }
 
-bool isUtf8(const std::string& text) {
+bool IsUtf8(const std::string& text) {
     try {
         static_cast<void>(Json(text).dump());
         return true;
@@ -75,105 +75,105 @@ bool isUtf8(const std::string& text) {
     }
 }
 
-void readElements(const Json& value, const std::string& path, const Field& field, std::uint8_t* at) {
+void ReadElements(const Json& value, const std::string& path, const Field& field, std::uint8_t* at) {
     if (!value.is_array()) {
         throw Refusal(path, "must be a list");
     }
     if (value.size() > field.count) {
-        throw Refusal(path, "has more than " + countText(field.count, "entries"));
+        throw Refusal(path, "has more than " + CountText(field.count, "entries"));
     }
     for (std::size_t i = 0; i < value.size(); ++i) {
         const std::string element = path + "/" + std::to_string(i);
-        if (field.kind == Kind::Numbers) {
-            storeNumber(at + i * field.size, field.size, readNumber(value[i], element, topOf(field.size)), false);
+        if (field.kind == Kind::NUMBERS) {
+            StoreNumber(at + i * field.size, field.size, ReadNumber(value[i], element, TopOf(field.size)), false);
         } else {
             ObjectReader reader(value[i], element);
-            reader.fields(field.table(), at + i * field.size);
-            reader.finish();
+            reader.Fields(field.table(), at + i * field.size);
+            reader.Finish();
         }
     }
 }
 
-/// Builds the value of a JSON text. Refuses deep nesting, and keys that stand twice in an object.
+/// Builds a value from parser events. Refuses deep nesting and duplicate keys.
 class JsonBuilder : public nlohmann::json_sax<Json> {
 public:
-    Json take() { return std::move(root_); }
+    Json Take() { return std::move(mRoot); }
 
-    bool null() override { return add(nullptr); }
-    bool boolean(bool value) override { return add(value); }
-    bool number_integer(number_integer_t value) override { return add(value); }
-    bool number_unsigned(number_unsigned_t value) override { return add(value); }
-    bool number_float(number_float_t value, const string_t& /*text*/) override { return add(value); }
-    bool string(string_t& value) override { return add(std::move(value)); }
-    bool binary(binary_t& value) override { return add(std::move(value)); }
-    bool start_object(std::size_t /*size*/) override { return open(Json::object()); }
-    bool start_array(std::size_t /*size*/) override { return open(Json::array()); }
-    bool end_object() override { return close(); }
-    bool end_array() override { return close(); }
+    bool null() override { return Add(nullptr); }
+    bool boolean(bool value) override { return Add(value); }
+    bool number_integer(number_integer_t value) override { return Add(value); }
+    bool number_unsigned(number_unsigned_t value) override { return Add(value); }
+    bool number_float(number_float_t value, const string_t& /*text*/) override { return Add(value); }
+    bool string(string_t& value) override { return Add(std::move(value)); }
+    bool binary(binary_t& value) override { return Add(std::move(value)); }
+    bool start_object(std::size_t /*size*/) override { return Open(Json::object()); }
+    bool start_array(std::size_t /*size*/) override { return Open(Json::array()); }
+    bool end_object() override { return Close(); }
+    bool end_array() override { return Close(); }
 
     bool key(string_t& value) override {
-        checkDepth();
-        if (containers_.back()->contains(value)) {
+        CheckDepth();
+        if (mContainers.back()->contains(value)) {
             throw std::runtime_error("/: the key \"" + value + "\" stands twice in one object");
         }
-        key_ = std::move(value);
+        mKey = std::move(value);
         return true;
     }
 
     bool parse_error(std::size_t /*position*/, const std::string& /*token*/, const Json::exception& error) override {
-        // After the parser's own prefix "[json.exception...] " stands what a person wants to read.
+        // Drop the prefix "[json.exception...] ".
         const std::string what = error.what();
         throw std::runtime_error("/: is no JSON: " + what.substr(what.find("] ") + 2));
     }
 
 private:
-    void checkDepth() const {
-        constexpr std::size_t deepest = 64; // keeps recursion over the values shallow
-        if (containers_.size() > deepest) {
-            throw std::runtime_error("/: is nested more than " + countText(deepest, "deep"));
+    void CheckDepth() const {
+        constexpr std::size_t DEEPEST = 64; // bounds the recursion over values
+        if (mContainers.size() > DEEPEST) {
+            throw std::runtime_error("/: is nested more than " + CountText(DEEPEST, "deep"));
         }
     }
-    Json& place(Json&& value) {
-        checkDepth();
-        if (containers_.empty()) {
-            return root_ = std::move(value);
+    Json& Place(Json&& value) {
+        CheckDepth();
+        if (mContainers.empty()) {
+            return mRoot = std::move(value);
         }
-        Json& container = *containers_.back();
-        return container.is_object() ? appendMember(container, std::move(key_), std::move(value))
+        Json& container = *mContainers.back();
+        return container.is_object() ? AppendMember(container, std::move(mKey), std::move(value))
                                      : container.emplace_back(std::move(value));
     }
-    bool add(Json&& value) {
-        place(std::move(value));
+    bool Add(Json&& value) {
+        Place(std::move(value));
         return true;
     }
-    bool open(Json&& container) {
-        containers_.push_back(&place(std::move(container)));
+    bool Open(Json&& container) {
+        mContainers.push_back(&Place(std::move(container)));
         return true;
     }
-    bool close() {
-        containers_.pop_back();
+    bool Close() {
+        mContainers.pop_back();
         return true;
     }
 
-    Json root_;
-    std::string key_;               ///< of the value to come
-    std::vector<Json*> containers_; ///< those that are open; only the last one grows
+    Json mRoot;
+    std::string mKey;               ///< of the next value
+    std::vector<Json*> mContainers; ///< open ones, outermost first; only the last one grows
 };
 
 } // namespace
 
 static_assert(std::endian::native == std::endian::little, "records are stored in the order of a little-endian host");
 
-Json parseJson(const std::string& text) {
+Json ParseJson(const std::string& text) {
     JsonBuilder builder;
     Json::sax_parse(text, &builder, Json::input_format_t::json, true, true);
-    return builder.take();
+    return builder.Take();
 }
 
-Json& appendMember(Json& object, std::string key, Json&& value) {
+Json& AppendMember(Json& object, std::string key, Json&& value) {
     auto& members = object.get_ref<Json::object_t&>();
     if (members.size() == members.capacity()) {
-        // Keys are constant, so growth by itself would copy the members, and with them their values.
+        // Members have const keys, so the vector would copy them, values included, when it grows.
         Json::object_t grown;
         grown.reserve(2 * members.size() + 8);
         for (auto& [name, held] : members) {
@@ -185,9 +185,9 @@ Json& appendMember(Json& object, std::string key, Json&& value) {
 }
 
 Refusal::Refusal(const std::string& path, const std::string& reason)
-    : std::runtime_error((path.empty() ? std::string("/") : path) + ": " + reason), path_(path), reason_(reason) {}
+    : std::runtime_error((path.empty() ? std::string("/") : path) + ": " + reason), mPath(path), mReason(reason) {}
 
-std::uint64_t readNumber(const Json& value, const std::string& path, std::uint64_t top) {
+std::uint64_t ReadNumber(const Json& value, const std::string& path, std::uint64_t top) {
     std::uint64_t number = 0;
     if (value.is_number_unsigned()) {
         number = value.get<std::uint64_t>();
@@ -210,7 +210,7 @@ std::uint64_t readNumber(const Json& value, const std::string& path, std::uint64
     return number;
 }
 
-Bytes readBytes(const Json& value, const std::string& path) {
+Bytes ReadBytes(const Json& value, const std::string& path) {
     if (!value.is_string()) {
         throw Refusal(path, "must be a text of bytes \"aa:bb:...\"");
     }
@@ -231,81 +231,81 @@ Bytes readBytes(const Json& value, const std::string& path) {
     return bytes;
 }
 
-void readField(const Json& value, const std::string& path, const Field& field, void* record) {
+void ReadField(const Json& value, const std::string& path, const Field& field, void* record) {
     auto* at = static_cast<std::uint8_t*>(record) + field.offset;
     switch (field.kind) {
-    case Kind::Number:
-    case Kind::BigEndian:
-        storeNumber(at, field.size, readNumber(value, path, topOf(field.size)), field.kind == Kind::BigEndian);
+    case Kind::NUMBER:
+    case Kind::NETWORK_ORDER:
+        StoreNumber(at, field.size, ReadNumber(value, path, TopOf(field.size)), field.kind == Kind::NETWORK_ORDER);
         break;
-    case Kind::Signed:
-        storeNumber(at, field.size, static_cast<std::uint64_t>(readSigned(value, path, field.size)), false);
+    case Kind::SIGNED:
+        StoreNumber(at, field.size, static_cast<std::uint64_t>(ReadSigned(value, path, field.size)), false);
         break;
-    case Kind::Octets:
-    case Kind::OctetsUpTo: {
-        const Bytes bytes = readBytes(value, path);
-        if (field.kind == Kind::Octets ? bytes.size() != field.size : bytes.size() > field.size) {
-            throw Refusal(path, "has " + countText(bytes.size(), "bytes instead of ") +
-                                    (field.kind == Kind::Octets ? "" : "at most ") + std::to_string(field.size));
+    case Kind::OCTETS:
+    case Kind::OCTETS_UP_TO: {
+        const Bytes bytes = ReadBytes(value, path);
+        if (field.kind == Kind::OCTETS ? bytes.size() != field.size : bytes.size() > field.size) {
+            throw Refusal(path, "has " + CountText(bytes.size(), "bytes instead of ") +
+                                    (field.kind == Kind::OCTETS ? "" : "at most ") + std::to_string(field.size));
         }
         std::memset(at, 0, field.size);
         std::copy(bytes.begin(), bytes.end(), at);
         break;
     }
-    case Kind::Text: {
-        const std::string text = readText(value, path);
+    case Kind::TEXT: {
+        const std::string text = ReadText(value, path);
         if (text.size() > field.size) {
-            throw Refusal(path, "is longer than " + countText(field.size, "bytes"));
+            throw Refusal(path, "is longer than " + CountText(field.size, "bytes"));
         }
-        storeText(reinterpret_cast<char*>(at), field.size, text);
+        StoreText(reinterpret_cast<char*>(at), field.size, text);
         break;
     }
-    case Kind::Record:
+    case Kind::RECORD:
         if (field.count == 1) {
             ObjectReader reader(value, path);
-            reader.fields(field.table(), at);
-            reader.finish();
+            reader.Fields(field.table(), at);
+            reader.Finish();
             break;
         }
         [[fallthrough]];
-    case Kind::Numbers:
-        readElements(value, path, field, at);
+    case Kind::NUMBERS:
+        ReadElements(value, path, field, at);
         break;
     }
 }
 
-Json writeField(const Field& field, const void* record) {
+Json WriteField(const Field& field, const void* record) {
     const auto* at = static_cast<const std::uint8_t*>(record) + field.offset;
     switch (field.kind) {
-    case Kind::Number:
-    case Kind::BigEndian:
-        return loadNumber(at, field.size, field.kind == Kind::BigEndian);
-    case Kind::Signed: {
-        // Shifting up and down again carries the sign of a narrow number through all 64 bits.
+    case Kind::NUMBER:
+    case Kind::NETWORK_ORDER:
+        return LoadNumber(at, field.size, field.kind == Kind::NETWORK_ORDER);
+    case Kind::SIGNED: {
+        // Shifting left and right again extends the sign to 64 bits.
         const unsigned unused = static_cast<unsigned>(64 - 8 * field.size);
-        return static_cast<std::int64_t>(loadNumber(at, field.size, false) << unused) >> unused;
+        return static_cast<std::int64_t>(LoadNumber(at, field.size, false) << unused) >> unused;
     }
-    case Kind::Octets:
-    case Kind::OctetsUpTo:
-        return bytesText({at, field.size});
-    case Kind::Text: {
-        std::string text = boundedText(reinterpret_cast<const char*>(at), field.size);
-        if (isUtf8(text)) {
+    case Kind::OCTETS:
+    case Kind::OCTETS_UP_TO:
+        return BytesText({at, field.size});
+    case Kind::TEXT: {
+        std::string text = BoundedText(reinterpret_cast<const char*>(at), field.size);
+        if (IsUtf8(text)) {
             return text;
         }
-        return Json{{"bytes", bytesText({at, text.size()})}};
+        return Json{{"bytes", BytesText({at, text.size()})}};
     }
-    case Kind::Record:
+    case Kind::RECORD:
         if (field.count == 1) {
-            return writeRecord(field.table(), at);
+            return WriteRecord(field.table(), at);
         }
         [[fallthrough]];
-    case Kind::Numbers: {
+    case Kind::NUMBERS: {
         Json list = Json::array();
         for (std::size_t i = 0; i < field.count; ++i) {
             const std::uint8_t* element = at + i * field.size;
-            list.push_back(field.kind == Kind::Record ? writeRecord(field.table(), element)
-                                                      : Json(loadNumber(element, field.size, false)));
+            list.push_back(field.kind == Kind::RECORD ? WriteRecord(field.table(), element)
+                                                      : Json(LoadNumber(element, field.size, false)));
         }
         return list;
     }
@@ -313,94 +313,94 @@ Json writeField(const Field& field, const void* record) {
     return nullptr;
 }
 
-Json writeRecord(Table table, const void* record) {
+Json WriteRecord(Table table, const void* record) {
     Json object = Json::object();
     for (const Field& field : table) {
-        appendMember(object, std::string(field.key), writeField(field, record));
+        AppendMember(object, std::string(field.key), WriteField(field, record));
     }
     return object;
 }
 
-std::string bytesText(std::span<const std::uint8_t> bytes) {
-    constexpr char digits[] = "0123456789abcdef";
+std::string BytesText(std::span<const std::uint8_t> bytes) {
+    constexpr char DIGITS[] = "0123456789abcdef";
     std::string text;
     for (const std::uint8_t byte : bytes) {
         if (!text.empty()) {
             text += ':';
         }
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
+        text += DIGITS[byte >> 4];
+        text += DIGITS[byte & 15];
     }
     return text;
 }
 
-const Field* findField(Table table, std::string_view key) {
+const Field* FindField(Table table, std::string_view key) {
     const auto found = std::find_if(table.begin(), table.end(), [&](const Field& field) { return field.key == key; });
     return found == table.end() ? nullptr : &*found;
 }
 
-std::string boundedText(const char* text, std::size_t size) {
+std::string BoundedText(const char* text, std::size_t size) {
     return {text, strnlen(text, size)};
 }
 
-void storeText(char* array, std::size_t size, std::string_view text) {
+void StoreText(char* array, std::size_t size, std::string_view text) {
     std::memset(array, 0, size);
     std::memcpy(array, text.data(), std::min(size, text.size()));
 }
 
-void requireObject(const Json& value, const std::string& path) {
+void RequireObject(const Json& value, const std::string& path) {
     if (!value.is_object()) {
         throw Refusal(path, "must be an object");
     }
 }
 
 ObjectReader::ObjectReader(const Json& object, std::string path)
-    : object_(object), path_(std::move(path)), taken_(object.size(), false) {
-    requireObject(object, path_);
+    : mObject(object), mPath(std::move(path)), mTaken(object.size(), false) {
+    RequireObject(object, mPath);
 }
 
-const Json* ObjectReader::take(std::string_view key) {
+const Json* ObjectReader::Take(std::string_view key) {
     std::size_t index = 0;
-    for (auto member = object_.begin(); member != object_.end(); ++member, ++index) {
+    for (auto member = mObject.begin(); member != mObject.end(); ++member, ++index) {
         if (member.key() == key) {
-            taken_[index] = true;
+            mTaken[index] = true;
             return &member.value();
         }
     }
     return nullptr;
 }
 
-void ObjectReader::fields(Table table, void* record) {
+void ObjectReader::Fields(Table table, void* record) {
     std::size_t index = 0;
-    for (auto member = object_.begin(); member != object_.end(); ++member, ++index) {
-        if (const Field* field = findField(table, member.key())) {
-            taken_[index] = true;
+    for (auto member = mObject.begin(); member != mObject.end(); ++member, ++index) {
+        if (const Field* field = FindField(table, member.key())) {
+            mTaken[index] = true;
             try {
-                readField(member.value(), "", *field, record);
-            } catch (const Refusal& refusal) { // a path costs as much as the value: it is made when it is needed
-                throw refusal.below(at(field->key));
+                ReadField(member.value(), "", *field, record);
+            } catch (const Refusal& refusal) { // the path is only built for errors, since it costs as much as the value
+                throw refusal.Below(At(field->key));
             }
         }
     }
 }
 
-std::uint64_t ObjectReader::number(std::string_view key, std::uint64_t fallback, std::uint64_t top) {
-    const Json* value = take(key);
-    return value == nullptr ? fallback : readNumber(*value, at(key), top);
+std::uint64_t ObjectReader::Number(std::string_view key, std::uint64_t fallback, std::uint64_t top) {
+    const Json* value = Take(key);
+    return value == nullptr ? fallback : ReadNumber(*value, At(key), top);
 }
 
-void ObjectReader::finish() const {
+void ObjectReader::Finish() const {
     std::size_t index = 0;
-    for (auto member = object_.begin(); member != object_.end(); ++member, ++index) {
-        if (!taken_[index]) {
-            throw Refusal(at(member.key()), "unknown key");
+    for (auto member = mObject.begin(); member != mObject.end(); ++member, ++index) {
+        if (!mTaken[index]) {
+            throw Refusal(At(member.key()), "unknown key");
         }
     }
 }
 
-std::string ObjectReader::at(std::string_view key) const {
-    std::string path = path_ + "/";
-    for (const char c : key) { // a JSON pointer writes "~" and "/" inside a key as "~0" and "~1"
+std::string ObjectReader::At(std::string_view key) const {
+    std::string path = mPath + "/";
+    for (const char c : key) { // a JSON pointer escapes "~" and "/"
         if (c == '~' || c == '/') {
             path += c == '~' ? "~0" : "~1";
         } else {

@@ -1,6 +1,6 @@
 /// @file
-/// Binds record fields to JSON keys. A record is described by a table with one row per field; reading
-/// (description, state) and writing (state, journal) walk the same table.
+/// Maps record fields to JSON keys. Each record has a table with one row per field, which is used for reading
+/// (description, state) and writing (state, journal).
 #pragma once
 
 #include <cstddef>
@@ -19,125 +19,124 @@ using Json = nlohmann::ordered_json;
 using Bytes = std::vector<std::uint8_t>;
 
 enum class Kind {
-    Number,     ///< unsigned, 8 to 64 bits, host order: a number or "0x..."
-    Signed,     ///< signed, 8 to 64 bits, host order
-    BigEndian,  ///< unsigned, stored big-endian; written as the plain number
-    Numbers,    ///< array of unsigned numbers: a list
-    Octets,     ///< "aa:bb:...", exactly as many as the field has
-    OctetsUpTo, ///< the same with fewer bytes allowed, the rest is zero
-    Text,       ///< text that may fill its array, then without terminator
-    Record,     ///< one record or an array of records
+    NUMBER,        ///< unsigned, 8 to 64 bits, host order: a number or "0x..."
+    SIGNED,        ///< signed, 8 to 64 bits, host order
+    NETWORK_ORDER, ///< unsigned, stored big-endian; written as the plain number
+    NUMBERS,       ///< array of unsigned numbers: a list
+    OCTETS,        ///< "aa:bb:...", exactly the size of the field
+    OCTETS_UP_TO,  ///< the same or fewer, the rest zero
+    TEXT,          ///< text, without a terminator if it fills the array
+    RECORD,        ///< one record or an array of records
 };
 
 struct Field;
 using Table = std::span<const Field>;
 
-/// One row: where a field of a record lies and how it is written.
+/// One row: location and format of a record's field.
 struct Field {
     std::string_view key;
     Kind kind;
     std::size_t offset; ///< bytes
-    std::size_t size;   ///< bytes of one element for `Numbers` and `Record`, of the whole otherwise
+    std::size_t size;   ///< in bytes, of one element for `NUMBERS` and `RECORD`, of the whole field otherwise
     std::size_t count;  ///< elements
-    Table (*table)();   ///< of `Record`
+    Table (*table)();   ///< of a `RECORD`
 };
 
-/// The table of a record type. One specialisation for each record, in Records.cpp.
-template <class Record> Table fieldsOf();
+/// The table of a record type. Specialized for each record in Records.cpp.
+template <class Record> Table FieldsOf();
 
-/// Makes the row of a member from its type.
-template <class Member> constexpr Field row(std::string_view key, std::size_t offset) {
+/// Deduces the row of a member from its type.
+template <class Member> constexpr Field Row(std::string_view key, std::size_t offset) {
     using Element = std::remove_all_extents_t<Member>;
-    constexpr std::size_t count = std::is_array_v<Member> ? std::extent_v<Member> : 1;
+    constexpr std::size_t COUNT = std::is_array_v<Member> ? std::extent_v<Member> : 1;
     if constexpr (std::is_class_v<Element>) {
-        return {key, Kind::Record, offset, sizeof(Element), count, &fieldsOf<Element>};
+        return {key, Kind::RECORD, offset, sizeof(Element), COUNT, &FieldsOf<Element>};
     } else if constexpr (std::is_array_v<Member>) {
-        constexpr Kind kind = std::is_same_v<Element, char>           ? Kind::Text
-                              : std::is_same_v<Element, std::uint8_t> ? Kind::Octets
-                                                                      : Kind::Numbers;
-        if constexpr (kind == Kind::Numbers) {
-            return {key, kind, offset, sizeof(Element), count, nullptr};
+        constexpr Kind KIND = std::is_same_v<Element, char>           ? Kind::TEXT
+                              : std::is_same_v<Element, std::uint8_t> ? Kind::OCTETS
+                                                                      : Kind::NUMBERS;
+        if constexpr (KIND == Kind::NUMBERS) {
+            return {key, KIND, offset, sizeof(Element), COUNT, nullptr};
         } else {
-            return {key, kind, offset, sizeof(Member), 1, nullptr};
+            return {key, KIND, offset, sizeof(Member), 1, nullptr};
         }
     } else {
-        return {key, std::is_signed_v<Member> ? Kind::Signed : Kind::Number, offset, sizeof(Member), 1, nullptr};
+        return {key, std::is_signed_v<Member> ? Kind::SIGNED : Kind::NUMBER, offset, sizeof(Member), 1, nullptr};
     }
 }
 
-/// The same row with another kind than the member's type tells.
-constexpr Field as(Kind kind, Field field) {
+/// Overrides the kind of a row.
+constexpr Field As(Kind kind, Field field) {
     field.kind = kind;
     return field;
 }
 
-#define SIM_FIELD(record, member) ::sim::row<decltype(record::member)>(#member, offsetof(record, member))
+#define SIM_FIELD(record, member) ::sim::Row<decltype(record::member)>(#member, offsetof(record, member))
 
-/// Why an input was refused: `what()` is "path: reason", the path a JSON pointer.
+/// Why an input was refused. `what()` is "PATH: REASON", with PATH a JSON pointer.
 class Refusal : public std::runtime_error {
 public:
     Refusal(const std::string& path, const std::string& reason);
 
-    /// The same refusal, its path continuing `path`.
-    Refusal below(const std::string& path) const { return {path + path_, reason_}; }
+    /// The same refusal with `path` prepended.
+    Refusal Below(const std::string& path) const { return {path + mPath, mReason}; }
 
 private:
-    std::string path_;
-    std::string reason_;
+    std::string mPath;
+    std::string mReason;
 };
 
-/// Parses JSON, comments allowed, and refuses what parsers pass over: a key that stands twice in an object.
-/// Throws `std::runtime_error`.
-Json parseJson(const std::string& text);
+/// Parses JSON with comments. Throws `std::runtime_error`, also for duplicate keys and deep nesting.
+Json ParseJson(const std::string& text);
 
-/// Appends a member whose key the object lacks, and gives its value. Unlike the object's own insertion, this never
-/// copies the values of other members.
-Json& appendMember(Json& object, std::string key, Json&& value);
+/// Appends a member with a new key and returns its value. Unlike insertion by the object itself, this never copies
+/// the values of other members.
+Json& AppendMember(Json& object, std::string key, Json&& value);
 
-/// Reads one JSON object and refuses what it doesn't know.
+/// Reads a JSON object and refuses unknown keys.
 class ObjectReader {
 public:
-    /// Refuses anything but an object. The object must outlive the reader.
+    /// Throws `Refusal` if it isn't an object. The object must outlive the reader.
     ObjectReader(const Json& object, std::string path);
 
-    /// The value of a key, which becomes a known one, or null when it is absent.
-    const Json* take(std::string_view key);
-    /// Reads the rows whose keys are present into the record; the other fields keep what they hold.
-    void fields(Table table, void* record);
-    /// A number of at most `top`; `fallback` when the key is absent.
-    std::uint64_t number(std::string_view key, std::uint64_t fallback, std::uint64_t top);
-    /// Refuses the first key that nobody took.
-    void finish() const;
-    /// The path of a member, for messages.
-    std::string at(std::string_view key) const;
+    /// Returns the value of a key and marks the key as known; null if it is absent.
+    const Json* Take(std::string_view key);
+    /// Reads the keys that have a row into the record; other fields are left unchanged.
+    void Fields(Table table, void* record);
+    /// A number of at most `top`, or `fallback` if the key is absent.
+    std::uint64_t Number(std::string_view key, std::uint64_t fallback, std::uint64_t top);
+    /// Throws `Refusal` for the first unknown key.
+    void Finish() const;
+    /// JSON pointer of a member, for messages.
+    std::string At(std::string_view key) const;
 
 private:
-    const Json& object_;
-    std::string path_;
-    std::vector<bool> taken_;
+    const Json& mObject;
+    std::string mPath;
+    std::vector<bool> mTaken;
 };
 
-/// Refuses anything but an object.
-void requireObject(const Json& value, const std::string& path);
-/// Reads one value into the field of a record. Throws `Refusal`.
-void readField(const Json& value, const std::string& path, const Field& field, void* record);
+/// Throws `Refusal` if the value isn't an object.
+void RequireObject(const Json& value, const std::string& path);
+/// Reads a value into the field of a record. Throws `Refusal`.
+void ReadField(const Json& value, const std::string& path, const Field& field, void* record);
 /// Reads a number or "0x..." text of at most `top`. Throws `Refusal`.
-std::uint64_t readNumber(const Json& value, const std::string& path, std::uint64_t top);
+std::uint64_t ReadNumber(const Json& value, const std::string& path, std::uint64_t top);
 /// Reads "aa:bb:...". Throws `Refusal`.
-Bytes readBytes(const Json& value, const std::string& path);
+Bytes ReadBytes(const Json& value, const std::string& path);
 
 /// The value of one field as JSON.
-Json writeField(const Field& field, const void* record);
+Json WriteField(const Field& field, const void* record);
 /// All fields of a record as a JSON object.
-Json writeRecord(Table table, const void* record);
+Json WriteRecord(Table table, const void* record);
 /// "aa:bb:..."
-std::string bytesText(std::span<const std::uint8_t> bytes);
-/// The row with this key, or null.
-const Field* findField(Table table, std::string_view key);
+std::string BytesText(std::span<const std::uint8_t> bytes);
+/// Returns the row with this key, or null.
+const Field* FindField(Table table, std::string_view key);
 
-/// The text of an array that may lack its terminator.
-std::string boundedText(const char* text, std::size_t size);
-/// Copies a text into an array; the rest is zeroed. A text that fills it has no terminator.
-void storeText(char* array, std::size_t size, std::string_view text);
+/// The text in an array, which has no terminator if it fills the array.
+std::string BoundedText(const char* text, std::size_t size);
+/// Copies a text into an array and zeroes the rest. A text that fills the array gets no terminator.
+void StoreText(char* array, std::size_t size, std::string_view text);
 
 } // namespace sim

@@ -14,9 +14,9 @@
 namespace sim {
 namespace {
 
-constexpr off_t longestFile = 64 << 20;
+constexpr off_t LONGEST_FILE = 64 << 20;
 
-[[noreturn]] void failRead(const char* what) {
+[[noreturn]] void FailRead(const char* what) {
     throw std::runtime_error(std::string(what) + ": " + std::strerror(errno));
 }
 
@@ -31,17 +31,17 @@ struct Descriptor {
 
 } // namespace
 
-std::string readFile(const std::string& path) {
-    // A FIFO must not block the caller: it is opened without waiting and then refused.
+std::string ReadFile(const std::string& path) {
+    // Non-blocking, so that a FIFO is refused below instead of blocking the caller.
     const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     struct stat info {};
     if (file.fd < 0 || fstat(file.fd, &info) != 0) {
-        failRead("can't be opened");
+        FailRead("can't be opened");
     }
     if (!S_ISREG(info.st_mode)) {
         throw std::runtime_error("is no regular file");
     }
-    if (info.st_size > longestFile) {
+    if (info.st_size > LONGEST_FILE) {
         throw std::runtime_error("is larger than 64 MB");
     }
     std::string content;
@@ -49,7 +49,7 @@ std::string readFile(const std::string& path) {
     for (;;) {
         const ssize_t got = read(file.fd, buffer, sizeof buffer);
         if (got < 0 && errno != EINTR) {
-            failRead("can't be read");
+            FailRead("can't be read");
         }
         if (got == 0) {
             return content;
@@ -60,7 +60,7 @@ std::string readFile(const std::string& path) {
     }
 }
 
-std::uint64_t hashOf(std::string_view text, std::uint64_t start) {
+std::uint64_t HashOf(std::string_view text, std::uint64_t start) {
     std::uint64_t hash = start;
     for (const char c : text) {
         hash = (hash ^ static_cast<std::uint8_t>(c)) * 1099511628211ULL;
@@ -68,14 +68,14 @@ std::uint64_t hashOf(std::string_view text, std::uint64_t start) {
     return hash;
 }
 
-std::string hashText(std::uint64_t hash) {
+std::string HashText(std::uint64_t hash) {
     char text[17];
     std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(hash));
     return text;
 }
 
-Bytes parseHex(std::string_view text) {
-    constexpr std::pair<std::string_view, std::size_t> positions[] = {
+Bytes ParseHex(std::string_view text) {
+    constexpr std::pair<std::string_view, std::size_t> POSITIONS[] = {
         {"# A0h", 0}, {"# A2h", 256}, {"# lower page", 0}, {"# upper page", 128}};
     Bytes bytes;
     std::size_t position = 0;
@@ -84,7 +84,7 @@ Bytes parseHex(std::string_view text) {
         std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(text.size(), line.size() + 1));
         ++lineNumber;
-        for (const auto& [head, start] : positions) {
+        for (const auto& [head, start] : POSITIONS) {
             if (line.starts_with(head)) {
                 position = start;
             }
@@ -117,21 +117,21 @@ Bytes parseHex(std::string_view text) {
     return bytes;
 }
 
-Files::Files(std::string path) : name_("the built-in lab host"), file_("lab.json"), hash_(hashOf({})) {
+Files::Files(std::string path) : mName("the built-in lab host"), mFile("lab.json"), mHash(HashOf({})) {
     if (!path.empty()) {
         const std::size_t slash = path.rfind('/');
-        directory_ = slash == std::string::npos ? "./" : path.substr(0, slash + 1);
-        file_ = slash == std::string::npos ? path : path.substr(slash + 1);
-        name_ = std::move(path);
+        mDirectory = slash == std::string::npos ? "./" : path.substr(0, slash + 1);
+        mFile = slash == std::string::npos ? path : path.substr(slash + 1);
+        mName = std::move(path);
     }
 }
 
-std::string Files::load(const std::string& name) {
+std::string Files::Load(const std::string& name) {
     std::string content;
-    if (!directory_.empty()) {
-        content = readFile(name.starts_with('/') ? name : directory_ + name);
+    if (!mDirectory.empty()) {
+        content = ReadFile(name.starts_with('/') ? name : mDirectory + name);
     } else {
-        const auto files = labFiles();
+        const auto files = LabFiles();
         const auto found =
             std::find_if(files.begin(), files.end(), [&](const auto& file) { return file.name == name; });
         if (found == files.end()) {
@@ -139,28 +139,28 @@ std::string Files::load(const std::string& name) {
         }
         content = found->content;
     }
-    hash_ = hashOf(content, hashOf(name, hash_));
+    mHash = HashOf(content, HashOf(name, mHash));
     return content;
 }
 
-const std::string& Files::description() {
-    if (text_.empty()) {
-        text_ = load(file_);
+const std::string& Files::Description() {
+    if (mText.empty()) {
+        mText = Load(mFile);
     }
-    return text_;
+    return mText;
 }
 
-const Bytes& Files::blob(const std::string& name) {
-    const auto known = blobs_.find(name);
-    if (known != blobs_.end()) {
+const Bytes& Files::Blob(const std::string& name) {
+    const auto known = mBlobs.find(name);
+    if (known != mBlobs.end()) {
         return known->second;
     }
-    const std::string content = load(name);
-    return blobs_[name] = name.ends_with(".hex") ? parseHex(content) : Bytes(content.begin(), content.end());
+    const std::string content = Load(name);
+    return mBlobs[name] = name.ends_with(".hex") ? ParseHex(content) : Bytes(content.begin(), content.end());
 }
 
-std::string Files::digest() const {
-    return hashText(hash_);
+std::string Files::Digest() const {
+    return HashText(mHash);
 }
 
 } // namespace sim

@@ -1,5 +1,5 @@
 /// @file
-/// The tables of all records that descriptions, states and journal lines hold.
+/// The tables of all records in descriptions, state files and journals.
 #pragma once
 
 #include "description/Fields.h"
@@ -7,31 +7,31 @@
 
 namespace sim {
 
-template <> Table fieldsOf<__CHIPPROPERTY>();
-template <> Table fieldsOf<_vexapi_adapter_t>();
-template <> Table fieldsOf<_vexapi_phy_port_t>();
-template <> Table fieldsOf<_vexapi_protocol_t>();
-template <> Table fieldsOf<_tagVEXAPI_SDMTarget>();
-template <> Table fieldsOf<_tagVEXAPI_SDMLun>();
-template <> Table fieldsOf<VX_FLASH_COMPONENT>();
-template <> Table fieldsOf<_VEXAPI_FlashComponentVersion>();
-template <> Table fieldsOf<VX_SFlashMemoBlock>();
-template <> Table fieldsOf<VEXAPI_LOCKDOWNINFO>();
-template <> Table fieldsOf<_VEXAPI_HBAParameters>();
-template <> Table fieldsOf<VX_NVME_BOOT_ENTRY>();
-template <> Table fieldsOf<_VEXAPI_FcNVMeBootParams>();
-template <> Table fieldsOf<CreditInfo>();
-template <> Table fieldsOf<_VEXAPI_FWPRIVATESTATSEntry>();
-template <> Table fieldsOf<_VEXAPI_SANCONGTMGMTV2>();
-template <> Table fieldsOf<_VEXAPI_SCMRProfile>();
-template <> Table fieldsOf<__STATISTICS>();
-template <> Table fieldsOf<VX_PORT_SELECTOR>();
-template <> Table fieldsOf<DiagTestParams>();
-template <> Table fieldsOf<_VEXAPI_LoopbackTestResult>();
-template <> Table fieldsOf<_VEXAPI_ReadWriteBufferTestResult>();
-template <> Table fieldsOf<_VEXAPI_ECHO_RESULTS>();
-template <> Table fieldsOf<_VEXAPI_DiagnosticsDPortResult>();
+template <> Table FieldsOf<__CHIPPROPERTY>();
+template <> Table FieldsOf<_vexapi_adapter_t>();
+template <> Table FieldsOf<_vexapi_phy_port_t>();
+template <> Table FieldsOf<_vexapi_protocol_t>();
+template <> Table FieldsOf<_tagVEXAPI_SDMTarget>();
+template <> Table FieldsOf<_tagVEXAPI_SDMLun>();
+template <> Table FieldsOf<VX_FLASH_COMPONENT>();
+template <> Table FieldsOf<_VEXAPI_FlashComponentVersion>();
+template <> Table FieldsOf<VX_SFlashMemoBlock>();
+template <> Table FieldsOf<VEXAPI_LOCKDOWNINFO>();
+template <> Table FieldsOf<_VEXAPI_HBAParameters>();
+template <> Table FieldsOf<VX_NVME_BOOT_ENTRY>();
+template <> Table FieldsOf<_VEXAPI_FcNVMeBootParams>();
+template <> Table FieldsOf<CreditInfo>();
+template <> Table FieldsOf<_VEXAPI_FWPRIVATESTATSEntry>();
+template <> Table FieldsOf<_VEXAPI_SANCONGTMGMTV2>();
+template <> Table FieldsOf<_VEXAPI_SCMRProfile>();
+template <> Table FieldsOf<__STATISTICS>();
+template <> Table FieldsOf<VX_PORT_SELECTOR>();
+template <> Table FieldsOf<DiagTestParams>();
+template <> Table FieldsOf<_VEXAPI_LoopbackTestResult>();
+template <> Table FieldsOf<_VEXAPI_ReadWriteBufferTestResult>();
+template <> Table FieldsOf<_VEXAPI_ECHO_RESULTS>();
+template <> Table FieldsOf<_VEXAPI_DiagnosticsDPortResult>();
 
-template <> Table fieldsOf<PortAnswers>();
+template <> Table FieldsOf<PortAnswers>();
 
 } // namespace sim

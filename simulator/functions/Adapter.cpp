@@ -1,5 +1,5 @@
 /// @file
-/// The adapter's flash and personality.
+/// Flash and personality of an adapter.
 #include "functions/Image.h"
 
 #include <algorithm>
@@ -10,50 +10,50 @@ using namespace sim;
 
 namespace {
 
-/// The tool's id in the memo block. The simulator's one caller is a plugin of the host's command line.
-constexpr char toolIdText[4] = {'E', 'C', 'L', 'I'};
+/// The tool's id in the memo block.
+constexpr char TOOL_ID_TEXT[4] = {'E', 'C', 'L', 'I'};
 
-void setComponent(VX_FLASH_COMPONENT& component, const std::string& version) {
+void SetComponent(VX_FLASH_COMPONENT& component, const std::string& version) {
     VX_UINT8 numbers[3] = {};
-    parseVersion(version, numbers);
+    ParseVersion(version, numbers);
     component.Major = numbers[0];
     component.Minor = numbers[1];
     component.Sub = numbers[2];
 }
 
-/// A line of a multi-boot image whose version stands in the adapter's and in the port's record. The lines of
-/// flash components are called like the fields of their record.
+/// A line of a multi-boot image whose version goes to the records of the adapter and of the port. Lines of flash
+/// components have the names of the record's fields.
 struct VersionLine {
     const char* word;
     const char* adapterKey;
     const char* portKey;
 };
-constexpr VersionLine versionLines[] = {
+constexpr VersionLine VERSION_LINES[] = {
     {"Firmware", "FlashFwVersion", "FlashFwVersion"},
     {"Bios", "BiosVersion", "BiosVersion"},
     {"Efi", "EfiVersion", "FlashEfiVersion"},
     {"FCode", "FCodeVersion", "FlashFCodeVersion"},
 };
 
-/// Stores a version in a field of a record, as text or as numbers, whichever the field is.
-template <class Record> void storeVersion(Record& record, const char* key, const std::string& version) {
-    const Field* field = findField(fieldsOf<Record>(), key);
+/// Stores a version in a field, as text or as numbers depending on the field's type.
+template <class Record> void StoreVersion(Record& record, const char* key, const std::string& version) {
+    const Field* field = FindField(FieldsOf<Record>(), key);
     auto* at = reinterpret_cast<VX_UINT8*>(&record) + field->offset;
-    if (field->kind != Kind::Text) {
-        parseVersion(version, {at, field->size});
+    if (field->kind != Kind::TEXT) {
+        ParseVersion(version, {at, field->size});
     } else if (version.size() < field->size) {
-        storeText(reinterpret_cast<char*>(at), field->size, version);
+        StoreText(reinterpret_cast<char*>(at), field->size, version);
     } else {
-        throw Failure{statusDataInvalid, "the version \"" + version + "\" is too long"};
+        throw Failure{STATUS_DATA_INVALID, "the version \"" + version + "\" is too long"};
     }
 }
 
-VX_FLASH_COMPONENT& componentOf(_VEXAPI_FlashComponentVersion& components, const Field& field) {
+VX_FLASH_COMPONENT& ComponentOf(_VEXAPI_FlashComponentVersion& components, const Field& field) {
     return *reinterpret_cast<VX_FLASH_COMPONENT*>(reinterpret_cast<VX_UINT8*>(&components) + field.offset);
 }
 
-/// All protocol functions of an adapter: they share its flash.
-template <class Act> void eachPort(Host& host, const Adapter& adapter, Act act) {
+/// Visits all ports of an adapter, which share its flash.
+template <class Act> void EachPort(Host& host, const Adapter& adapter, Act act) {
     for (Port* port : host.ports) {
         if (port->adapter == &adapter) {
             act(*port);
@@ -61,10 +61,10 @@ template <class Act> void eachPort(Host& host, const Adapter& adapter, Act act) 
     }
 }
 
-/// Says who wrote the flash, and when.
-void stampMemo(VX_SFlashMemoBlock& memo, const Session& session) {
+/// Records the tool and the time of a flash update.
+void StampMemo(VX_SFlashMemoBlock& memo, const Session& session) {
     std::memcpy(memo.Signature, "FMBS", 4);
-    std::memcpy(memo.ToolId, toolIdText, 4);
+    std::memcpy(memo.ToolId, TOOL_ID_TEXT, 4);
     for (int i = 0; i < 4; ++i) {
         memo.ToolVersion[i] = static_cast<VX_UINT8>(session.toolVersion[i]);
     }
@@ -79,14 +79,14 @@ void stampMemo(VX_SFlashMemoBlock& memo, const Session& session) {
     memo.Second = static_cast<VX_UINT8>(local.tm_sec);
 }
 
-void checkFlashUnlocked(const Port& port) {
+void CheckFlashUnlocked(const Port& port) {
     if (port.answers.Lockdown.FirmwareLockdown != 0 && port.answers.Lockdown.FirmwareStatus == 0) {
-        throw Failure{statusLockedDown, "firmware updates are locked down"};
+        throw Failure{STATUS_LOCKED_DOWN, "firmware updates are locked down"};
     }
 }
 
-/// Writes a multi-boot image into records of an adapter and one of its ports. Throws `Failure`.
-void applyMultiBoot(const Image& image, _vexapi_adapter_t& adapter, _vexapi_protocol_t& port, PortAnswers& answers) {
+/// Applies a multi-boot image to an adapter and one of its ports. Throws `Failure`.
+void ApplyMultiBoot(const Image& image, _vexapi_adapter_t& adapter, _vexapi_protocol_t& port, PortAnswers& answers) {
     std::size_t known = 0;
     const auto find = [&](std::string_view word) {
         const auto found = image.values.find(std::string(word));
@@ -94,155 +94,155 @@ void applyMultiBoot(const Image& image, _vexapi_adapter_t& adapter, _vexapi_prot
         return found == image.values.end() ? nullptr : &found->second;
     };
     VX_SFlashMemoBlock& memo = answers.MemoBlock;
-    parseVersion(image.version, memo.Mbi);
-    storeVersion(adapter, "MultibootVersion", image.version);
-    for (const VersionLine& line : versionLines) {
+    ParseVersion(image.version, memo.Mbi);
+    StoreVersion(adapter, "MultibootVersion", image.version);
+    for (const VersionLine& line : VERSION_LINES) {
         if (const std::string* version = find(line.word)) {
-            storeVersion(adapter, line.adapterKey, *version);
-            storeVersion(port, line.portKey, *version);
+            StoreVersion(adapter, line.adapterKey, *version);
+            StoreVersion(port, line.portKey, *version);
         }
     }
-    for (const Field& field : fieldsOf<_VEXAPI_FlashComponentVersion>()) {
+    for (const Field& field : FieldsOf<_VEXAPI_FlashComponentVersion>()) {
         if (const std::string* version = find(field.key)) {
-            setComponent(componentOf(answers.FlashComponents, field), *version);
+            SetComponent(ComponentOf(answers.FlashComponents, field), *version);
         }
     }
     if (const std::string* version = find("FamilyFirmware")) {
-        parseVersion(*version, memo.FamilyFw);
+        ParseVersion(*version, memo.FamilyFw);
     }
     if (const std::string* date = find("BuildDate")) {
         if (date->size() != sizeof memo.MbiBuildDate) {
-            throw Failure{statusDataInvalid, "\"" + *date + "\" is no date YYYYMMDD"};
+            throw Failure{STATUS_DATA_INVALID, "\"" + *date + "\" is no date YYYYMMDD"};
         }
         std::memcpy(memo.MbiBuildDate, date->data(), sizeof memo.MbiBuildDate);
     }
     find("Reboot");
     if (known != image.values.size()) {
-        throw Failure{statusFileNotValid, "the image has a line that is none of a multi-boot image's"};
+        throw Failure{STATUS_FILE_NOT_VALID, "the image has a line that is none of a multi-boot image's"};
     }
 }
 
-void writeMultiBoot(Change& change, Session& session, Adapter& adapter, const Image& image) {
+void WriteMultiBoot(Change& change, Session& session, Adapter& adapter, const Image& image) {
     for (const char* key : {"MultibootVersion", "FlashFwVersion", "BiosVersion", "EfiVersion", "FCodeVersion"}) {
-        change.touch(adapter, key);
+        change.Touch(adapter, key);
     }
-    eachPort(session.host(), adapter, [&](Port& port) {
+    EachPort(session.GetHost(), adapter, [&](Port& port) {
         for (const char* key : {"FlashFwVersion", "BiosVersion", "FlashEfiVersion", "FlashFCodeVersion",
                                 "FlashComponents", "MemoBlock", "FlashPending"}) {
-            change.touch(port, key);
+            change.Touch(port, key);
         }
-        applyMultiBoot(image, adapter.record, port.record, port.answers);
-        stampMemo(port.answers.MemoBlock, session);
+        ApplyMultiBoot(image, adapter.record, port.record, port.answers);
+        StampMemo(port.answers.MemoBlock, session);
         port.answers.FlashPending = 1;
-        change.pending(port, true);
+        change.Pending(port, true);
     });
 }
 
-/// The updates that write one component: board configuration, preload table, PEP configuration.
-Status updateComponent(const char* function, VX_PORT_HANDLE* handle, const char* path, const char* kind,
+/// Updates a single component: board configuration, preload table or PEP configuration.
+Status UpdateComponent(const char* function, VX_PORT_HANDLE* handle, const char* path, const char* kind,
                        VX_FLASH_COMPONENT _VEXAPI_FlashComponentVersion::*component) {
-    return answer(function, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.pointer(path, "path");
-        call.argument("path", path);
-        call.begin();
-        checkFlashUnlocked(port);
-        const Image image = readImage(path, kind);
+    return Answer(function, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.CheckPointer(path, "path");
+        call.NoteArgument("path", path);
+        call.Begin();
+        CheckFlashUnlocked(port);
+        const Image image = ReadImage(path, kind);
         VX_FLASH_COMPONENT written{};
-        setComponent(written, image.version);
-        call.change([&](Change& change) {
-            eachPort(call.session().host(), *port.adapter, [&](Port& other) {
-                change.touch(other, "FlashComponents");
+        SetComponent(written, image.version);
+        call.ChangeHost([&](Change& change) {
+            EachPort(call.GetSession().GetHost(), *port.adapter, [&](Port& other) {
+                change.Touch(other, "FlashComponents");
                 other.answers.FlashComponents.*component = written;
-                change.touch(other, "MemoBlock");
-                stampMemo(other.answers.MemoBlock, call.session());
-                change.pending(other, true);
+                change.Touch(other, "MemoBlock");
+                StampMemo(other.answers.MemoBlock, call.GetSession());
+                change.Pending(other, true);
             });
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 } // namespace
 
 VX_UINT32 VEXAPI_GetFlashComponentVersion(VX_PORT_HANDLE* handle, _VEXAPI_FlashComponentVersion* versions) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(versions, "versions");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(versions, "versions");
+        call.Begin();
         *versions = port.answers.FlashComponents;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetAdapterFlashMemoBlock(VX_PORT_HANDLE* handle, VX_SFlashMemoBlock* block) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(block, "block");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(block, "block");
+        call.Begin();
         *block = port.answers.MemoBlock;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_doOptionROMUpdate(VX_PORT_HANDLE* handle, const char* path, VX_UINT32 reserved) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.pointer(path, "path");
-        call.argument("path", path);
-        call.fixed("reserved", reserved, {0});
-        call.begin();
-        checkFlashUnlocked(port);
-        const Image image = readImage(path, "MBI");
-        call.change([&](Change& change) { writeMultiBoot(change, call.session(), *port.adapter, image); });
-        return image.values.contains("Reboot") ? statusRebootNeeded : statusOk;
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.CheckPointer(path, "path");
+        call.NoteArgument("path", path);
+        call.CheckFixed("reserved", reserved, {0});
+        call.Begin();
+        CheckFlashUnlocked(port);
+        const Image image = ReadImage(path, "MBI");
+        call.ChangeHost([&](Change& change) { WriteMultiBoot(change, call.GetSession(), *port.adapter, image); });
+        return image.values.contains("Reboot") ? STATUS_REBOOT_NEEDED : STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_UpdateSpecificFlashRegionFromFile(VX_PORT_HANDLE* handle, const char* path) {
-    return updateComponent(__func__, handle, path, "BrdCfg", &_VEXAPI_FlashComponentVersion::FcBoardConfig);
+    return UpdateComponent(__func__, handle, path, "BrdCfg", &_VEXAPI_FlashComponentVersion::FcBoardConfig);
 }
 
 VX_UINT32 VEXAPI_UpdateAdapterFirmwareTableFromFile(VX_PORT_HANDLE* handle, const char* path) {
-    return updateComponent(__func__, handle, path, "FWPreload", &_VEXAPI_FlashComponentVersion::PreloadFwArea);
+    return UpdateComponent(__func__, handle, path, "FWPreload", &_VEXAPI_FlashComponentVersion::PreloadFwArea);
 }
 
 VX_UINT32 VEXAPI_UpdateAdapterPEPCfgFromFile(VX_PORT_HANDLE* handle, const char* path) {
-    return updateComponent(__func__, handle, path, "PEPCfg", &_VEXAPI_FlashComponentVersion::PepBoardConfig);
+    return UpdateComponent(__func__, handle, path, "PEPCfg", &_VEXAPI_FlashComponentVersion::PepBoardConfig);
 }
 
 VX_UINT32 VEXAPI_GetPersonalityType(VX_PORT_HANDLE* handle, unsigned char* personality) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.pointer(personality, "personality");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckPointer(personality, "personality");
+        call.Begin();
         *personality = port.answers.Personality;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_ChangePersonalityType(VX_PORT_HANDLE* handle, unsigned char personality) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.fixed("personality", personality, {0, 1});
-        call.begin();
-        call.change([&](Change& change) {
-            eachPort(call.session().host(), *port.adapter, [&](Port& other) {
-                change.touch(other, "Personality");
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.CheckFixed("personality", personality, {0, 1});
+        call.Begin();
+        call.ChangeHost([&](Change& change) {
+            EachPort(call.GetSession().GetHost(), *port.adapter, [&](Port& other) {
+                change.Touch(other, "Personality");
                 other.answers.Personality = personality;
-                change.pending(other, true);
+                change.Pending(other, true);
             });
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_CheckRowanPersonalityChangeOption(VX_PORT_HANDLE* handle) {
     VX_UINT32 allowed = 0;
-    return answerValue(__func__, allowed, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.begin();
+    return AnswerValue(__func__, allowed, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.Begin();
         allowed = port.answers.PersonalityChangeAllowed;
-        return statusOk;
+        return STATUS_OK;
     });
 }

@@ -1,70 +1,70 @@
 /// @file
-/// Congestion management of a port.
+/// Congestion management.
 #include "caller/Call.h"
 
 using namespace sim;
 
 namespace {
 
-/// The entry type of the port's own node; all others are targets.
-constexpr VX_UINT32 ownEntry = 0x80;
+/// Entry type of the port's own node; all others are targets.
+constexpr VX_UINT32 OWN_ENTRY = 0x80;
 
 } // namespace
 
 VX_UINT32 VEXAPI_IsFWCMFeatureEnabled(VX_PORT_HANDLE* handle, VX_UINT8* enabled) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(enabled, "enabled");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(enabled, "enabled");
+        call.Begin();
         *enabled = port.answers.CongestionFeature;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetSCMRStatisticsList(VX_PORT_HANDLE* handle, _VEXAPI_SANCONGTMGMTV2** list) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.pointer(list, "list");
-        const bool asked = call.begin() != Asked::Answer;
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckPointer(list, "list");
+        const bool asked = call.Begin() != Asked::ANSWER;
         *list = nullptr;
         if (asked || port.congestion.empty()) {
-            return statusOk;
+            return STATUS_OK;
         }
         std::vector<_VEXAPI_SANCONGTMGMTV2> nodes = port.congestion;
         for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
             nodes[i].pNext = &nodes[i + 1];
         }
-        *list = nodes.data(); // moving the vector keeps its nodes where they are
-        call.session().congestionLists.emplace(*list, std::move(nodes));
-        return statusOk;
+        *list = nodes.data(); // stays valid when the vector is moved
+        call.GetSession().congestionLists.emplace(*list, std::move(nodes));
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_FreeSCMRStatisticsList(_VEXAPI_SANCONGTMGMTV2* list) {
-    return answer(__func__, [&](Call& call) {
-        call.pointer(list, "list");
-        auto& lists = call.session().congestionLists;
+    return Answer(__func__, [&](Call& call) {
+        call.CheckPointer(list, "list");
+        auto& lists = call.GetSession().congestionLists;
         if (!lists.contains(list)) {
             throw Mistake{"the list is none that the library gave, or was released already"};
         }
-        call.begin();
+        call.Begin();
         lists.erase(list);
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SANCongMgmtResetStatistics(VX_PORT_HANDLE* handle) {
-    return answer(__func__, [&](Call& call) {
-        constexpr VX_UINT32 secondGeneration = 1U << 26;
-        Port& port = call.port(handle);
-        call.begin();
-        if ((port.record.FeatureFlags & secondGeneration) == 0) {
-            throw Failure{statusNotSupportedByDriver, "driver or firmware lacks the operation"};
+    return Answer(__func__, [&](Call& call) {
+        constexpr VX_UINT32 SECOND_GENERATION = 1U << 26;
+        Port& port = call.GetPort(handle);
+        call.Begin();
+        if ((port.record.FeatureFlags & SECOND_GENERATION) == 0) {
+            throw Failure{STATUS_NOT_SUPPORTED_BY_DRIVER, "driver or firmware lacks the operation"};
         }
-        call.change([&](Change& change) {
-            change.touch(port, "CongestionStatistics");
+        call.ChangeHost([&](Change& change) {
+            change.Touch(port, "CongestionStatistics");
             for (_VEXAPI_SANCONGTMGMTV2& node : port.congestion) {
-                if (node.EntryType != ownEntry) {
+                if (node.EntryType != OWN_ENTRY) {
                     _VEXAPI_SANCONGTMGMTV2 cleared{};
                     std::copy_n(node.WWNN, sizeof node.WWNN, cleared.WWNN);
                     std::copy_n(node.WWPN, sizeof node.WWPN, cleared.WWPN);
@@ -73,29 +73,29 @@ VX_UINT32 VEXAPI_SANCongMgmtResetStatistics(VX_PORT_HANDLE* handle) {
                 }
             }
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetSCMRProfile(VX_PORT_HANDLE* handle, _VEXAPI_SCMRProfile* profile) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(profile, "profile");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(profile, "profile");
+        call.Begin();
         *profile = port.answers.CongestionProfile;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SetSCMRProfile(VX_PORT_HANDLE* handle, _VEXAPI_SCMRProfile* profile) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.record("profile", profile);
-        call.begin();
-        call.change([&](Change& change) {
-            change.touch(port, "CongestionProfile");
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.NoteRecord("profile", profile);
+        call.Begin();
+        call.ChangeHost([&](Change& change) {
+            change.Touch(port, "CongestionProfile");
             port.answers.CongestionProfile = *profile;
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }

@@ -12,40 +12,40 @@
 namespace sim {
 namespace {
 
-constexpr off_t longestImage = 64 << 20;
+constexpr off_t LONGEST_IMAGE = 64 << 20;
 
-/// The file's content, or the status that the library has for its trouble.
-std::string contentOf(const char* path) {
+/// Reads the file. Throws `Failure` with the library's status.
+std::string ContentOf(const char* path) {
     struct stat info {};
     if (stat(path, &info) != 0) {
         const bool missing = errno == ENOENT || errno == ENOTDIR;
-        throw Failure{missing ? statusFileNotFound : statusFileNotOpened, "the file can't be found"};
+        throw Failure{missing ? STATUS_FILE_NOT_FOUND : STATUS_FILE_NOT_OPENED, "the file can't be found"};
     }
     if (access(path, R_OK) != 0) {
-        throw Failure{statusFileNotOpened, "the file can't be opened"};
+        throw Failure{STATUS_FILE_NOT_OPENED, "the file can't be opened"};
     }
     if (!S_ISREG(info.st_mode)) {
-        throw Failure{statusFileNotRead, "the file is no regular file"};
+        throw Failure{STATUS_FILE_NOT_READ, "the file is no regular file"};
     }
-    if (info.st_size == 0 || info.st_size > longestImage) {
-        throw Failure{statusFileSizeInvalid, "the file is empty or too large"};
+    if (info.st_size == 0 || info.st_size > LONGEST_IMAGE) {
+        throw Failure{STATUS_FILE_SIZE_INVALID, "the file is empty or too large"};
     }
     try {
-        return readFile(path);
+        return ReadFile(path);
     } catch (const std::runtime_error& error) {
-        throw Failure{statusFileNotRead, error.what()};
+        throw Failure{STATUS_FILE_NOT_READ, error.what()};
     }
 }
 
-/// Takes the text up to a separator, and the separator, off the front.
-std::string_view takeUntil(std::string_view& text, char separator) {
+/// Removes the text up to and including a separator, and returns it without the separator.
+std::string_view TakeUntil(std::string_view& text, char separator) {
     const std::string_view taken = text.substr(0, text.find(separator));
     text.remove_prefix(std::min(text.size(), taken.size() + 1));
     return taken;
 }
 
-std::string_view takeLine(std::string_view& text) {
-    std::string_view line = takeUntil(text, '\n');
+std::string_view TakeLine(std::string_view& text) {
+    std::string_view line = TakeUntil(text, '\n');
     if (line.ends_with('\r')) {
         line.remove_suffix(1);
     }
@@ -54,37 +54,37 @@ std::string_view takeLine(std::string_view& text) {
 
 } // namespace
 
-Image readImage(const char* path, const std::string& kind) {
-    const std::string content = contentOf(path);
+Image ReadImage(const char* path, const std::string& kind) {
+    const std::string content = ContentOf(path);
     std::string_view text = content;
-    std::string_view line = takeLine(text);
-    if (takeUntil(line, ' ') != "ORFC-IMAGE" || takeUntil(line, ' ') != kind || line.empty()) {
-        throw Failure{statusFileNotValid, "the file is no image of the kind " + kind};
+    std::string_view line = TakeLine(text);
+    if (TakeUntil(line, ' ') != "ORFC-IMAGE" || TakeUntil(line, ' ') != kind || line.empty()) {
+        throw Failure{STATUS_FILE_NOT_VALID, "the file is no image of the kind " + kind};
     }
     Image image{std::string(line), {}};
     while (!text.empty()) {
-        line = takeLine(text);
+        line = TakeLine(text);
         if (line.empty()) {
             continue;
         }
-        const std::string word(takeUntil(line, ' '));
+        const std::string word(TakeUntil(line, ' '));
         if (!image.values.emplace(word, line).second) {
-            throw Failure{statusFileNotValid, "the image has two lines \"" + word + "\""};
+            throw Failure{STATUS_FILE_NOT_VALID, "the image has two lines \"" + word + "\""};
         }
     }
     return image;
 }
 
-void parseVersion(const std::string& text, std::span<VX_UINT8> numbers) {
+void ParseVersion(const std::string& text, std::span<VX_UINT8> numbers) {
     std::string_view rest = text;
     bool good = true;
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const std::string_view part = i + 1 < numbers.size() ? takeUntil(rest, '.') : rest;
+        const std::string_view part = i + 1 < numbers.size() ? TakeUntil(rest, '.') : rest;
         const auto parsed = std::from_chars(part.data(), part.data() + part.size(), numbers[i]);
         good = good && parsed.ec == std::errc() && parsed.ptr == part.data() + part.size();
     }
     if (!good) {
-        throw Failure{statusDataInvalid,
+        throw Failure{STATUS_DATA_INVALID,
                       "\"" + text + "\" is no version of " + std::to_string(numbers.size()) + " numbers"};
     }
 }

@@ -1,5 +1,5 @@
 /// @file
-/// The files that the update functions take: text that begins with "ORFC-IMAGE KIND VERSION".
+/// The files of the update functions: text that begins with "ORFC-IMAGE KIND VERSION".
 #pragma once
 
 #include "caller/Call.h"
@@ -12,15 +12,15 @@ namespace sim {
 
 struct Image {
     std::string version;
-    /// The lines behind the first one: a word and the rest of the line.
+    /// The lines after the first: a word and the rest of the line.
     std::map<std::string, std::string> values;
 };
 
-/// Reads an image of one kind. Throws `Failure` with the library's status for the file: not found, not
-/// opened, not read, of invalid size (empty or above 64 MB), not valid.
-Image readImage(const char* path, const std::string& kind);
+/// Reads an image of one kind. Throws `Failure` with the library's status: file not found, not opened, not read, of
+/// invalid size (empty or larger than 64 MB) or not valid.
+Image ReadImage(const char* path, const std::string& kind);
 
-/// Reads `numbers.size()` numbers below 256 with points between them. Throws `Failure`.
-void parseVersion(const std::string& text, std::span<VX_UINT8> numbers);
+/// Parses `numbers.size()` numbers below 256, separated by dots. Throws `Failure`.
+void ParseVersion(const std::string& text, std::span<VX_UINT8> numbers);
 
 } // namespace sim

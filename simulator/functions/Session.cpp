@@ -1,5 +1,5 @@
 /// @file
-/// Starting and ending the library, its tree, the reboot question.
+/// Start and end of the library, the adapter tree, pending reboots.
 #include "caller/Call.h"
 #include "caller/Journal.h"
 
@@ -10,10 +10,10 @@ using namespace sim;
 
 namespace {
 
-/// A line for each list that its caller forgot to release.
-template <class Lists> void reportForgotten(const Lists& lists, const char* release) {
+/// Reports the lists that the caller didn't release.
+template <class Lists> void ReportForgotten(const Lists& lists, const char* release) {
     for (std::size_t i = 0; i < lists.size(); ++i) {
-        writeJournal(
+        WriteJournal(
             {{"function", "VEXAPI_Uninitialize"}, {"mistake", std::string("a list was never given to ") + release}});
     }
 }
@@ -21,90 +21,90 @@ template <class Lists> void reportForgotten(const Lists& lists, const char* rele
 } // namespace
 
 VX_UINT32 VEXAPI_Initialize(VX_UINT32 debugLevel, VX_UINT32 reserved) {
-    return answer(__func__, [&](Call& call) {
-        call.fixed("debugLevel", debugLevel, {0, 31});
-        call.fixed("reserved", reserved, {0});
-        if (currentSession() != nullptr) {
+    return Answer(__func__, [&](Call& call) {
+        call.CheckFixed("debugLevel", debugLevel, {0, 31});
+        call.CheckFixed("reserved", reserved, {0});
+        if (CurrentSession() != nullptr) {
             throw Mistake{"the library is initialized already"};
         }
-        call.begin();
-        startSession();
-        Session& session = call.session();
+        call.Begin();
+        StartSession();
+        Session& session = call.GetSession();
         session.debugLevel = debugLevel;
-        const Host& host = session.host();
+        const Host& host = session.GetHost();
         std::printf("vexapi simulator: %u adapters, %zu ports\n", host.list.Count, host.ports.size());
         if (debugLevel != 0) {
             for (const Port* port : host.ports) {
-                std::printf("vexapi simulator: port %u: %s, %zu targets\n", port->index, nameOf(*port).c_str(),
+                std::printf("vexapi simulator: port %u: %s, %zu targets\n", port->index, NameOf(*port).c_str(),
                             port->targets.size());
             }
         }
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SetToolID(VX_UINT32 toolId) {
-    return answer(__func__, [&](Call& call) {
-        call.argument("toolId", toolId);
-        Session& session = call.session();
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        call.NoteArgument("toolId", toolId);
+        Session& session = call.GetSession();
+        call.Begin();
         session.toolId = toolId;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SetToolVersion(VX_UINT32 major, VX_UINT32 minor, VX_UINT32 sub, VX_UINT32 build) {
-    return answer(__func__, [&](Call& call) {
+    return Answer(__func__, [&](Call& call) {
         const VX_UINT32 version[4] = {major, minor, sub, build};
         const char* const names[4] = {"major", "minor", "sub", "build"};
         for (int i = 0; i < 4; ++i) {
-            call.argument(names[i], version[i]);
+            call.NoteArgument(names[i], version[i]);
         }
-        Session& session = call.session();
-        call.begin();
+        Session& session = call.GetSession();
+        call.Begin();
         std::copy_n(version, 4, session.toolVersion);
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_Uninitialize(void) {
-    return answer(__func__, [&](Call& call) {
+    return Answer(__func__, [&](Call& call) {
         try {
-            Session& session = call.session();
-            call.begin();
-            reportForgotten(session.congestionLists, "VEXAPI_FreeSCMRStatisticsList");
-            reportForgotten(session.bufferLists, "VEXAPI_FreeRWBufferTestResultList");
-        } catch (const Failure&) { // a start that was refused ends here, too
-            endSession();
+            Session& session = call.GetSession();
+            call.Begin();
+            ReportForgotten(session.congestionLists, "VEXAPI_FreeSCMRStatisticsList");
+            ReportForgotten(session.bufferLists, "VEXAPI_FreeRWBufferTestResultList");
+        } catch (const Failure&) { // ends a refused start too
+            EndSession();
             throw;
         }
-        endSession();
-        return statusOk;
+        EndSession();
+        return STATUS_OK;
     });
 }
 
 VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void) {
-    // Stands in for the host's own header when a null head is asked for.
+    // Returned instead of the host's own header if a fault asks for a null head.
     static VX_ADAPTER_LIST headless{};
     VX_ADAPTER_LIST* list = nullptr;
-    const Outcome outcome = run(__func__, [&](Call& call) {
-        Host& host = call.session().host();
-        const Asked asked = call.begin();
-        list = asked == Asked::Null       ? nullptr
-               : asked == Asked::NullHead ? &headless
-               : host.adapters            ? &host.list
-                                          : nullptr;
-        return statusOk;
+    const Outcome outcome = Run(__func__, [&](Call& call) {
+        Host& host = call.GetSession().GetHost();
+        const Asked asked = call.Begin();
+        list = asked == Asked::NULL_POINTER ? nullptr
+               : asked == Asked::NULL_HEAD  ? &headless
+               : host.adapters              ? &host.list
+                                            : nullptr;
+        return STATUS_OK;
     });
-    return outcome.status == statusOk ? list : nullptr;
+    return outcome.status == STATUS_OK ? list : nullptr;
 }
 
 VX_UINT32 VEXAPI_IsRebootRequired(VX_UINT32* required) {
-    return answer(__func__, [&](Call& call) {
-        call.pointer(required, "required");
-        Session& session = call.session();
-        call.begin();
-        *required = session.needsReboot() ? 1 : 0;
-        return statusOk;
+    return Answer(__func__, [&](Call& call) {
+        call.CheckPointer(required, "required");
+        Session& session = call.GetSession();
+        call.Begin();
+        *required = session.NeedsReboot() ? 1 : 0;
+        return STATUS_OK;
     });
 }

@@ -13,14 +13,14 @@ using namespace sim;
 
 namespace {
 
-constexpr VX_UINT8 noName[8] = {};
+constexpr VX_UINT8 NO_NAME[8] = {};
 
 /// A boot target in the NVRAM record.
 struct BootTarget {
     VX_UINT8 (_VEXAPI_HBAParameters::*name)[8];
     VX_UINT16 _VEXAPI_HBAParameters::*lun;
 };
-constexpr BootTarget bootTargets[] = {
+constexpr BootTarget BOOT_TARGETS[] = {
     {&_VEXAPI_HBAParameters::BootPortName, &_VEXAPI_HBAParameters::BootLunNumber},
     {&_VEXAPI_HBAParameters::Alt1BootPortName, &_VEXAPI_HBAParameters::Alt1BootLunNumber},
     {&_VEXAPI_HBAParameters::Alt2BootPortName, &_VEXAPI_HBAParameters::Alt2BootLunNumber},
@@ -31,52 +31,52 @@ constexpr BootTarget bootTargets[] = {
     {&_VEXAPI_HBAParameters::Alt7BootPortName, &_VEXAPI_HBAParameters::Alt7BootLunNumber},
 };
 
-/// The boot settings beside the targets.
-constexpr VX_UINT32 _VEXAPI_HBAParameters::*bootSwitches[] = {
+/// The boot settings other than the targets.
+constexpr VX_UINT32 _VEXAPI_HBAParameters::*BOOT_SWITCHES[] = {
     &_VEXAPI_HBAParameters::DisableBIOS,          &_VEXAPI_HBAParameters::EnableSelectableBoot,
     &_VEXAPI_HBAParameters::EnableSelectiveLogin, &_VEXAPI_HBAParameters::EnableSelectiveLUN,
     &_VEXAPI_HBAParameters::ForceWorldLogin,      &_VEXAPI_HBAParameters::EnableFabricAssignBootLun,
 };
 
-/// Refuses a boot target that the port doesn't see. An empty name clears the entry.
-void checkBootTarget(Port& port, const VX_UINT8 (&name)[8], std::uint32_t lun) {
-    if (std::memcmp(name, noName, sizeof name) == 0) {
+/// Throws `Failure` if the port doesn't see a boot target. An empty name clears the entry.
+void CheckBootTarget(Port& port, const VX_UINT8 (&name)[8], std::uint32_t lun) {
+    if (std::memcmp(name, NO_NAME, sizeof name) == 0) {
         return;
     }
-    const Target* target = findTarget(port, name);
-    if (target == nullptr || !hasLun(*target, lun)) {
-        throw Failure{statusNoSuchTarget,
-                      "the port sees no LUN " + std::to_string(lun) + " of " + bytesText(name) + " to boot from"};
+    const Target* target = FindTarget(port, name);
+    if (target == nullptr || !HasLun(*target, lun)) {
+        throw Failure{STATUS_NO_SUCH_TARGET,
+                      "the port sees no LUN " + std::to_string(lun) + " of " + BytesText(name) + " to boot from"};
     }
 }
 
-void checkSettingsUnlocked(const Port& port) {
+void CheckSettingsUnlocked(const Port& port) {
     if (port.answers.Lockdown.ConfigLockdown != 0 && port.answers.Lockdown.ConfigStatus == 0) {
-        throw Failure{statusLockedDown, "the configuration is locked down"};
+        throw Failure{STATUS_LOCKED_DOWN, "the configuration is locked down"};
     }
 }
 
-/// Changes one answer of a port; `make` changes it.
-template <class Make> void changeAnswer(Call& call, Port& port, const char* key, Make make) {
-    call.change([&](Change& change) {
-        change.touch(port, key);
+/// Changes one answer of a port by `make`.
+template <class Make> void ChangeAnswer(Call& call, Port& port, const char* key, Make make) {
+    call.ChangeHost([&](Change& change) {
+        change.Touch(port, key);
         make();
-        change.pending(port);
+        change.Pending(port);
     });
 }
 
-/// The NVRAM image: a line "KEY VALUE" for each field, values as in descriptions.
-_VEXAPI_HBAParameters parametersOf(const Image& image, _VEXAPI_HBAParameters parameters) {
+/// Applies an NVRAM image, whose lines are "KEY VALUE" with the keys and values of descriptions.
+_VEXAPI_HBAParameters ParametersOf(const Image& image, _VEXAPI_HBAParameters parameters) {
     for (const auto& [key, text] : image.values) {
-        const Field* field = findField(fieldsOf<_VEXAPI_HBAParameters>(), key);
+        const Field* field = FindField(FieldsOf<_VEXAPI_HBAParameters>(), key);
         if (field == nullptr) {
-            throw Failure{statusFileNotValid, "the image has the unknown line \"" + key + "\""};
+            throw Failure{STATUS_FILE_NOT_VALID, "the image has the unknown line \"" + key + "\""};
         }
         try {
             const bool number = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-            readField(number ? Json::parse(text, nullptr, false) : Json(text), key, *field, &parameters);
+            ReadField(number ? Json::parse(text, nullptr, false) : Json(text), key, *field, &parameters);
         } catch (const Refusal& refusal) {
-            throw Failure{statusDataInvalid, refusal.what()};
+            throw Failure{STATUS_DATA_INVALID, refusal.what()};
         }
     }
     return parameters;
@@ -85,252 +85,252 @@ _VEXAPI_HBAParameters parametersOf(const Image& image, _VEXAPI_HBAParameters par
 } // namespace
 
 VX_UINT32 VEXAPI_UpdateAdapterNVRAMFromFile(VX_PORT_HANDLE* handle, const char* path) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.pointer(path, "path");
-        call.argument("path", path);
-        call.begin();
-        checkSettingsUnlocked(port);
-        const Image image = readImage(path, "NVRAM");
-        changeAnswer(call, port, "Nvram", [&] { port.answers.Nvram = parametersOf(image, port.answers.Nvram); });
-        return statusOk;
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.CheckPointer(path, "path");
+        call.NoteArgument("path", path);
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        const Image image = ReadImage(path, "NVRAM");
+        ChangeAnswer(call, port, "Nvram", [&] { port.answers.Nvram = ParametersOf(image, port.answers.Nvram); });
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetHBAParamsInfo(VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters, VX_HBA_AUX* auxiliary) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(parameters, "parameters");
-        call.cleared(auxiliary, "auxiliary");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(parameters, "parameters");
+        call.CheckCleared(auxiliary, "auxiliary");
+        call.Begin();
         *parameters = port.answers.Nvram;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_UpdateHBAParameters(VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.record("parameters", parameters);
-        call.begin();
-        checkSettingsUnlocked(port);
-        changeAnswer(call, port, "Nvram", [&] { port.answers.Nvram = *parameters; });
-        return statusOk;
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.NoteRecord("parameters", parameters);
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        ChangeAnswer(call, port, "Nvram", [&] { port.answers.Nvram = *parameters; });
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_RestoreDefaultNVRAM(VX_PORT_HANDLE* handle) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.begin();
-        checkSettingsUnlocked(port);
-        changeAnswer(call, port, "Nvram", [&] { port.answers.Nvram = port.answers.NvramDefaults; });
-        return statusOk;
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        ChangeAnswer(call, port, "Nvram", [&] { port.answers.Nvram = port.answers.NvramDefaults; });
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SaveSingleAdapterNVRAMToFile(VX_PORT_HANDLE* handle, const char* path) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.pointer(path, "path");
-        call.argument("path", path);
-        call.begin();
-        std::string text = "ORFC-IMAGE NVRAM " + nameOf(port) + "\n";
-        for (const Field& field : fieldsOf<_VEXAPI_HBAParameters>()) {
-            const Json value = writeField(field, &port.answers.Nvram);
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckPointer(path, "path");
+        call.NoteArgument("path", path);
+        call.Begin();
+        std::string text = "ORFC-IMAGE NVRAM " + NameOf(port) + "\n";
+        for (const Field& field : FieldsOf<_VEXAPI_HBAParameters>()) {
+            const Json value = WriteField(field, &port.answers.Nvram);
             text += std::string(field.key) + " " + (value.is_string() ? value.get<std::string>() : value.dump()) + "\n";
         }
         std::FILE* file = std::fopen(path, "we");
         if (file == nullptr) {
-            throw Failure{statusFileNotOpened, std::strerror(errno)};
+            throw Failure{STATUS_FILE_NOT_OPENED, std::strerror(errno)};
         }
         const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
         if (std::fclose(file) != 0 || !written) {
-            throw Failure{statusFileNotOpened, "the file can't be written"};
+            throw Failure{STATUS_FILE_NOT_OPENED, "the file can't be written"};
         }
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT8 VEXAPI_GetBfsConfigMode(void) {
     VX_UINT8 mode = 0;
-    return answerValue(__func__, mode, [&](Call& call) {
-        const Host& host = call.session().host();
-        call.begin();
+    return AnswerValue(__func__, mode, [&](Call& call) {
+        const Host& host = call.GetSession().GetHost();
+        call.Begin();
         mode = host.bfsMode;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SetBfsConfigMode(VX_UINT8 mode) {
-    return answer(__func__, [&](Call& call) {
-        Host& host = call.session().host();
-        call.fixed("mode", mode, {1, 2, 4});
-        call.begin();
-        call.change([&](Change& change) {
-            change.touch(host, "BfsMode");
+    return Answer(__func__, [&](Call& call) {
+        Host& host = call.GetSession().GetHost();
+        call.CheckFixed("mode", mode, {1, 2, 4});
+        call.Begin();
+        call.ChangeHost([&](Change& change) {
+            change.Touch(host, "BfsMode");
             host.bfsMode = mode;
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetBootDeviceInfo(VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters, void* reserved) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(parameters, "parameters");
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(parameters, "parameters");
         if (reserved != nullptr) {
             throw Mistake{"reserved isn't null"};
         }
-        call.begin();
+        call.Begin();
         *parameters = port.answers.Nvram;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SetBootDeviceInfo(VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.record("parameters", parameters);
-        call.begin();
-        checkSettingsUnlocked(port);
-        changeAnswer(call, port, "Nvram", [&] {
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.NoteRecord("parameters", parameters);
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        ChangeAnswer(call, port, "Nvram", [&] {
             _VEXAPI_HBAParameters& nvram = port.answers.Nvram;
-            for (const auto& [name, lun] : bootTargets) {
+            for (const auto& [name, lun] : BOOT_TARGETS) {
                 const bool same =
-                    std::memcmp(nvram.*name, parameters->*name, sizeof noName) == 0 && nvram.*lun == parameters->*lun;
-                if (!same) { // an entry whose target has gone may stay
-                    checkBootTarget(port, parameters->*name, parameters->*lun);
+                    std::memcmp(nvram.*name, parameters->*name, sizeof NO_NAME) == 0 && nvram.*lun == parameters->*lun;
+                if (!same) { // an unchanged entry may name a target that is gone
+                    CheckBootTarget(port, parameters->*name, parameters->*lun);
                 }
-                std::copy_n(parameters->*name, sizeof noName, nvram.*name);
+                std::copy_n(parameters->*name, sizeof NO_NAME, nvram.*name);
                 nvram.*lun = parameters->*lun;
             }
-            for (const auto member : bootSwitches) {
+            for (const auto member : BOOT_SWITCHES) {
                 nvram.*member = parameters->*member;
             }
             nvram.NVMeEnable = parameters->NVMeEnable;
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetNVMeBootDeviceEntries(VX_PORT_HANDLE* handle, _VEXAPI_FcNVMeBootParams* parameters) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.cleared(parameters, "parameters");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckCleared(parameters, "parameters");
+        call.Begin();
         *parameters = port.answers.NvmeBoot;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_SetNVMeBootDeviceEntries(VX_PORT_HANDLE* handle, _VEXAPI_FcNVMeBootParams* parameters) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.record("parameters", parameters);
-        call.begin();
-        checkSettingsUnlocked(port);
-        changeAnswer(call, port, "NvmeBoot", [&] {
-            // The host's own identity isn't the caller's to change.
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.NoteRecord("parameters", parameters);
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        ChangeAnswer(call, port, "NvmeBoot", [&] {
+            // The host's identity is read-only.
             for (std::size_t i = 0; i < std::size(parameters->BootEntry); ++i) {
                 const VX_NVME_BOOT_ENTRY& entry = parameters->BootEntry[i];
                 VX_NVME_BOOT_ENTRY& held = port.answers.NvmeBoot.BootEntry[i];
-                if (std::memcmp(held.TargetWWPN, entry.TargetWWPN, sizeof noName) != 0 ||
+                if (std::memcmp(held.TargetWWPN, entry.TargetWWPN, sizeof NO_NAME) != 0 ||
                     held.TargetNSID != entry.TargetNSID) {
-                    checkBootTarget(port, entry.TargetWWPN, entry.TargetNSID);
+                    CheckBootTarget(port, entry.TargetWWPN, entry.TargetNSID);
                 }
                 held = entry;
             }
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_FCGetBBCSupportInfoEx(VX_PORT_HANDLE* handle, VX_UINT8* status, VX_UINT8* configured, VX_UINT8* state,
                                        VX_UINT8* negotiated, char* reason, VX_UINT32 reasonSize) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.pointer(status, "status");
-        call.pointer(configured, "configured");
-        call.pointer(state, "state");
-        call.pointer(negotiated, "negotiated");
-        call.fixed("reasonSize", reasonSize, {sizeof(CreditInfo::Reason)});
-        call.cleared(reason, reasonSize, "reason");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckPointer(status, "status");
+        call.CheckPointer(configured, "configured");
+        call.CheckPointer(state, "state");
+        call.CheckPointer(negotiated, "negotiated");
+        call.CheckFixed("reasonSize", reasonSize, {sizeof(CreditInfo::Reason)});
+        call.CheckCleared(reason, reasonSize, "reason");
+        call.Begin();
         const CreditInfo& credit = port.answers.CreditRecovery;
         *status = credit.Status;
         *configured = credit.Configured;
         *state = credit.State;
         *negotiated = credit.Negotiated;
         std::memcpy(reason, credit.Reason, sizeof credit.Reason);
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_FCSetBBCSupportInfo(VX_PORT_HANDLE* handle, VX_UINT8 status, VX_UINT8 configured) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.fixed("status", status, {0, 1});
-        call.argument("configured", configured);
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.CheckFixed("status", status, {0, 1});
+        call.NoteArgument("configured", configured);
         if (configured > 15) {
             throw Mistake{"configured may not be above 15"};
         }
-        call.begin();
-        checkSettingsUnlocked(port);
-        changeAnswer(call, port, "CreditRecovery", [&] {
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        ChangeAnswer(call, port, "CreditRecovery", [&] {
             port.answers.CreditRecovery.Status = status;
             port.answers.CreditRecovery.Configured = configured;
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_FCGetFECSupportInfo(VX_PORT_HANDLE* handle, VX_UINT32* status) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.pointer(status, "status");
-        call.begin();
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckPointer(status, "status");
+        call.Begin();
         *status = port.answers.Fec;
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_FCSetFECSupportInfo(VX_PORT_HANDLE* handle, VX_UINT32 status) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.fixed("status", status, {0, 1});
-        call.begin();
-        checkSettingsUnlocked(port);
-        changeAnswer(call, port, "Fec", [&] { port.answers.Fec = status; });
-        return statusOk;
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.CheckFixed("status", status, {0, 1});
+        call.Begin();
+        CheckSettingsUnlocked(port);
+        ChangeAnswer(call, port, "Fec", [&] { port.answers.Fec = status; });
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_ResetFECCounters(VX_PORT_HANDLE* handle) {
-    return answer(__func__, [&](Call& call) {
-        Port& port = call.port(handle);
-        call.begin();
-        call.change([&](Change& change) {
-            change.touch(port, "FwPrivateStatistics");
+    return Answer(__func__, [&](Call& call) {
+        Port& port = call.GetPort(handle);
+        call.Begin();
+        call.ChangeHost([&](Change& change) {
+            change.Touch(port, "FwPrivateStatistics");
             if (port.privateStatistics) {
                 std::fill(port.privateStatistics->begin(), port.privateStatistics->end(),
                           _VEXAPI_FWPRIVATESTATSEntry{});
             }
         });
-        return statusOk;
+        return STATUS_OK;
     });
 }
 
 VX_UINT32 VEXAPI_GetFWPrivateStats(VX_PORT_HANDLE* handle, _VEXAPI_FWPRIVATESTATSEntry** entries, VX_UINT32* count) {
-    return answer(__func__, [&](Call& call) {
-        const Port& port = call.port(handle);
-        call.pointer(entries, "entries");
-        call.pointer(count, "count");
-        const bool asked = call.begin() != Asked::Answer;
+    return Answer(__func__, [&](Call& call) {
+        const Port& port = call.GetPort(handle);
+        call.CheckPointer(entries, "entries");
+        call.CheckPointer(count, "count");
+        const bool asked = call.Begin() != Asked::ANSWER;
         *entries = nullptr;
         *count = asked ? 1 : 0;
         if (asked || !port.privateStatistics) {
-            return statusOk;
+            return STATUS_OK;
         }
         const std::size_t size = port.privateStatistics->size() * sizeof(_VEXAPI_FWPRIVATESTATSEntry);
         auto* copy = static_cast<_VEXAPI_FWPRIVATESTATSEntry*>(std::malloc(std::max<std::size_t>(1, size)));
@@ -340,6 +340,6 @@ VX_UINT32 VEXAPI_GetFWPrivateStats(VX_PORT_HANDLE* handle, _VEXAPI_FWPRIVATESTAT
         std::copy(port.privateStatistics->begin(), port.privateStatistics->end(), copy);
         *entries = copy;
         *count = static_cast<VX_UINT32>(port.privateStatistics->size());
-        return statusOk;
+        return STATUS_OK;
     });
 }

@@ -8,45 +8,45 @@
 namespace sim {
 namespace {
 
-/// A handle: these four bytes, the port's word, and a check word made from the word.
-constexpr VX_UINT8 handleMagic[4] = {'V', 'X', 'P', 'H'};
-/// The upper half of every port word, so that small numbers are no words by accident.
-constexpr VX_UINT32 wordBase = 0x5A510000;
+/// A handle is these four bytes, the port's word and a checksum of the word.
+constexpr VX_UINT8 HANDLE_MAGIC[4] = {'V', 'X', 'P', 'H'};
+/// Upper half of every port word, so that small numbers are never valid.
+constexpr VX_UINT32 WORD_BASE = 0x5A510000;
 
-VX_UINT32 checkOf(VX_UINT32 word) {
+VX_UINT32 CheckOf(VX_UINT32 word) {
     return (word * 2654435761U) ^ 0x6B8B4567U;
 }
 
-VX_PORT_HANDLE makeHandle(std::uint32_t index) {
-    const VX_UINT32 word = wordBase + index;
-    const VX_UINT32 check = checkOf(word);
+VX_PORT_HANDLE MakeHandle(std::uint32_t index) {
+    const VX_UINT32 word = WORD_BASE + index;
+    const VX_UINT32 check = CheckOf(word);
     VX_PORT_HANDLE handle{};
-    std::memcpy(handle.opaque, handleMagic, 4);
+    std::memcpy(handle.opaque, HANDLE_MAGIC, 4);
     std::memcpy(handle.opaque + 4, &word, 4);
     std::memcpy(handle.opaque + 8, &check, 4);
     return handle;
 }
 
-/// Chains the records of a vector and gives the first one, or null.
-template <class Owner> auto chain(std::vector<Owner>& owners) {
+/// Links the records of a vector into a list and returns its head, or null.
+template <class Owner> auto Chain(std::vector<Owner>& owners) {
     for (std::size_t i = 0; i + 1 < owners.size(); ++i) {
         owners[i].record.pNext = &owners[i + 1].record;
     }
     return owners.empty() ? nullptr : &owners.front().record;
 }
 
-/// Fills a list header from an optional vector and gives its address, or null for a null list.
-template <class List, class Owner> List* head(List& list, std::optional<std::vector<Owner>>& owners) {
+/// Fills a list header and returns its address; null for a null list.
+template <class List, class Owner> List* Head(List& list, std::optional<std::vector<Owner>>& owners) {
     if (!owners) {
         return nullptr;
     }
     list.Count = static_cast<VX_UINT32>(owners->size());
-    list.pHead = chain(*owners);
+    list.pHead = Chain(*owners);
     return &list;
 }
 
-void linkTargets(Port& port) {
-    port.record.pTargetList = chain(port.targets);
+void LinkTargets(Port& port) {
+    port.record.pTargetList = Chain(port.targets);
     for (Target& target : port.targets) {
         for (std::size_t i = 0; i + 1 < target.luns.size(); ++i) {
             target.luns[i].pNext = &target.luns[i + 1];
@@ -57,7 +57,7 @@ void linkTargets(Port& port) {
 
 } // namespace
 
-void Host::link() {
+void Host::Link() {
     ports.clear();
     if (!adapters) {
         return;
@@ -71,56 +71,56 @@ void Host::link() {
                     for (Port& port : *phyPort.ports) {
                         port.adapter = &adapter;
                         port.index = static_cast<std::uint32_t>(ports.size());
-                        port.record.PortHandle = makeHandle(port.index);
-                        linkTargets(port);
+                        port.record.PortHandle = MakeHandle(port.index);
+                        LinkTargets(port);
                         ports.push_back(&port);
                     }
                 }
-                phyPort.record.pProtocolList = head(phyPort.list, phyPort.ports);
+                phyPort.record.pProtocolList = Head(phyPort.list, phyPort.ports);
             }
         }
-        adapter.record.pPhyPortList = head(adapter.list, adapter.phyPorts);
+        adapter.record.pPhyPortList = Head(adapter.list, adapter.phyPorts);
     }
-    head(list, adapters);
+    Head(list, adapters);
 }
 
-Port* Host::find(const VX_PORT_HANDLE& handle) const {
+Port* Host::Find(const VX_PORT_HANDLE& handle) const {
     VX_UINT32 word = 0;
     VX_UINT32 check = 0;
     std::memcpy(&word, handle.opaque + 4, 4);
     std::memcpy(&check, handle.opaque + 8, 4);
-    if (std::memcmp(handle.opaque, handleMagic, 4) != 0 || check != checkOf(word)) {
+    if (std::memcmp(handle.opaque, HANDLE_MAGIC, 4) != 0 || check != CheckOf(word)) {
         return nullptr;
     }
-    return find(word);
+    return Find(word);
 }
 
-Port* Host::find(VX_UINT32 word) const {
-    const VX_UINT32 index = word - wordBase;
+Port* Host::Find(VX_UINT32 word) const {
+    const VX_UINT32 index = word - WORD_BASE;
     return index < ports.size() ? ports[index] : nullptr;
 }
 
-Target* findTarget(Port& port, const VX_UINT8 (&name)[8]) {
+Target* FindTarget(Port& port, const VX_UINT8 (&name)[8]) {
     const auto found = std::find_if(port.targets.begin(), port.targets.end(), [&](const Target& target) {
         return std::memcmp(target.record.PortName, name, sizeof name) == 0;
     });
     return found == port.targets.end() ? nullptr : &*found;
 }
 
-bool hasLun(const Target& target, std::uint32_t number) {
+bool HasLun(const Target& target, std::uint32_t number) {
     return std::any_of(target.luns.begin(), target.luns.end(),
                        [&](const _tagVEXAPI_SDMLun& lun) { return lun.LunNumber == number; });
 }
 
-bool isNvme(const Target& target) {
+bool IsNvme(const Target& target) {
     return (target.record.TargetFlags[5] & 0x08) != 0;
 }
 
-std::string nameOf(const Port& port) {
-    return bytesText(port.record.WWPN);
+std::string NameOf(const Port& port) {
+    return BytesText(port.record.WWPN);
 }
 
-_VEXAPI_HBAParameters factoryNvram() {
+_VEXAPI_HBAParameters FactoryNvram() {
     _VEXAPI_HBAParameters nvram{};
     nvram.DataRate = 2;         // auto
     nvram.ConnetionOptions = 2; // loop preferred, otherwise point to point

@@ -10,19 +10,19 @@
 namespace sim {
 namespace {
 
-std::string environmentText(const char* name) {
+std::string EnvironmentText(const char* name) {
     const char* value = std::getenv(name);
     return value == nullptr ? "" : value;
 }
 
-/// Calls `read(object, path, element)` for each object of a section; the keys are the elements' indexes.
+/// Calls `read(object, path, element)` for each object in a section, whose keys are indexes of elements.
 template <class Element, class Read>
-void applySection(const Json& state, const char* section, Element element, Read read) {
+void ApplySection(const Json& state, const char* section, Element element, Read read) {
     if (!state.contains(section)) {
         return;
     }
     const std::string path = std::string("/") + section;
-    requireObject(state[section], path);
+    RequireObject(state[section], path);
     for (auto item = state[section].begin(); item != state[section].end(); ++item) {
         auto* found = element(item.key());
         if (found == nullptr) {
@@ -32,8 +32,8 @@ void applySection(const Json& state, const char* section, Element element, Read 
     }
 }
 
-/// The element of a list that an index in decimal names, or null.
-template <class Elements> auto* elementAt(Elements& elements, const std::string& index) {
+/// The element with this decimal index, or null.
+template <class Elements> auto* ElementAt(Elements& elements, const std::string& index) {
     using Element = std::remove_reference_t<decltype(elements[0])>;
     std::size_t position = elements.size();
     if (!index.empty() && index.size() < 9 && index.find_first_not_of("0123456789") == std::string::npos) {
@@ -44,129 +44,129 @@ template <class Elements> auto* elementAt(Elements& elements, const std::string&
 
 } // namespace
 
-void Change::touch(Host& host, const char* key) {
-    touched_.push_back({"Host", "", key, writeChangedHost(key, host).dump(),
-                        [&host, key] { return writeChangedHost(key, host).dump(); },
-                        [&host](const std::string& old) { readChangedHost(Json::parse(old), "", host); }});
+void Change::Touch(Host& host, const char* key) {
+    mTouched.push_back({"Host", "", key, WriteChangedHost(key, host).dump(),
+                        [&host, key] { return WriteChangedHost(key, host).dump(); },
+                        [&host](const std::string& old) { ReadChangedHost(Json::parse(old), "", host); }});
 }
 
-void Change::touch(Adapter& adapter, const char* key) {
-    touched_.push_back({"Adapters", std::to_string(adapter.index), key, writeChangedAdapter(key, adapter).dump(),
-                        [&adapter, key] { return writeChangedAdapter(key, adapter).dump(); },
-                        [&adapter](const std::string& old) { readChangedAdapter(Json::parse(old), "", adapter); }});
+void Change::Touch(Adapter& adapter, const char* key) {
+    mTouched.push_back({"Adapters", std::to_string(adapter.index), key, WriteChangedAdapter(key, adapter).dump(),
+                        [&adapter, key] { return WriteChangedAdapter(key, adapter).dump(); },
+                        [&adapter](const std::string& old) { ReadChangedAdapter(Json::parse(old), "", adapter); }});
 }
 
-void Change::touch(Port& port, const char* key) {
-    touched_.push_back({"Ports", std::to_string(port.index), key, writeChangedPort(key, port).dump(),
-                        [&port, key] { return writeChangedPort(key, port).dump(); },
-                        [&port](const std::string& old) { readChangedPort(Json::parse(old), "", port); }});
+void Change::Touch(Port& port, const char* key) {
+    mTouched.push_back({"Ports", std::to_string(port.index), key, WriteChangedPort(key, port).dump(),
+                        [&port, key] { return WriteChangedPort(key, port).dump(); },
+                        [&port](const std::string& old) { ReadChangedPort(Json::parse(old), "", port); }});
 }
 
-void Change::pending(Port& port, bool always) {
+void Change::Pending(Port& port, bool always) {
     if (always || port.answers.RebootAfterChange != 0) {
-        touch(port, "RebootPending");
+        Touch(port, "RebootPending");
         port.answers.RebootPending = 1;
-        needsReboot_ = true;
+        mNeedsReboot = true;
     }
 }
 
 Session::Session()
-    : path_(environmentText("VEXAPI_SIM_HOST")), host_(readHost(path_)), state_(statePath(path_), host_->digest),
-      kept_(load()) {
+    : mPath(EnvironmentText("VEXAPI_SIM_HOST")), mHost(ReadHost(mPath)), mState(StatePath(mPath), mHost->digest),
+      mKept(Load()) {
     try {
-        apply(kept_, *host_);
+        Apply(mKept, *mHost);
     } catch (const Refusal& refusal) {
-        noteRefused(refusal.what());
-        host_ = readHost(path_); // a state with a defect at its end must leave no trace
-        kept_ = Json::object();
+        NoteRefused(refusal.what());
+        mHost = ReadHost(mPath); // undo what was applied before the error
+        mKept = Json::object();
     }
-    if (environmentText("VEXAPI_SIM_REBOOT") == "1") {
-        reboot();
+    if (EnvironmentText("VEXAPI_SIM_REBOOT") == "1") {
+        Reboot();
     }
 }
 
-void Session::noteRefused(const std::string& reason) {
-    notes_.push_back("the state file " + state_.path() + " is refused, it holds nothing: " + reason);
+void Session::NoteRefused(const std::string& reason) {
+    mNotes.push_back("the state file " + mState.Path() + " is refused, it holds nothing: " + reason);
 }
 
-Json Session::load() {
+Json Session::Load() {
     try {
-        if (auto loaded = state_.load()) {
+        if (auto loaded = mState.Load()) {
             return std::move(*loaded);
         }
-        if (state_.belongsToOther()) {
-            notes_.push_back("the state file " + state_.path() +
+        if (mState.BelongsToOther()) {
+            mNotes.push_back("the state file " + mState.Path() +
                              " belongs to another description; it is not applied, the next change replaces it");
         }
     } catch (const std::runtime_error& error) {
-        noteRefused(error.what());
+        NoteRefused(error.what());
     }
     return Json::object();
 }
 
-void Session::takeOver() {
-    Json fresh = load();
-    if (fresh == kept_) {
+void Session::TakeOver() {
+    Json fresh = Load();
+    if (fresh == mKept) {
         return;
     }
     try {
-        // First over a host that nobody sees: callers already hold the records of the other one.
-        apply(fresh, *readHost(path_));
-        apply(fresh, *host_);
-        kept_ = std::move(fresh);
+        // First try it on a scratch host: callers hold pointers to the records of the real one.
+        Apply(fresh, *ReadHost(mPath));
+        Apply(fresh, *mHost);
+        mKept = std::move(fresh);
     } catch (const Refusal& refusal) {
-        noteRefused(refusal.what());
-        kept_ = Json::object();
+        NoteRefused(refusal.what());
+        mKept = Json::object();
     }
 }
 
-void Session::apply(const Json& state, Host& host) {
+void Session::Apply(const Json& state, Host& host) {
     ObjectReader top(state, "");
-    top.take("Host");
-    top.take("Adapters");
-    top.take("Ports");
-    top.finish();
+    top.Take("Host");
+    top.Take("Adapters");
+    top.Take("Ports");
+    top.Finish();
     if (state.contains("Host")) {
-        readChangedHost(state["Host"], "/Host", host);
+        ReadChangedHost(state["Host"], "/Host", host);
     }
     std::vector<Adapter> none;
     std::vector<Adapter>& adapters = host.adapters ? *host.adapters : none;
-    const auto adapterAt = [&](const std::string& index) { return elementAt(adapters, index); };
+    const auto adapterAt = [&](const std::string& index) { return ElementAt(adapters, index); };
     const auto portAt = [&](const std::string& index) {
-        Port** port = elementAt(host.ports, index);
+        Port** port = ElementAt(host.ports, index);
         return port == nullptr ? nullptr : *port;
     };
-    applySection(state, "Adapters", adapterAt, readChangedAdapter);
-    applySection(state, "Ports", portAt, readChangedPort);
+    ApplySection(state, "Adapters", adapterAt, ReadChangedAdapter);
+    ApplySection(state, "Ports", portAt, ReadChangedPort);
 }
 
-void Session::refresh() {
-    if (state_.changed()) {
-        takeOver();
+void Session::Refresh() {
+    if (mState.Changed()) {
+        TakeOver();
     }
 }
 
-void Session::change(const std::function<void(Change&)>& make) {
+void Session::ChangeHost(const std::function<void(Change&)>& make) {
     Change change;
     const auto takeBack = [&] {
-        for (auto touched = change.touched_.rbegin(); touched != change.touched_.rend(); ++touched) {
-            // The old value as the one member of an object: what the readers take.
+        for (auto touched = change.mTouched.rbegin(); touched != change.mTouched.rend(); ++touched) {
+            // The readers take an object, so wrap the old value in one.
             touched->restore("{\"" + touched->key + "\":" + touched->old + "}");
         }
     };
     try {
-        const StateFile::Lock lock(state_);
-        if (!state_.path().empty()) {
-            takeOver();
+        const StateFile::Lock lock(mState);
+        if (!mState.Path().empty()) {
+            TakeOver();
         }
         make(change);
-        Json state = kept_;
-        for (const Change::Touched& touched : change.touched_) {
+        Json state = mKept;
+        for (const Change::Touched& touched : change.mTouched) {
             Json& section = state[touched.section];
             (touched.index.empty() ? section : section[touched.index])[touched.key] = Json::parse(touched.now());
         }
-        state_.save(state);
-        kept_ = std::move(state);
+        mState.Save(state);
+        mKept = std::move(state);
     } catch (const std::runtime_error& error) {
         takeBack();
         throw StateNotKept(error.what());
@@ -174,19 +174,19 @@ void Session::change(const std::function<void(Change&)>& make) {
         takeBack();
         throw;
     }
-    lastChange_ = change.needsReboot_ ? 1 : 0;
+    mLastChange = change.mNeedsReboot ? 1 : 0;
 }
 
-void Session::reboot() {
-    change([&](Change& change) {
-        for (Port* port : host_->ports) {
+void Session::Reboot() {
+    ChangeHost([&](Change& change) {
+        for (Port* port : mHost->ports) {
             PortAnswers& answers = port->answers;
             if (answers.RebootPending == 0) {
                 continue;
             }
-            change.touch(*port, "RebootPending");
-            change.touch(*port, "FlashPending");
-            change.touch(*port, "CreditRecovery");
+            change.Touch(*port, "RebootPending");
+            change.Touch(*port, "FlashPending");
+            change.Touch(*port, "CreditRecovery");
             answers.RebootPending = 0;
             CreditInfo& credit = answers.CreditRecovery;
             credit.State = credit.Status != 0 && port->record.PortState == 1 ? 1 : 0;
@@ -195,9 +195,9 @@ void Session::reboot() {
                 continue;
             }
             answers.FlashPending = 0;
-            change.touch(*port, "RunningFwVersion");
-            change.touch(*port, "RunningMpiFwVersion");
-            change.touch(*port, "RunningPepFwVersion");
+            change.Touch(*port, "RunningFwVersion");
+            change.Touch(*port, "RunningMpiFwVersion");
+            change.Touch(*port, "RunningPepFwVersion");
             const VX_UINT8(&firmware)[3] = port->record.FlashFwVersion;
             const VX_FLASH_COMPONENT& mpi = answers.FlashComponents.MpiFirmware;
             const VX_FLASH_COMPONENT& pep = answers.FlashComponents.PepFirmware;
@@ -210,14 +210,14 @@ void Session::reboot() {
             std::memcpy(port->record.RunningPepFwVersion, pepVersion, 3);
         }
     });
-    lastChange_ = -1;
+    mLastChange = -1;
 }
 
-bool Session::needsReboot() const {
-    if (lastChange_ >= 0) {
-        return lastChange_ == 1;
+bool Session::NeedsReboot() const {
+    if (mLastChange >= 0) {
+        return mLastChange == 1;
     }
-    for (const Port* port : host_->ports) {
+    for (const Port* port : mHost->ports) {
         if (port->answers.RebootPending != 0) {
             return true;
         }
@@ -225,8 +225,8 @@ bool Session::needsReboot() const {
     return false;
 }
 
-std::vector<std::string> Session::takeNotes() {
-    return std::exchange(notes_, {});
+std::vector<std::string> Session::TakeNotes() {
+    return std::exchange(mNotes, {});
 }
 
 } // namespace sim

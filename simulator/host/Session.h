@@ -1,6 +1,6 @@
 /// @file
-/// One session, from `VEXAPI_Initialize` to `VEXAPI_Uninitialize`: the host, its kept changes and the lists
-/// that callers still hold.
+/// One session, from `VEXAPI_Initialize` to `VEXAPI_Uninitialize`: the host, its saved changes and the lists that
+/// callers haven't released.
 #pragma once
 
 #include "description/Fields.h"
@@ -16,21 +16,20 @@
 
 namespace sim {
 
-/// The state file can't be written. Nothing was changed.
+/// The state file can't be written; nothing was changed.
 struct StateNotKept : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Notes what a change touches. Say it before the value is changed, so that a change that can't be kept can
-/// be taken back.
+/// Records what a change touches. Call `Touch` before changing the value, so that the change can be rolled back if it
+/// can't be saved.
 class Change {
 public:
-    void touch(Host& host, const char* key);
-    void touch(Adapter& adapter, const char* key);
-    void touch(Port& port, const char* key);
-    /// Touches the port's pending flag and sets it when the port's changes need a reboot. `always`: this
-    /// change needs one on every port.
-    void pending(Port& port, bool always = false);
+    void Touch(Host& host, const char* key);
+    void Touch(Adapter& adapter, const char* key);
+    void Touch(Port& port, const char* key);
+    /// Marks a reboot as pending if the port's changes need one. `always`: this change needs one on every port.
+    void Pending(Port& port, bool always = false);
 
 private:
     friend class Session;
@@ -42,53 +41,52 @@ private:
         std::function<std::string()> now;
         std::function<void(const std::string&)> restore;
     };
-    std::vector<Touched> touched_;
-    bool needsReboot_ = false;
+    std::vector<Touched> mTouched;
+    bool mNeedsReboot = false;
 };
 
 class Session {
 public:
-    /// Reads the description and the state. Throws `std::runtime_error` when the description is refused;
-    /// a refused state only leaves `notes`.
+    /// Reads the description and the state. Throws `std::runtime_error` if the description is refused; a refused
+    /// state only adds a note.
     Session();
 
-    Host& host() { return *host_; }
-    /// Changes the host and keeps the change: reads the present state, applies `make`, writes the state, all
-    /// under the state's lock. Throws `StateNotKept`.
-    void change(const std::function<void(Change&)>& make);
-    /// Takes over what other processes have changed.
-    void refresh();
-    /// Carries out what waits for a reboot.
-    void reboot();
-    /// Whether the change that this session made last needs a reboot; without a change of its own whether
-    /// any change waits for one.
-    bool needsReboot() const;
-    /// Lines for people, each once: refused state files and the like.
-    std::vector<std::string> takeNotes();
+    Host& GetHost() { return *mHost; }
+    /// Changes the host: reads the current state, calls `make` and writes the state, all under the state's lock.
+    /// Throws `StateNotKept`.
+    void ChangeHost(const std::function<void(Change&)>& make);
+    /// Picks up the changes of other processes.
+    void Refresh();
+    /// Applies all changes that are pending a reboot.
+    void Reboot();
+    /// Whether this session's last change needs a reboot; if it made none, whether any change is pending one.
+    bool NeedsReboot() const;
+    /// Returns messages for the user, such as refused state files, and clears them.
+    std::vector<std::string> TakeNotes();
 
-    /// Lists that callers hold, by head; the nodes are freed with them.
+    /// Lists that callers hold, by head.
     std::map<const void*, std::vector<_VEXAPI_SANCONGTMGMTV2>> congestionLists;
     std::map<const void*, std::vector<_VEXAPI_ReadWriteBufferTestResult>> bufferLists;
 
-    /// What the tool told about itself.
+    /// What the tool said about itself.
     VX_UINT32 toolId = 0;
     VX_UINT32 toolVersion[4] = {0, 0, 0, 0};
     VX_UINT32 debugLevel = 0;
 
 private:
-    /// The changes on disk. A file that is damaged or not ours is noted and gives none.
-    Json load();
-    /// Brings the host to what is on disk.
-    void takeOver();
-    static void apply(const Json& state, Host& host);
-    void noteRefused(const std::string& reason);
+    /// The changes on disk. If the file is damaged or belongs to another description, adds a note and returns none.
+    Json Load();
+    /// Applies the state on disk to the host.
+    void TakeOver();
+    static void Apply(const Json& state, Host& host);
+    void NoteRefused(const std::string& reason);
 
-    std::string path_;
-    std::unique_ptr<Host> host_;
-    StateFile state_;
-    std::vector<std::string> notes_;
-    Json kept_;           ///< the changes that the host holds
-    int lastChange_ = -1; ///< -1 none yet, else whether it needs a reboot
+    std::string mPath;
+    std::unique_ptr<Host> mHost;
+    StateFile mState;
+    std::vector<std::string> mNotes;
+    Json mKept;           ///< the changes that were applied to the host
+    int mLastChange = -1; ///< -1: none yet; otherwise whether it needs a reboot
 };
 
 } // namespace sim

@@ -14,55 +14,55 @@
 namespace sim {
 namespace {
 
-/// Marks the file as ours.
-constexpr char mark[] = "vexapi state 1";
+/// Identifies a state file.
+constexpr char MARK[] = "vexapi state 1";
 
-[[noreturn]] void fail(const std::string& path, const char* what) {
+[[noreturn]] void Fail(const std::string& path, const char* what) {
     throw std::runtime_error(path + ": " + what + ": " + std::strerror(errno));
 }
 
-/// A file that is removed again unless it is given up to its final name.
+/// A file that is removed unless it was renamed.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(std::string path) : path_(std::move(path)) {
-        fd_ = mkostemp(path_.data(), O_CLOEXEC);
-        if (fd_ < 0) {
-            fail(path_, "can't be created");
+    explicit TemporaryFile(std::string path) : mPath(std::move(path)) {
+        mFd = mkostemp(mPath.data(), O_CLOEXEC);
+        if (mFd < 0) {
+            Fail(mPath, "can't be created");
         }
     }
     ~TemporaryFile() {
-        if (fd_ >= 0) {
-            close(fd_);
+        if (mFd >= 0) {
+            close(mFd);
         }
-        if (!path_.empty()) {
-            unlink(path_.c_str());
+        if (!mPath.empty()) {
+            unlink(mPath.c_str());
         }
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void write(std::string_view text) {
+    void Write(std::string_view text) {
         while (!text.empty()) {
-            const ssize_t put = ::write(fd_, text.data(), text.size());
+            const ssize_t put = ::write(mFd, text.data(), text.size());
             if (put < 0 && errno != EINTR) {
-                fail(path_, "can't be written");
+                Fail(mPath, "can't be written");
             }
             text.remove_prefix(put < 0 ? 0 : static_cast<std::size_t>(put));
         }
-        if (fsync(fd_) != 0) {
-            fail(path_, "can't be written");
+        if (fsync(mFd) != 0) {
+            Fail(mPath, "can't be written");
         }
     }
-    void renameTo(const std::string& path) {
-        if (rename(path_.c_str(), path.c_str()) != 0) {
-            fail(path, "can't be replaced");
+    void RenameTo(const std::string& path) {
+        if (rename(mPath.c_str(), path.c_str()) != 0) {
+            Fail(path, "can't be replaced");
         }
-        path_.clear();
+        mPath.clear();
     }
 
 private:
-    std::string path_;
-    int fd_;
+    std::string mPath;
+    int mFd;
 };
 
 } // namespace
@@ -73,33 +73,33 @@ bool StateFile::Version::operator==(const Version& other) const {
 }
 
 StateFile::StateFile(std::string path, std::string description)
-    : path_(std::move(path)), description_(std::move(description)) {}
+    : mPath(std::move(path)), mDescription(std::move(description)) {}
 
-std::optional<StateFile::Version> StateFile::versionOnDisk() const {
+std::optional<StateFile::Version> StateFile::VersionOnDisk() const {
     struct stat info {};
-    if (path_.empty() || stat(path_.c_str(), &info) != 0) {
+    if (mPath.empty() || stat(mPath.c_str(), &info) != 0) {
         return std::nullopt;
     }
     return Version{info.st_ino, info.st_size, info.st_mtim};
 }
 
-bool StateFile::changed() const {
-    const auto now = versionOnDisk();
-    return now && (!version_ || !(*now == *version_));
+bool StateFile::Changed() const {
+    const auto now = VersionOnDisk();
+    return now && (!mVersion || !(*now == *mVersion));
 }
 
-std::optional<Json> StateFile::load() {
-    belongsToOther_ = false;
-    version_ = versionOnDisk();
-    if (!version_) {
+std::optional<Json> StateFile::Load() {
+    mBelongsToOther = false;
+    mVersion = VersionOnDisk();
+    if (!mVersion) {
         return std::nullopt;
     }
-    Json state = parseJson(readFile(path_));
-    if (!state.is_object() || state.value("Simulator", Json()) != mark || !state.contains("Description")) {
+    Json state = ParseJson(ReadFile(mPath));
+    if (!state.is_object() || state.value("Simulator", Json()) != MARK || !state.contains("Description")) {
         throw std::runtime_error("isn't a state file of the simulator");
     }
-    if (state["Description"] != description_) {
-        belongsToOther_ = true;
+    if (state["Description"] != mDescription) {
+        mBelongsToOther = true;
         return std::nullopt;
     }
     state.erase("Simulator");
@@ -107,46 +107,46 @@ std::optional<Json> StateFile::load() {
     return state;
 }
 
-void StateFile::save(const Json& state) {
-    if (path_.empty()) {
+void StateFile::Save(const Json& state) {
+    if (mPath.empty()) {
         return;
     }
-    Json whole = {{"Simulator", mark}, {"Description", description_}};
+    Json whole = {{"Simulator", MARK}, {"Description", mDescription}};
     whole.update(state);
-    TemporaryFile file(path_ + ".XXXXXX");
-    file.write(whole.dump(1, ' ', true, Json::error_handler_t::replace) + "\n");
-    file.renameTo(path_);
-    version_ = versionOnDisk();
+    TemporaryFile file(mPath + ".XXXXXX");
+    file.Write(whole.dump(1, ' ', true, Json::error_handler_t::replace) + "\n");
+    file.RenameTo(mPath);
+    mVersion = VersionOnDisk();
 }
 
 StateFile::Lock::Lock(const StateFile& file) {
-    if (file.path_.empty()) {
+    if (file.mPath.empty()) {
         return;
     }
-    const std::string path = file.path_ + ".lock";
-    fd_ = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (fd_ < 0) {
-        fail(path, "can't be opened");
+    const std::string path = file.mPath + ".lock";
+    mFd = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (mFd < 0) {
+        Fail(path, "can't be opened");
     }
-    while (flock(fd_, LOCK_EX) != 0) {
+    while (flock(mFd, LOCK_EX) != 0) {
         if (errno != EINTR) {
-            close(fd_);
-            fail(path, "can't be locked");
+            close(mFd);
+            Fail(path, "can't be locked");
         }
     }
 }
 
 StateFile::Lock::~Lock() {
-    if (fd_ >= 0) {
-        close(fd_);
+    if (mFd >= 0) {
+        close(mFd);
     }
 }
 
-std::string statePath(const std::string& descriptionPath) {
+std::string StatePath(const std::string& descriptionPath) {
     if (const char* given = std::getenv("VEXAPI_SIM_STATE")) {
         return given;
     }
-    const std::string which = descriptionPath.empty() ? "lab" : hashText(hashOf(descriptionPath));
+    const std::string which = descriptionPath.empty() ? "lab" : HashText(HashOf(descriptionPath));
     return "/var/tmp/vexapi-sim-" + std::to_string(getuid()) + "-" + which + ".json";
 }
 

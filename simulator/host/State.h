@@ -1,5 +1,5 @@
 /// @file
-/// The state file: what was changed through the library, kept between processes.
+/// The state file, which keeps changes between processes.
 #pragma once
 
 #include "description/Fields.h"
@@ -11,10 +11,10 @@
 namespace sim {
 
 /// The changes of one host as JSON: {"Simulator", "Description", "Host": {}, "Adapters": {"0": {}},
-/// "Ports": {"0": {}}}, the inner objects with the keys of the description. Without a path nothing is kept.
+/// "Ports": {"0": {}}}, with the keys of the description in the inner objects. Without a path nothing is saved.
 class StateFile {
 public:
-    /// Which version of the file is on disk, to see whether another process changed it.
+    /// Identifies a version of the file, to detect changes by other processes.
     struct Version {
         ino_t inode;
         off_t size;
@@ -22,21 +22,20 @@ public:
         bool operator==(const Version& other) const;
     };
 
-    /// `path` may be empty; `description` is the digest that the state is bound to.
+    /// `path` may be empty; `description` is the digest of the description.
     StateFile(std::string path, std::string description);
 
-    const std::string& path() const { return path_; }
-    /// The state on disk. None when there is no file or when it belongs to another description, which
-    /// `belongsToOther` then tells. Throws `std::runtime_error` when the file is damaged or can't be read.
-    std::optional<Json> load();
-    bool belongsToOther() const { return belongsToOther_; }
-    /// Whether the file has been replaced since the last `load` or `save`.
-    bool changed() const;
-    /// Puts a new state in the place of the old one, whole or not at all. Call it under a `Lock`. Throws
-    /// `std::runtime_error`.
-    void save(const Json& state);
+    const std::string& Path() const { return mPath; }
+    /// The state on disk; none if there is no file, or if it belongs to another description (`BelongsToOther`).
+    /// Throws `std::runtime_error` if the file is damaged or can't be read.
+    std::optional<Json> Load();
+    bool BelongsToOther() const { return mBelongsToOther; }
+    /// Whether the file was replaced since the last `Load` or `Save`.
+    bool Changed() const;
+    /// Replaces the state atomically. Requires a `Lock`. Throws `std::runtime_error`.
+    void Save(const Json& state);
 
-    /// Keeps other processes from reading and writing the state in between.
+    /// Locks the state against changes by other processes.
     class Lock {
     public:
         /// Waits for the lock. Throws `std::runtime_error`.
@@ -46,20 +45,20 @@ public:
         Lock& operator=(const Lock&) = delete;
 
     private:
-        int fd_ = -1;
+        int mFd = -1;
     };
 
 private:
-    std::optional<Version> versionOnDisk() const;
+    std::optional<Version> VersionOnDisk() const;
 
-    std::string path_;
-    std::string description_;
-    std::optional<Version> version_;
-    bool belongsToOther_ = false;
+    std::string mPath;
+    std::string mDescription;
+    std::optional<Version> mVersion;
+    bool mBelongsToOther = false;
 };
 
-/// The state file's path: VEXAPI_SIM_STATE, or a name of the user's and the description's own under
-/// /var/tmp. Empty when the variable is set and empty.
-std::string statePath(const std::string& descriptionPath);
+/// Path of the state file: VEXAPI_SIM_STATE, or a name under /var/tmp for this user and description. Empty if the
+/// variable is set but empty.
+std::string StatePath(const std::string& descriptionPath);
 
 } // namespace sim

@@ -1,5 +1,5 @@
 /// @file
-/// From the kernel's words to the library's values.
+/// Conversion of the kernel's texts to the library's values.
 #include "Attributes.h"
 
 #include <cstring>
@@ -12,10 +12,10 @@ using namespace std::string_literals;
 
 namespace {
 
-/// Every text that the kernel writes when it doesn't know.
+/// Everything that the kernel shows for unknown values.
 constexpr Text UNTOLD[] = {"", "\n", " \n", "unknown\n", "Unknown\n", "-1\n"};
 
-std::string hex(const VX_UINT8* bytes, std::size_t count) {
+std::string Hex(const VX_UINT8* bytes, std::size_t count) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
         char digits[3];
@@ -26,12 +26,12 @@ std::string hex(const VX_UINT8* bytes, std::size_t count) {
 }
 
 TEST(LinuxValuesTest, Numbers) {
-    EXPECT_EQ(numberIn("0x0"), 0u);
-    EXPECT_EQ(numberIn("0xff"), 255u);
-    EXPECT_EQ(numberIn("300"), 300u);
-    EXPECT_EQ(numberIn("0xffffffffffffffff"), ~std::uint64_t{0});
+    EXPECT_EQ(NumberIn("0x0"), 0u);
+    EXPECT_EQ(NumberIn("0xff"), 255u);
+    EXPECT_EQ(NumberIn("300"), 300u);
+    EXPECT_EQ(NumberIn("0xffffffffffffffff"), ~std::uint64_t{0});
     for (const Text text : {"", "0x", "x", "12 ", " 12", "12x", "-2", "0x1ffffffffffffffff", "99999999999999999999"}) {
-        EXPECT_FALSE(numberIn(text)) << text;
+        EXPECT_FALSE(NumberIn(text)) << text;
     }
 }
 
@@ -41,56 +41,56 @@ TEST(LinuxValuesTest, NumbersOfARecord) {
     VX_UINT32 large = 7;
     VX_UINT64 huge = 7;
     for (const Text text : UNTOLD) {
-        EXPECT_TRUE(takeNumber(text, small) && takeNumber(text, middle) && takeNumber(text, large)) << text;
-        EXPECT_TRUE(takeNumber(text, huge)) << text;
+        EXPECT_TRUE(TakeNumber(text, small) && TakeNumber(text, middle) && TakeNumber(text, large)) << text;
+        EXPECT_TRUE(TakeNumber(text, huge)) << text;
     }
-    EXPECT_TRUE(takeNumber("0xffffffffffffffff\n", large));
+    EXPECT_TRUE(TakeNumber("0xffffffffffffffff\n", large));
     EXPECT_TRUE(small == 7 && middle == 7 && large == 7 && huge == 7);
-    EXPECT_FALSE(takeNumber("seven", large));
+    EXPECT_FALSE(TakeNumber("seven", large));
     EXPECT_EQ(large, 7u);
-    EXPECT_TRUE(takeNumber("0x1fffffffe\n", large) && takeNumber("65536\n", middle) && takeNumber("256\n", small));
+    EXPECT_TRUE(TakeNumber("0x1fffffffe\n", large) && TakeNumber("65536\n", middle) && TakeNumber("256\n", small));
     EXPECT_EQ(large, 0xFFFFFFFFu);
     EXPECT_EQ(middle, 0xFFFF);
     EXPECT_EQ(small, 0xFF);
-    EXPECT_TRUE(takeNumber("0x1fffffffe\n", huge));
+    EXPECT_TRUE(TakeNumber("0x1fffffffe\n", huge));
     EXPECT_EQ(huge, 0x1FFFFFFFEu);
-    EXPECT_EQ(saturated(0xFFFFFFFF), 0xFFFFFFFFu);
-    EXPECT_EQ(saturated(0x100000000), 0xFFFFFFFFu);
+    EXPECT_EQ(Saturated(0xFFFFFFFF), 0xFFFFFFFFu);
+    EXPECT_EQ(Saturated(0x100000000), 0xFFFFFFFFu);
 }
 
 TEST(LinuxValuesTest, Sums) {
     VX_UINT32 sum = 5;
-    EXPECT_TRUE(addNumber("0x10\n", sum) && addNumber("0xffffffffffffffff\n", sum));
+    EXPECT_TRUE(AddNumber("0x10\n", sum) && AddNumber("0xffffffffffffffff\n", sum));
     EXPECT_EQ(sum, 21u);
-    EXPECT_TRUE(addNumber("0xfffffff0\n", sum));
+    EXPECT_TRUE(AddNumber("0xfffffff0\n", sum));
     EXPECT_EQ(sum, 0xFFFFFFFFu);
-    EXPECT_FALSE(addNumber("many", sum));
+    EXPECT_FALSE(AddNumber("many", sum));
 }
 
 TEST(LinuxValuesTest, Names) {
     VX_UINT8 name[8] = {};
-    EXPECT_TRUE(takeName("0x200002000000a001\n", name));
-    EXPECT_EQ(hex(name, 8), "200002000000a001");
-    EXPECT_EQ(nameNumber(name), 0x200002000000a001u);
+    EXPECT_TRUE(TakeName("0x200002000000a001\n", name));
+    EXPECT_EQ(Hex(name, 8), "200002000000a001");
+    EXPECT_EQ(NameNumber(name), 0x200002000000a001u);
     for (const Text text : UNTOLD) {
-        EXPECT_TRUE(takeName(text, name));
+        EXPECT_TRUE(TakeName(text, name));
     }
-    EXPECT_TRUE(takeName("0xffffffffffffffff\n", name));
-    EXPECT_FALSE(takeName("20:00:02:00:00:00:a0:01\n", name));
-    EXPECT_EQ(hex(name, 8), "200002000000a001");
-    EXPECT_TRUE(takeName("0x0\n", name));
-    EXPECT_EQ(nameNumber(name), 0u);
+    EXPECT_TRUE(TakeName("0xffffffffffffffff\n", name));
+    EXPECT_FALSE(TakeName("20:00:02:00:00:00:a0:01\n", name));
+    EXPECT_EQ(Hex(name, 8), "200002000000a001");
+    EXPECT_TRUE(TakeName("0x0\n", name));
+    EXPECT_EQ(NameNumber(name), 0u);
 }
 
 TEST(LinuxValuesTest, PortIds) {
     VX_UINT8 id[3] = {};
-    EXPECT_TRUE(takePortId("0x01a2b3\n", id));
-    EXPECT_EQ(hex(id, 3), "01a2b3");
-    EXPECT_TRUE(takePortId("0xffffff\n", id));
-    EXPECT_EQ(hex(id, 3), "ffffff");
-    EXPECT_TRUE(takePortId("0x1000000\n", id) && takePortId("0xffffffff\n", id));
-    EXPECT_EQ(hex(id, 3), "ffffff");
-    EXPECT_FALSE(takePortId("none", id));
+    EXPECT_TRUE(TakePortId("0x01a2b3\n", id));
+    EXPECT_EQ(Hex(id, 3), "01a2b3");
+    EXPECT_TRUE(TakePortId("0xffffff\n", id));
+    EXPECT_EQ(Hex(id, 3), "ffffff");
+    EXPECT_TRUE(TakePortId("0x1000000\n", id) && TakePortId("0xffffffff\n", id));
+    EXPECT_EQ(Hex(id, 3), "ffffff");
+    EXPECT_FALSE(TakePortId("none", id));
 }
 
 TEST(LinuxValuesTest, Texts) {
@@ -101,20 +101,20 @@ TEST(LinuxValuesTest, Texts) {
     };
     for (const auto& [text, expected] : rows) {
         std::string value;
-        EXPECT_TRUE(takeText(text, value));
+        EXPECT_TRUE(TakeText(text, value));
         EXPECT_EQ(value, expected);
     }
     std::string kept = "kept";
-    EXPECT_TRUE(takeText("unknown\n", kept));
+    EXPECT_TRUE(TakeText("unknown\n", kept));
     EXPECT_EQ(kept, "kept");
     char line[4] = "xyz";
-    takeText("abcdef", line);
+    TakeText("abcdef", line);
     EXPECT_STREQ(line, "abc");
     VX_UINT8 padded[4] = {};
-    takePadded("abcdef", padded);
+    TakePadded("abcdef", padded);
     EXPECT_EQ(std::memcmp(padded, "abcd", 4), 0);
     VX_UINT8 shorter[4] = {};
-    takePadded("ab  ", shorter);
+    TakePadded("ab  ", shorter);
     EXPECT_EQ(std::memcmp(shorter, "ab\0\0", 4), 0);
 }
 
@@ -125,12 +125,12 @@ TEST(LinuxValuesTest, Speeds) {
         {"100 Gbit", 0}, {"128 Gbit", 0},  {"256 Gbit", 0}, {"Not Negotiated", 0}};
     for (const auto& [text, code] : rows) {
         VX_UINT32 speed = 7;
-        EXPECT_TRUE(takeSpeed(std::string(text) + "\n", speed)) << text;
+        EXPECT_TRUE(TakeSpeed(std::string(text) + "\n", speed)) << text;
         EXPECT_EQ(speed, code) << text;
     }
     VX_UINT32 speed = 7;
-    EXPECT_TRUE(takeSpeed("unknown\n", speed));
-    EXPECT_FALSE(takeSpeed("16Gbit\n", speed));
+    EXPECT_TRUE(TakeSpeed("unknown\n", speed));
+    EXPECT_FALSE(TakeSpeed("16Gbit\n", speed));
     EXPECT_EQ(speed, 7u);
 }
 
@@ -148,7 +148,7 @@ TEST(LinuxValuesTest, SupportedSpeeds) {
     };
     for (const auto& [text, isUnderstood, mask] : rows) {
         VX_UINT8 speeds = 0;
-        EXPECT_EQ(takeSpeeds(text, speeds), isUnderstood) << text;
+        EXPECT_EQ(TakeSpeeds(text, speeds), isUnderstood) << text;
         EXPECT_EQ(speeds, mask) << text;
     }
 }
@@ -162,14 +162,14 @@ TEST(LinuxValuesTest, PortStates) {
     for (const auto& [text, code, isOnline] : rows) {
         VX_UINT8 state = 9;
         VX_UINT8 flags[6] = {};
-        EXPECT_TRUE(takePortState(text, state) && takeTargetState(text, flags)) << text;
+        EXPECT_TRUE(TakePortState(text, state) && TakeTargetState(text, flags)) << text;
         EXPECT_EQ(state, code) << text;
-        EXPECT_EQ(hex(flags, 6), isOnline ? "000002000100" : "000000000000") << text;
+        EXPECT_EQ(Hex(flags, 6), isOnline ? "000002000100" : "000000000000") << text;
     }
     VX_UINT8 state = 9;
     VX_UINT8 flags[6] = {};
-    EXPECT_TRUE(takePortState("Unknown", state) && takeTargetState("Unknown", flags));
-    EXPECT_FALSE(takePortState("online", state) || takeTargetState("online", flags));
+    EXPECT_TRUE(TakePortState("Unknown", state) && TakeTargetState("Unknown", flags));
+    EXPECT_FALSE(TakePortState("online", state) || TakeTargetState("online", flags));
     EXPECT_EQ(state, 9);
 }
 
@@ -186,12 +186,12 @@ TEST(LinuxValuesTest, PortTypes) {
     };
     for (const auto& [text, type, mode] : rows) {
         _vexapi_protocol_t record{};
-        EXPECT_TRUE(takePortType(text, record)) << text;
+        EXPECT_TRUE(TakePortType(text, record)) << text;
         EXPECT_EQ(record.PortType, type) << text;
         EXPECT_EQ(record.PortConnectionMode, mode) << text;
     }
     _vexapi_protocol_t record{};
-    EXPECT_FALSE(takePortType("XPort", record));
+    EXPECT_FALSE(TakePortType("XPort", record));
 }
 
 TEST(LinuxValuesTest, PciLinks) {
@@ -202,11 +202,11 @@ TEST(LinuxValuesTest, PciLinks) {
     };
     for (const auto& [speed, width, expected] : rows) { // 32 lanes are the library's code 24
         VX_UINT16 link = 0;
-        EXPECT_TRUE(takeLinkSpeed(speed, link) && takeLinkWidth(width, link)) << speed;
+        EXPECT_TRUE(TakeLinkSpeed(speed, link) && TakeLinkWidth(width, link)) << speed;
         EXPECT_EQ(link, expected) << speed;
     }
     VX_UINT16 link = 0;
-    EXPECT_FALSE(takeLinkSpeed("fast", link) || takeLinkWidth("wide", link));
+    EXPECT_FALSE(TakeLinkSpeed("fast", link) || TakeLinkWidth("wide", link));
 }
 
 TEST(LinuxValuesTest, WorldwideIds) {
@@ -224,16 +224,16 @@ TEST(LinuxValuesTest, WorldwideIds) {
     };
     for (const auto& [text, isUnderstood, expected] : rows) {
         _tagVEXAPI_SDMLun lun{};
-        EXPECT_EQ(takeWorldwideId(text, lun), isUnderstood) << text;
-        EXPECT_EQ(hex(lun.WorldwideId, lun.WorldwideIdLength), expected) << text;
+        EXPECT_EQ(TakeWorldwideId(text, lun), isUnderstood) << text;
+        EXPECT_EQ(Hex(lun.WorldwideId, lun.WorldwideIdLength), expected) << text;
     }
     _tagVEXAPI_SDMLun lun{};
-    EXPECT_TRUE(takeWorldwideId("naa." + std::string(80, '7'), lun));
+    EXPECT_TRUE(TakeWorldwideId("naa." + std::string(80, '7'), lun));
     EXPECT_EQ(lun.WorldwideIdLength, 32);
 }
 
-/// A page 83h of designators, each given as code set, association and kind, and its bytes.
-std::string page(std::initializer_list<std::pair<int, std::string>> designators) {
+/// VPD page 83h with these designators: association and type, and the bytes.
+std::string Page(std::initializer_list<std::pair<int, std::string>> designators) {
     std::string bytes;
     for (const auto& [kind, value] : designators) {
         bytes += "\1"s + static_cast<char>(kind) + '\0' + static_cast<char>(value.size()) + value;
@@ -243,47 +243,47 @@ std::string page(std::initializer_list<std::pair<int, std::string>> designators)
 
 TEST(LinuxValuesTest, Designators) {
     const std::tuple<std::string, bool, std::string> rows[] = {
-        {page({{1, "T10"}, {2, "EUI"}, {3, "NAA"}}), true, "4e4141"},
-        {page({{1, "T10"}, {2, "EUI"}}), true, "455549"},
-        {page({{1, "T10"}}), true, "543130"},
-        {page({{0x13, "port"}, {0x23, "device"}, {3, "NAA"}}), true,
-         "4e4141"}, // those of ports and devices don't count
-        {page({{3, ""}, {3, "A"}}), true, "41"},
-        {page({{3, "A"}, {3, "B"}}), true, "41"},
-        // Of several NAA ones the registered extended, then the registered, last the locally assigned.
-        {page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}, {3, "\x61"}, {3, "\x52"}}), true, "61"},
-        {page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}}), true, "51"},
-        {page({{3, "\x31"}, {3, "\x21"}}), true, "21"},
-        {page({{2, "\xff"}, {3, "\x31"}}), true, "31"},
-        {page({{0x13, "port"}, {8, "name"}}), false, ""},
-        {page({}), false, ""},
-        {page({{3, "NAA"}}).substr(0, 10), false, ""}, // cut within the designator
-        {page({{3, "NAA"}}).substr(0, 6), false, ""},
-        {"\0\x83\xff\xff"s + page({{3, "NAA"}}).substr(4), true, "4e4141"}, // the page claims more than there is
-        {"\0\x83\0\2"s + page({{3, "NAA"}}).substr(4), false, ""},          // and less
-        {"\0\x80\0\7"s + page({{3, "NAA"}}).substr(4), false, ""},          // another page
+        {Page({{1, "T10"}, {2, "EUI"}, {3, "NAA"}}), true, "4e4141"},
+        {Page({{1, "T10"}, {2, "EUI"}}), true, "455549"},
+        {Page({{1, "T10"}}), true, "543130"},
+        {Page({{0x13, "port"}, {0x23, "device"}, {3, "NAA"}}), true,
+         "4e4141"}, // those of ports and devices are ignored
+        {Page({{3, ""}, {3, "A"}}), true, "41"},
+        {Page({{3, "A"}, {3, "B"}}), true, "41"},
+        // NAA formats by preference: registered extended, registered, extended, locally assigned.
+        {Page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}, {3, "\x61"}, {3, "\x52"}}), true, "61"},
+        {Page({{3, "\x31"}, {3, "\x21"}, {3, "\x51"}}), true, "51"},
+        {Page({{3, "\x31"}, {3, "\x21"}}), true, "21"},
+        {Page({{2, "\xff"}, {3, "\x31"}}), true, "31"},
+        {Page({{0x13, "port"}, {8, "name"}}), false, ""},
+        {Page({}), false, ""},
+        {Page({{3, "NAA"}}).substr(0, 10), false, ""}, // truncated within the designator
+        {Page({{3, "NAA"}}).substr(0, 6), false, ""},
+        {"\0\x83\xff\xff"s + Page({{3, "NAA"}}).substr(4), true, "4e4141"}, // the page claims to be longer than it is
+        {"\0\x83\0\2"s + Page({{3, "NAA"}}).substr(4), false, ""},          // and shorter
+        {"\0\x80\0\7"s + Page({{3, "NAA"}}).substr(4), false, ""},          // another page
         {"", false, ""},
         {"\0\x83\0"s, false, ""},
     };
     _tagVEXAPI_SDMLun longest{};
-    EXPECT_TRUE(takeDesignators(page({{3, std::string(40, '!')}}), longest));
+    EXPECT_TRUE(TakeDesignators(Page({{3, std::string(40, '!')}}), longest));
     EXPECT_EQ(longest.WorldwideIdLength, 32);
     for (const auto& [bytes, isUnderstood, expected] : rows) {
         _tagVEXAPI_SDMLun lun{};
-        EXPECT_EQ(takeDesignators(bytes, lun), isUnderstood);
-        EXPECT_EQ(hex(lun.WorldwideId, lun.WorldwideIdLength), expected);
+        EXPECT_EQ(TakeDesignators(bytes, lun), isUnderstood);
+        EXPECT_EQ(Hex(lun.WorldwideId, lun.WorldwideIdLength), expected);
     }
 }
 
 TEST(LinuxValuesTest, Uuids) {
     VX_UINT8 id[16] = {};
-    EXPECT_TRUE(takeUuid("33333333-0000-4000-8000-0000000000ab\n", id));
-    EXPECT_EQ(hex(id, 16), "333333330000400080000000000000ab");
+    EXPECT_TRUE(TakeUuid("33333333-0000-4000-8000-0000000000ab\n", id));
+    EXPECT_EQ(Hex(id, 16), "333333330000400080000000000000ab");
     for (const Text text : {"33333333-0000-4000-8000-0000000000", "33333333-0000-4000-8000-0000000000gg", "3"}) {
-        EXPECT_FALSE(takeUuid(text, id)) << text;
+        EXPECT_FALSE(TakeUuid(text, id)) << text;
     }
-    EXPECT_TRUE(takeUuid("\n", id));
-    EXPECT_EQ(hex(id, 16), "333333330000400080000000000000ab");
+    EXPECT_TRUE(TakeUuid("\n", id));
+    EXPECT_EQ(Hex(id, 16), "333333330000400080000000000000ab");
 }
 
 TEST(LinuxValuesTest, Addresses) {
@@ -304,9 +304,9 @@ TEST(LinuxValuesTest, Addresses) {
     };
     for (const Row& row : rows) {
         Controller controller;
-        EXPECT_EQ(takeAddress(row.text, controller), row.isUnderstood) << row.text;
-        EXPECT_EQ(nameNumber(controller.target.NodeName), row.node) << row.text;
-        EXPECT_EQ(nameNumber(controller.target.PortName), row.port) << row.text;
+        EXPECT_EQ(TakeAddress(row.text, controller), row.isUnderstood) << row.text;
+        EXPECT_EQ(NameNumber(controller.target.NodeName), row.node) << row.text;
+        EXPECT_EQ(NameNumber(controller.target.PortName), row.port) << row.text;
         EXPECT_EQ(controller.hostPort, row.host) << row.text;
     }
 }
@@ -314,12 +314,12 @@ TEST(LinuxValuesTest, Addresses) {
 TEST(LinuxValuesTest, Inquiry) {
     const std::string bytes = "\x61\0\6\2\x5b\0\0\0MAKER   PRODUCT         1.0 "s;
     Lun lun;
-    EXPECT_TRUE(takeInquiry(bytes, lun));
-    EXPECT_EQ(lun.deviceType, 1u); // a tape that is not connected has bits above
+    EXPECT_TRUE(TakeInquiry(bytes, lun));
+    EXPECT_EQ(lun.deviceType, 1u); // the upper bits are the peripheral qualifier
     EXPECT_EQ(std::memcmp(lun.record.VendorId, "MAKER\0\0\0", 8), 0);
     EXPECT_EQ(std::memcmp(lun.record.ProductId, "PRODUCT\0\0\0\0\0\0\0\0\0", 16), 0);
     EXPECT_EQ(std::memcmp(lun.record.ProductRevision, "1.0\0", 4), 0);
-    EXPECT_FALSE(takeInquiry(bytes.substr(0, 35), lun));
+    EXPECT_FALSE(TakeInquiry(bytes.substr(0, 35), lun));
 }
 
 TEST(LinuxValuesTest, KeywordsOfACard) {
@@ -328,18 +328,18 @@ TEST(LinuxValuesTest, KeywordsOfACard) {
     };
     const std::string card = section(0x82, "Card PN\3not") + section(0x91, "PN\3old") +
                              section(0x90, "EC\0SN\4S123PN\3P-1PN\3P-2"s) + "\x78";
-    EXPECT_EQ(vpdKeyword(card, "PN"), "P-1");
-    EXPECT_EQ(vpdKeyword(card, "SN"), "S123");
-    EXPECT_EQ(vpdKeyword(card, "EC"), "");
-    EXPECT_EQ(vpdKeyword(card, "MN"), "");
-    EXPECT_EQ(vpdKeyword("\x78" + card, "PN"), ""); // behind the end
+    EXPECT_EQ(VpdKeyword(card, "PN"), "P-1");
+    EXPECT_EQ(VpdKeyword(card, "SN"), "S123");
+    EXPECT_EQ(VpdKeyword(card, "EC"), "");
+    EXPECT_EQ(VpdKeyword(card, "MN"), "");
+    EXPECT_EQ(VpdKeyword("\x78" + card, "PN"), ""); // after the end tag
     for (std::size_t size = 0; size < card.size(); ++size) {
-        const Text value = vpdKeyword(Text(card).substr(0, size), "SN");
+        const Text value = VpdKeyword(Text(card).substr(0, size), "SN");
         EXPECT_TRUE(Text("S123").starts_with(value)) << size;
     }
 }
 
-/// Each file that is read stands in the guide, with what it says.
+/// The README lists every file with its meaning.
 TEST(LinuxValuesTest, TheGuideNamesEveryFile) {
     std::ifstream file(LINUX_HOST_SOURCE "/README.md");
     const std::string guide{std::istreambuf_iterator<char>(file), {}};

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The texts of sysfs trees, and the generated tree."""
+"""Sysfs trees as texts, and the generated tree."""
 import pathlib
 import subprocess
 import tempfile
@@ -22,7 +22,7 @@ class Case(unittest.TestCase):
         return run.stdout
 
     def unpack(self, text, status=0):
-        """Unpacks a text; gives the folder."""
+        """Unpacks a text and returns the folder."""
         (self.folder / "text").write_text(text)
         self.run_tool("tree", "unpack", self.folder / "text", self.folder / "tree", status=status)
         return self.folder / "tree"

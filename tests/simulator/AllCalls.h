@@ -1,24 +1,24 @@
 /// @file
-/// One correct call of every function, on the first port of `smallHost`.
+/// A correct call of every function, on the first port of `SmallHost`.
 #pragma once
 
 #include "Fixture.h"
 
-/// What the functions are called with.
+/// Arguments of the calls.
 struct CallArguments {
     VX_PORT_HANDLE* handle;
     VX_UINT32 word;
-    std::string folder; ///< for files that are written or missing
+    std::string folder; ///< of written or missing files
 };
 
-/// A call and how its result tells success.
+/// A call and the meaning of its result.
 struct NamedCall {
     const char* name;
-    enum class Result { Status, Pointer, Value, Record } result;
-    /// The status; for a pointer 0 when it isn't null; for a value the value; for a record its verdict.
+    enum class Result { STATUS, POINTER, VALUE, RECORD } result;
+    /// The status or the value; for a pointer, 0 if it isn't null; for a record, 0 if it reports success.
     std::function<VX_UINT32(const CallArguments&)> call;
 };
 
-/// All but `VEXAPI_Initialize` and `VEXAPI_Uninitialize`, in the order of the interface. Functions that take a
-/// file are given one that is missing.
-const std::vector<NamedCall>& allCalls();
+/// All but `VEXAPI_Initialize` and `VEXAPI_Uninitialize`, in the order of the interface. Functions that take a file get
+/// a missing one.
+const std::vector<NamedCall>& AllCalls();

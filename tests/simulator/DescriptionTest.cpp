@@ -1,4 +1,4 @@
-// What descriptions say: values, lists, templates, blobs.
+// Descriptions: values, lists, templates, blobs.
 #include "Fixture.h"
 
 #include <cstring>
@@ -7,24 +7,24 @@ namespace {
 
 class Description : public Simulated {
 protected:
-    void startWith(const Json& host) {
-        describe(host);
-        ASSERT_EQ(start(), 0U) << output;
+    void StartWith(const Json& host) {
+        Describe(host);
+        ASSERT_EQ(Start(), 0U) << output;
     }
-    static _tagVEXAPI_SDMTarget* target() { return port()->pTargetList; }
+    static _tagVEXAPI_SDMTarget* Target() { return Port()->pTargetList; }
 };
 
 TEST_F(Description, NullAndEmptyListsAtEveryLevel) {
-    startWith({{"Adapters", nullptr}});
+    StartWith({{"Adapters", nullptr}});
     EXPECT_EQ(VEXAPI_GetAdapterList(), nullptr);
-    EXPECT_EQ(lastCall()["status"], 0);
-    end();
-    startWith({{"Adapters", Json::array()}});
+    EXPECT_EQ(LastCall()["status"], 0);
+    End();
+    StartWith({{"Adapters", Json::array()}});
     ASSERT_NE(VEXAPI_GetAdapterList(), nullptr);
     EXPECT_EQ(VEXAPI_GetAdapterList()->pHead, nullptr);
     EXPECT_EQ(VEXAPI_GetAdapterList()->Count, 0U);
-    end();
-    startWith(Json::parse(R"({"Adapters": [{}, {"PhyPorts": null}, {"PhyPorts": []},
+    End();
+    StartWith(Json::parse(R"({"Adapters": [{}, {"PhyPorts": null}, {"PhyPorts": []},
         {"PhyPorts": [{}, {"Protocols": null}, {"Protocols": []}]},
         {"PhyPorts": [{"Protocols": [{"WWPN": "21:00:00:00:00:00:00:01"},
           {"WWPN": "21:00:00:00:00:00:00:02", "Targets": null}, {"WWPN": "21:00:00:00:00:00:00:03", "Targets": []},
@@ -41,9 +41,9 @@ TEST_F(Description, NullAndEmptyListsAtEveryLevel) {
     ASSERT_NE(phyPort->pNext->pNext->pProtocolList, nullptr);
     EXPECT_EQ(phyPort->pNext->pNext->pProtocolList->pHead, nullptr);
     for (unsigned i = 0; i < 3; ++i) {
-        EXPECT_EQ(port(i)->pTargetList, nullptr);
+        EXPECT_EQ(Port(i)->pTargetList, nullptr);
     }
-    const _tagVEXAPI_SDMTarget* target = port(3)->pTargetList;
+    const _tagVEXAPI_SDMTarget* target = Port(3)->pTargetList;
     for (int i = 0; i < 3; ++i) {
         ASSERT_NE(target, nullptr);
         EXPECT_EQ(target->pLunList, nullptr);
@@ -54,73 +54,73 @@ TEST_F(Description, NullAndEmptyListsAtEveryLevel) {
 }
 
 TEST_F(Description, CountsAreThoseOfTheListsUnlessGiven) {
-    Json host = smallHost();
-    startWith(host);
-    EXPECT_EQ(port()->TargetCount, 2U);
-    EXPECT_EQ(target()->LunCount, 2U);
-    end();
-    portOf(host)["TargetCount"] = 7;
-    portOf(host)["Targets"][0]["LunCount"] = 1;
-    startWith(host);
-    EXPECT_EQ(port()->TargetCount, 7U);
-    EXPECT_EQ(target()->LunCount, 1U);
-    EXPECT_NE(target()->pLunList->pNext, nullptr);
+    Json host = SmallHost();
+    StartWith(host);
+    EXPECT_EQ(Port()->TargetCount, 2U);
+    EXPECT_EQ(Target()->LunCount, 2U);
+    End();
+    PortOf(host)["TargetCount"] = 7;
+    PortOf(host)["Targets"][0]["LunCount"] = 1;
+    StartWith(host);
+    EXPECT_EQ(Port()->TargetCount, 7U);
+    EXPECT_EQ(Target()->LunCount, 1U);
+    EXPECT_NE(Target()->pLunList->pNext, nullptr);
 }
 
 TEST_F(Description, TextsThatFillTheirArrays) {
-    Json host = smallHost();
+    Json host = SmallHost();
     const std::string full = "0123456789abcdef0123456789abcdef";
     host["Adapters"][0]["Model"] = full;
     host["Adapters"][0]["SerialNumber"] = "short";
-    portOf(host)["HostNQN"] = std::string(256, 'n');
-    portOf(host)["Targets"][0]["VendorId"] = "HELIODOR";
-    portOf(host)["Targets"][0]["ProductId"] = "two";
-    startWith(host);
+    PortOf(host)["HostNQN"] = std::string(256, 'n');
+    PortOf(host)["Targets"][0]["VendorId"] = "HELIODOR";
+    PortOf(host)["Targets"][0]["ProductId"] = "two";
+    StartWith(host);
     const _vexapi_adapter_t& adapter = *VEXAPI_GetAdapterList()->pHead;
     EXPECT_EQ(std::memcmp(adapter.Model, full.data(), 32), 0);
     EXPECT_STREQ(adapter.SerialNumber, "short");
-    EXPECT_EQ(port()->HostNQN[255], 'n');
-    EXPECT_EQ(std::memcmp(target()->VendorId, "HELIODOR", 8), 0);
-    EXPECT_EQ(std::memcmp(target()->ProductId, "two\0\0\0\0\0\0\0\0\0\0\0\0", 16), 0);
+    EXPECT_EQ(Port()->HostNQN[255], 'n');
+    EXPECT_EQ(std::memcmp(Target()->VendorId, "HELIODOR", 8), 0);
+    EXPECT_EQ(std::memcmp(Target()->ProductId, "two\0\0\0\0\0\0\0\0\0\0\0\0", 16), 0);
 }
 
 TEST_F(Description, TextsThatAreNoUtf8) {
-    Json host = smallHost();
+    Json host = SmallHost();
     host["Adapters"][0]["Model"] = {{"bytes", "ff:25:73"}};
-    startWith(host);
+    StartWith(host);
     EXPECT_STREQ(VEXAPI_GetAdapterList()->pHead->Model, "\xff%s");
 }
 
 TEST_F(Description, NumbersInBothForms) {
-    Json host = smallHost();
-    portOf(host)["FeatureFlags"] = "0xE4800000";
-    portOf(host)["ScmAlarmCount"] = "0xffffffffffffffff";
-    portOf(host)["ScmWarningCount"] = 18446744073709551615U;
-    portOf(host)["ScmLinkCounters"] = Json::parse(R"([1, "0x2", 3, 4, 5, 4294967295])");
-    startWith(host);
-    EXPECT_EQ(port()->FeatureFlags, 0xE4800000U);
-    EXPECT_EQ(port()->ScmAlarmCount, 0xFFFFFFFFFFFFFFFFU);
-    EXPECT_EQ(port()->ScmWarningCount, 0xFFFFFFFFFFFFFFFFU);
-    EXPECT_EQ(port()->ScmLinkCounters[1], 2U);
-    EXPECT_EQ(port()->ScmLinkCounters[5], 4294967295U);
+    Json host = SmallHost();
+    PortOf(host)["FeatureFlags"] = "0xE4800000";
+    PortOf(host)["ScmAlarmCount"] = "0xffffffffffffffff";
+    PortOf(host)["ScmWarningCount"] = 18446744073709551615U;
+    PortOf(host)["ScmLinkCounters"] = Json::parse(R"([1, "0x2", 3, 4, 5, 4294967295])");
+    StartWith(host);
+    EXPECT_EQ(Port()->FeatureFlags, 0xE4800000U);
+    EXPECT_EQ(Port()->ScmAlarmCount, 0xFFFFFFFFFFFFFFFFU);
+    EXPECT_EQ(Port()->ScmWarningCount, 0xFFFFFFFFFFFFFFFFU);
+    EXPECT_EQ(Port()->ScmLinkCounters[1], 2U);
+    EXPECT_EQ(Port()->ScmLinkCounters[5], 4294967295U);
 }
 
 TEST_F(Description, EveryFieldGoesToItsPlace) {
-    Json host = smallHost();
+    Json host = SmallHost();
     host["Adapters"][0].update(Json::parse(R"({"AdapterType": 6, "VendorId": 1, "SubVendorId": 2, "SubDeviceId": 3,
         "PciBusNumber": 260, "ChipRevision": 5, "Manufacturer": "M", "BiosVersion": "B", "FCodeVersion": "FC",
         "EfiVersion": "E"})"));
-    portOf(host).update(Json::parse(R"({"ProtocolType": 1, "PciDeviceNumber": 31, "PciFunctionNumber": 7,
+    PortOf(host).update(Json::parse(R"({"ProtocolType": 1, "PciDeviceNumber": 31, "PciFunctionNumber": 7,
         "PortId": "0a:0b:0c", "HostId": "00:01:02:03:04:05:06:07:08:09:0a:0b:0c:0d:0e:0f", "SupportedSpeeds": 112,
         "AdjacentFabricWWN": "20:01:02:03:04:05:06:07", "RunningPepFwVersion": "01:02:03", "SecurityFlags": 1})"));
-    startWith(host);
+    StartWith(host);
     const _vexapi_adapter_t& adapter = *VEXAPI_GetAdapterList()->pHead;
     EXPECT_EQ(adapter.AdapterType, 6U);
     EXPECT_EQ(adapter.PciBusNumber, 260);
     EXPECT_EQ(adapter.ChipRevision, 5U);
     EXPECT_STREQ(adapter.Manufacturer, "M");
     EXPECT_STREQ(adapter.FCodeVersion, "FC");
-    const _vexapi_protocol_t& record = *port();
+    const _vexapi_protocol_t& record = *Port();
     EXPECT_EQ(record.ChipProperty.VendorId, 1); // the adapter's, unless given
     EXPECT_EQ(record.ChipProperty.SubVendorId, 2);
     EXPECT_EQ(record.ChipProperty.SubDeviceId, 3);
@@ -137,34 +137,34 @@ TEST_F(Description, EveryFieldGoesToItsPlace) {
 }
 
 TEST_F(Description, Defaults) {
-    startWith(
+    StartWith(
         Json::parse(R"({"Adapters": [{"PhyPorts": [{}, {"Protocols": [{"WWPN": "21:00:00:00:00:00:00:01"}]}]}]})"));
     const _vexapi_adapter_t& adapter = *VEXAPI_GetAdapterList()->pHead;
     EXPECT_EQ(adapter.VendorId, 0x1D0C);
     EXPECT_EQ(adapter.AdapterType, 2U);
     EXPECT_STREQ(adapter.Manufacturer, "Orvane Corporation");
     EXPECT_EQ(adapter.pPhyPortList->pHead->pNext->PortNumber, 1);
-    EXPECT_EQ(port()->PortInterfaceType, 1);
-    EXPECT_EQ(port()->PortState, 1);
-    EXPECT_EQ(port()->PortType, 1);
-    EXPECT_EQ(port()->PortConnectionMode, 1);
-    EXPECT_EQ(port()->ProtocolType, 0U);
+    EXPECT_EQ(Port()->PortInterfaceType, 1);
+    EXPECT_EQ(Port()->PortState, 1);
+    EXPECT_EQ(Port()->PortType, 1);
+    EXPECT_EQ(Port()->PortConnectionMode, 1);
+    EXPECT_EQ(Port()->ProtocolType, 0U);
     _VEXAPI_SFP_DATA data{};
-    EXPECT_EQ(VEXAPI_GetSFPData(handle(), &data), 0U);
+    EXPECT_EQ(VEXAPI_GetSFPData(Handle(), &data), 0U);
     EXPECT_EQ(data.Data[0], 0);
     char vpd[1024] = {};
     VX_UINT32 size = 1024;
-    EXPECT_EQ(VEXAPI_GetVpd(word(), 0, vpd, &size), 0U);
+    EXPECT_EQ(VEXAPI_GetVpd(Word(), 0, vpd, &size), 0U);
     EXPECT_EQ(size, 0U);
 }
 
 TEST_F(Description, RunsOfLuns) {
-    Json host = smallHost();
-    portOf(host)["Targets"][0]["Luns"] = Json::parse(R"([{"Repeat": 300, "WorldwideId": "60:00:ff:fe", "BlockCount": 9},
+    Json host = SmallHost();
+    PortOf(host)["Targets"][0]["Luns"] = Json::parse(R"([{"Repeat": 300, "WorldwideId": "60:00:ff:fe", "BlockCount": 9},
         {"LunNumber": 65535}])");
-    startWith(host);
-    const _tagVEXAPI_SDMLun* lun = target()->pLunList;
-    EXPECT_EQ(target()->LunCount, 301U);
+    StartWith(host);
+    const _tagVEXAPI_SDMLun* lun = Target()->pLunList;
+    EXPECT_EQ(Target()->LunCount, 301U);
     // 0x6000fffe counts up: ...ffff, then 60010000.
     const VX_UINT8 third[5] = {0x60, 0x01, 0, 0, 0};
     for (int i = 0; i < 300; ++i, lun = lun->pNext) {
@@ -182,16 +182,16 @@ TEST_F(Description, RunsOfLuns) {
 }
 
 TEST_F(Description, LengthsOfIdentifiersMayLie) {
-    Json host = smallHost();
-    portOf(host)["Targets"][0]["Luns"] =
+    Json host = SmallHost();
+    PortOf(host)["Targets"][0]["Luns"] =
         Json::parse(R"([{"WorldwideId": "01:02", "WorldwideIdLength": 255, "Repeat": 2}])");
-    startWith(host);
-    EXPECT_EQ(target()->pLunList->WorldwideIdLength, 255);
-    EXPECT_EQ(target()->pLunList->pNext->WorldwideId[31], 1); // counted up inside the array
+    StartWith(host);
+    EXPECT_EQ(Target()->pLunList->WorldwideIdLength, 255);
+    EXPECT_EQ(Target()->pLunList->pNext->WorldwideId[31], 1); // incremented within the array
 }
 
 TEST_F(Description, Templates) {
-    startWith(Json::parse(R"({
+    StartWith(Json::parse(R"({
       "Templates": {
         "base": {"PortSpeed": 8, "ChipProperty": {"DeviceId": 1, "SubDeviceId": 2}},
         "over": {"Use": "base", "PortSpeed": 16, "PortState": 3},
@@ -202,30 +202,30 @@ TEST_F(Description, Templates) {
         {"Use": ["over", "base"], "WWPN": "21:00:00:00:00:00:00:01", "ChipProperty": {"SubDeviceId": 3},
          "Targets": [{"Use": "target"}]}
       ]}]}]})"));
-    EXPECT_EQ(port()->PortState, 3);
-    EXPECT_EQ(port()->PortSpeed, 8U);               // of the later template
-    EXPECT_EQ(port()->ChipProperty.DeviceId, 1);    // merged
-    EXPECT_EQ(port()->ChipProperty.SubDeviceId, 3); // its own
-    EXPECT_EQ(target()->PortId[1], 2);
-    EXPECT_EQ(target()->pLunList->BlockCount, 77U);
+    EXPECT_EQ(Port()->PortState, 3);
+    EXPECT_EQ(Port()->PortSpeed, 8U);               // from the later template
+    EXPECT_EQ(Port()->ChipProperty.DeviceId, 1);    // merged
+    EXPECT_EQ(Port()->ChipProperty.SubDeviceId, 3); // its own
+    EXPECT_EQ(Target()->PortId[1], 2);
+    EXPECT_EQ(Target()->pLunList->BlockCount, 77U);
 }
 
 TEST_F(Description, Blobs) {
-    file("raw.bin", std::string("\x03\0\xff", 3));
-    file("image.hex", "# a module\n# A0h: some bytes\n03 04\n07 # comment\n# A2h\naa\tbb\r\n# A2h not in source\n");
-    file("qsfp.hex", "# lower page\n11\n# upper page 00h\n22 33\n");
-    Json host = smallHost();
+    File("raw.bin", std::string("\x03\0\xff", 3));
+    File("image.hex", "# a module\n# A0h: some bytes\n03 04\n07 # comment\n# A2h\naa\tbb\r\n# A2h not in source\n");
+    File("qsfp.hex", "# lower page\n11\n# upper page 00h\n22 33\n");
+    Json host = SmallHost();
     const auto imageOf = [&](const Json& blob) {
-        portOf(host)["Transceiver"] = blob;
-        describe(host);
-        EXPECT_EQ(start(), 0U) << output;
+        PortOf(host)["Transceiver"] = blob;
+        Describe(host);
+        EXPECT_EQ(Start(), 0U) << output;
         _VEXAPI_SFP_DATA data{};
-        EXPECT_EQ(VEXAPI_GetSFPData(handle(), &data), 0U);
-        end();
+        EXPECT_EQ(VEXAPI_GetSFPData(Handle(), &data), 0U);
+        End();
         return data;
     };
     EXPECT_EQ(imageOf("raw.bin").Data[2], 0xff);
-    EXPECT_EQ(imageOf(path("raw.bin")).Data[2], 0xff);
+    EXPECT_EQ(imageOf(Path("raw.bin")).Data[2], 0xff);
     EXPECT_EQ(imageOf({{"bytes", "01:02:03"}}).Data[1], 2);
     const _VEXAPI_SFP_DATA sfp = imageOf("image.hex");
     EXPECT_EQ(sfp.Data[2], 7);
@@ -242,22 +242,22 @@ TEST_F(Description, Blobs) {
 }
 
 TEST_F(Description, Comments) {
-    describeText("// a host\n{\"Adapters\": [/* none */]}\n");
-    EXPECT_EQ(start(), 0U) << output;
+    DescribeText("// a host\n{\"Adapters\": [/* none */]}\n");
+    EXPECT_EQ(Start(), 0U) << output;
 }
 
 TEST_F(Description, PortsWithoutFibreChannelNeedNoName) {
-    startWith(
+    StartWith(
         Json::parse(R"({"Adapters": [{"PhyPorts": [{"Protocols": [{"ProtocolType": 2}, {"ProtocolType": 3}]}]}]})"));
-    EXPECT_EQ(port(1)->ProtocolType, 3U);
+    EXPECT_EQ(Port(1)->ProtocolType, 3U);
 }
 
 TEST_F(Description, NamesGivenTwiceWhenAllowed) {
-    Json host = smallHost();
-    portOf(host, 1)["WWPN"] = portOf(host, 0)["WWPN"];
+    Json host = SmallHost();
+    PortOf(host, 1)["WWPN"] = PortOf(host, 0)["WWPN"];
     host["AllowDuplicateNames"] = 1;
-    startWith(host);
-    EXPECT_NE(word(0), word(1));
+    StartWith(host);
+    EXPECT_NE(Word(0), Word(1));
 }
 
 } // namespace

@@ -8,7 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-std::string textOf(const std::string& path) {
+std::string TextOf(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
@@ -17,47 +17,47 @@ std::string textOf(const std::string& path) {
 
 Simulated::Simulated() {
     const char* base = std::getenv("TMPDIR");
-    folder_ = std::string(base == nullptr ? "/tmp" : base) + "/simulator-test-XXXXXX";
-    if (mkdtemp(folder_.data()) == nullptr) {
+    mFolder = std::string(base == nullptr ? "/tmp" : base) + "/simulator-test-XXXXXX";
+    if (mkdtemp(mFolder.data()) == nullptr) {
         throw std::runtime_error("no temporary folder");
     }
     for (const char* name : {"VEXAPI_SIM_HOST", "VEXAPI_SIM_FAULTS", "VEXAPI_SIM_REBOOT"}) {
         unsetenv(name);
     }
-    setenv("VEXAPI_SIM_STATE", path("state").c_str(), 1);
-    setenv("VEXAPI_SIM_JOURNAL", path("journal").c_str(), 1);
+    setenv("VEXAPI_SIM_STATE", Path("state").c_str(), 1);
+    setenv("VEXAPI_SIM_JOURNAL", Path("journal").c_str(), 1);
 }
 
 Simulated::~Simulated() {
-    unsetenv("VEXAPI_SIM_FAULTS"); // or the end itself could be made to fail
-    outputOf([] { end(); });
-    std::filesystem::remove_all(folder_);
+    unsetenv("VEXAPI_SIM_FAULTS"); // a fault could make the end fail
+    OutputOf([] { End(); });
+    std::filesystem::remove_all(mFolder);
     for (const char* name : {"VEXAPI_SIM_HOST", "VEXAPI_SIM_REBOOT", "VEXAPI_SIM_STATE", "VEXAPI_SIM_JOURNAL"}) {
         unsetenv(name);
     }
 }
 
-std::string Simulated::file(const std::string& name, const std::string& content) const {
-    std::ofstream(path(name), std::ios::binary) << content;
-    return path(name);
+std::string Simulated::File(const std::string& name, const std::string& content) const {
+    std::ofstream(Path(name), std::ios::binary) << content;
+    return Path(name);
 }
 
-void Simulated::describeText(const std::string& text) const {
-    setenv("VEXAPI_SIM_HOST", file("host.json", text).c_str(), 1);
+void Simulated::DescribeText(const std::string& text) const {
+    setenv("VEXAPI_SIM_HOST", File("host.json", text).c_str(), 1);
 }
 
-VX_UINT32 Simulated::start(VX_UINT32 debugLevel) {
+VX_UINT32 Simulated::Start(VX_UINT32 debugLevel) {
     VX_UINT32 status = 0;
-    output = outputOf([&] { status = VEXAPI_Initialize(debugLevel, 0); });
+    output = OutputOf([&] { status = VEXAPI_Initialize(debugLevel, 0); });
     return status;
 }
 
-void Simulated::restart() {
-    end();
-    ASSERT_EQ(start(), 0U) << output;
+void Simulated::Restart() {
+    End();
+    ASSERT_EQ(Start(), 0U) << output;
 }
 
-_vexapi_protocol_t* Simulated::port(unsigned index) {
+_vexapi_protocol_t* Simulated::Port(unsigned index) {
     const VX_ADAPTER_LIST* adapters = VEXAPI_GetAdapterList();
     for (auto* adapter = adapters == nullptr ? nullptr : adapters->pHead; adapter != nullptr;
          adapter = adapter->pNext) {
@@ -75,14 +75,14 @@ _vexapi_protocol_t* Simulated::port(unsigned index) {
     throw std::runtime_error("the host has no such port");
 }
 
-VX_UINT32 Simulated::word(unsigned index) {
+VX_UINT32 Simulated::Word(unsigned index) {
     VX_UINT32 word = 0;
-    std::memcpy(&word, port(index)->PortHandle.opaque + 4, sizeof word);
+    std::memcpy(&word, Port(index)->PortHandle.opaque + 4, sizeof word);
     return word;
 }
 
-std::vector<Json> Simulated::journal() const {
-    std::istringstream lines(textOf(path("journal")));
+std::vector<Json> Simulated::Journal() const {
+    std::istringstream lines(TextOf(Path("journal")));
     std::vector<Json> journal;
     for (std::string line; std::getline(lines, line);) {
         journal.push_back(Json::parse(line));
@@ -90,17 +90,17 @@ std::vector<Json> Simulated::journal() const {
     return journal;
 }
 
-Json Simulated::lastCall() const {
-    const std::vector<Json> lines = journal();
+Json Simulated::LastCall() const {
+    const std::vector<Json> lines = Journal();
     return lines.empty() ? Json() : lines.back();
 }
 
-void Simulated::forget() const {
-    std::filesystem::remove(path("journal"));
+void Simulated::Forget() const {
+    std::filesystem::remove(Path("journal"));
 }
 
-std::string Simulated::outputOf(const std::function<void()>& act) {
-    // The library must print through the C stream, whatever stream that is at the time.
+std::string Simulated::OutputOf(const std::function<void()>& act) {
+    // The library must print to the current C stream.
     char* text = nullptr;
     std::size_t size = 0;
     std::FILE* const saved = stdout;
@@ -113,19 +113,19 @@ std::string Simulated::outputOf(const std::function<void()>& act) {
     return output;
 }
 
-int Simulated::inProcess(const std::function<int()>& act) {
+int Simulated::InProcess(const std::function<int()>& act) {
     std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         int result = 255;
-        outputOf([&] { result = act(); });
+        OutputOf([&] { result = act(); });
         _exit(result);
     }
     int status = 0;
     return waitpid(child, &status, 0) == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-Json smallHost() {
+Json SmallHost() {
     return Json::parse(R"({
       "Adapters": [{
         "Model": "ORV2742", "SerialNumber": "RFH1836M74420",
@@ -150,6 +150,6 @@ Json smallHost() {
     })");
 }
 
-Json& portOf(Json& host, unsigned index) {
+Json& PortOf(Json& host, unsigned index) {
     return host["Adapters"][0]["PhyPorts"][index]["Protocols"][0];
 }

@@ -1,4 +1,4 @@
-// The lab host shows one of each kind.
+// The lab host has one of each kind.
 #include "Fixture.h"
 
 #include <algorithm>
@@ -12,24 +12,24 @@ namespace {
 class Lab : public Simulated {
 protected:
     Lab() {
-        EXPECT_EQ(start(), 0U) << output;
+        EXPECT_EQ(Start(), 0U) << output;
         for (auto* adapter = VEXAPI_GetAdapterList()->pHead; adapter != nullptr; adapter = adapter->pNext) {
-            adapters_.push_back(adapter);
+            adapters.push_back(adapter);
         }
         try {
             for (unsigned i = 0;; ++i) {
-                ports_.push_back(port(i));
+                ports.push_back(Port(i));
             }
         } catch (const std::runtime_error&) {
         }
     }
     /// Whether any port has a property.
-    bool any(const std::function<bool(const _vexapi_protocol_t&)>& has) const {
-        return std::any_of(ports_.begin(), ports_.end(), [&](const auto* port) { return has(*port); });
+    bool Any(const std::function<bool(const _vexapi_protocol_t&)>& has) const {
+        return std::any_of(ports.begin(), ports.end(), [&](const auto* port) { return has(*port); });
     }
     /// Whether any target has a property.
-    bool anyTarget(const std::function<bool(const _tagVEXAPI_SDMTarget&)>& has) const {
-        return any([&](const _vexapi_protocol_t& port) {
+    bool AnyTarget(const std::function<bool(const _tagVEXAPI_SDMTarget&)>& has) const {
+        return Any([&](const _vexapi_protocol_t& port) {
             for (const auto* target = port.pTargetList; target != nullptr; target = target->pNext) {
                 if (has(*target)) {
                     return true;
@@ -38,8 +38,8 @@ protected:
             return false;
         });
     }
-    bool anyLun(const std::function<bool(const _tagVEXAPI_SDMLun&)>& has) const {
-        return anyTarget([&](const _tagVEXAPI_SDMTarget& target) {
+    bool AnyLun(const std::function<bool(const _tagVEXAPI_SDMLun&)>& has) const {
+        return AnyTarget([&](const _tagVEXAPI_SDMTarget& target) {
             for (const auto* lun = target.pLunList; lun != nullptr; lun = lun->pNext) {
                 if (has(*lun)) {
                     return true;
@@ -48,8 +48,8 @@ protected:
             return false;
         });
     }
-    std::vector<_vexapi_adapter_t*> adapters_;
-    std::vector<_vexapi_protocol_t*> ports_;
+    std::vector<_vexapi_adapter_t*> adapters;
+    std::vector<_vexapi_protocol_t*> ports;
 };
 
 TEST_F(Lab, HasAChipOfEachFamily) {
@@ -62,12 +62,12 @@ TEST_F(Lab, HasAChipOfEachFamily) {
                                                                     {"Larch", {0x2261, 0x2A61, 0x2B61}},
                                                                     {"Alder", {0x2071, 0x2271, 0x2871, 0x2971}}};
     for (const auto& [name, devices] : families) {
-        EXPECT_TRUE(any([&](const auto& port) {
-            return port.ChipProperty.VendorId == 0x1D0C && devices.contains(port.ChipProperty.DeviceId);
+        EXPECT_TRUE(Any([&ids = devices](const auto& port) {
+            return port.ChipProperty.VendorId == 0x1D0C && ids.contains(port.ChipProperty.DeviceId);
         })) << name;
     }
     const auto isChip = [&](VX_UINT16 device, VX_UINT16 subVendor, VX_UINT16 subDevice) {
-        return any([&](const auto& port) {
+        return Any([&](const auto& port) {
             return port.ChipProperty.DeviceId == device && port.ChipProperty.SubVendorId == subVendor &&
                    port.ChipProperty.SubDeviceId == subDevice;
         });
@@ -77,12 +77,12 @@ TEST_F(Lab, HasAChipOfEachFamily) {
     EXPECT_TRUE(isChip(0x2031, 0x103C, 0x1939)) << "Maple";
     EXPECT_TRUE(isChip(0x2031, 0x103C, 0x8002)) << "Cedar";
     EXPECT_TRUE(isChip(0x2261, 0x1D0C, 0x2B9)) << "mezzanine at 32 Gbps";
-    EXPECT_GE(adapters_.size(), 8U);
+    EXPECT_GE(adapters.size(), 8U);
 }
 
 TEST_F(Lab, NamesReadLikeRealOnesAndDiffer) {
     std::set<std::string> seen;
-    for (const _vexapi_adapter_t* adapter : adapters_) {
+    for (const _vexapi_adapter_t* adapter : adapters) {
         const std::string model = adapter->Model;
         const std::string serial = adapter->SerialNumber;
         EXPECT_EQ((model + serial).find('_'), std::string::npos);
@@ -95,19 +95,19 @@ TEST_F(Lab, NamesReadLikeRealOnesAndDiffer) {
 
 TEST_F(Lab, HasPortsOfEveryKind) {
     const auto speed = [&](VX_UINT32 code) {
-        return any([&](const auto& port) { return port.PortState == 1 && port.PortSpeed == code; });
+        return Any([&](const auto& port) { return port.PortState == 1 && port.PortSpeed == code; });
     };
     for (const VX_UINT32 code : {8U, 16U, 22U, 50U, 100U}) {
         EXPECT_TRUE(speed(code)) << code;
     }
-    EXPECT_TRUE(any([](const auto& port) { return port.PortState == 3; }));
-    EXPECT_TRUE(any([](const auto& port) { return port.PortInterfaceType == 3; }));
-    EXPECT_TRUE(any([](const auto& port) { return port.PortConnectionMode == 2; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.PortState == 3; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.PortInterfaceType == 3; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.PortConnectionMode == 2; }));
     for (const VX_UINT32 protocol : {0U, 1U, 2U, 3U}) {
-        EXPECT_TRUE(any([&](const auto& port) { return port.ProtocolType == protocol; })) << protocol;
+        EXPECT_TRUE(Any([&](const auto& port) { return port.ProtocolType == protocol; })) << protocol;
     }
     int mezzanines = 0;
-    for (_vexapi_protocol_t* port : ports_) {
+    for (_vexapi_protocol_t* port : ports) {
         VX_UINT8 flag = 0;
         EXPECT_EQ(VEXAPI_IsMezzAdapter(&port->PortHandle, &flag), 0U);
         mezzanines += flag;
@@ -117,51 +117,51 @@ TEST_F(Lab, HasPortsOfEveryKind) {
 
 TEST_F(Lab, HasTargetsOfEveryKind) {
     const auto nvme = [](const auto& target) { return (target.TargetFlags[5] & 8) != 0; };
-    EXPECT_TRUE(anyTarget(nvme));
-    EXPECT_TRUE(anyTarget([&](const auto& target) { return !nvme(target) && target.DeviceType == 0; }));
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.DeviceType == 1; })) << "tape";
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.DeviceType == 12; })) << "RAID";
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.LunCount == 0; }));
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.LunCount == 300; }));
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.TargetFlags[0] == 0x40; })) << "unconfigured";
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.TargetFlags[2] == 0; })) << "offline";
-    EXPECT_TRUE(anyTarget([](const auto& target) {
+    EXPECT_TRUE(AnyTarget(nvme));
+    EXPECT_TRUE(AnyTarget([&](const auto& target) { return !nvme(target) && target.DeviceType == 0; }));
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.DeviceType == 1; })) << "tape";
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.DeviceType == 12; })) << "RAID";
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.LunCount == 0; }));
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.LunCount == 300; }));
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.TargetFlags[0] == 0x40; })) << "unconfigured";
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.TargetFlags[2] == 0; })) << "offline";
+    EXPECT_TRUE(AnyTarget([](const auto& target) {
         return std::memcmp(target.AuthPortName, target.PortName, 8) == 0 &&
                std::memcmp(target.AuthPortId, target.PortId, 3) == 0;
     }));
-    EXPECT_TRUE(any([](const auto& port) {
+    EXPECT_TRUE(Any([](const auto& port) {
         const auto* target = port.pTargetList;
         return (port.SecurityFlags & 1) != 0 && std::memcmp(target->SecPortName, target->PortName, 8) == 0 &&
                std::memcmp(target->SecPortId, target->PortId, 3) == 0;
     }));
-    EXPECT_TRUE(anyTarget([](const auto& target) { return target.ScmCongState == 1 && target.ScmThrottleState == 2; }));
-    std::map<std::string, int> behind;
-    for (const auto* port : ports_) {
+    EXPECT_TRUE(AnyTarget([](const auto& target) { return target.ScmCongState == 1 && target.ScmThrottleState == 2; }));
+    std::map<std::string, int> paths;
+    for (const auto* port : ports) {
         for (const auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
-            ++behind[std::string(reinterpret_cast<const char*>(target->PortName), 8)];
+            ++paths[std::string(reinterpret_cast<const char*>(target->PortName), 8)];
         }
     }
-    EXPECT_TRUE(std::any_of(behind.begin(), behind.end(), [](const auto& count) { return count.second > 1; }));
+    EXPECT_TRUE(std::any_of(paths.begin(), paths.end(), [](const auto& count) { return count.second > 1; }));
 }
 
 TEST_F(Lab, HasLunsOfEveryKind) {
-    EXPECT_TRUE(anyLun([](const auto& lun) { return lun.LunNumber > 255; }));
-    EXPECT_TRUE(anyLun([](const auto& lun) { return (lun.LunFlags & 1) != 0; }));
+    EXPECT_TRUE(AnyLun([](const auto& lun) { return lun.LunNumber > 255; }));
+    EXPECT_TRUE(AnyLun([](const auto& lun) { return (lun.LunFlags & 1) != 0; }));
     for (const int length : {0, 4, 8, 16, 32}) {
-        EXPECT_TRUE(anyLun([&](const auto& lun) { return lun.WorldwideIdLength == length; })) << length;
+        EXPECT_TRUE(AnyLun([&](const auto& lun) { return lun.WorldwideIdLength == length; })) << length;
     }
 }
 
 TEST_F(Lab, HasCongestionOfBothGenerations) {
-    constexpr VX_UINT32 first = 1U << 23;
-    constexpr VX_UINT32 second = 1U << 26;
-    EXPECT_TRUE(any([&](const auto& port) { return (port.FeatureFlags & (first | second)) == first; }));
-    EXPECT_TRUE(any([&](const auto& port) { return (port.FeatureFlags & second) != 0 && port.ScmCongState == 0; }));
-    EXPECT_TRUE(any([&](const auto& port) { return (port.FeatureFlags & second) != 0 && port.ScmCongState == 1; }));
-    EXPECT_TRUE(any([](const auto& port) { return port.ScmThrottleState == 2; }));
-    EXPECT_TRUE(any([](const auto& port) { return port.ScmVirtualLaneState == 1; }));
-    EXPECT_TRUE(any([](const auto& port) { return port.ScmFabricFlags == 3; }));
-    EXPECT_TRUE(any([](const auto& port) { return port.ScmFabricFlags == 5; }));
+    constexpr VX_UINT32 FIRST = 1U << 23;
+    constexpr VX_UINT32 SECOND = 1U << 26;
+    EXPECT_TRUE(Any([](const auto& port) { return (port.FeatureFlags & (FIRST | SECOND)) == FIRST; }));
+    EXPECT_TRUE(Any([](const auto& port) { return (port.FeatureFlags & SECOND) != 0 && port.ScmCongState == 0; }));
+    EXPECT_TRUE(Any([](const auto& port) { return (port.FeatureFlags & SECOND) != 0 && port.ScmCongState == 1; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.ScmThrottleState == 2; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.ScmVirtualLaneState == 1; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.ScmFabricFlags == 3; }));
+    EXPECT_TRUE(Any([](const auto& port) { return port.ScmFabricFlags == 5; }));
 }
 
 TEST_F(Lab, HasTransceiversOfEveryKind) {
@@ -172,7 +172,7 @@ TEST_F(Lab, HasTransceiversOfEveryKind) {
     bool qsfp28 = false;
     bool external = false;
     bool bad = false;
-    for (_vexapi_protocol_t* port : ports_) {
+    for (_vexapi_protocol_t* port : ports) {
         _VEXAPI_SFP_DATA image{};
         EXPECT_EQ(VEXAPI_GetSFPData(&port->PortHandle, &image), 0U);
         const VX_UINT8* bytes = image.Data;
@@ -205,7 +205,7 @@ TEST_F(Lab, HasTransceiversOfEveryKind) {
 TEST_F(Lab, HasBlobsThatHoldTogether) {
     int dumps = 0;
     int payloads = 0;
-    for (_vexapi_protocol_t* port : ports_) {
+    for (_vexapi_protocol_t* port : ports) {
         VX_UINT32 word = 0;
         std::memcpy(&word, port->PortHandle.opaque + 4, 4);
         unsigned char vpd[1024] = {};
@@ -214,7 +214,7 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
         if (size != 0) {
             EXPECT_EQ(vpd[0], 0x82);
             EXPECT_EQ(vpd[size - 1], 0x78);
-            // All bytes up to the checksum, itself included, add up to zero.
+            // The bytes up to and including the checksum add up to zero.
             unsigned sum = 0;
             std::size_t end = 3 + vpd[1];
             end += 3 + vpd[end + 1] + 256U * vpd[end + 2];
@@ -231,7 +231,7 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
         size = sizeof rdp;
         if (VEXAPI_DiagnosticsRDPTest(&port->PortHandle, rdp, &size) == 0) {
             ++payloads;
-            EXPECT_EQ(size, rdp[2] * 256U + rdp[3]); // the list length counts from the start
+            EXPECT_EQ(size, rdp[2] * 256U + rdp[3]); // the list length includes the header
         }
     }
     EXPECT_GE(dumps, 1);
@@ -239,8 +239,8 @@ TEST_F(Lab, HasBlobsThatHoldTogether) {
 }
 
 TEST_F(Lab, BootTargetsOfTheLabAreInSight) {
-    // What is set can be set again: the settings of every port are taken back as they are.
-    for (_vexapi_protocol_t* port : ports_) {
+    // The boot entries of every port refer to targets that the port sees.
+    for (_vexapi_protocol_t* port : ports) {
         _VEXAPI_FcNVMeBootParams boot{};
         EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(&port->PortHandle, &boot), 0U);
         for (const VX_NVME_BOOT_ENTRY& entry : boot.BootEntry) {

@@ -1,4 +1,4 @@
-// Callers that break the rules of the interface.
+// Calls that break the rules of the interface.
 #include "AllCalls.h"
 
 #include <cstring>
@@ -9,68 +9,68 @@ namespace {
 class Mistakes : public Simulated {
 protected:
     Mistakes() {
-        describe(smallHost());
-        EXPECT_EQ(start(), 0U);
-        port_ = handle();
+        Describe(SmallHost());
+        EXPECT_EQ(Start(), 0U);
+        port = Handle();
     }
     /// Expects a failing status and a journal line with the reason.
-    void expectMistake(VX_UINT32 status, const std::string& reason) const {
-        EXPECT_EQ(status, callersMistake) << reason;
-        const Json line = lastCall();
+    void ExpectMistake(VX_UINT32 status, const std::string& reason) const {
+        EXPECT_EQ(status, CALLERS_MISTAKE) << reason;
+        const Json line = LastCall();
         EXPECT_EQ(line.value("mistake", ""), reason);
-        EXPECT_EQ(line["status"], callersMistake);
+        EXPECT_EQ(line["status"], CALLERS_MISTAKE);
     }
-    VX_PORT_HANDLE* port_;
+    VX_PORT_HANDLE* port;
 };
 
-/// A record in which one byte isn't zero: the last one.
-template <class Record> Record dirty() {
+/// A record that is zero except for its last byte.
+template <class Record> Record Dirty() {
     Record record{};
     reinterpret_cast<unsigned char*>(&record)[sizeof record - 1] = 1;
     return record;
 }
 
 TEST_F(Mistakes, Handles) {
-    CallArguments with{nullptr, 0, path(".")};
-    VX_PORT_HANDLE bent = *port_;
+    CallArguments with{nullptr, 0, Path(".")};
+    VX_PORT_HANDLE bent = *port;
     bent.opaque[9] ^= 1; // the check word
     VX_PORT_HANDLE blank{};
-    VX_PORT_HANDLE foreign = *port_;
+    VX_PORT_HANDLE foreign = *port;
     foreign.opaque[0] = 'x';
     const std::set<std::string> withoutPort = {"VEXAPI_SetToolID",        "VEXAPI_SetToolVersion",
                                                "VEXAPI_GetAdapterList",   "VEXAPI_IsRebootRequired",
                                                "VEXAPI_GetBfsConfigMode", "VEXAPI_SetBfsConfigMode"};
     for (VX_PORT_HANDLE* handle : {static_cast<VX_PORT_HANDLE*>(nullptr), &bent, &blank, &foreign}) {
         with.handle = handle;
-        for (const NamedCall& call : allCalls()) {
+        for (const NamedCall& call : AllCalls()) {
             if (withoutPort.contains(call.name)) {
                 continue;
             }
             const VX_UINT32 result = call.call(with);
-            EXPECT_TRUE(lastCall().contains("mistake")) << call.name;
-            EXPECT_FALSE(lastCall().contains("port")) << call.name;
-            EXPECT_EQ(result, call.result == NamedCall::Result::Status  ? callersMistake
-                              : call.result == NamedCall::Result::Value ? 0U
+            EXPECT_TRUE(LastCall().contains("mistake")) << call.name;
+            EXPECT_FALSE(LastCall().contains("port")) << call.name;
+            EXPECT_EQ(result, call.result == NamedCall::Result::STATUS  ? CALLERS_MISTAKE
+                              : call.result == NamedCall::Result::VALUE ? 0U
                                                                         : 1U)
                 << call.name;
         }
     }
-    expectMistake(VEXAPI_ResetDeviceStats(nullptr), "handle is null");
-    expectMistake(VEXAPI_ResetDeviceStats(&bent), "the handle is none of the library's");
+    ExpectMistake(VEXAPI_ResetDeviceStats(nullptr), "handle is null");
+    ExpectMistake(VEXAPI_ResetDeviceStats(&bent), "the handle is none of the library's");
 }
 
 TEST_F(Mistakes, Words) {
     char buffer[1024] = {};
     VX_UINT32 size = sizeof buffer;
-    for (const VX_UINT32 word : {0U, 1U, Simulated::word() + 2, Simulated::word() - 1, 0xFFFFFFFFU}) {
-        expectMistake(VEXAPI_GetVpd(word, 0, buffer, &size), "the word is of no handle of the library's");
+    for (const VX_UINT32 word : {0U, 1U, Simulated::Word() + 2, Simulated::Word() - 1, 0xFFFFFFFFU}) {
+        ExpectMistake(VEXAPI_GetVpd(word, 0, buffer, &size), "the word is of no handle of the library's");
     }
 }
 
 TEST_F(Mistakes, NullPointers) {
     _VEXAPI_HBAParameters nvram{};
     VX_UINT32 number = 0;
-    VX_UINT32 word = Simulated::word();
+    VX_UINT32 word = Simulated::Word();
     VX_UINT8 bytes[4] = {};
     char text[1024] = {};
     VX_UINT32 vpdSize = 1024;
@@ -80,120 +80,119 @@ TEST_F(Mistakes, NullPointers) {
     _VEXAPI_FWPRIVATESTATSEntry* entries = nullptr;
     const char* name = "50:06:0e:80:00:00:00:01";
 
-    expectMistake(VEXAPI_IsRebootRequired(nullptr), "required is null");
-    expectMistake(VEXAPI_GetFlashComponentVersion(port_, nullptr), "versions is null");
-    expectMistake(VEXAPI_GetAdapterFlashMemoBlock(port_, nullptr), "block is null");
-    expectMistake(VEXAPI_doOptionROMUpdate(port_, nullptr, 0), "path is null");
-    expectMistake(VEXAPI_UpdateSpecificFlashRegionFromFile(port_, nullptr), "path is null");
-    expectMistake(VEXAPI_UpdateAdapterFirmwareTableFromFile(port_, nullptr), "path is null");
-    expectMistake(VEXAPI_UpdateAdapterPEPCfgFromFile(port_, nullptr), "path is null");
-    expectMistake(VEXAPI_GetPersonalityType(port_, nullptr), "personality is null");
-    expectMistake(VEXAPI_UpdateAdapterNVRAMFromFile(port_, nullptr), "path is null");
-    expectMistake(VEXAPI_GetAdapterAsicBoardTemperature(port_, nullptr), "temperature is null");
-    expectMistake(VEXAPI_GetLockdownStatus(port_, nullptr), "lockdown is null");
-    expectMistake(VEXAPI_GetSFPData(port_, nullptr), "buffer is null");
-    expectMistake(VEXAPI_SfpModuleFirmwareUpdate(port_, nullptr, 2), "path is null");
-    expectMistake(VEXAPI_GetVpd(word, 0, nullptr, &vpdSize), "buffer is null");
-    expectMistake(VEXAPI_GetVpd(word, 0, text, nullptr), "size is null");
-    expectMistake(VEXAPI_SDGetFwDump2(word, 0, nullptr, &number), "dump is null");
-    expectMistake(VEXAPI_SDGetFwDump2(word, 0, &dump, nullptr), "size is null");
-    expectMistake(VEXAPI_IsMezzAdapter(port_, nullptr), "flag is null");
-    expectMistake(VEXAPI_GetAdapterBeaconStatus(port_, nullptr), "state is null");
-    expectMistake(VEXAPI_GetHBAParamsInfo(port_, &nvram, nullptr), "auxiliary is null");
+    ExpectMistake(VEXAPI_IsRebootRequired(nullptr), "required is null");
+    ExpectMistake(VEXAPI_GetFlashComponentVersion(port, nullptr), "versions is null");
+    ExpectMistake(VEXAPI_GetAdapterFlashMemoBlock(port, nullptr), "block is null");
+    ExpectMistake(VEXAPI_doOptionROMUpdate(port, nullptr, 0), "path is null");
+    ExpectMistake(VEXAPI_UpdateSpecificFlashRegionFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_UpdateAdapterFirmwareTableFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_UpdateAdapterPEPCfgFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_GetPersonalityType(port, nullptr), "personality is null");
+    ExpectMistake(VEXAPI_UpdateAdapterNVRAMFromFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_GetAdapterAsicBoardTemperature(port, nullptr), "temperature is null");
+    ExpectMistake(VEXAPI_GetLockdownStatus(port, nullptr), "lockdown is null");
+    ExpectMistake(VEXAPI_GetSFPData(port, nullptr), "buffer is null");
+    ExpectMistake(VEXAPI_SfpModuleFirmwareUpdate(port, nullptr, 2), "path is null");
+    ExpectMistake(VEXAPI_GetVpd(word, 0, nullptr, &vpdSize), "buffer is null");
+    ExpectMistake(VEXAPI_GetVpd(word, 0, text, nullptr), "size is null");
+    ExpectMistake(VEXAPI_SDGetFwDump2(word, 0, nullptr, &number), "dump is null");
+    ExpectMistake(VEXAPI_SDGetFwDump2(word, 0, &dump, nullptr), "size is null");
+    ExpectMistake(VEXAPI_IsMezzAdapter(port, nullptr), "flag is null");
+    ExpectMistake(VEXAPI_GetAdapterBeaconStatus(port, nullptr), "state is null");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, &nvram, nullptr), "auxiliary is null");
     VX_HBA_AUX auxiliary{};
-    expectMistake(VEXAPI_GetHBAParamsInfo(port_, nullptr, &auxiliary), "parameters is null");
-    expectMistake(VEXAPI_UpdateHBAParameters(port_, nullptr), "parameters is null");
-    expectMistake(VEXAPI_SaveSingleAdapterNVRAMToFile(port_, nullptr), "path is null");
-    expectMistake(VEXAPI_GetBootDeviceInfo(port_, nullptr, nullptr), "parameters is null");
-    expectMistake(VEXAPI_SetBootDeviceInfo(port_, nullptr), "parameters is null");
-    expectMistake(VEXAPI_GetNVMeBootDeviceEntries(port_, nullptr), "parameters is null");
-    expectMistake(VEXAPI_SetNVMeBootDeviceEntries(port_, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, nullptr, &auxiliary), "parameters is null");
+    ExpectMistake(VEXAPI_UpdateHBAParameters(port, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_SaveSingleAdapterNVRAMToFile(port, nullptr), "path is null");
+    ExpectMistake(VEXAPI_GetBootDeviceInfo(port, nullptr, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_SetBootDeviceInfo(port, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_GetNVMeBootDeviceEntries(port, nullptr), "parameters is null");
+    ExpectMistake(VEXAPI_SetNVMeBootDeviceEntries(port, nullptr), "parameters is null");
     VX_UINT8* const b = bytes;
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, nullptr, b, b, b, text, 64), "status is null");
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, b, nullptr, b, b, text, 64), "configured is null");
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, b, b, nullptr, b, text, 64), "state is null");
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, b, b, b, nullptr, text, 64), "negotiated is null");
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, b, b, b, b, nullptr, 64), "reason is null");
-    expectMistake(VEXAPI_FCGetFECSupportInfo(port_, nullptr), "status is null");
-    expectMistake(VEXAPI_GetFWPrivateStats(port_, nullptr, &number), "entries is null");
-    expectMistake(VEXAPI_GetFWPrivateStats(port_, &entries, nullptr), "count is null");
-    expectMistake(VEXAPI_IsFWCMFeatureEnabled(port_, nullptr), "enabled is null");
-    expectMistake(VEXAPI_GetSCMRStatisticsList(port_, nullptr), "list is null");
-    expectMistake(VEXAPI_FreeSCMRStatisticsList(nullptr), "list is null");
-    expectMistake(VEXAPI_GetSCMRProfile(port_, nullptr), "profile is null");
-    expectMistake(VEXAPI_SetSCMRProfile(port_, nullptr), "profile is null");
-    EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(port_, nullptr).TestStatus, "Failed, status 0x200000FF");
-    EXPECT_EQ(lastCall()["mistake"], "parameters is null");
-    EXPECT_EQ(VEXAPI_DiagnosticsReadWriteBufferTest(port_, nullptr), nullptr);
-    EXPECT_EQ(lastCall()["mistake"], "parameters is null");
-    expectMistake(VEXAPI_FreeRWBufferTestResultList(nullptr), "list is null");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, nullptr, 1, 0, &number, text, 256), "name is null");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 1, 0, nullptr, text, 256), "output is null");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 1, 0, &number, nullptr, 256), "buffer is null");
-    expectMistake(VEXAPI_DiagnosticsEchoElsTest(port_, name, 1, 0, 2, nullptr), "result is null");
-    expectMistake(VEXAPI_DiagnosticsCTCommand(port_, nullptr, 1, 0, &number, text, 256, 1), "name is null");
-    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(port_, nullptr).Mbx1, 0x4005);
-    EXPECT_EQ(lastCall()["mistake"], "result is null");
-    expectMistake(VEXAPI_DiagnosticDPortTestV2(port_, nullptr), "result is null");
-    expectMistake(VEXAPI_DiagnosticsRDPTest(port_, nullptr, &rdpSize), "buffer is null");
-    expectMistake(VEXAPI_DiagnosticsRDPTest(port_, text, nullptr), "size is null");
-    expectMistake(VEXAPI_GetTargetLinkSpeed(port_, 0, nullptr), "speed is null");
-    expectMistake(VEXAPI_GetPortStatisticsFC(word, 0, nullptr, &statistics), "selector is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, nullptr, b, b, b, text, 64), "status is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, nullptr, b, b, text, 64), "configured is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, nullptr, b, text, 64), "state is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, nullptr, text, 64), "negotiated is null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, b, nullptr, 64), "reason is null");
+    ExpectMistake(VEXAPI_FCGetFECSupportInfo(port, nullptr), "status is null");
+    ExpectMistake(VEXAPI_GetFWPrivateStats(port, nullptr, &number), "entries is null");
+    ExpectMistake(VEXAPI_GetFWPrivateStats(port, &entries, nullptr), "count is null");
+    ExpectMistake(VEXAPI_IsFWCMFeatureEnabled(port, nullptr), "enabled is null");
+    ExpectMistake(VEXAPI_GetSCMRStatisticsList(port, nullptr), "list is null");
+    ExpectMistake(VEXAPI_FreeSCMRStatisticsList(nullptr), "list is null");
+    ExpectMistake(VEXAPI_GetSCMRProfile(port, nullptr), "profile is null");
+    ExpectMistake(VEXAPI_SetSCMRProfile(port, nullptr), "profile is null");
+    EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(port, nullptr).TestStatus, "Failed, status 0x200000FF");
+    EXPECT_EQ(LastCall()["mistake"], "parameters is null");
+    EXPECT_EQ(VEXAPI_DiagnosticsReadWriteBufferTest(port, nullptr), nullptr);
+    EXPECT_EQ(LastCall()["mistake"], "parameters is null");
+    ExpectMistake(VEXAPI_FreeRWBufferTestResultList(nullptr), "list is null");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, nullptr, 1, 0, &number, text, 256), "name is null");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, nullptr, text, 256), "output is null");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, nullptr, 256), "buffer is null");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 1, 0, 2, nullptr), "result is null");
+    ExpectMistake(VEXAPI_DiagnosticsCTCommand(port, nullptr, 1, 0, &number, text, 256, 1), "name is null");
+    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(port, nullptr).Mbx1, 0x4005);
+    EXPECT_EQ(LastCall()["mistake"], "result is null");
+    ExpectMistake(VEXAPI_DiagnosticDPortTestV2(port, nullptr), "result is null");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, nullptr, &rdpSize), "buffer is null");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, text, nullptr), "size is null");
+    ExpectMistake(VEXAPI_GetTargetLinkSpeed(port, 0, nullptr), "speed is null");
+    ExpectMistake(VEXAPI_GetPortStatisticsFC(word, 0, nullptr, &statistics), "selector is null");
     VX_PORT_SELECTOR selector{2, {}};
-    expectMistake(VEXAPI_GetPortStatisticsFC(word, 0, &selector, nullptr), "statistics is null");
+    ExpectMistake(VEXAPI_GetPortStatisticsFC(word, 0, &selector, nullptr), "statistics is null");
 }
 
 TEST_F(Mistakes, RecordsThatAreNotCleared) {
     const auto each = [&](auto function, auto record, const char* name) {
-        expectMistake(function(port_, &record), std::string(name) + " isn't cleared");
+        ExpectMistake(function(port, &record), std::string(name) + " isn't cleared");
     };
-    each(VEXAPI_GetFlashComponentVersion, dirty<_VEXAPI_FlashComponentVersion>(), "versions");
-    each(VEXAPI_GetAdapterFlashMemoBlock, dirty<VX_SFlashMemoBlock>(), "block");
-    each(VEXAPI_GetAdapterAsicBoardTemperature, dirty<_VEXAPI_BoardThermalTemp>(), "temperature");
-    each(VEXAPI_GetLockdownStatus, dirty<VEXAPI_LOCKDOWNINFO>(), "lockdown");
-    each(VEXAPI_GetSFPData, dirty<_VEXAPI_SFP_DATA>(), "buffer");
-    each(VEXAPI_GetNVMeBootDeviceEntries, dirty<_VEXAPI_FcNVMeBootParams>(), "parameters");
-    each(VEXAPI_IsFWCMFeatureEnabled, dirty<VX_UINT8>(), "enabled");
-    each(VEXAPI_GetSCMRProfile, dirty<_VEXAPI_SCMRProfile>(), "profile");
-    each(VEXAPI_DiagnosticDPortTestV2, dirty<_VEXAPI_DiagnosticsDPortResult>(), "result");
+    each(VEXAPI_GetFlashComponentVersion, Dirty<_VEXAPI_FlashComponentVersion>(), "versions");
+    each(VEXAPI_GetAdapterFlashMemoBlock, Dirty<VX_SFlashMemoBlock>(), "block");
+    each(VEXAPI_GetAdapterAsicBoardTemperature, Dirty<_VEXAPI_BoardThermalTemp>(), "temperature");
+    each(VEXAPI_GetLockdownStatus, Dirty<VEXAPI_LOCKDOWNINFO>(), "lockdown");
+    each(VEXAPI_GetSFPData, Dirty<_VEXAPI_SFP_DATA>(), "buffer");
+    each(VEXAPI_GetNVMeBootDeviceEntries, Dirty<_VEXAPI_FcNVMeBootParams>(), "parameters");
+    each(VEXAPI_IsFWCMFeatureEnabled, Dirty<VX_UINT8>(), "enabled");
+    each(VEXAPI_GetSCMRProfile, Dirty<_VEXAPI_SCMRProfile>(), "profile");
+    each(VEXAPI_DiagnosticDPortTestV2, Dirty<_VEXAPI_DiagnosticsDPortResult>(), "result");
 
-    auto dirtyNvram = dirty<_VEXAPI_HBAParameters>();
+    auto dirtyNvram = Dirty<_VEXAPI_HBAParameters>();
     _VEXAPI_HBAParameters nvram{};
-    auto dirtyAuxiliary = dirty<VX_HBA_AUX>();
+    auto dirtyAuxiliary = Dirty<VX_HBA_AUX>();
     VX_HBA_AUX auxiliary{};
-    expectMistake(VEXAPI_GetHBAParamsInfo(port_, &dirtyNvram, &auxiliary), "parameters isn't cleared");
-    expectMistake(VEXAPI_GetHBAParamsInfo(port_, &nvram, &dirtyAuxiliary), "auxiliary isn't cleared");
-    expectMistake(VEXAPI_GetBootDeviceInfo(port_, &dirtyNvram, nullptr), "parameters isn't cleared");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, &dirtyNvram, &auxiliary), "parameters isn't cleared");
+    ExpectMistake(VEXAPI_GetHBAParamsInfo(port, &nvram, &dirtyAuxiliary), "auxiliary isn't cleared");
+    ExpectMistake(VEXAPI_GetBootDeviceInfo(port, &dirtyNvram, nullptr), "parameters isn't cleared");
 
-    auto dPort = dirty<_VEXAPI_DiagnosticsDPortResult>();
-    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(port_, &dPort).Mbx1, 0x4005);
-    EXPECT_EQ(lastCall()["mistake"], "result isn't cleared");
+    auto dPort = Dirty<_VEXAPI_DiagnosticsDPortResult>();
+    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(port, &dPort).Mbx1, 0x4005);
+    EXPECT_EQ(LastCall()["mistake"], "result isn't cleared");
 
     char buffer[1024] = {};
     VX_UINT32 size = 1024;
     buffer[1023] = 1;
-    expectMistake(VEXAPI_GetVpd(word(), 0, buffer, &size), "buffer isn't cleared");
+    ExpectMistake(VEXAPI_GetVpd(Word(), 0, buffer, &size), "buffer isn't cleared");
     void* dump = buffer;
     VX_UINT32 number = 0;
-    expectMistake(VEXAPI_SDGetFwDump2(word(), 0, &dump, &number), "dump isn't cleared");
+    ExpectMistake(VEXAPI_SDGetFwDump2(Word(), 0, &dump, &number), "dump isn't cleared");
     dump = nullptr;
     number = 1;
-    expectMistake(VEXAPI_SDGetFwDump2(word(), 0, &dump, &number), "size isn't cleared");
+    ExpectMistake(VEXAPI_SDGetFwDump2(Word(), 0, &dump, &number), "size isn't cleared");
     VX_UINT8 b[4] = {};
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, b, b, b, b, buffer + 960, 64), "reason isn't cleared");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, b, buffer + 960, 64), "reason isn't cleared");
     const char* name = "50:06:0e:80:00:00:00:01";
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 1, 0, &number, buffer, 256), "output isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, buffer, 256), "output isn't cleared");
     number = 0;
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 1, 0, &number, buffer + 768, 256), "buffer isn't cleared");
-    expectMistake(VEXAPI_DiagnosticsCTCommand(port_, name, 1, 0, &number, buffer + 768, 256, 1),
-                  "buffer isn't cleared");
-    auto echo = dirty<_VEXAPI_ECHO_RESULTS>();
-    expectMistake(VEXAPI_DiagnosticsEchoElsTest(port_, name, 1, 0, 2, &echo), "result isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, buffer + 768, 256), "buffer isn't cleared");
+    ExpectMistake(VEXAPI_DiagnosticsCTCommand(port, name, 1, 0, &number, buffer + 768, 256, 1), "buffer isn't cleared");
+    auto echo = Dirty<_VEXAPI_ECHO_RESULTS>();
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 1, 0, 2, &echo), "result isn't cleared");
     size = 508;
-    expectMistake(VEXAPI_DiagnosticsRDPTest(port_, buffer + 516, &size), "buffer isn't cleared");
-    auto statistics = dirty<__STATISTICS>();
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, buffer + 516, &size), "buffer isn't cleared");
+    auto statistics = Dirty<__STATISTICS>();
     VX_PORT_SELECTOR selector{2, {}};
-    expectMistake(VEXAPI_GetPortStatisticsFC(word(), 0, &selector, &statistics), "statistics isn't cleared");
+    ExpectMistake(VEXAPI_GetPortStatisticsFC(Word(), 0, &selector, &statistics), "statistics isn't cleared");
 }
 
 TEST_F(Mistakes, FixedArguments) {
@@ -208,71 +207,70 @@ TEST_F(Mistakes, FixedArguments) {
     __STATISTICS statistics{};
     VX_PORT_SELECTOR selector{1, {}};
 
-    expectMistake(VEXAPI_doOptionROMUpdate(port_, "/none", 1), "reserved may not be 1");
-    expectMistake(VEXAPI_ChangePersonalityType(port_, 2), "personality may not be 2");
-    expectMistake(VEXAPI_SfpModuleFirmwareUpdate(port_, "/none", 1), "option may not be 1");
-    expectMistake(VEXAPI_GetVpd(word(), 1, buffer, &size), "reserved may not be 1");
-    expectMistake(VEXAPI_GetVpd(word(), 0, buffer, &size), "size may not be 1023");
-    expectMistake(VEXAPI_SDGetFwDump2(word(), 1, &dump, &number), "reserved may not be 1");
-    expectMistake(VEXAPI_UpdateAdapterBeaconStatus(port_, 2), "state may not be 2");
-    expectMistake(VEXAPI_SetBfsConfigMode(3), "mode may not be 3");
-    expectMistake(VEXAPI_GetBootDeviceInfo(port_, &nvram, buffer), "reserved isn't null");
-    expectMistake(VEXAPI_FCGetBBCSupportInfoEx(port_, b, b, b, b, buffer, 63), "reasonSize may not be 63");
-    expectMistake(VEXAPI_FCSetBBCSupportInfo(port_, 2, 0), "status may not be 2");
-    expectMistake(VEXAPI_FCSetBBCSupportInfo(port_, 1, 16), "configured may not be above 15");
-    expectMistake(VEXAPI_FCSetFECSupportInfo(port_, 2), "status may not be 2");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 0, 0, &number, buffer, 256), "count must be 1 to 65535");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 65536, 0, &number, buffer, 256),
-                  "count must be 1 to 65535");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 1, 2, &number, buffer, 256), "stopOnError may not be 2");
-    expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, name, 1, 0, &number, buffer, 255), "size may not be 255");
+    ExpectMistake(VEXAPI_doOptionROMUpdate(port, "/none", 1), "reserved may not be 1");
+    ExpectMistake(VEXAPI_ChangePersonalityType(port, 2), "personality may not be 2");
+    ExpectMistake(VEXAPI_SfpModuleFirmwareUpdate(port, "/none", 1), "option may not be 1");
+    ExpectMistake(VEXAPI_GetVpd(Word(), 1, buffer, &size), "reserved may not be 1");
+    ExpectMistake(VEXAPI_GetVpd(Word(), 0, buffer, &size), "size may not be 1023");
+    ExpectMistake(VEXAPI_SDGetFwDump2(Word(), 1, &dump, &number), "reserved may not be 1");
+    ExpectMistake(VEXAPI_UpdateAdapterBeaconStatus(port, 2), "state may not be 2");
+    ExpectMistake(VEXAPI_SetBfsConfigMode(3), "mode may not be 3");
+    ExpectMistake(VEXAPI_GetBootDeviceInfo(port, &nvram, buffer), "reserved isn't null");
+    ExpectMistake(VEXAPI_FCGetBBCSupportInfoEx(port, b, b, b, b, buffer, 63), "reasonSize may not be 63");
+    ExpectMistake(VEXAPI_FCSetBBCSupportInfo(port, 2, 0), "status may not be 2");
+    ExpectMistake(VEXAPI_FCSetBBCSupportInfo(port, 1, 16), "configured may not be above 15");
+    ExpectMistake(VEXAPI_FCSetFECSupportInfo(port, 2), "status may not be 2");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 0, 0, &number, buffer, 256), "count must be 1 to 65535");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 65536, 0, &number, buffer, 256), "count must be 1 to 65535");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 2, &number, buffer, 256), "stopOnError may not be 2");
+    ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, name, 1, 0, &number, buffer, 255), "size may not be 255");
     for (const char* bad : {"", "50:06:0e:80:00:00:00", "50:06:0e:80:00:00:00:0g", "50-06-0e-80-00-00-00-01",
                             "50:06:0e:80:00:00:00:01:02", "5:006:0e:80:00:00:00:01"}) {
-        expectMistake(VEXAPI_DiagnosticsFCPingTest(port_, bad, 1, 0, &number, buffer, 256),
+        ExpectMistake(VEXAPI_DiagnosticsFCPingTest(port, bad, 1, 0, &number, buffer, 256),
                       "name isn't of the form xx:xx:xx:xx:xx:xx:xx:xx");
     }
-    expectMistake(VEXAPI_DiagnosticsEchoElsTest(port_, name, 2, 0, 2, &echo), "count may not be 2");
-    expectMistake(VEXAPI_DiagnosticsEchoElsTest(port_, name, 1, 0, 1, &echo), "destinationType may not be 1");
-    expectMistake(VEXAPI_DiagnosticsCTCommand(port_, name, 1, 0, &number, buffer, 256, 3), "testType may not be 3");
-    expectMistake(VEXAPI_ConfigureAdapterDPortSettings(port_, 2, 0), "enable may not be 2");
-    expectMistake(VEXAPI_ConfigureAdapterDPortSettings(port_, 1, 1), "reserved may not be 1");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 2, 0, 2, &echo), "count may not be 2");
+    ExpectMistake(VEXAPI_DiagnosticsEchoElsTest(port, name, 1, 0, 1, &echo), "destinationType may not be 1");
+    ExpectMistake(VEXAPI_DiagnosticsCTCommand(port, name, 1, 0, &number, buffer, 256, 3), "testType may not be 3");
+    ExpectMistake(VEXAPI_ConfigureAdapterDPortSettings(port, 2, 0), "enable may not be 2");
+    ExpectMistake(VEXAPI_ConfigureAdapterDPortSettings(port, 1, 1), "reserved may not be 1");
     size = 507;
-    expectMistake(VEXAPI_DiagnosticsRDPTest(port_, buffer, &size), "size may not be 507");
-    expectMistake(VEXAPI_SetTargetLinkSpeed(port_, 0, 3), "speed may not be 3");
-    expectMistake(VEXAPI_GetPortStatisticsFC(word(), 1, &selector, &statistics), "reserved may not be 1");
-    expectMistake(VEXAPI_GetPortStatisticsFC(word(), 0, &selector, &statistics), "SelectorType may not be 1");
+    ExpectMistake(VEXAPI_DiagnosticsRDPTest(port, buffer, &size), "size may not be 507");
+    ExpectMistake(VEXAPI_SetTargetLinkSpeed(port, 0, 3), "speed may not be 3");
+    ExpectMistake(VEXAPI_GetPortStatisticsFC(Word(), 1, &selector, &statistics), "reserved may not be 1");
+    ExpectMistake(VEXAPI_GetPortStatisticsFC(Word(), 0, &selector, &statistics), "SelectorType may not be 1");
 }
 
 TEST_F(Mistakes, Start) {
-    expectMistake(VEXAPI_Initialize(0, 0), "the library is initialized already");
-    end();
-    expectMistake(VEXAPI_Initialize(1, 0), "debugLevel may not be 1");
-    expectMistake(VEXAPI_Initialize(0, 1), "reserved may not be 1");
+    ExpectMistake(VEXAPI_Initialize(0, 0), "the library is initialized already");
+    End();
+    ExpectMistake(VEXAPI_Initialize(1, 0), "debugLevel may not be 1");
+    ExpectMistake(VEXAPI_Initialize(0, 1), "reserved may not be 1");
     EXPECT_EQ(VEXAPI_GetAdapterList(), nullptr);
 }
 
 TEST_F(Mistakes, ListsReleasedTwiceOrByTheWrongFunction) {
     _VEXAPI_SANCONGTMGMTV2* list = nullptr;
-    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(port_, &list), 0U);
+    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(port, &list), 0U);
     const std::string reason = "the list is none that the library gave, or was released already";
-    expectMistake(VEXAPI_FreeSCMRStatisticsList(list->pNext), reason); // not the head
+    ExpectMistake(VEXAPI_FreeSCMRStatisticsList(list->pNext), reason); // not the head
     EXPECT_EQ(VEXAPI_FreeSCMRStatisticsList(list), 0U);
-    expectMistake(VEXAPI_FreeSCMRStatisticsList(list), reason);
+    ExpectMistake(VEXAPI_FreeSCMRStatisticsList(list), reason);
     DiagTestParams parameters{};
-    auto* results = VEXAPI_DiagnosticsReadWriteBufferTest(port_, &parameters);
+    auto* results = VEXAPI_DiagnosticsReadWriteBufferTest(port, &parameters);
     ASSERT_NE(results, nullptr);
     EXPECT_EQ(VEXAPI_FreeRWBufferTestResultList(results), 0U);
-    expectMistake(VEXAPI_FreeRWBufferTestResultList(results), reason);
+    ExpectMistake(VEXAPI_FreeRWBufferTestResultList(results), reason);
 }
 
 TEST_F(Mistakes, ListsThatAreNeverReleased) {
     _VEXAPI_SANCONGTMGMTV2* list = nullptr;
-    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(port_, &list), 0U);
+    ASSERT_EQ(VEXAPI_GetSCMRStatisticsList(port, &list), 0U);
     DiagTestParams parameters{};
-    ASSERT_NE(VEXAPI_DiagnosticsReadWriteBufferTest(port_, &parameters), nullptr);
-    forget();
+    ASSERT_NE(VEXAPI_DiagnosticsReadWriteBufferTest(port, &parameters), nullptr);
+    Forget();
     EXPECT_EQ(VEXAPI_Uninitialize(), 0U);
-    const std::vector<Json> lines = journal();
+    const std::vector<Json> lines = Journal();
     ASSERT_EQ(lines.size(), 3U);
     EXPECT_EQ(lines[0]["mistake"], "a list was never given to VEXAPI_FreeSCMRStatisticsList");
     EXPECT_EQ(lines[1]["mistake"], "a list was never given to VEXAPI_FreeRWBufferTestResultList");

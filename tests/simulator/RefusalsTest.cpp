@@ -5,35 +5,35 @@ namespace {
 
 struct Bad {
     const char* name;
-    const char* at;     ///< JSON pointer of what is replaced in `smallHost`
-    const char* value;  ///< by this
-    const char* reason; ///< what the message ends with
+    const char* at;     ///< JSON pointer of the value that is replaced in `SmallHost`
+    const char* value;  ///< the replacement
+    const char* reason; ///< end of the message
 };
 
 class Refusals : public Simulated, public testing::WithParamInterface<Bad> {
 protected:
-    /// Everything must fail, and say why in one line on both streams.
-    void expectRefused(const std::string& reason) {
+    /// Expects every call to fail, and the start to print one line to both streams.
+    void ExpectRefused(const std::string& reason) {
         testing::internal::CaptureStderr();
-        EXPECT_EQ(start(), refused) << reason;
-        const std::string line = "vexapi simulator: the description is refused: " + path("host.json") + ": " + reason;
+        EXPECT_EQ(Start(), REFUSED) << reason;
+        const std::string line = "vexapi simulator: the description is refused: " + Path("host.json") + ": " + reason;
         EXPECT_EQ(testing::internal::GetCapturedStderr(), line + "\n");
         EXPECT_TRUE(output.starts_with(line + "\n")) << output;
         EXPECT_EQ(VEXAPI_GetAdapterList(), nullptr);
-        EXPECT_EQ(VEXAPI_SetToolID(11), refused);
+        EXPECT_EQ(VEXAPI_SetToolID(11), REFUSED);
         EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 0);
-        EXPECT_EQ(VEXAPI_Uninitialize(), refused);
-        EXPECT_EQ(VEXAPI_SetToolID(11), callersMistake); // over
+        EXPECT_EQ(VEXAPI_Uninitialize(), REFUSED);
+        EXPECT_EQ(VEXAPI_SetToolID(11), CALLERS_MISTAKE); // the session is over
     }
 };
 
-const std::string port0 = "/Adapters/0/PhyPorts/0/Protocols/0";
+const std::string PORT0 = "/Adapters/0/PhyPorts/0/Protocols/0";
 
 TEST_P(Refusals, OneFault) {
-    Json host = smallHost();
+    Json host = SmallHost();
     host[Json::json_pointer(GetParam().at)] = Json::parse(GetParam().value);
-    describe(host);
-    expectRefused(GetParam().reason);
+    Describe(host);
+    ExpectRefused(GetParam().reason);
 }
 
 #define PORT "/Adapters/0/PhyPorts/0/Protocols/0"
@@ -137,89 +137,89 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& chosen) { return chosen.param.name; });
 
 TEST_F(Refusals, TheHostItselfIsGood) {
-    describe(smallHost());
-    EXPECT_EQ(start(), 0U) << output;
+    Describe(SmallHost());
+    EXPECT_EQ(Start(), 0U) << output;
 }
 
 TEST_F(Refusals, TemplatesInACircle) {
-    Json host = smallHost();
+    Json host = SmallHost();
     host["Templates"] = Json::parse(R"({"a": {"Use": "b"}, "b": {"Use": "a"}})");
-    portOf(host)["Use"] = "a";
-    describe(host);
-    expectRefused("/Templates/b: its templates use each other in a circle");
+    PortOf(host)["Use"] = "a";
+    Describe(host);
+    ExpectRefused("/Templates/b: its templates use each other in a circle");
 }
 
 TEST_F(Refusals, TemplatesThatMultiply) {
     // Each of the five uses the next one ten times: a hundred thousand uses in all.
-    Json host = smallHost();
+    Json host = SmallHost();
     for (char name = 'a'; name < 'e'; ++name) {
         const std::string next(1, static_cast<char>(name + 1));
         host["Templates"][std::string(1, name)]["Use"] = std::vector<std::string>(10, next);
     }
     host["Templates"]["e"] = Json::object();
-    portOf(host)["Use"] = std::vector<std::string>(10, "a");
-    describe(host);
-    expectRefused("/Templates/d: templates use templates more than 50000 times");
+    PortOf(host)["Use"] = std::vector<std::string>(10, "a");
+    Describe(host);
+    ExpectRefused("/Templates/d: templates use templates more than 50000 times");
 }
 
 TEST_F(Refusals, NoAdapters) {
-    describeText("{}");
-    expectRefused("/: has no key \"Adapters\"");
+    DescribeText("{}");
+    ExpectRefused("/: has no key \"Adapters\"");
 }
 
 TEST_F(Refusals, NoObject) {
-    describeText("[]");
-    expectRefused("/: must be an object");
+    DescribeText("[]");
+    ExpectRefused("/: must be an object");
 }
 
 TEST_F(Refusals, KeyGivenTwice) {
-    describeText(R"({"Adapters": [{"Model": "a", "Model": "b"}]})");
-    expectRefused("/: the key \"Model\" stands twice in one object");
+    DescribeText(R"({"Adapters": [{"Model": "a", "Model": "b"}]})");
+    ExpectRefused("/: the key \"Model\" stands twice in one object");
 }
 
 TEST_F(Refusals, NestedTooDeep) {
-    describeText(std::string(100000, '[') + std::string(100000, ']'));
-    expectRefused("/: is nested more than 64 deep");
+    DescribeText(std::string(100000, '[') + std::string(100000, ']'));
+    ExpectRefused("/: is nested more than 64 deep");
 }
 
 TEST_F(Refusals, NoJson) {
-    describeText("{\"Adapters\": [}");
-    EXPECT_EQ(start(), refused);
+    DescribeText("{\"Adapters\": [}");
+    EXPECT_EQ(Start(), REFUSED);
     EXPECT_NE(output.find("/: is no JSON: parse error at line 1, column 15"), std::string::npos) << output;
 }
 
 TEST_F(Refusals, EveryTruncation) {
-    const std::string text = smallHost().dump();
+    const std::string text = SmallHost().dump();
     for (std::size_t size = 0; size < text.size(); ++size) {
-        describeText(text.substr(0, size));
+        DescribeText(text.substr(0, size));
         testing::internal::CaptureStderr();
-        EXPECT_EQ(start(), refused) << size;
+        EXPECT_EQ(Start(), REFUSED) << size;
         testing::internal::GetCapturedStderr();
-        end();
+        End();
     }
 }
 
 TEST_F(Refusals, NoFile) {
-    setenv("VEXAPI_SIM_HOST", path("host.json").c_str(), 1);
-    expectRefused("can't be opened: No such file or directory");
+    setenv("VEXAPI_SIM_HOST", Path("host.json").c_str(), 1);
+    ExpectRefused("can't be opened: No such file or directory");
 }
 
 TEST_F(Refusals, BadHexFile) {
     for (const char* bad : {"0", "0g", "001", "00,01", "-1", "0x"}) {
-        file("blob.hex", std::string("00 01\n") + bad + "\n");
-        Json host = smallHost();
-        portOf(host)["Vpd"] = "blob.hex";
-        describe(host);
-        expectRefused(port0 + "/Vpd: the file \"blob.hex\" line 2 holds something else than bytes");
+        File("blob.hex", std::string("00 01\n") + bad + "\n");
+        Json host = SmallHost();
+        PortOf(host)["Vpd"] = "blob.hex";
+        Describe(host);
+        ExpectRefused(PORT0 + "/Vpd: the file \"blob.hex\" line 2 holds something else than bytes");
     }
 }
 
 TEST_F(Refusals, PayloadTooLong) {
-    file("blob", std::string(509, 'x'));
-    Json host = smallHost();
-    portOf(host)["RdpPayload"] = "blob";
-    describe(host);
-    expectRefused(port0 + "/RdpPayload: has 509 bytes, more than 508");
+    File("blob", std::string(509, 'x'));
+    Json host = SmallHost();
+    PortOf(host)["RdpPayload"] = "blob";
+    Describe(host);
+    ExpectRefused(PORT0 + "/RdpPayload: has 509 bytes, more than 508");
 }
 
 } // namespace

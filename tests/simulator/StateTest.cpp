@@ -1,4 +1,4 @@
-// Changes that survive the process, and what becomes of state files that can't be used.
+// Persistent changes, and unusable state files.
 #include "Fixture.h"
 
 #include <cstdlib>
@@ -11,11 +11,11 @@ namespace {
 
 class State : public Simulated {
 protected:
-    State() { describe(smallHost()); }
+    State() { Describe(SmallHost()); }
 
-    /// Runs `act` in a session of a process of its own and gives its result.
-    int inSession(const std::function<int()>& act) {
-        return inProcess([&] {
+    /// Runs `act` in a session in a child process and returns its result.
+    int InSession(const std::function<int()>& act) {
+        return InProcess([&] {
             if (VEXAPI_Initialize(0, 0) != 0) {
                 return 254;
             }
@@ -24,50 +24,50 @@ protected:
             return result;
         });
     }
-    static VX_UINT32 beacon(unsigned index = 0) {
+    static VX_UINT32 Beacon(unsigned index = 0) {
         VEXAPI_BEACON_TYPE state = 9;
-        return VEXAPI_GetAdapterBeaconStatus(handle(index), &state) == 0 ? state : 99;
+        return VEXAPI_GetAdapterBeaconStatus(Handle(index), &state) == 0 ? state : 99;
     }
-    static VX_UINT32 frameSize(unsigned index = 0) {
+    static VX_UINT32 FrameSize(unsigned index = 0) {
         _VEXAPI_HBAParameters parameters{};
         VX_HBA_AUX auxiliary{};
-        VEXAPI_GetHBAParamsInfo(handle(index), &parameters, &auxiliary);
+        VEXAPI_GetHBAParamsInfo(Handle(index), &parameters, &auxiliary);
         return parameters.FrameSize;
     }
-    static VX_UINT32 setFrameSize(VX_UINT32 size, unsigned index = 0) {
+    static VX_UINT32 SetFrameSize(VX_UINT32 size, unsigned index = 0) {
         _VEXAPI_HBAParameters parameters{};
         VX_HBA_AUX auxiliary{};
-        VEXAPI_GetHBAParamsInfo(handle(index), &parameters, &auxiliary);
+        VEXAPI_GetHBAParamsInfo(Handle(index), &parameters, &auxiliary);
         parameters.FrameSize = size;
-        return VEXAPI_UpdateHBAParameters(handle(index), &parameters);
+        return VEXAPI_UpdateHBAParameters(Handle(index), &parameters);
     }
-    /// Starts, expecting a line about the state file on both streams.
-    void startWithNote(const std::string& note) {
+    /// Starts and expects a line about the state file on both streams.
+    void StartWithNote(const std::string& note) {
         testing::internal::CaptureStderr();
-        ASSERT_EQ(start(), 0U);
+        ASSERT_EQ(Start(), 0U);
         EXPECT_NE(testing::internal::GetCapturedStderr().find(note), std::string::npos);
         EXPECT_NE(output.find(note), std::string::npos) << output;
     }
 };
 
 TEST_F(State, EveryChangeIsFoundByTheNextProcess) {
-    Json host = smallHost();
+    Json host = SmallHost();
     std::string module(512, '\0');
     module.replace(20, 16, "WTD             ");
-    file("module", module);
-    portOf(host).update(Json::parse(R"({"Transceiver": "module", "LinkFailureCount": 5, "IoCount": 6,
+    File("module", module);
+    PortOf(host).update(Json::parse(R"({"Transceiver": "module", "LinkFailureCount": 5, "IoCount": 6,
         "FwPrivateStatistics": [{"CorrectableFecErrors": 9}],
         "CongestionStatistics": [{"EntryType": 128, "AlarmCount": 1}, {"AlarmCount": 2}]})"));
-    describe(host);
-    const std::string mbi = file("mbi", "ORFC-IMAGE MBI 2.10.15\nFirmware 9.15.7\nMpiFirmware 2.0.15\n");
-    const std::string preload = file("preload", "ORFC-IMAGE FWPreload 4.5.6\n");
-    const std::string sfp = file("sfp", "ORFC-IMAGE SFP B2\n");
-    ASSERT_EQ(inSession([&] {
-                  VX_PORT_HANDLE* h = handle();
+    Describe(host);
+    const std::string mbi = File("mbi", "ORFC-IMAGE MBI 2.10.15\nFirmware 9.15.7\nMpiFirmware 2.0.15\n");
+    const std::string preload = File("preload", "ORFC-IMAGE FWPreload 4.5.6\n");
+    const std::string sfp = File("sfp", "ORFC-IMAGE SFP B2\n");
+    ASSERT_EQ(InSession([&] {
+                  VX_PORT_HANDLE* h = Handle();
                   _VEXAPI_SCMRProfile profile{0, 1, 3, {7}};
                   _VEXAPI_FcNVMeBootParams boot{};
                   std::strcpy(boot.BootEntry[2].TargetNQN, "nqn");
-                  VX_UINT32 failed = setFrameSize(512);
+                  VX_UINT32 failed = SetFrameSize(512);
                   failed |= VEXAPI_UpdateAdapterBeaconStatus(h, 1) | VEXAPI_ResetDeviceStats(h);
                   failed |= VEXAPI_ChangePersonalityType(h, 1) | VEXAPI_SetBfsConfigMode(4);
                   failed |= VEXAPI_SetNVMeBootDeviceEntries(h, &boot) | VEXAPI_FCSetBBCSupportInfo(h, 1, 7);
@@ -80,54 +80,54 @@ TEST_F(State, EveryChangeIsFoundByTheNextProcess) {
                   return failed == 0 ? 0 : 1;
               }),
               0);
-    ASSERT_EQ(start(), 0U) << output;
-    EXPECT_EQ(frameSize(), 512U);
-    EXPECT_EQ(beacon(), 1U);
-    EXPECT_EQ(beacon(1), 0U);
-    EXPECT_EQ(port()->LinkFailureCount, 0U);
-    EXPECT_EQ(port()->IoCount, 6U);
+    ASSERT_EQ(Start(), 0U) << output;
+    EXPECT_EQ(FrameSize(), 512U);
+    EXPECT_EQ(Beacon(), 1U);
+    EXPECT_EQ(Beacon(1), 0U);
+    EXPECT_EQ(Port()->LinkFailureCount, 0U);
+    EXPECT_EQ(Port()->IoCount, 6U);
     unsigned char personality = 9;
-    EXPECT_EQ(VEXAPI_GetPersonalityType(handle(1), &personality), 0U);
+    EXPECT_EQ(VEXAPI_GetPersonalityType(Handle(1), &personality), 0U);
     EXPECT_EQ(personality, 1);
     EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 4);
     _VEXAPI_FcNVMeBootParams boot{};
-    EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(handle(), &boot), 0U);
+    EXPECT_EQ(VEXAPI_GetNVMeBootDeviceEntries(Handle(), &boot), 0U);
     EXPECT_STREQ(boot.BootEntry[2].TargetNQN, "nqn");
     VX_UINT8 out[4] = {};
     char reason[64] = {};
-    EXPECT_EQ(VEXAPI_FCGetBBCSupportInfoEx(handle(), out, out + 1, out + 2, out + 3, reason, 64), 0U);
+    EXPECT_EQ(VEXAPI_FCGetBBCSupportInfoEx(Handle(), out, out + 1, out + 2, out + 3, reason, 64), 0U);
     EXPECT_EQ(out[1], 7);
     VX_UINT32 number = 9;
-    EXPECT_EQ(VEXAPI_FCGetFECSupportInfo(handle(), &number), 0U);
+    EXPECT_EQ(VEXAPI_FCGetFECSupportInfo(Handle(), &number), 0U);
     EXPECT_EQ(number, 0U);
     _VEXAPI_FWPRIVATESTATSEntry* entries = nullptr;
-    EXPECT_EQ(VEXAPI_GetFWPrivateStats(handle(), &entries, &number), 0U);
+    EXPECT_EQ(VEXAPI_GetFWPrivateStats(Handle(), &entries, &number), 0U);
     EXPECT_EQ(number, 1U);
     EXPECT_EQ(entries->CorrectableFecErrors, 0U);
     std::free(entries);
     _VEXAPI_SANCONGTMGMTV2* list = nullptr;
-    EXPECT_EQ(VEXAPI_GetSCMRStatisticsList(handle(), &list), 0U);
+    EXPECT_EQ(VEXAPI_GetSCMRStatisticsList(Handle(), &list), 0U);
     EXPECT_EQ(list->AlarmCount, 1U);
     EXPECT_EQ(list->pNext->AlarmCount, 0U);
     VEXAPI_FreeSCMRStatisticsList(list);
     _VEXAPI_SCMRProfile profile{};
-    EXPECT_EQ(VEXAPI_GetSCMRProfile(handle(), &profile), 0U);
+    EXPECT_EQ(VEXAPI_GetSCMRProfile(Handle(), &profile), 0U);
     EXPECT_EQ(profile.Profile, 3);
     EXPECT_EQ(profile.Reserved[0], 7);
-    EXPECT_EQ(VEXAPI_CheckAdapterDPortOption(handle()), 1U);
-    EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(handle(), 1, &number), 0U);
+    EXPECT_EQ(VEXAPI_CheckAdapterDPortOption(Handle()), 1U);
+    EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(Handle(), 1, &number), 0U);
     EXPECT_EQ(number, 8U);
-    EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(handle(), 0, &number), 0U);
+    EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(Handle(), 0, &number), 0U);
     EXPECT_EQ(number, 50U);
     EXPECT_STREQ(VEXAPI_GetAdapterList()->pHead->MultibootVersion, "2.10.15");
     EXPECT_STREQ(VEXAPI_GetAdapterList()->pHead->FlashFwVersion, "9.15.7");
-    EXPECT_EQ(port(1)->FlashFwVersion[1], 15);
+    EXPECT_EQ(Port(1)->FlashFwVersion[1], 15);
     _VEXAPI_FlashComponentVersion versions{};
-    EXPECT_EQ(VEXAPI_GetFlashComponentVersion(handle(1), &versions), 0U);
+    EXPECT_EQ(VEXAPI_GetFlashComponentVersion(Handle(1), &versions), 0U);
     EXPECT_EQ(versions.PreloadFwArea.Sub, 6);
     EXPECT_EQ(versions.MpiFirmware.Sub, 15);
     _VEXAPI_SFP_DATA data{};
-    EXPECT_EQ(VEXAPI_GetSFPData(handle(), &data), 0U);
+    EXPECT_EQ(VEXAPI_GetSFPData(Handle(), &data), 0U);
     EXPECT_EQ(data.Data[56], 'B');
     VX_UINT32 required = 9;
     EXPECT_EQ(VEXAPI_IsRebootRequired(&required), 0U);
@@ -135,51 +135,50 @@ TEST_F(State, EveryChangeIsFoundByTheNextProcess) {
 }
 
 TEST_F(State, ARebootCarriesOutWhatWaitsForIt) {
-    Json host = smallHost();
-    portOf(host).update(Json::parse(R"({"RunningFwVersion": "8.08.231"})"));
-    describe(host);
+    Json host = SmallHost();
+    PortOf(host).update(Json::parse(R"({"RunningFwVersion": "8.08.231"})"));
+    Describe(host);
     const std::string mbi =
-        file("mbi", "ORFC-IMAGE MBI 2.10.15\nFirmware 9.15.7\nMpiFirmware 2.0.15\nPepFirmware 3.0.4\n");
-    ASSERT_EQ(inSession([&] {
-                  return static_cast<int>(VEXAPI_doOptionROMUpdate(handle(), mbi.c_str(), 0) |
-                                          VEXAPI_FCSetBBCSupportInfo(handle(), 1, 9));
+        File("mbi", "ORFC-IMAGE MBI 2.10.15\nFirmware 9.15.7\nMpiFirmware 2.0.15\nPepFirmware 3.0.4\n");
+    ASSERT_EQ(InSession([&] {
+                  return static_cast<int>(VEXAPI_doOptionROMUpdate(Handle(), mbi.c_str(), 0) |
+                                          VEXAPI_FCSetBBCSupportInfo(Handle(), 1, 9));
               }),
               0);
-    ASSERT_EQ(start(), 0U);
-    EXPECT_STREQ(port()->RunningFwVersion, "8.08.231");
-    end();
+    ASSERT_EQ(Start(), 0U);
+    EXPECT_STREQ(Port()->RunningFwVersion, "8.08.231");
+    End();
     setenv("VEXAPI_SIM_REBOOT", "1", 1);
-    ASSERT_EQ(start(), 0U);
+    ASSERT_EQ(Start(), 0U);
     unsetenv("VEXAPI_SIM_REBOOT");
     const auto check = [&] {
         VX_UINT32 required = 9;
         EXPECT_EQ(VEXAPI_IsRebootRequired(&required), 0U);
         EXPECT_EQ(required, 0U);
-        EXPECT_STREQ(port()->RunningFwVersion, "9.15.07");
-        EXPECT_EQ(port()->RunningMpiFwVersion[2], 15);
-        EXPECT_EQ(port()->RunningPepFwVersion[2], 4);
+        EXPECT_STREQ(Port()->RunningFwVersion, "9.15.07");
+        EXPECT_EQ(Port()->RunningMpiFwVersion[2], 15);
+        EXPECT_EQ(Port()->RunningPepFwVersion[2], 4);
         VX_UINT8 out[4] = {};
         char reason[64] = {};
-        EXPECT_EQ(VEXAPI_FCGetBBCSupportInfoEx(handle(), out, out + 1, out + 2, out + 3, reason, 64), 0U);
+        EXPECT_EQ(VEXAPI_FCGetBBCSupportInfoEx(Handle(), out, out + 1, out + 2, out + 3, reason, 64), 0U);
         EXPECT_EQ(std::memcmp(out, "\1\x09\1\x09", 4), 0);
     };
     check();
-    restart(); // and it stays so
+    Restart(); // persistent
     check();
 }
 
 TEST_F(State, ProcessesAtOnceLoseNothing) {
-    // Eight processes change the same port's beacon and each its own target speeds, settings and modes, all
-    // at the same time; each counts its changes in a field of its own.
-    Json host = smallHost();
+    // Eight processes change the speed of a target each, and the beacons, all at the same time.
+    Json host = SmallHost();
     Json targets = Json::array();
     for (int i = 0; i < 8; ++i) {
         char name[] = "50:00:00:00:00:00:00:00";
         name[22] = static_cast<char>('1' + i);
         targets.push_back({{"PortName", name}, {"LinkSpeed", 1}});
     }
-    portOf(host)["Targets"] = targets;
-    describe(host);
+    PortOf(host)["Targets"] = targets;
+    Describe(host);
     int gate[2];
     ASSERT_EQ(pipe(gate), 0);
     std::vector<pid_t> children;
@@ -189,12 +188,12 @@ TEST_F(State, ProcessesAtOnceLoseNothing) {
             close(gate[1]);
             char go = 0;
             int result = 1;
-            outputOf([&] {
+            OutputOf([&] {
                 if (VEXAPI_Initialize(0, 0) == 0 && read(gate[0], &go, 1) == 0) {
                     VX_UINT32 failed = 0;
                     for (const VX_UINT32 speed : {2U, 4U, 8U, 22U, 50U, 100U}) {
-                        failed |= VEXAPI_SetTargetLinkSpeed(handle(), i, speed);
-                        failed |= VEXAPI_UpdateAdapterBeaconStatus(handle(i % 2), 1);
+                        failed |= VEXAPI_SetTargetLinkSpeed(Handle(), i, speed);
+                        failed |= VEXAPI_UpdateAdapterBeaconStatus(Handle(i % 2), 1);
                     }
                     result = failed == 0 ? 0 : 2;
                 }
@@ -203,68 +202,68 @@ TEST_F(State, ProcessesAtOnceLoseNothing) {
         }
     }
     close(gate[0]);
-    close(gate[1]); // all begin when the last writer has gone
+    close(gate[1]); // starts all children
     for (const pid_t child : children) {
         int status = 0;
         ASSERT_EQ(waitpid(child, &status, 0), child);
         EXPECT_EQ(status, 0);
     }
-    ASSERT_EQ(start(), 0U) << output;
+    ASSERT_EQ(Start(), 0U) << output;
     for (VX_UINT16 i = 0; i < 8; ++i) {
         VX_UINT32 speed = 0;
-        EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(handle(), i, &speed), 0U);
+        EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(Handle(), i, &speed), 0U);
         EXPECT_EQ(speed, 100U) << i;
     }
-    EXPECT_EQ(beacon(0), 1U);
-    EXPECT_EQ(beacon(1), 1U);
-    // No half-written files stay behind.
+    EXPECT_EQ(Beacon(0), 1U);
+    EXPECT_EQ(Beacon(1), 1U);
+    // No temporary files are left.
     std::size_t files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(path("."))) {
+    for (const auto& entry : std::filesystem::directory_iterator(Path("."))) {
         files += entry.path().filename().string().starts_with("state") ? 1 : 0;
     }
     EXPECT_EQ(files, 2U); // the state and its lock
 }
 
 TEST_F(State, ARunningSessionSeesTheChangesOfOthers) {
-    ASSERT_EQ(start(), 0U);
-    EXPECT_EQ(beacon(), 0U);
-    ASSERT_EQ(inProcess([&] {
-                  end();
+    ASSERT_EQ(Start(), 0U);
+    EXPECT_EQ(Beacon(), 0U);
+    ASSERT_EQ(InProcess([&] {
+                  End();
                   VEXAPI_Initialize(0, 0);
-                  return static_cast<int>(VEXAPI_UpdateAdapterBeaconStatus(handle(), 1));
+                  return static_cast<int>(VEXAPI_UpdateAdapterBeaconStatus(Handle(), 1));
               }),
               0);
-    const _vexapi_protocol_t* before = port();
-    EXPECT_EQ(beacon(), 1U);
-    EXPECT_EQ(port(), before); // the tree stays where it is
+    const _vexapi_protocol_t* before = Port();
+    EXPECT_EQ(Beacon(), 1U);
+    EXPECT_EQ(Port(), before); // the tree doesn't move
 }
 
 TEST_F(State, AnotherDescription) {
-    ASSERT_EQ(inSession([] { return static_cast<int>(setFrameSize(512)); }), 0);
-    Json host = smallHost();
-    portOf(host)["PortSpeed"] = 22;
-    describe(host);
-    startWithNote("belongs to another description");
-    EXPECT_EQ(frameSize(), 2048U);
-    EXPECT_EQ(VEXAPI_UpdateAdapterBeaconStatus(handle(), 1), 0U);
-    end();
-    ASSERT_EQ(start(), 0U); // the state is this description's now
+    ASSERT_EQ(InSession([] { return static_cast<int>(SetFrameSize(512)); }), 0);
+    Json host = SmallHost();
+    PortOf(host)["PortSpeed"] = 22;
+    Describe(host);
+    StartWithNote("belongs to another description");
+    EXPECT_EQ(FrameSize(), 2048U);
+    EXPECT_EQ(VEXAPI_UpdateAdapterBeaconStatus(Handle(), 1), 0U);
+    End();
+    ASSERT_EQ(Start(), 0U); // the state now belongs to this description
     EXPECT_EQ(output.find("another"), std::string::npos);
-    EXPECT_EQ(beacon(), 1U);
-    end();
-    describe(smallHost());
-    startWithNote("belongs to another description");
-    EXPECT_EQ(frameSize(), 2048U);
+    EXPECT_EQ(Beacon(), 1U);
+    End();
+    Describe(SmallHost());
+    StartWithNote("belongs to another description");
+    EXPECT_EQ(FrameSize(), 2048U);
 }
 
 TEST_F(State, AnotherBlobMakesAnotherDescription) {
-    file("vpd", "one");
-    Json host = smallHost();
-    portOf(host)["Vpd"] = "vpd";
-    describe(host);
-    ASSERT_EQ(inSession([] { return static_cast<int>(setFrameSize(512)); }), 0);
-    file("vpd", "two");
-    startWithNote("belongs to another description");
+    File("vpd", "one");
+    Json host = SmallHost();
+    PortOf(host)["Vpd"] = "vpd";
+    Describe(host);
+    ASSERT_EQ(InSession([] { return static_cast<int>(SetFrameSize(512)); }), 0);
+    File("vpd", "two");
+    StartWithNote("belongs to another description");
 }
 
 struct Damage {
@@ -275,26 +274,26 @@ struct Damage {
 class DamagedState : public State, public testing::WithParamInterface<Damage> {};
 
 TEST_P(DamagedState, IsRefusedAndReplacedByTheNextChange) {
-    ASSERT_EQ(inSession([] {
-                  return static_cast<int>(setFrameSize(512) | VEXAPI_UpdateAdapterBeaconStatus(handle(), 1) |
+    ASSERT_EQ(InSession([] {
+                  return static_cast<int>(SetFrameSize(512) | VEXAPI_UpdateAdapterBeaconStatus(Handle(), 1) |
                                           VEXAPI_SetBfsConfigMode(2));
               }),
               0);
-    file("state", GetParam().apply(textOf(path("state"))));
-    startWithNote("is refused");
-    EXPECT_EQ(frameSize(), 2048U); // nothing of it is applied
-    EXPECT_EQ(beacon(), 0U);
+    File("state", GetParam().apply(TextOf(Path("state"))));
+    StartWithNote("is refused");
+    EXPECT_EQ(FrameSize(), 2048U); // none of it is applied
+    EXPECT_EQ(Beacon(), 0U);
     EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 1);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(setFrameSize(1024, 1), 0U);
+    EXPECT_EQ(SetFrameSize(1024, 1), 0U);
     testing::internal::GetCapturedStderr();
-    restart();
+    Restart();
     EXPECT_EQ(output.find("refused"), std::string::npos) << output;
-    EXPECT_EQ(frameSize(1), 1024U);
-    EXPECT_EQ(beacon(), 0U);
+    EXPECT_EQ(FrameSize(1), 1024U);
+    EXPECT_EQ(Beacon(), 0U);
 }
 
-std::string replaced(std::string text, const std::string& what, const std::string& with) {
+std::string Replaced(std::string text, const std::string& what, const std::string& with) {
     const std::size_t at = text.find(what);
     EXPECT_NE(at, std::string::npos) << what;
     return text.replace(at, what.size(), with);
@@ -308,46 +307,46 @@ INSTANTIATE_TEST_SUITE_P(
         Damage{"NoJson", [](const std::string&) { return std::string("\x7f\x45\x4c\x46"); }},
         Damage{"OtherJson", [](const std::string&) { return std::string("{\"a\": 1}"); }},
         Damage{"NoObject", [](const std::string&) { return std::string("[1]"); }},
-        Damage{"UnknownSection", [](const std::string& text) { return replaced(text, "\"Host\"", "\"Hosts\""); }},
-        Damage{"UnknownKey", [](const std::string& text) { return replaced(text, "\"Beacon\"", "\"Bacon\""); }},
-        Damage{"UnknownPort", [](const std::string& text) { return replaced(text, "\"0\"", "\"7\""); }},
-        Damage{"PortOfLetters", [](const std::string& text) { return replaced(text, "\"0\"", "\"x\""); }},
+        Damage{"UnknownSection", [](const std::string& text) { return Replaced(text, "\"Host\"", "\"Hosts\""); }},
+        Damage{"UnknownKey", [](const std::string& text) { return Replaced(text, "\"Beacon\"", "\"Bacon\""); }},
+        Damage{"UnknownPort", [](const std::string& text) { return Replaced(text, "\"0\"", "\"7\""); }},
+        Damage{"PortOfLetters", [](const std::string& text) { return Replaced(text, "\"0\"", "\"x\""); }},
         Damage{"BadNumber",
-               [](const std::string& text) { return replaced(text, "\"FrameSize\": 512", "\"FrameSize\": -1"); }},
+               [](const std::string& text) { return Replaced(text, "\"FrameSize\": 512", "\"FrameSize\": -1"); }},
         Damage{"PortAsList",
-               [](const std::string& text) { return replaced(text, "\"Ports\": {", "\"Ports\": [{") + ""; }},
+               [](const std::string& text) { return Replaced(text, "\"Ports\": {", "\"Ports\": [{") + ""; }},
         Damage{"NestedTooDeep", [](const std::string&) { return std::string(100000, '[') + std::string(100000, ']'); }},
         Damage{"BadBootMode",
-               [](const std::string& text) { return replaced(text, "\"BfsMode\": 2", "\"BfsMode\": \"UEFI\""); }}),
+               [](const std::string& text) { return Replaced(text, "\"BfsMode\": 2", "\"BfsMode\": \"UEFI\""); }}),
     [](const auto& chosen) { return chosen.param.name; });
 
 TEST_F(State, DamagedWhileASessionRuns) {
-    ASSERT_EQ(start(), 0U);
-    file("state", "damaged");
+    ASSERT_EQ(Start(), 0U);
+    File("state", "damaged");
     testing::internal::CaptureStderr();
-    EXPECT_EQ(outputOf([] { beacon(); }).find("vexapi simulator: the state file"), 0U);
-    EXPECT_EQ(VEXAPI_UpdateAdapterBeaconStatus(handle(), 1), 0U);
+    EXPECT_EQ(OutputOf([] { Beacon(); }).find("vexapi simulator: the state file"), 0U);
+    EXPECT_EQ(VEXAPI_UpdateAdapterBeaconStatus(Handle(), 1), 0U);
     testing::internal::GetCapturedStderr();
-    restart();
-    EXPECT_EQ(beacon(), 1U);
+    Restart();
+    EXPECT_EQ(Beacon(), 1U);
 }
 
 TEST_F(State, AChangeThatCannotBeWrittenFailsAndChangesNothing) {
-    setenv("VEXAPI_SIM_STATE", path("none/state").c_str(), 1);
-    ASSERT_EQ(start(), 0U) << output;
-    EXPECT_EQ(setFrameSize(512), stateNotKept);
-    EXPECT_NE(lastCall().value("failure", "").find("No such file or directory"), std::string::npos);
-    EXPECT_EQ(frameSize(), 2048U);
-    EXPECT_EQ(VEXAPI_ResetDeviceStats(handle()), stateNotKept);
-    EXPECT_EQ(VEXAPI_SetTargetLinkSpeed(handle(), 0, 8), stateNotKept);
+    setenv("VEXAPI_SIM_STATE", Path("none/state").c_str(), 1);
+    ASSERT_EQ(Start(), 0U) << output;
+    EXPECT_EQ(SetFrameSize(512), STATE_NOT_KEPT);
+    EXPECT_NE(LastCall().value("failure", "").find("No such file or directory"), std::string::npos);
+    EXPECT_EQ(FrameSize(), 2048U);
+    EXPECT_EQ(VEXAPI_ResetDeviceStats(Handle()), STATE_NOT_KEPT);
+    EXPECT_EQ(VEXAPI_SetTargetLinkSpeed(Handle(), 0, 8), STATE_NOT_KEPT);
     VX_UINT32 number = 0;
-    EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(handle(), 0, &number), 0U);
+    EXPECT_EQ(VEXAPI_GetTargetLinkSpeed(Handle(), 0, &number), 0U);
     EXPECT_EQ(number, 50U);
-    const std::string mbi = file("mbi", "ORFC-IMAGE MBI 2.10.15\nFirmware 9.15.7\n");
-    EXPECT_EQ(VEXAPI_doOptionROMUpdate(handle(), mbi.c_str(), 0), stateNotKept);
+    const std::string mbi = File("mbi", "ORFC-IMAGE MBI 2.10.15\nFirmware 9.15.7\n");
+    EXPECT_EQ(VEXAPI_doOptionROMUpdate(Handle(), mbi.c_str(), 0), STATE_NOT_KEPT);
     EXPECT_STREQ(VEXAPI_GetAdapterList()->pHead->MultibootVersion, "1.90.68");
-    EXPECT_EQ(port()->FlashFwVersion[0], 0);
-    EXPECT_EQ(VEXAPI_SetBfsConfigMode(2), stateNotKept);
+    EXPECT_EQ(Port()->FlashFwVersion[0], 0);
+    EXPECT_EQ(VEXAPI_SetBfsConfigMode(2), STATE_NOT_KEPT);
     EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 1);
     VX_UINT32 required = 9;
     EXPECT_EQ(VEXAPI_IsRebootRequired(&required), 0U);
@@ -355,43 +354,43 @@ TEST_F(State, AChangeThatCannotBeWrittenFailsAndChangesNothing) {
 }
 
 TEST_F(State, AStateThatIsAFolder) {
-    std::filesystem::create_directory(path("state"));
-    startWithNote("is refused");
-    EXPECT_EQ(setFrameSize(512), stateNotKept);
-    EXPECT_EQ(frameSize(), 2048U);
-    for (const auto& entry : std::filesystem::directory_iterator(path("."))) {
+    std::filesystem::create_directory(Path("state"));
+    StartWithNote("is refused");
+    EXPECT_EQ(SetFrameSize(512), STATE_NOT_KEPT);
+    EXPECT_EQ(FrameSize(), 2048U);
+    for (const auto& entry : std::filesystem::directory_iterator(Path("."))) {
         EXPECT_FALSE(entry.path().filename().string().starts_with("state.") && entry.path().filename() != "state.lock")
-            << entry; // the attempt cleans up behind itself
+            << entry; // temporary files are removed
     }
 }
 
 TEST_F(State, WithoutAFileNothingIsKept) {
     setenv("VEXAPI_SIM_STATE", "", 1);
-    ASSERT_EQ(start(), 0U);
-    EXPECT_EQ(setFrameSize(512), 0U);
-    EXPECT_EQ(frameSize(), 512U);
-    restart();
-    EXPECT_EQ(frameSize(), 2048U);
+    ASSERT_EQ(Start(), 0U);
+    EXPECT_EQ(SetFrameSize(512), 0U);
+    EXPECT_EQ(FrameSize(), 512U);
+    Restart();
+    EXPECT_EQ(FrameSize(), 2048U);
 }
 
 TEST_F(State, DeletingTheFileResetsTheHost) {
-    ASSERT_EQ(inSession([] { return static_cast<int>(setFrameSize(512)); }), 0);
-    std::filesystem::remove(path("state"));
-    ASSERT_EQ(start(), 0U);
-    EXPECT_EQ(frameSize(), 2048U);
+    ASSERT_EQ(InSession([] { return static_cast<int>(SetFrameSize(512)); }), 0);
+    std::filesystem::remove(Path("state"));
+    ASSERT_EQ(Start(), 0U);
+    EXPECT_EQ(FrameSize(), 2048U);
 }
 
 TEST_F(State, TheLabHostKeepsStateToo) {
     unsetenv("VEXAPI_SIM_HOST");
-    ASSERT_EQ(inSession([] { return static_cast<int>(setFrameSize(512)); }), 0);
-    ASSERT_EQ(start(), 0U) << output;
-    EXPECT_EQ(frameSize(), 512U);
+    ASSERT_EQ(InSession([] { return static_cast<int>(SetFrameSize(512)); }), 0);
+    ASSERT_EQ(Start(), 0U) << output;
+    EXPECT_EQ(FrameSize(), 512U);
 }
 
 TEST_F(State, ReadingLeavesNoFile) {
-    ASSERT_EQ(start(), 0U);
-    beacon();
-    EXPECT_FALSE(std::filesystem::exists(path("state")));
+    ASSERT_EQ(Start(), 0U);
+    Beacon();
+    EXPECT_FALSE(std::filesystem::exists(Path("state")));
 }
 
 } // namespace

@@ -2,22 +2,22 @@
 
 namespace {
 
-const char* currentClass = "";
-const char* currentFunction = "";
+const char* s_currentClass = "";
+const char* s_currentFunction = "";
 
 } // namespace
 
 TracedFunction::TracedFunction(const char* className, const char* function)
-    : mOuterClass(currentClass), mOuterFunction(currentFunction) {
-    currentClass = className;
-    currentFunction = function;
+    : mOuterClass(s_currentClass), mOuterFunction(s_currentFunction) {
+    s_currentClass = className;
+    s_currentFunction = function;
 }
 
-TracedFunction::TracedFunction(const char* function) : TracedFunction(currentClass, function) {}
+TracedFunction::TracedFunction(const char* function) : TracedFunction(s_currentClass, function) {}
 
 TracedFunction::~TracedFunction() {
-    currentClass = mOuterClass;
-    currentFunction = mOuterFunction;
+    s_currentClass = mOuterClass;
+    s_currentFunction = mOuterFunction;
 }
 
 void TraceStep(unsigned level, const char* format, ...) {
@@ -29,5 +29,5 @@ void TraceStep(unsigned level, const char* format, ...) {
     va_start(arguments, format);
     text.FormatV(format, arguments);
     va_end(arguments);
-    TavuDebug::Print(level, "%s::%s: %s", currentClass, currentFunction, text.c_str());
+    TavuDebug::Print(level, "%s::%s: %s", s_currentClass, s_currentFunction, text.c_str());
 }

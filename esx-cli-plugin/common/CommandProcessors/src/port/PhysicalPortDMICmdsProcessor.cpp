@@ -68,12 +68,12 @@ bool IsEmpty(const _VEXAPI_SFP_DATA& data) {
 
 /// A page as hexadecimal bytes, each with a blank behind it.
 TavuString HexText(const VX_UINT8* page) {
-    constexpr char digits[] = "0123456789abcdef";
+    constexpr char DIGITS[] = "0123456789abcdef";
     TavuString text;
     text.reserve(PAGE_SIZE * 3);
     std::for_each(page, page + PAGE_SIZE, [&](VX_UINT8 byte) {
-        text += digits[byte >> 4];
-        text += digits[byte & 0x0F];
+        text += DIGITS[byte >> 4];
+        text += DIGITS[byte & 0x0F];
         text += ' ';
     });
     return text;

@@ -36,8 +36,8 @@ TavuString QsfpSpeed(const ModuleImage& image) {
         return speed;
     }
     speed = BitTexts(image[sff8636::ETHERNET_COMPLIANCE], EthernetSpeedQsfpTbl, LAST_MATCH);
-    constexpr char extended[] = "Extended";
-    const bool isExtended = TavuString(speed.substr(0, std::strlen(extended))).CompareNoCase(extended) == 0;
+    constexpr char EXTENDED[] = "Extended";
+    const bool isExtended = TavuString(speed.substr(0, std::strlen(EXTENDED))).CompareNoCase(EXTENDED) == 0;
     if (speed.empty() || speed.CompareNoCase("Unspecified") == 0 || isExtended) {
         DecodedText text = "";
         speed = GetByteDataCodeTable(image[sff8636::EXTENDED_COMPLIANCE], EthernetExtSpeedTbl, text, LAST_MATCH);
@@ -51,7 +51,7 @@ bool Is64GCode(int code) {
 }
 
 MediaInformation DescribeSfp(const ModuleImage& image) {
-    constexpr int firstComplianceOfSpeed2 = 9;
+    constexpr int FIRST_COMPLIANCE_OF_SPEED_2 = 9;
     const VX_UINT8 speedCode = image[sff8472::FC_SPEED];
     const VX_UINT8 speedCode2 = image[sff8472::FC_SPEED_2];
     const TavuString speeds = BitTexts(speedCode, FCSpeedTbl, ALL_MATCHES);
@@ -60,7 +60,7 @@ MediaInformation DescribeSfp(const ModuleImage& image) {
     if (speedCode2 != 0) {
         mediaType = BitTexts(speedCode2, FCSpeed2CodeTbl, LAST_MATCH) + "-";
         speed = BitTexts(speedCode2, FCSpeed2Tbl, ALL_MATCHES) + speeds;
-    } else if (image[sff8472::COMPLIANCE] < firstComplianceOfSpeed2 && Is64GCode(image[sff8472::EXTENDED_COMPLIANCE])) {
+    } else if (image[sff8472::COMPLIANCE] < FIRST_COMPLIANCE_OF_SPEED_2 && Is64GCode(image[sff8472::EXTENDED_COMPLIANCE])) {
         mediaType = "6400-";
         speed = "6400 MBytes/Sec " + speeds;
     } else {
