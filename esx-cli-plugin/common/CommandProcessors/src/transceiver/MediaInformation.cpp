@@ -60,7 +60,8 @@ MediaInformation DescribeSfp(const ModuleImage& image) {
     if (speedCode2 != 0) {
         mediaType = BitTexts(speedCode2, FCSpeed2CodeTbl, LAST_MATCH) + "-";
         speed = BitTexts(speedCode2, FCSpeed2Tbl, ALL_MATCHES) + speeds;
-    } else if (image[sff8472::COMPLIANCE] < FIRST_COMPLIANCE_OF_SPEED_2 && Is64GCode(image[sff8472::EXTENDED_COMPLIANCE])) {
+    } else if (image[sff8472::COMPLIANCE] < FIRST_COMPLIANCE_OF_SPEED_2 &&
+               Is64GCode(image[sff8472::EXTENDED_COMPLIANCE])) {
         mediaType = "6400-";
         speed = "6400 MBytes/Sec " + speeds;
     } else {
