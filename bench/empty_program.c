@@ -1,5 +1,5 @@
 /// @file
-/// What every program costs that is linked to the library: the loader's work and nothing else.
+/// Baseline of every program linked to the library: the loader's work only.
 int main(void) {
     return 0;
 }

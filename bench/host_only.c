@@ -1,5 +1,5 @@
 /// @file
-/// What the host of a measurement costs by itself: its records are made, walked once and released.
+/// Baseline of the host in a measurement: creates its records, walks them once and releases them.
 #include "vexapi.h"
 
 #include <stddef.h>

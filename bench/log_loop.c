@@ -1,6 +1,6 @@
 /// @file
-/// The floor of a command that calls the library once a frame: `log_loop FRAMES` opens, writes and closes the
-/// library's log so many times.
+/// Baseline of a command that calls the library once per frame: `log_loop FRAMES` opens, writes and closes the
+/// library's log that many times.
 #include <stdio.h>
 #include <stdlib.h>
 

@@ -1,9 +1,8 @@
 /// @file
-/// The smallest host that the lists can be measured on: a library with the session functions only (and those
-/// whose addresses the program needs to start at all), over adapters of two ports each that are generated in
-/// memory. `VEXAPI_BENCH_PORTS` says how many ports (2), `VEXAPI_BENCH_TARGETS` how many targets each port sees
-/// and `VEXAPI_BENCH_LUNS` how many LUNs each target has (0). Ports, targets and LUNs are numbered, and so are
-/// the names of the first two.
+/// A minimal host for measuring the lists: a library with the session functions only (and those whose addresses the
+/// program needs to start at all), over adapters with two ports each, generated in memory. `VEXAPI_BENCH_PORTS` is
+/// the number of ports (default 2), `VEXAPI_BENCH_TARGETS` the number of targets per port and `VEXAPI_BENCH_LUNS`
+/// the number of LUNs per target (default 0). The names of ports and targets, and the LUNs, are numbered.
 #include "vexapi.h"
 
 #include <stdio.h>
@@ -21,17 +20,17 @@ struct Unit {
 };
 
 static VX_ADAPTER_LIST host;
-/// The records of all ports, each port's in one run: its targets, and their LUNs.
+/// The targets and LUNs of all ports; those of a port are contiguous.
 static _tagVEXAPI_SDMTarget* allTargets;
 static _tagVEXAPI_SDMLun* allLuns;
 
-/// Value of an environment variable, or `fallback` without it.
+/// Value of an environment variable, or `fallback` if unset.
 static unsigned Variable(const char* name, unsigned fallback) {
     const char* value = getenv(name);
     return value != NULL ? (unsigned)strtoul(value, NULL, 10) : fallback;
 }
 
-/// A name of this kind and number.
+/// Makes a name of this kind and number.
 static void FillName(VX_UINT8* name, VX_UINT8 kind, unsigned number) {
     name[0] = kind;
     for (unsigned byte = 0; byte < 4; ++byte) {
@@ -130,14 +129,14 @@ VX_UINT32 VEXAPI_Uninitialize(void) {
     return 0;
 }
 
-// The program has these in a table, so it does not start without them; no measurement calls them.
+// The program has these functions in a table and does not start without them; no measurement calls them.
 static VX_UINT32 Refuse(const VX_PORT_HANDLE* handle, const char* path) {
     (void)handle;
     (void)path;
     return 1;
 }
 
-/// Every frame comes back at once, with a line of chatter.
+/// Every frame succeeds immediately and prints one line.
 VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
                                         VX_UINT32 stopOnError, VX_UINT32 destinationType,
                                         _VEXAPI_ECHO_RESULTS* result) {

@@ -1,6 +1,6 @@
 /// @file
-/// The yardstick of the long lists: `printf_loop target|lun` prints the bytes of `-t target list` or
-/// `-t lun list` over the same host, by one plain loop with a `printf` a row.
+/// Baseline of the long lists: `printf_loop target|lun` prints the output of `-t target list` or `-t lun list` for
+/// the same host, with one plain `printf` per row.
 #include "vexapi.h"
 
 #include <stdio.h>

@@ -1,7 +1,7 @@
 /// @file
-/// Times a command: `stopwatch COMMAND [ARGUMENT...]` runs it and prints its wall time and its processor time in
-/// nanoseconds and its peak memory in KiB on standard error. A small program starts it, since a child inherits the peak
-/// of the process that it is made of.
+/// Times a command: `stopwatch COMMAND [ARGUMENT...]` runs it and prints its wall time and processor time in
+/// nanoseconds and its peak memory in KiB on standard error. The command is started from a small program because a
+/// child inherits its parent's peak memory.
 #define _GNU_SOURCE
 #include <spawn.h>
 #include <stdio.h>
