@@ -1,4 +1,4 @@
-"""What the measurements share: where things lie, and one timed run of a program."""
+"""Common parts of the measurements: paths, and one timed run of a program."""
 import argparse
 import pathlib
 import re
@@ -14,10 +14,10 @@ def parser(description):
 
 
 class Programs:
-    """The programs of a build, all over the in-memory host."""
+    """The programs of a build, all using the in-memory host."""
 
     def __init__(self, build, ports=2, targets=0, luns=0):
-        """A host of so many ports, each with so many targets, each with so many LUNs."""
+        """A host with this many ports, targets per port and LUNs per target."""
         build = build.resolve()
         self.tool = str(build / "orfc-esxcli")
         self.empty = str(build / "bench/empty_program")
@@ -34,7 +34,7 @@ class Programs:
         }
 
     def run(self, command, output=subprocess.DEVNULL):
-        """Runs a command. Gives its wall time and its processor time in seconds and its peak memory in KiB."""
+        """Runs a command. Returns its wall and processor time in seconds and its peak memory in KiB."""
         run = subprocess.run([self.stopwatch, *command], env=self.environment, stdout=output, stderr=subprocess.PIPE,
                              text=True)
         if run.returncode != 0:
@@ -43,7 +43,7 @@ class Programs:
         return wall / 1e9, processor / 1e9, kibibytes
 
     def instructions(self, command):
-        """All instructions of a run, the loader's among them, and what it printed."""
+        """The instructions of a run, including the loader's, and its output."""
         run = subprocess.run(
             ["/usr/bin/valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command],
             env=self.environment, capture_output=True, text=True, check=True)

@@ -6,7 +6,7 @@ using namespace rdp_descriptors;
 
 namespace {
 
-/// The first of its kind stays.
+/// Keeps the first of each kind.
 template <typename Record> void Keep(std::optional<Record>& place, Record record) {
     if (!place) {
         place = record;
@@ -57,7 +57,7 @@ void ReadOpticalElement(Bytes value, RdpThresholds& thresholds) {
     const auto keep = [value](auto& place, auto unit) {
         Keep(place, {unit(value.BigU16(0)), unit(value.BigU16(2)), unit(value.BigU16(4)), unit(value.BigU16(6))});
     };
-    switch (value.BigU32(8) >> 28) { // the bits below tell which levels are crossed
+    switch (value.BigU32(8) >> 28) { // the bits below tell which thresholds are crossed
     case 1:
         Keep(thresholds.temperature, {CelsiusFrom256ths(value.BigS16(0)), CelsiusFrom256ths(value.BigS16(2)),
                                       CelsiusFrom256ths(value.BigS16(4)), CelsiusFrom256ths(value.BigS16(6))});
@@ -92,7 +92,7 @@ RdpOpticalProduct OpticalProductOf(Bytes value) {
     };
 }
 
-/// A kind of descriptor: what it holds at least, and where that goes.
+/// A kind of descriptor: its minimum size, and how to decode it.
 struct Kind {
     std::uint32_t tag;
     std::size_t size;
@@ -157,7 +157,7 @@ DiagnosticParameters DecodeRdpPayload(Bytes payload) {
         }
         at = start + length;
     }
-    // A list whose length counts its own bytes ends four bytes into what follows it.
+    // A list length that counts its own bytes reaches four bytes beyond the descriptors.
     const Bytes rest = list.Sub(at);
     if (std::any_of(rest.begin(), rest.end(), [](std::uint8_t byte) { return byte != 0; })) {
         result.isWhole = false;

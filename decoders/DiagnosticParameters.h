@@ -1,6 +1,6 @@
 /// @file
-/// The payload of the Read Diagnostic Parameters (RDP) extended link service, by FC-LS: what the far end of a link
-/// tells of its transceiver and its port. All numbers are big-endian.
+/// The payload of the Read Diagnostic Parameters (RDP) extended link service (FC-LS), in which the far end of a
+/// link describes its transceiver and port. All numbers are big-endian.
 #pragma once
 
 #include "Bytes.h"
@@ -12,7 +12,7 @@
 
 namespace decoders {
 
-/// Descriptor tags, and the sizes of the values that the standard gives them, in bytes.
+/// Descriptor tags and the standard sizes of their values, in bytes.
 namespace rdp_descriptors {
 
 inline constexpr std::uint32_t LINK_SERVICE_REQUEST = 0x00000001;
@@ -28,11 +28,11 @@ inline constexpr std::uint32_t OPTICAL_PRODUCT = 0x00010008;
 inline constexpr std::size_t LIST_OFFSET = 4;  ///< of the first descriptor, after the list's length
 inline constexpr std::size_t VALUE_OFFSET = 8; ///< in a descriptor, after its tag and its length
 
-/// Speeds in Gbps by the bits of a speed field, from `FIRST_SPEED_BIT` up.
+/// Speeds in Gbps for the bits of a speed field, from `FIRST_SPEED_BIT` up.
 inline constexpr unsigned FIRST_SPEED_BIT = 6;
 inline constexpr unsigned SPEEDS[] = {256, 128, 64, 32, 16, 8, 10, 4, 2, 1};
 
-/// Fields of an optical product: offsets in its value, and sizes.
+/// Offsets and sizes of the fields of an optical product's value.
 inline constexpr std::size_t VENDOR_NAME = 0, VENDOR_NAME_SIZE = 16;
 inline constexpr std::size_t PART_NUMBER = 16, PART_NUMBER_SIZE = 16;
 inline constexpr std::size_t SERIAL_NUMBER = 32, SERIAL_NUMBER_SIZE = 16;
@@ -49,21 +49,21 @@ struct RdpTransceiver {
     Milliamperes bias;
     Milliwatts transmitPower;
     Milliwatts receivePower;
-    std::uint16_t flags;      ///< of which the next five are made
+    std::uint16_t flags;      ///< source of the five members below
     RdpLaser laser;           ///< bits 0 to 3
     bool isOptical;           ///< bit 4
-    bool areDiagnosticsValid; ///< bit 5 clear: the values above mean something
+    bool areDiagnosticsValid; ///< bit 5 clear: the values above are valid
     bool isSfpPlus;           ///< bits 6 to 9 are 1
     bool isFecActive;         ///< bit 15
 };
 
 struct RdpPortSpeed {
-    std::uint16_t capabilities; ///< as they stand; see `RdpSpeedsOf`
-    std::uint16_t operating;    ///< as it stands
-    /// In Gbps. None when the field has no single bit of a speed: the speed is unknown or not negotiated.
+    std::uint16_t capabilities; ///< raw; see `RdpSpeedsOf`
+    std::uint16_t operating;    ///< raw
+    /// In Gbps. None unless exactly one speed bit is set: the speed is unknown or not negotiated.
     std::optional<unsigned> operatingSpeed;
 };
-/// Speeds in Gbps by the bits of a speed field, in ascending order.
+/// Speeds in Gbps of the set bits of a speed field, in ascending order.
 std::vector<unsigned> RdpSpeedsOf(std::uint16_t bits);
 
 enum class RdpPortType {
@@ -84,7 +84,7 @@ struct RdpLinkErrors {
     RdpPortType portType;
 };
 
-/// World wide names, the first byte the most significant; 0 for none.
+/// World Wide Names, most significant byte first; 0 for none.
 struct RdpPortNames {
     std::uint64_t nodeName;
     std::uint64_t portName;
@@ -101,7 +101,7 @@ struct RdpBufferCredits {
     std::uint32_t roundTripNanoseconds; ///< nominal
 };
 
-/// Levels of the transceiver, each from a descriptor of its own.
+/// Thresholds of the transceiver, each from its own descriptor.
 struct RdpThresholds {
     std::optional<Thresholds<Celsius>> temperature;
     std::optional<Thresholds<Volts>> voltage;
@@ -110,7 +110,7 @@ struct RdpThresholds {
     std::optional<Thresholds<Milliwatts>> receivePower;
 };
 
-/// Texts up to a zero byte, without their padding.
+/// Texts end at the first zero byte; padding is removed.
 struct RdpOpticalProduct {
     std::string vendor;
     std::string partNumber;
@@ -119,25 +119,25 @@ struct RdpOpticalProduct {
     std::string dateCode;
 };
 
-/// Each descriptor that the payload has; the first of its kind where one is enough.
+/// The descriptors of a payload; the first of each kind, unless several make sense.
 struct DiagnosticParameters {
     std::optional<std::uint32_t> request; ///< first word of the request that this answers
     std::optional<RdpTransceiver> transceiver;
     std::optional<RdpPortSpeed> speed;
     std::optional<RdpLinkErrors> linkErrors;
-    std::vector<RdpPortNames> portNames; ///< of the port, then of the port attached to it, as far as told
+    std::vector<RdpPortNames> portNames; ///< of the port, then of the attached port, if present
     std::optional<RdpFecStatus> fecStatus;
     std::optional<RdpBufferCredits> bufferCredits;
     RdpThresholds thresholds;
     std::optional<RdpOpticalProduct> product;
-    std::vector<std::uint32_t> unknownTags; ///< of descriptors of other kinds, which are skipped by their length
-    /// False when a length leads out of the payload or of the list, and when a descriptor is too short for its kind.
+    std::vector<std::uint32_t> unknownTags; ///< of unknown descriptors, which are skipped by length
+    /// False if a length exceeds the payload or the list, or a descriptor is too short for its kind.
     bool isWhole = true;
 };
 
-/// Reads a payload that begins with the length of its list of descriptors. That counts the bytes after it by the
-/// standard; one that counts its own four bytes as well is understood too. A descriptor that isn't there in full, or
-/// too short for its kind, is left out; what a longer one has more is skipped.
+/// Decodes a payload, which begins with the length of its descriptor list. By the standard, that counts the bytes
+/// after it; a length that includes its own four bytes is accepted too. Descriptors that are truncated or too short
+/// for their kind are left out; excess bytes of longer ones are ignored.
 DiagnosticParameters DecodeRdpPayload(Bytes payload);
 
 } // namespace decoders

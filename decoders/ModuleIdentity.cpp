@@ -77,7 +77,7 @@ std::string_view NameOf(std::span<const CodeName> names, std::uint8_t code) {
     return row != names.end() ? row->name : std::string_view();
 }
 
-/// -1 when the two characters aren't both digits.
+/// -1 unless both characters are digits.
 int TwoDigits(std::string_view text) {
     const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
     return isDigit(text[0]) && isDigit(text[1]) ? (text[0] - '0') * 10 + (text[1] - '0') : -1;

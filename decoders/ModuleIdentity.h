@@ -1,6 +1,5 @@
 /// @file
-/// What a pluggable module says of itself, alike for both families of modules (SFF-8472, SFF-8636; codes of
-/// SFF-8024).
+/// Identification of a pluggable module, common to both families (SFF-8472, SFF-8636; codes of SFF-8024).
 #pragma once
 
 #include "Bytes.h"
@@ -14,22 +13,22 @@
 namespace decoders {
 
 enum class ModuleFamily {
-    SFP,   ///< memory by SFF-8472: see SfpMemory.h
-    QSFP,  ///< memory by SFF-8636 or its forerunners: see QsfpMemory.h
-    OTHER, ///< a memory that nothing here decodes
+    SFP,   ///< SFF-8472; see SfpMemory.h
+    QSFP,  ///< SFF-8636 or its predecessors; see QsfpMemory.h
+    OTHER, ///< not decoded
 };
 
-/// The family by byte 0 of the memory, the identifier: 2 and 3 are SFP, 12, 13 and 17 QSFP.
+/// The family according to byte 0, the identifier: 2 and 3 are SFP, 12, 13 and 17 QSFP.
 ModuleFamily FamilyOf(Bytes memory);
 
-/// Names of SFF-8024 codes; empty for reserved and vendor specific ones.
+/// Names of SFF-8024 codes; empty for reserved and vendor-specific ones.
 std::string_view IdentifierName(std::uint8_t identifier);
 std::string_view ConnectorName(std::uint8_t connector);
 
 enum class Checksum {
     VALID,
     INVALID,
-    UNREAD, ///< the view doesn't hold all bytes that it covers
+    UNREAD, ///< the view lacks some of the covered bytes
 };
 
 /// Compares the low byte of the sum of bytes `first` to `last` with the byte after them.
@@ -42,17 +41,17 @@ struct Date {
 
     friend constexpr bool operator==(const Date&, const Date&) = default;
 };
-/// Of a date code "YYMMDD", with anything after it. None for another text, or a day or month that no calendar has.
+/// Parses a date code "YYMMDD", with anything after it. None for other text and for invalid days or months.
 std::optional<Date> ParseDateCode(std::string_view code);
 
 enum class CableKind {
-    NONE, ///< a transceiver, or a cable of fibre
+    NONE, ///< a transceiver or an optical cable
     PASSIVE,
     ACTIVE,
 };
 
-/// Longest supported link in metres, or the length of an attached cable. 0 is unspecified; the largest value that a
-/// field can hold may stand for more.
+/// Longest supported link, or length of the attached cable, in metres. 0 is unspecified; the largest value of a
+/// field may mean "or longer".
 struct LinkLengths {
     unsigned singleMode = 0;
     unsigned om1 = 0;
@@ -64,12 +63,12 @@ struct LinkLengths {
     friend constexpr bool operator==(const LinkLengths&, const LinkLengths&) = default;
 };
 
-/// Texts are as they stand, without their padding: bytes of any kind, empty where the memory wasn't read.
+/// Texts are raw bytes without padding, and empty if the memory wasn't read.
 struct ModuleIdentity {
     std::uint8_t identifier = 0; ///< see `IdentifierName`
     std::uint8_t connector = 0;  ///< see `ConnectorName`
     std::string vendor;
-    std::array<std::uint8_t, 3> oui{}; ///< IEEE company identifier; all zero for none
+    std::array<std::uint8_t, 3> oui{}; ///< IEEE company identifier; all zeros for none
     std::string partNumber;
     std::string revision;
     std::string serialNumber;
@@ -77,7 +76,7 @@ struct ModuleIdentity {
     std::optional<Date> date; ///< of the date code
     CableKind cable = CableKind::NONE;
     LinkLengths lengths;
-    std::optional<Nanometres> wavelength;  ///< none for copper, and where it is 0
+    std::optional<Nanometres> wavelength;  ///< none for copper and for 0
     std::optional<unsigned> signalingRate; ///< nominal, in megabaud
     Checksum baseChecksum = Checksum::UNREAD;
     Checksum extendedChecksum = Checksum::UNREAD;

@@ -46,7 +46,7 @@ LinkLengths LengthsOf(Bytes memory) {
     return lengths;
 }
 
-/// Four levels on page 03h, each made a value by `valueAt(page, offset)`.
+/// Four thresholds on page 03h, each converted by `valueAt(page, offset)`.
 template <typename ValueAt>
 auto ReadingAt(Bytes memory, std::size_t value, Bytes page03, std::size_t thresholds, ValueAt valueAt) {
     using Value = decltype(valueAt(memory, value));

@@ -1,6 +1,6 @@
 /// @file
-/// The memory of a module of the QSFP family, by SFF-8636: a lower page of 128 bytes and upper pages of 128 bytes,
-/// which the standard numbers 128 to 255.
+/// The memory of a QSFP module (SFF-8636): a lower page of 128 bytes and upper pages of 128 bytes each, numbered
+/// 128 to 255 in the standard.
 #pragma once
 
 #include "ModuleIdentity.h"
@@ -8,7 +8,7 @@
 
 namespace decoders {
 
-/// Offsets of fields, in the standard's notation.
+/// Field offsets, in the standard's notation.
 namespace sff8636 {
 
 // Lower page.
@@ -52,13 +52,13 @@ inline constexpr std::size_t REVISION_SIZE = 2;
 inline constexpr std::size_t SERIAL_NUMBER_SIZE = 16;
 inline constexpr std::size_t DATE_CODE_SIZE = 8;
 
-/// Bits of `MONITORING_TYPE`. The first two exist since revision 2.8.
+/// Bits of `MONITORING_TYPE`. The first two were introduced in revision 2.8.
 inline constexpr unsigned TEMPERATURE_MONITORED = 0x20;
 inline constexpr unsigned VOLTAGE_MONITORED = 0x10;
 inline constexpr unsigned AVERAGE_RECEIVE_POWER = 0x08; ///< else the optical modulation amplitude
 inline constexpr unsigned TRANSMIT_POWER_MONITORED = 0x04;
 
-// Upper page 03h: four levels each, in the order of high alarm, low alarm, high warning and low warning.
+// Upper page 03h: four thresholds each: high alarm, low alarm, high warning, low warning.
 inline constexpr std::size_t TEMPERATURE_THRESHOLDS = 128;
 inline constexpr std::size_t VOLTAGE_THRESHOLDS = 144;
 inline constexpr std::size_t RECEIVE_POWER_THRESHOLDS = 176;
@@ -67,7 +67,7 @@ inline constexpr std::size_t TRANSMIT_POWER_THRESHOLDS = 192;
 
 } // namespace sff8636
 
-/// Reads the lower page with upper page 00h after it. It never fails: what wasn't read is empty, unknown or unread.
+/// Decodes the lower page followed by upper page 00h. Never fails: what wasn't read is empty, unknown or unread.
 ModuleIdentity DecodeQsfpIdentity(Bytes memory);
 
 struct QsfpLane {
@@ -76,7 +76,7 @@ struct QsfpLane {
     std::optional<Reading<Milliwatts>> transmitPower; ///< none when the module doesn't monitor it
 };
 
-/// The standard has internal calibration only.
+/// The standard knows internal calibration only.
 struct QsfpDiagnostics {
     bool isReady;                                 ///< false while the module has no valid values yet
     bool isAverageReceivePower;                   ///< else the receive power is the optical modulation amplitude
@@ -85,11 +85,11 @@ struct QsfpDiagnostics {
     std::optional<std::array<QsfpLane, 4>> lanes; ///< none for copper
 };
 
-/// `memory` is the lower page with upper page 00h after it; `page03` is upper page 03h alone, its first byte being
-/// the standard's byte 128, or empty when it wasn't read: thresholds are unknown then.
+/// `memory` is the lower page followed by upper page 00h. `page03` is upper page 03h alone, beginning with the
+/// standard's byte 128, or empty if it wasn't read: thresholds are then unknown.
 ///
-/// None for a passive copper cable, and when `memory` wasn't read up to the byte that tells what is monitored, 220.
-/// Before revision 2.8 a module can't tell that it monitors temperature and voltage, and counts as doing so.
+/// Returns none for a passive copper cable, and if `memory` ends before byte 220, which tells what is monitored.
+/// Before revision 2.8 a module can't report whether it monitors temperature and voltage; it is assumed to.
 std::optional<QsfpDiagnostics> DecodeQsfpDiagnostics(Bytes memory, Bytes page03 = {});
 
 } // namespace decoders

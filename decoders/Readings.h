@@ -1,5 +1,5 @@
 /// @file
-/// Monitored values, the levels at which they warn and alarm, and the verdict on them (SFF-8472, SFF-8636).
+/// Monitored values, their warning and alarm thresholds, and the resulting verdicts (SFF-8472, SFF-8636).
 #pragma once
 
 #include "Units.h"
@@ -17,7 +17,7 @@ template <typename Value> struct Thresholds {
 
 enum class Verdict { OK, LOW_WARNING, HIGH_WARNING, LOW_ALARM, HIGH_ALARM };
 
-/// Alarms come before warnings, the high one before the low one. A value at a level has not crossed it yet.
+/// Alarms take precedence over warnings, and high over low. A value equal to a threshold has not crossed it.
 template <typename Value> constexpr Verdict Judge(Value value, const Thresholds<Value>& thresholds) {
     if (value > thresholds.highAlarm) {
         return Verdict::HIGH_ALARM;
@@ -33,7 +33,7 @@ template <typename Value> constexpr Verdict Judge(Value value, const Thresholds<
 
 template <typename Value> struct Reading {
     Value value;
-    /// None when they weren't read, and when the module leaves the fields of all four zero.
+    /// None if not read, or if all four fields are zero.
     std::optional<Thresholds<Value>> thresholds;
 
     /// None without thresholds.

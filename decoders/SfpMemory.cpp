@@ -30,10 +30,10 @@ std::optional<unsigned> SignalingRateOf(Bytes a0) {
 LinkLengths LengthsOf(Bytes a0, bool isCable) {
     LinkLengths lengths;
     if (isCable) {
-        lengths.cable = a0[LENGTH_OM4]; // the others hold attenuations
+        lengths.cable = a0[LENGTH_OM4]; // the other fields are attenuations
         return lengths;
     }
-    constexpr unsigned MORE = 0xFF; // than 25.4 km, which the other byte tells
+    constexpr unsigned MORE = 0xFF; // than 25.4 km: see the other byte
     const unsigned hundreds = a0[LENGTH_SMF];
     lengths.singleMode = hundreds != 0 && hundreds != MORE ? hundreds * 100U : a0[LENGTH_SMF_KM] * 1000U;
     lengths.om1 = a0[LENGTH_OM1] * 10U;
@@ -57,7 +57,7 @@ Line LineAt(Bytes a2, std::size_t slope, std::size_t offset) {
     return {a2.BigU16(slope) / 256.0, static_cast<double>(a2.BigS16(offset))};
 }
 
-/// The four levels, each made a value by `valueAt(offset)`.
+/// The four thresholds, each converted by `valueAt(offset)`.
 template <typename ValueAt>
 auto ThresholdsAt(Bytes a2, const MonitoredField& field, ValueAt valueAt)
     -> std::optional<Thresholds<decltype(valueAt(0))>> {
@@ -78,7 +78,7 @@ Reading<Value> LinearReading(Bytes a2, const MonitoredField& field, Line line, V
     return ReadingAt(a2, field, [&](std::size_t at) { return unit(line.slope * a2.BigU16(at) + line.offset); });
 }
 
-/// Factors of the powers of the raw number, the fourth first.
+/// Coefficients of the powers of the raw number, from the fourth down.
 using Polynomial = std::array<double, 5>;
 
 Polynomial ReceivePolynomialOf(Bytes a2) {
@@ -89,7 +89,7 @@ Polynomial ReceivePolynomialOf(Bytes a2) {
     return factors;
 }
 
-/// Double precision: the fourth power of 65535 has 64 bits, and a factor's single its own 24.
+/// Double precision: the fourth power of 65535 has 64 bits, and a single-precision coefficient has 24 of its own.
 double Apply(const Polynomial& factors, double raw) {
     double sum = 0;
     for (const double factor : factors) {

@@ -1,5 +1,5 @@
 /// @file
-/// The memory of a module of the SFP family, by SFF-8472: two-wire addresses A0h and A2h, 256 bytes each.
+/// The memory of an SFP module (SFF-8472): two-wire addresses A0h and A2h, 256 bytes each.
 #pragma once
 
 #include "ModuleIdentity.h"
@@ -7,7 +7,7 @@
 
 namespace decoders {
 
-/// Offsets of fields, in the standard's notation.
+/// Field offsets, in the standard's notation.
 namespace sff8472 {
 
 // Address A0h.
@@ -36,7 +36,7 @@ inline constexpr std::size_t WAVELENGTH = 60; ///< 1 nm; cables: compliance code
 inline constexpr std::size_t FC_SPEED_2 = 62;
 inline constexpr std::size_t CC_BASE = 63; ///< of bytes 0 to 62
 inline constexpr std::size_t OPTIONS = 64;
-inline constexpr std::size_t SIGNALING_RATE_MAX = 66; ///< with a nominal rate of FFh, that rate in 250 MBd
+inline constexpr std::size_t SIGNALING_RATE_MAX = 66; ///< the rate in 250 MBd if the nominal rate is FFh
 inline constexpr std::size_t SERIAL_NUMBER = 68;
 inline constexpr std::size_t DATE_CODE = 84;
 inline constexpr std::size_t MONITORING_TYPE = 92;
@@ -58,7 +58,7 @@ inline constexpr unsigned EXTERNALLY_CALIBRATED = 0x10;
 inline constexpr unsigned AVERAGE_RECEIVE_POWER = 0x08; ///< else the optical modulation amplitude
 
 // Address A2h.
-/// Where a monitored value and its thresholds stand.
+/// Offsets of a monitored value and its thresholds.
 struct MonitoredField {
     std::size_t value;
     std::size_t highAlarm, lowAlarm, highWarning, lowWarning;
@@ -70,7 +70,8 @@ inline constexpr MonitoredField TRANSMIT_POWER = {102, 24, 26, 28, 30}; ///< 0.1
 inline constexpr MonitoredField RECEIVE_POWER = {104, 32, 34, 36, 38};  ///< 0.1 microwatt
 
 /// Constants of external calibration. Slopes are unsigned, 1/256; offsets are signed, in the unit of the value.
-inline constexpr std::size_t RX_POWER_4 = 56; ///< factor of the fourth power; four bytes each, down to the constant
+inline constexpr std::size_t RX_POWER_4 =
+    56; ///< coefficient of the fourth power; four bytes each, down to the constant
 inline constexpr std::size_t RX_POWER_0 = 72;
 inline constexpr std::size_t BIAS_SLOPE = 76;
 inline constexpr std::size_t BIAS_OFFSET = 78;
@@ -87,15 +88,15 @@ inline constexpr unsigned DATA_NOT_READY = 0x01; ///< in `STATUS`
 
 } // namespace sff8472
 
-/// Reads address A0h. It never fails: what wasn't read is empty, unknown or unread.
+/// Decodes address A0h. Never fails: what wasn't read is empty, unknown or unread.
 ModuleIdentity DecodeSfpIdentity(Bytes a0);
 
 enum class Calibration {
     INTERNAL, ///< the module reports values
-    EXTERNAL, ///< it reports raw numbers and the constants that make values of them
+    EXTERNAL, ///< it reports raw numbers and the constants to convert them
 };
 
-/// Values and thresholds are calibrated, whichever way.
+/// Values and thresholds, with calibration applied.
 struct SfpDiagnostics {
     Calibration calibration;
     bool isReady;               ///< false while the module has no valid values yet
@@ -104,16 +105,16 @@ struct SfpDiagnostics {
     Reading<Volts> voltage;
     Reading<Milliamperes> bias;
     Reading<Milliwatts> transmitPower;
-    /// None when a constant of its calibration is no number (IEEE 754 infinity or NaN).
+    /// None if a calibration constant is infinite or NaN.
     std::optional<Reading<Milliwatts>> receivePower;
     Checksum checksum; ///< of thresholds and calibration constants
 };
 
-/// None for a module that doesn't monitor itself by its byte 92 of A0h, and when A2h wasn't read up to its status
-/// byte, 110.
+/// Returns none if byte 92 of A0h says that the module has no diagnostics, and if A2h ends before its status byte,
+/// 110.
 ///
-/// A module that says both kinds of calibration counts as externally calibrated: constants that change nothing do no
-/// harm. One that says neither counts as internally calibrated.
+/// A module that claims both kinds of calibration counts as externally calibrated: neutral constants do no harm.
+/// One that claims neither counts as internally calibrated.
 std::optional<SfpDiagnostics> DecodeSfpDiagnostics(Bytes a0, Bytes a2);
 
 } // namespace decoders

@@ -1,5 +1,5 @@
 /// @file
-/// Quantities with their units, and the units in which modules count them (SFF-8472, SFF-8636 and FC-LS alike).
+/// Quantities with units, and conversions from the units of modules (SFF-8472, SFF-8636 and FC-LS alike).
 #pragma once
 
 #include <compare>
@@ -16,13 +16,13 @@ template <typename Unit> struct Quantity {
 using Celsius = Quantity<struct CelsiusUnit>;
 using Volts = Quantity<struct VoltUnit>;
 using Milliamperes = Quantity<struct MilliampereUnit>;
-/// Optical power. External calibration can make it slightly negative in the dark.
+/// Optical power. External calibration can make it slightly negative without light.
 using Milliwatts = Quantity<struct MilliwattUnit>;
 /// Optical power relative to 1 mW.
 using Dbm = Quantity<struct DbmUnit>;
 using Nanometres = Quantity<struct NanometreUnit>;
 
-/// From the count of a field. Counts of calibrated values needn't be whole.
+/// Conversions from raw counts. Counts of calibrated values needn't be integers.
 constexpr Celsius CelsiusFrom256ths(double count) {
     return {count / 256};
 }
@@ -36,7 +36,7 @@ constexpr Milliwatts MilliwattsFromTenthMicrowatts(double count) {
     return {count / 10000};
 }
 
-/// None for a power of 0 or less, which has no logarithm.
+/// None for a power of 0 or less.
 std::optional<Dbm> DbmOf(Milliwatts power);
 
 } // namespace decoders

@@ -11,7 +11,7 @@ std::string StringOf(Bytes bytes) {
     return {bytes.begin(), bytes.end()};
 }
 
-/// The keywords of a resource, which lies at `start` in the data. False when they don't fill it exactly.
+/// Reads the keywords of a resource at `start`. Returns false if they don't fill it exactly.
 bool ReadKeywords(Bytes data, std::size_t start, std::size_t length, std::vector<VpdKeyword>& keywords,
                   VpdChecksum* checksum) {
     const Bytes resource = data.Sub(start, length);
@@ -52,7 +52,7 @@ const VpdKeyword* VitalProductData::Find(std::string_view name) const {
 
 VitalProductData DecodeVpd(Bytes data) {
     constexpr unsigned LARGE = 0x80;
-    constexpr unsigned SMALL_LENGTH = 0x07; // and the tag in the bits above
+    constexpr unsigned SMALL_LENGTH = 0x07; // the tag is in the bits above
     VitalProductData result;
     bool isSound = true;
     std::size_t at = 0;

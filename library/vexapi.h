@@ -1,18 +1,18 @@
 /// @file
 /// The interface of the management library `libvexapi_fconly`: its records and its 62 functions.
 ///
-/// Declarations only, valid C11 and C++20. Every implementation of the library (the maker's own, the
-/// simulator, a real host) is built against this header and is exchanged below the tool at load time.
+/// Declarations only, valid C11 and C++20. All implementations of the library (the vendor's, the simulator, the
+/// Linux library) are built against this header and are interchangeable at load time.
 ///
-/// Conventions that hold for every function unless its own comment says otherwise:
-///  - The result is a status: 0 is success, every other value is a failure of the library's own numbering.
+/// Unless a function's comment says otherwise:
+///  - The result is a status: 0 is success; any other value is a failure in the library's own numbering.
 ///  - `handle` is the address of the `PortHandle` field of a protocol record; `word` is the 32-bit word
 ///    at byte 4 of that field, in host order.
-///  - The library owns the records of the adapter tree and whatever they point to, from
-///    `VEXAPI_GetAdapterList` to `VEXAPI_Uninitialize`. A caller reads them and never frees them.
-///  - A record that the library fills is cleared to zeros by the caller first.
-///  - Numbers are in host order; texts are NUL-terminated, but a text that fills its array has no
-///    terminator. Names (WWNN, WWPN, port ids) are bytes in transmission order.
+///  - The library owns the records of the adapter tree and everything they point to, from
+///    `VEXAPI_GetAdapterList` to `VEXAPI_Uninitialize`. Callers must not free them.
+///  - The caller zeroes every record that the library fills.
+///  - Numbers are in host order. Texts are NUL-terminated unless they fill their array. Names (WWNN, WWPN,
+///    port ids) are bytes in transmission order.
 ///  - The library may print progress on standard output.
 #ifndef VEXAPI_H
 #define VEXAPI_H
@@ -35,7 +35,7 @@ typedef int16_t VX_INT16;
 
 /* ---------------------------------------------------------------- The adapter tree */
 
-/// Names one port to the library. The content is the library's business.
+/// Identifies a port to the library. The content is private to the library.
 typedef struct VX_PORT_HANDLE {
     VX_UINT8 opaque[12];
 } VX_PORT_HANDLE;
@@ -57,7 +57,7 @@ typedef struct _vexapi_protocol_t _vexapi_protocol_t;
 typedef struct _vexapi_phy_port_t _vexapi_phy_port_t;
 typedef struct _vexapi_adapter_t _vexapi_adapter_t;
 
-/// One protocol function of a physical port: what the tool means by "the port".
+/// One protocol function of a physical port; the tool's reports call it a port.
 struct _vexapi_protocol_t {
     VX_UINT8 WWNN[8];
     VX_UINT8 WWPN[8];
@@ -150,7 +150,7 @@ typedef struct VX_PHY_PORT_LIST {
     _vexapi_phy_port_t* pHead;
 } VX_PHY_PORT_LIST;
 
-/// One adapter. The version texts are empty where the flash holds no such image.
+/// One adapter. A version text is empty if the flash has no such image.
 struct _vexapi_adapter_t {
     char SerialNumber[32];
     VX_UINT32 AdapterType; ///< 1 Ethernet, 2 Fibre Channel, 3 iSCSI, 4 to 8 converged kinds
@@ -193,7 +193,7 @@ struct _tagVEXAPI_SDMLun {
     _tagVEXAPI_SDMLun* pNext;
 };
 
-/// One remote port that a port sees as a target.
+/// One remote port, seen as a target.
 struct _tagVEXAPI_SDMTarget {
     VX_UINT8 NodeName[8];
     VX_UINT8 PortName[8];
@@ -257,7 +257,7 @@ typedef struct _VEXAPI_FlashComponentVersion {
 } _VEXAPI_FlashComponentVersion;
 VEXAPI_STATIC_ASSERT(sizeof(_VEXAPI_FlashComponentVersion) == 48, "eight entries of six bytes");
 
-/// What the flash tools leave behind in an adapter's flash. Texts have no terminators.
+/// Record that the flash tools write to an adapter's flash. Texts are not terminated.
 typedef struct VX_SFlashMemoBlock {
     char Signature[4]; ///< "FMBS"
     VX_UINT8 Reserved4[12];
@@ -290,8 +290,8 @@ typedef struct _VEXAPI_BoardThermalTemp {
     VX_UINT8 Reserved[14];
 } _VEXAPI_BoardThermalTemp;
 
-/// Lockdown state of an adapter, and a status of its own for each item: 0 the state holds, 118 the
-/// driver does not support it, 134 the firmware does not.
+/// Lockdown state of an adapter, with a status for each item: 0 the state is valid, 118 not supported by the
+/// driver, 134 not supported by the firmware.
 typedef struct VEXAPI_LOCKDOWNINFO {
     VX_UINT8 ConfigLockdown;
     VX_UINT8 FirmwareLockdown;
@@ -304,8 +304,8 @@ typedef struct VEXAPI_LOCKDOWNINFO {
 /// Beacon state: 0 off, 1 on.
 typedef VX_UINT32 VEXAPI_BEACON_TYPE;
 
-/// Memory image of a transceiver: A0h and A2h of the SFP family (SFF-8472), or lower page and upper
-/// page 00h of the QSFP family (SFF-8636) in the first 256 bytes.
+/// Memory image of a transceiver: A0h and A2h for the SFP family (SFF-8472), or lower page and upper page 00h in
+/// the first 256 bytes for the QSFP family (SFF-8636).
 typedef struct _VEXAPI_SFP_DATA {
     VX_UINT8 Data[512];
 } _VEXAPI_SFP_DATA;
@@ -316,7 +316,7 @@ VEXAPI_STATIC_ASSERT(sizeof(_VEXAPI_SFP_DATA) == 512, "a transceiver image takes
 /// NVRAM parameters and boot settings of a port.
 typedef struct _VEXAPI_HBAParameters {
     VX_UINT32 DataRate;
-    VX_UINT32 ConnetionOptions; ///< spelt so by the library
+    VX_UINT32 ConnetionOptions; ///< the library's spelling
     VX_UINT32 EnableFibreChannelTapeSupport;
     VX_UINT32 MaxLunsPerTarget;
     VX_UINT32 EnableHardLoopId;
@@ -359,10 +359,10 @@ typedef struct _VEXAPI_HBAParameters {
     VX_UINT8 Alt7BootPortName[8];
     VX_UINT16 Alt7BootLunNumber;
     VX_UINT8 EnableVirtualLane;
-    VX_UINT8 Reserved[64]; ///< carried through as read
+    VX_UINT8 Reserved[64]; ///< preserved as read
 } _VEXAPI_HBAParameters;
 
-/// Auxiliary record of `VEXAPI_GetHBAParamsInfo`: zeroed by the caller, read by nobody.
+/// Auxiliary record of `VEXAPI_GetHBAParamsInfo`: zeroed by the caller and otherwise unused.
 typedef struct VX_HBA_AUX {
     VX_UINT8 Reserved[4096];
 } VX_HBA_AUX;
@@ -461,7 +461,7 @@ typedef struct __STATISTICS {
     VX_UINT32 Reserved[15];
 } __STATISTICS;
 
-/// Which remote port's statistics are asked for.
+/// Selects the remote port whose statistics are read.
 typedef struct VX_PORT_SELECTOR {
     VX_UINT16 SelectorType; ///< 2: by port name
     VX_UINT8 PortName[8];
@@ -540,15 +540,15 @@ VEXAPI_STATIC_ASSERT(sizeof(_VEXAPI_DiagnosticsDPortResult) == 240, "a D-Port re
 
 /// Starts the library. `debugLevel` is 0 (quiet) or 31 (everything); `reserved` is 0.
 VX_UINT32 VEXAPI_Initialize(VX_UINT32 debugLevel, VX_UINT32 reserved);
-/// Names the calling tool.
+/// Identifies the calling tool.
 VX_UINT32 VEXAPI_SetToolID(VX_UINT32 toolId);
-/// Tells the version of the calling tool.
+/// Sets the version of the calling tool.
 VX_UINT32 VEXAPI_SetToolVersion(VX_UINT32 major, VX_UINT32 minor, VX_UINT32 sub, VX_UINT32 build);
-/// Ends the library; the adapter tree is gone afterwards.
+/// Ends the library and releases the adapter tree.
 VX_UINT32 VEXAPI_Uninitialize(void);
-/// The adapter tree, or null. Several calls in one session give the same tree.
+/// Returns the adapter tree, or null. Repeated calls in a session return the same tree.
 VX_ADAPTER_LIST* VEXAPI_GetAdapterList(void);
-/// Sets `*required` to 1 when the change just made takes effect only after a reboot.
+/// Sets `*required` to 1 if the change just made needs a reboot to take effect.
 VX_UINT32 VEXAPI_IsRebootRequired(VX_UINT32* required);
 
 /* ---------------------------------------------------------------- Adapter: flash, personality */
@@ -557,7 +557,7 @@ VX_UINT32 VEXAPI_IsRebootRequired(VX_UINT32* required);
 VX_UINT32 VEXAPI_GetFlashComponentVersion(VX_PORT_HANDLE* handle, _VEXAPI_FlashComponentVersion* versions);
 /// Fills the memo block of the flash.
 VX_UINT32 VEXAPI_GetAdapterFlashMemoBlock(VX_PORT_HANDLE* handle, VX_SFlashMemoBlock* block);
-/// Writes a multi-boot image; status 201 is success with a reboot needed. `reserved` is 0.
+/// Writes a multi-boot image; status 201 means success with a reboot needed. `reserved` is 0.
 VX_UINT32 VEXAPI_doOptionROMUpdate(VX_PORT_HANDLE* handle, const char* path, VX_UINT32 reserved);
 /// Writes the board configuration.
 VX_UINT32 VEXAPI_UpdateSpecificFlashRegionFromFile(VX_PORT_HANDLE* handle, const char* path);
@@ -569,7 +569,7 @@ VX_UINT32 VEXAPI_UpdateAdapterPEPCfgFromFile(VX_PORT_HANDLE* handle, const char*
 VX_UINT32 VEXAPI_GetPersonalityType(VX_PORT_HANDLE* handle, unsigned char* personality);
 /// Changes the personality to 0 (FC) or 1 (CNA).
 VX_UINT32 VEXAPI_ChangePersonalityType(VX_PORT_HANDLE* handle, unsigned char personality);
-/// Not a status: 1 when the user may change the personality.
+/// Not a status: 1 if the personality may be changed.
 VX_UINT32 VEXAPI_CheckRowanPersonalityChangeOption(VX_PORT_HANDLE* handle);
 
 /* ---------------------------------------------------------------- Port: reports and actions */
@@ -586,7 +586,8 @@ VX_UINT32 VEXAPI_ResetDeviceStats(VX_PORT_HANDLE* handle);
 VX_UINT32 VEXAPI_GetSFPData(VX_PORT_HANDLE* handle, void* buffer);
 /// Writes transceiver firmware from a file. `option` is 2.
 VX_UINT32 VEXAPI_SfpModuleFirmwareUpdate(VX_PORT_HANDLE* handle, const char* path, VX_UINT32 option);
-/// Fills a zeroed buffer with the vital product data; `*size` is its size in and the data's size out.
+/// Fills a zeroed buffer with the vital product data; `*size` is the buffer size on entry and the data size on
+/// return.
 VX_UINT32 VEXAPI_GetVpd(VX_UINT32 word, VX_UINT32 reserved, void* buffer, VX_UINT32* size);
 /// Fetches the firmware dump. `*dump` is null and `*size` 0 on entry; the caller frees it with `free`.
 VX_UINT32 VEXAPI_SDGetFwDump2(VX_UINT32 word, VX_UINT32 reserved, void** dump, VX_UINT32* size);
@@ -619,7 +620,7 @@ VX_UINT32 VEXAPI_SetBootDeviceInfo(VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters
 VX_UINT32 VEXAPI_GetNVMeBootDeviceEntries(VX_PORT_HANDLE* handle, _VEXAPI_FcNVMeBootParams* parameters);
 /// Writes the NVMe boot entries.
 VX_UINT32 VEXAPI_SetNVMeBootDeviceEntries(VX_PORT_HANDLE* handle, _VEXAPI_FcNVMeBootParams* parameters);
-/// Reads buffer-to-buffer credit recovery; `reason` takes a text of at most `reasonSize` (64) bytes.
+/// Reads buffer-to-buffer credit recovery; `reason` receives a text of at most `reasonSize` (64) bytes.
 VX_UINT32 VEXAPI_FCGetBBCSupportInfoEx(VX_PORT_HANDLE* handle, VX_UINT8* status, VX_UINT8* configured, VX_UINT8* state,
                                        VX_UINT8* negotiated, char* reason, VX_UINT32 reasonSize);
 /// Sets buffer-to-buffer credit recovery; takes effect after a reboot.
@@ -635,13 +636,13 @@ VX_UINT32 VEXAPI_GetFWPrivateStats(VX_PORT_HANDLE* handle, _VEXAPI_FWPRIVATESTAT
 
 /* ---------------------------------------------------------------- Port: congestion management */
 
-/// Sets `*enabled` (0 on entry) to non-zero when congestion management is on for the port.
+/// Sets `*enabled` (0 on entry) to non-zero if congestion management is enabled on the port.
 VX_UINT32 VEXAPI_IsFWCMFeatureEnabled(VX_PORT_HANDLE* handle, VX_UINT8* enabled);
-/// Gives the head of a list that `VEXAPI_FreeSCMRStatisticsList` releases.
+/// Returns the head of a list, to be released with `VEXAPI_FreeSCMRStatisticsList`.
 VX_UINT32 VEXAPI_GetSCMRStatisticsList(VX_PORT_HANDLE* handle, _VEXAPI_SANCONGTMGMTV2** list);
 /// Releases a statistics list.
 VX_UINT32 VEXAPI_FreeSCMRStatisticsList(_VEXAPI_SANCONGTMGMTV2* list);
-/// Clears the congestion counters of all targets of the port; 118 when it is not supported.
+/// Clears the congestion counters of all targets of the port; 118 if not supported.
 VX_UINT32 VEXAPI_SANCongMgmtResetStatistics(VX_PORT_HANDLE* handle);
 /// Fills the congestion profile.
 VX_UINT32 VEXAPI_GetSCMRProfile(VX_PORT_HANDLE* handle, _VEXAPI_SCMRProfile* profile);
@@ -650,9 +651,9 @@ VX_UINT32 VEXAPI_SetSCMRProfile(VX_PORT_HANDLE* handle, _VEXAPI_SCMRProfile* pro
 
 /* ---------------------------------------------------------------- Port: diagnostics */
 
-/// Runs one loopback test. No status: the verdict is `TestStatus`.
+/// Runs one loopback test. Not a status: the verdict is `TestStatus`.
 _VEXAPI_LoopbackTestResult VEXAPI_DiagnosticsLoopBackTest(VX_PORT_HANDLE* handle, DiagTestParams* parameters);
-/// Runs one read/write buffer test. Gives a list that `VEXAPI_FreeRWBufferTestResultList` releases.
+/// Runs one read/write buffer test. Returns a list, to be released with `VEXAPI_FreeRWBufferTestResultList`.
 _VEXAPI_ReadWriteBufferTestResult* VEXAPI_DiagnosticsReadWriteBufferTest(VX_PORT_HANDLE* handle,
                                                                          DiagTestParams* parameters);
 /// Releases a result list.
@@ -663,19 +664,19 @@ VX_UINT32 VEXAPI_DiagnosticsFCPingTest(VX_PORT_HANDLE* handle, const char* name,
 /// Sends `count` (1) Echo ELS frames. `destinationType` is 2 for a target, 3 for the fabric.
 VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count,
                                         VX_UINT32 stopOnError, VX_UINT32 destinationType, _VEXAPI_ECHO_RESULTS* result);
-/// Sends CT pass-through commands; arguments as for the ping, then the test type, 1 or 2.
+/// Sends CT pass-through commands. Arguments as for the ping, followed by the test type, 1 or 2.
 VX_UINT32 VEXAPI_DiagnosticsCTCommand(VX_PORT_HANDLE* handle, const char* name, VX_UINT32 count, VX_UINT32 stopOnError,
                                       VX_UINT32* output, void* buffer, VX_UINT32 size, VX_UINT32 testType);
-/// Not a status: non-zero when the port is in diagnostic mode.
+/// Not a status: non-zero if the port is in diagnostic mode.
 VX_UINT32 VEXAPI_CheckAdapterDPortOption(VX_PORT_HANDLE* handle);
 /// Switches diagnostic mode on (1) or off (0). `reserved` is 0.
 VX_UINT32 VEXAPI_ConfigureAdapterDPortSettings(VX_PORT_HANDLE* handle, VX_UINT32 enable, VX_UINT32 reserved);
-/// Runs the diagnostic port test, first form. No status: the record comes back by value.
+/// Runs the diagnostic port test, first form. Not a status: returns the record by value.
 _VEXAPI_DiagnosticsDPortResult VEXAPI_DiagnosticDPortTest(VX_PORT_HANDLE* handle,
                                                           _VEXAPI_DiagnosticsDPortResult* result);
 /// Runs the diagnostic port test, second form, and fills the record.
 VX_UINT32 VEXAPI_DiagnosticDPortTestV2(VX_PORT_HANDLE* handle, _VEXAPI_DiagnosticsDPortResult* result);
-/// Fetches the Read Diagnostic Parameters payload; `*size` is 508 in and the payload's size out.
+/// Fetches the Read Diagnostic Parameters payload; `*size` is 508 on entry and the payload size on return.
 VX_UINT32 VEXAPI_DiagnosticsRDPTest(VX_PORT_HANDLE* handle, void* buffer, VX_UINT32* size);
 
 /* ---------------------------------------------------------------- Targets */
@@ -684,7 +685,7 @@ VX_UINT32 VEXAPI_DiagnosticsRDPTest(VX_PORT_HANDLE* handle, void* buffer, VX_UIN
 VX_UINT32 VEXAPI_GetTargetLinkSpeed(VX_PORT_HANDLE* handle, VX_UINT16 targetNumber, VX_UINT32* speed);
 /// Sets the speed code of the link to a target.
 VX_UINT32 VEXAPI_SetTargetLinkSpeed(VX_PORT_HANDLE* handle, VX_UINT16 targetNumber, VX_UINT32 speed);
-/// Fills the statistics of the remote port that the selector names. `reserved` is 0.
+/// Fills the statistics of the selected remote port. `reserved` is 0.
 VX_UINT32 VEXAPI_GetPortStatisticsFC(VX_UINT32 word, VX_UINT32 reserved, VX_PORT_SELECTOR* selector,
                                      __STATISTICS* statistics);
 

@@ -1,10 +1,10 @@
 /// @file
-/// The one lock of the tool.
+/// The tool's lock.
 #pragma once
 
 #include <pthread.h>
 
-/// A recursive lock: its owner may take it again and gives it back as often as it took it.
+/// A recursive mutex: its owner may lock it repeatedly and must unlock it as often.
 class CCriticalSection {
 public:
     CCriticalSection();
@@ -12,9 +12,9 @@ public:
     CCriticalSection(const CCriticalSection&) = delete;
     CCriticalSection& operator=(const CCriticalSection&) = delete;
 
-    /// Waits for ever. True when the lock is held.
+    /// Waits indefinitely. Returns true once the lock is held.
     bool Lock();
-    /// False, with nothing changed, for a thread that does not hold the lock.
+    /// Returns false, with no effect, if the calling thread does not hold the lock.
     bool Unlock();
 
 private:

@@ -12,7 +12,7 @@ constexpr char API_LOG[] = "/tmp/APILog.txt";
 
 bool s_isQuiet = false;
 
-/// A wide text in ASCII, cut at the length of a trace.
+/// Converts a wide text to ASCII, truncated to the length of a trace.
 TavuString Narrow(const wchar_t* format, va_list arguments) {
     wchar_t wide[TavuString::MAX_FORMATTED + 1] = {};
     std::vswprintf(wide, std::size(wide), format, arguments);

@@ -1,18 +1,17 @@
 /// @file
-/// Log functions that the program exports to the closed libraries. No command calls them: a library looks them up
-/// in the running program. See also `TavuDebug::UnInitialize`, the overloads of `TavuDebug::Print` and
-/// `TavuDebug::PrintForFwUpg`.
+/// Log functions exported to the closed libraries, which look them up in the running program. No command calls
+/// them. See also `TavuDebug::UnInitialize`, the overloads of `TavuDebug::Print` and `TavuDebug::PrintForFwUpg`.
 #pragma once
 
 #include "TavuDebug.h"
 
-/// Traces with the place in the source that they come from.
+/// Traces with their source location.
 class LinenoLog {
 public:
     /// Keeps the base name of `file`, which must outlive the log.
     LinenoLog(const char* file, int line);
 
-    /// As `TavuDebug::Print`, with the prefix " FILE (LINE)", padded to 25 characters, after the process id.
+    /// Same as `TavuDebug::Print`, with the prefix " FILE (LINE)", padded to 25 characters, after the process id.
     void Print(const char* format, ...) const __attribute__((format(printf, 2, 3)));
     void Print(unsigned level, const char* format, ...) const __attribute__((format(printf, 3, 4)));
 
@@ -23,24 +22,24 @@ private:
     int mLine;
 };
 
-/// Writes "ORDM_DebugPrint: SOURCE : TEXT" as a core message of debugging, and to the API log.
+/// Writes "ORDM_DebugPrint: SOURCE : TEXT" as a core log message of type debug, and to the API log.
 void ORDM_DebugPrint(TavuString source, TavuString text);
 
 extern "C" {
 
-/// As `TavuDebug::Print` with a level.
+/// Same as `TavuDebug::Print` with a level.
 void OR_Print(unsigned level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-/// Appends 'Debug:"TEXT" ' and a newline to "/tmp/APILog.txt". A file that isn't our own loses it in silence.
+/// Appends 'Debug:"TEXT" ' and a newline to "/tmp/APILog.txt". Silently drops the text if the file is not our own.
 void APILog(const char* text);
 
-/// Types of `CoreLogMessage`; any other prints as "Unknown".
+/// Message types of `CoreLogMessage`; any other prints as "Unknown".
 enum CoreLogType { CORE_LOG_INFO = 1, CORE_LOG_WARNING = 2, CORE_LOG_ERROR = 3, CORE_LOG_DEBUG = 100 };
 
-/// Prints "TYPE: TEXT" on standard output, unless the mode is quiet. During a library call that is the library's
-/// log.
+/// Prints "TYPE: TEXT" on standard output, unless the mode is quiet. During a library call, standard output is the
+/// library's log.
 void CoreLogMessage(int type, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-/// 0 makes `CoreLogMessage` quiet; any other mode, as at the start, lets it print.
+/// 0 silences `CoreLogMessage`; any other mode enables it. Enabled initially.
 void OR_setDebugMode(int mode);
 }

@@ -14,12 +14,12 @@ namespace {
 
 constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
 
-/// Cuts a text at the first of `characters`.
+/// Truncates a text at the first of `characters`.
 void Cut(char* text, const char* characters) {
     text[std::strcspn(text, characters)] = '\0';
 }
 
-/// Takes the next line off `content`, with its newline; of a longer line a piece of `longest` bytes.
+/// Removes the next line from `content`, including its newline, or `longest` bytes of a longer line.
 std::string_view TakeLine(std::string_view& content, std::size_t longest) {
     const std::size_t newline = content.substr(0, longest).find('\n');
     const std::size_t length = newline == std::string_view::npos ? std::min(longest, content.size()) : newline + 1;
@@ -28,8 +28,8 @@ std::string_view TakeLine(std::string_view& content, std::size_t longest) {
     return line;
 }
 
-/// `content` with `setting` in the place of every line that contains `key`, or at the end. A line ends at a NUL
-/// in it, as the reader sees it.
+/// Returns `content` with every line that contains `key` replaced by `setting`, or with `setting` appended. A NUL
+/// ends a line, as it does for the reader.
 TavuString WithSetting(std::string_view content, const TavuString& key, const TavuString& setting) {
     constexpr std::size_t LONGEST_LINE = 511;
     TavuString result;
@@ -46,7 +46,7 @@ TavuString WithSetting(std::string_view content, const TavuString& key, const Ta
         }
     }
     if (!isReplaced) {
-        // A file that was edited by hand may end without a newline; both settings would be lost on one line.
+        // A hand-edited file may lack the final newline; appending to that line would lose both settings.
         result += result.empty() || result.back() == '\n' ? "" : "\n";
         result += setting;
     }
@@ -86,7 +86,7 @@ int FileOps::FindKeyValue(const TavuString& content, const char* key, char* valu
         }
         char* const text = end + 1 + std::strspn(end + 1, WHITE_SPACE);
         Cut(text, " \t\n\v\f\r#");
-        std::strncpy(value, text, valueSize); // unterminated when it fills the value, as told
+        std::strncpy(value, text, valueSize); // not terminated if it fills the value, as documented
         return KEY_FOUND;
     }
     return KEY_NOT_FOUND;
@@ -98,14 +98,14 @@ unsigned FileOps::UpdateKeyValueInFile(const TavuString& path, const TavuString&
 
     TavuString content;
     if (!ReadOwnFile(path.c_str(), content)) {
-        // Only a missing file is started anew: what was staged in one that can't be read must not get lost.
+        // Only a missing file is created anew: settings staged in an unreadable one must not be lost.
         if (errno != ENOENT) {
             return Fail("File open failed in read mode");
         }
         TavuDebug::Print(TRACE_DEBUG, "FileOps::UpdateKeyValueInFile: File open failed in read mode, creating it");
         return CreateOwnFile(path.c_str(), setting) ? 0 : Fail("File open failed in write mode");
     }
-    unlink(temporary.c_str()); // of an interrupted run, or another user's
+    unlink(temporary.c_str()); // left by an interrupted run, or another user's
     if (!CreateOwnFile(temporary.c_str(), WithSetting(content, key, setting))) {
         return Fail("temp file open failed");
     }
@@ -125,7 +125,7 @@ int FileOps::IsFilePresent(const TavuString& path) {
         TavuDebug::Print(TRACE_DEBUG, "FileOps::IsFilePresent: File not present");
         return 0;
     }
-    // A success, and still at the level of failures. Required: support staff look for it there.
+    // Required: a success traced at the level of failures. Support staff look for it there.
     TavuDebug::Print(TRACE_DEBUG, "FileOps::IsFilePresent: %s file present", path.c_str());
     return 1;
 }

@@ -75,7 +75,7 @@ int OpenOwnFile(const char* path, OwnFileMode mode) {
     int descriptor = OpenExisting(path, APPENDING);
     if (descriptor == -1 && errno == ENOENT) {
         descriptor = Create(path, APPENDING);
-        if (descriptor == -1 && errno == EEXIST) { // another run of ours was faster
+        if (descriptor == -1 && errno == EEXIST) { // another run created it first
             descriptor = OpenExisting(path, APPENDING);
         }
     }

@@ -27,7 +27,7 @@ constexpr LevelWord LEVEL_WORDS[] = {
     {TRACE_DIAG_ERROR, "DIAG_ERROR "},
 };
 
-/// Word of the first bit of `level` that has one.
+/// Name of the first bit of `level` that has one.
 const char* WordOf(unsigned level) {
     for (const LevelWord& row : LEVEL_WORDS) {
         if ((level & row.level) != 0) {
@@ -37,8 +37,8 @@ const char* WordOf(unsigned level) {
     return "";
 }
 
-/// Made at the first trace, so that a run without traces pays nothing for it. Never destroyed: the
-/// destructors of the command tree trace until the very end.
+/// Created at the first trace, so that runs without traces don't pay for it. Never destroyed: the destructors of
+/// the command tree trace until the very end.
 CCriticalSection& TraceLock() {
     static auto* const lock = new CCriticalSection;
     return *lock;

@@ -1,21 +1,21 @@
 /// @file
-/// The string type of the tool and the array in which arguments travel.
+/// The tool's string type and argument array.
 #pragma once
 
 #include <cstdarg>
 #include <string>
 #include <vector>
 
-/// Compares as `strcmp` does, with the letters A to Z folded to lower case and every other byte, those
-/// above 127 included, as it stands. 0 means equal. This is the comparison of all command words.
+/// Compares like `strcmp`, with the letters A to Z folded to lower case; all other bytes, including those above
+/// 127, are compared as they are. Returns 0 for equal strings. Used for all command words.
 int CompareNoCase(const char* left, const char* right);
 
-/// The standard string with the operations that commands use all the time.
+/// The standard string with a few extra operations.
 template <typename Char> class TavuStringT;
 
 template <> class TavuStringT<char> : public std::string {
 public:
-    /// Longest text that `Format` makes, in characters.
+    /// Longest result of `Format`, in characters.
     static constexpr std::size_t MAX_FORMATTED = 1024;
 
     using std::string::string;
@@ -25,20 +25,20 @@ public:
 
     TavuStringT& operator=(const char* text);
 
-    /// Replaces the content; a text above `MAX_FORMATTED` characters is cut there without a report.
+    /// Replaces the content; silently truncates to `MAX_FORMATTED` characters.
     void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
     void FormatV(const char* format, va_list arguments) __attribute__((format(printf, 2, 0)));
 
     void Append(const char* text) { append(text); }
 
-    /// Maps A to Z to lower case; other bytes stay.
+    /// Maps A to Z to lower case; leaves other bytes alone.
     void MakeLower();
 
-    /// `::CompareNoCase` of this text and `other`.
+    /// Same as `::CompareNoCase` of this string and `other`.
     int CompareNoCase(const char* other) const { return ::CompareNoCase(c_str(), other); }
 
-    /// Gives the next token at or behind `position` and moves `position` behind it and its delimiter.
-    /// Leading and doubled delimiters are skipped; an empty result means that no token is left.
+    /// Returns the next token at or after `position`, and moves `position` past it and its delimiter. Skips leading
+    /// and repeated delimiters; returns an empty string when no token is left.
     TavuStringT Tokenize(const char* delimiters, int& position) const;
 };
 

@@ -1,5 +1,5 @@
 /// @file
-/// A stop watch of wall-clock time.
+/// A wall-clock stopwatch.
 #pragma once
 
 #include "TavuString.h"
@@ -11,10 +11,10 @@ public:
     void Start();
     void Stop();
 
-    /// Whole milliseconds from the start to the stop, or to now while it runs; 0 without a start.
+    /// Whole milliseconds from start to stop, or until now while running; 0 if never started.
     unsigned long ElapsedTimeInMillisec() const;
 
-    /// The same as "hh:mm:ss.mmm", with "%d days " ahead from one day on.
+    /// Same as "hh:mm:ss.mmm", prefixed with "%d days " from one day on.
     TavuString ElapsedTime() const;
 
 private:

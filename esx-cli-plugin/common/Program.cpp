@@ -14,7 +14,7 @@ struct ModeWord {
 };
 constexpr ModeWord MODE_WORDS[] = {{"-debug", FLAG_DEBUG}, {"-eng", FLAG_ENGINEERING}};
 
-/// Bit of a mode word; 0 for any other word.
+/// Flag of a mode word; 0 for any other word.
 VX_UINT32 FlagOf(const char* word) {
     for (const ModeWord& row : MODE_WORDS) {
         if (CompareNoCase(word, row.word) == 0) {
@@ -41,7 +41,7 @@ VX_UINT32 ChkProgMode(int argc, char** argv, unsigned* firstArg) {
 }
 
 void HandlerRoutine(int signal) {
-    // A trace allocates and opens a file, which is not safe here: it is only made when traces are on.
+    // Tracing allocates and opens a file, which is not async-signal-safe; it happens only if traces are on.
     if (signal == SIGQUIT) {
         g_uFlags |= FLAG_BREAK;
         TavuDebug::Print(TRACE_INFORMATION, "\r\nBreaking...\r\n");

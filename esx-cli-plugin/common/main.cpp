@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <ctime>
 
-/// Runs one command, or the prompt without one. The status is 0 whatever came of the command: its document
-/// or an error line tells, and `esxcli` reads nothing else.
+/// Runs one command, or the prompt if there is none. Always exits with 0: the result is in the document or in an
+/// error line, and `esxcli` reads nothing else.
 int main(int argc, char** argv) {
     TavuDebug::Initialize();
     std::srand(static_cast<unsigned>(std::time(nullptr))); // for the library's random test patterns
@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
     TavuStringArray args(argv + std::min(argc, static_cast<int>(firstArg)), argv + argc);
     if (!args.empty()) {
         g_uFlags |= FLAG_COMMAND_LINE;
-        // One command writes its document at once; the C library's own buffer is a sixteenth of this.
+        // A single command writes its whole document at once; the default buffer is a sixteenth of this.
         static char buffer[64 * 1024];
         std::setvbuf(stdout, buffer, _IOFBF, sizeof buffer);
     }

@@ -1,5 +1,5 @@
 /// @file
-/// Any 512 bytes as a transceiver's image, through the whole of `dmi get`; and any bytes through the decoders.
+/// Any 512 bytes as a transceiver's image, through all of `dmi get`, and any bytes through the decoders.
 #include "Capture.h"
 #include "FakeLibrary.h"
 #include "PhysicalPortDMICmdsProcessor.h"

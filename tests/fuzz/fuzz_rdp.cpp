@@ -1,5 +1,5 @@
 /// @file
-/// Any bytes as a payload of diagnostic parameters, in a buffer of exactly their size.
+/// Any bytes as a diagnostic parameters payload, in a buffer of exactly their size.
 #include "DiagnosticParameters.h"
 #include "RDPPayload.h"
 

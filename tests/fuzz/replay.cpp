@@ -1,5 +1,5 @@
 /// @file
-/// Gives every file of the folders named on its command line to a fuzz target: a corpus as a test.
+/// Passes every file in the folders given on its command line to a fuzz target: a corpus as a test.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Changes of settings that are interrupted: at every system call of a run that changes a file, in turn, the
-program is killed, or the call fails; and so for every read of the file of staged settings. No setting may be
-lost, and NVRAM takes a change whole or not at all.
+"""Interrupted changes of settings: at every system call that changes a file, in turn, the program is killed or the
+call fails; likewise at every read of the file of staged settings. No setting may be lost, and NVRAM must be changed
+completely or not at all.
 
-Create.test_bbcr is the class Create for the row "bbcr" of GROUPS; Create alone stands for all rows."""
+Create.test_bbcr runs the class Create for the row "bbcr" of GROUPS; Create alone runs all rows."""
 import os
 import pathlib
 import re
@@ -12,11 +12,11 @@ import tempfile
 import unittest
 
 PROGRAM = pathlib.Path(os.environ["BUILD"]) / "orfc-esxcli"
-PORT = "FC_21:00:00:24:ff:0c:48:2e"  # the lab's first Birch port, of the family that has every group
+PORT = "FC_21:00:00:24:ff:0c:48:2e"  # the lab's first Birch port; this family supports every group
 OTHER_PORT = "FC_21:00:00:24:ff:0c:48:2f"
 MOST = int(os.environ.get("MOST_CALLS", 200))  # a run with more calls than these is sampled
 
-# Those that change files, by whatever name the machine has them.
+# System calls that change files; their names depend on the machine.
 CALLS = ("open openat creat write writev pwrite64 close rename renameat renameat2 unlink unlinkat rmdir mkdir "
          "ftruncate fsync fdatasync").split()
 RENAMES = [name for name in CALLS if name.startswith("rename")]
@@ -27,17 +27,17 @@ UNREADABLE = "error=EIO"
 
 
 class Settings:
-    """Settings as options of `setFile`, as lines of the file, and as a report shows them."""
+    """Settings as options of `setFile`, as lines of the file, and in a report."""
 
     def __init__(self, options, file, report):
         self.options = options.split()
-        self.file = dict(word.split("=") for word in file.split())  # every key that the options write
+        self.file = dict(word.split("=") for word in file.split())  # all keys written by the options
         self.report = dict(part.split(": ") for part in report.split(", "))
 
 
 class Group:
-    """A group of commands. `before` and `after` are two changes of the same settings, with nothing in common but
-    the mode, which `get` and `setFile` are told; `file_error` is the message about a bad file."""
+    """A group of commands. `before` and `after` are two changes of the same settings, which share only the mode, an
+    argument of `get` and `setFile`; `file_error` is the message about a bad file."""
 
     def __init__(self, name, file, before, after, mode=(), file_error="Failed, Unknown"):
         self.name = name
@@ -46,7 +46,7 @@ class Group:
         self.after = Settings(*after)
         self.mode = mode
         self.file_error = file_error
-        # What `set` leaves between its two writes, where it makes two: NVMe entries are written last.
+        # The state between the two writes of `set`, if it makes two: NVMe entries are written last.
         self.between = {label: (self.before if label.startswith("Storage") else self.after).report[label]
                         for label in self.after.report}
 
@@ -115,7 +115,7 @@ GROUPS = {
 
 
 def settings(path):
-    """The settings in a cache file; every line must be one."""
+    """The settings in a cache file; every line must be a setting."""
     return dict(line.split("=") for line in path.read_text().splitlines())
 
 
@@ -124,7 +124,7 @@ def text(values):
 
 
 def merges(begin, values):
-    """The settings after none, the first, the second, ... of the values is merged: one by one, in ascending order."""
+    """The settings after merging none, the first, the second, ... of the values, in ascending order."""
     keys = sorted(values)
     return [{**begin, **{key: values[key] for key in keys[:count]}} for count in range(len(keys) + 1)]
 
@@ -134,9 +134,9 @@ def content(path):
 
 
 def sample(calls):
-    """Every key that is written rewrites the file, so a file of 72 keys takes hundreds of calls, nearly all in
-    rounds of the same few. Of more than MOST these stand for all: the first and the last, one of each kind, and
-    every 11th (23rd, 47th) between them; no round has that length, so those fall on each of its calls in turn."""
+    """Every key rewrites the file, so a file of 72 keys takes hundreds of calls, most of them in rounds of the same
+    few. If there are more than MOST, selects the first and the last, one of each kind, and every 11th (23rd, 47th)
+    in between; no round has that length, so each of its calls is selected in turn."""
     if len(calls) <= MOST:
         return calls
     step = next(step for step in (11, 23, 47) if len(calls) <= step * MOST)
@@ -154,7 +154,7 @@ class Case(unittest.TestCase):
     maxDiff = None
 
     def __init_subclass__(cls):
-        """Gives the class a test for every group, of what its `examine` does."""
+        """Adds a test to the class for every group, which calls `examine`."""
         for name, group in GROUPS.items():
             def test(self, group=group):
                 self.use(group)
@@ -175,12 +175,12 @@ class Case(unittest.TestCase):
         self.environment = dict(os.environ, VEXAPI_SIM_STATE=str(self.state),
                                 ASAN_OPTIONS=os.environ["ASAN_OPTIONS"].replace("leaks=1", "leaks=0"))
         self.begin(None, None)
-        # A report puts the library into the group's mode, which the state keeps.
+        # A report switches the library to the group's mode, which is kept in the state.
         self.nvram()
         self.original = content(self.state)
 
     def begin(self, state, staged):
-        """Begins with these contents of the state and of the cache file; None: with no file."""
+        """Starts with these contents of the state and the cache file; None means no file."""
         self.temporary.unlink(missing_ok=True)
         for path, data in ((self.state, state), (self.file, staged)):
             path.unlink(missing_ok=True)
@@ -188,7 +188,7 @@ class Case(unittest.TestCase):
                 path.write_bytes(data)
 
     def run_tool(self, leaf, *words, tracer=()):
-        """Runs a command; gives its document as a dictionary, {} where there is none."""
+        """Runs a command; returns its document as a dictionary, or {}."""
         mode = () if leaf == "set" else self.group.mode
         run = subprocess.run([*tracer, PROGRAM, "-t", "port", "-s", self.group.name, leaf + "cli", PORT, *mode, *words],
                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment, timeout=60)
@@ -197,7 +197,7 @@ class Case(unittest.TestCase):
         return dict(line.rsplit(": ", 1) for line in lines if ": " in line)
 
     def trace(self, calls, leaf, *words, options=()):
-        """These calls of a run: name, number among the run's calls of that name, and line."""
+        """These calls of a run: name, number among the calls of that name, and line."""
         log = self.folder / "calls"
         self.run_tool(leaf, *words, tracer=["strace", "-y", "-s", "0", "-o", log, *options,
                                             "-e", "trace=" + ",".join("?" + name for name in calls)])
@@ -210,7 +210,7 @@ class Case(unittest.TestCase):
 
     def inject(self, how, name, when, leaf, *words, options=()):
         """Runs a command in which the calls of a name are interrupted: the N-th with when="when=N"."""
-        # Stopping at no other calls is fast, but then a signal would get lost.
+        # Stopping at no other calls is faster, but would lose signals.
         fast = [] if how == KILL else ["-f", "--seccomp-bpf"]
         return self.run_tool(leaf, *words, tracer=["strace", *fast, "-o", "/dev/null", *options, "-e", f"trace={name}",
                                                    "-e", f"inject={name}:{how}:{when}"])
@@ -232,16 +232,16 @@ class Case(unittest.TestCase):
             yield name, number, line
 
     def interrupt(self, state, staged, check, leaf, *words):
-        """Runs the command from this state and file once for every changing call and each way to interrupt it;
-        `check` gets the call's line, the way and the document."""
+        """Runs the command with this state and file once for every changing call and each way to interrupt it;
+        `check` receives the call's line, the way and the document."""
         self.begin(state, staged)
         calls = list(self.changing_calls(leaf, *words))
-        # Without these the calls weren't seen, and nothing would be tested.
+        # Otherwise no calls were traced, and nothing would be tested.
         self.assertTrue([line for name, _, line in calls
                          if name.startswith(("unlink", "rename")) and str(self.file) in line], calls)
         for name, number, line in sample(calls):
             for how in (KILL, FAIL):
-                # A call that fails for the tracer isn't made: the lock would stay, and block the next write.
+                # A call that the tracer fails isn't made: the lock would remain and block the next write.
                 if how == FAIL and name == "close" and "state.lock" in line:
                     continue
                 self.begin(state, staged)
@@ -249,19 +249,19 @@ class Case(unittest.TestCase):
                     check(line, how, self.inject(how, name, f"when={number}", leaf, *words))
 
     def check_set_file(self, line, how, shown):
-        """What a `setFile` shows that was interrupted in this way."""
+        """The document of a `setFile` interrupted in this way."""
         self.assertEqual(content(self.state), self.original)
         if how == KILL:
             self.assertIn(shown.get("Message"), (None, "Success"))
         if str(self.file) in line:
-            # Whether an old temporary file could be deleted shows when the new one is made.
+            # A failure to delete an old temporary file shows when the new one is created.
             if how == FAIL and not (line.startswith("unlink") and str(self.temporary) in line):
                 self.assertEqual(shown["Message"], self.group.file_error)
             elif how == KILL:
                 self.assertEqual(shown, {})
 
     def nvram(self):
-        """What a report shows of the settings. It depends on the state alone, and is asked for once for each."""
+        """The settings in a report. It depends on the state only, and is requested once for each."""
         state = content(self.state)
         if state not in self.reports:
             shown = self.run_tool("get")
@@ -269,24 +269,24 @@ class Case(unittest.TestCase):
         return self.reports[state]
 
     def stage(self, change):
-        """Stages settings; gives the bytes of the file."""
+        """Stages settings; returns the bytes of the file."""
         self.assertEqual(self.run_tool("setFile", *change.options)["Message"], "Success")
         return self.file.read_bytes()
 
     def snapshot(self):
-        """The settings in a file that nothing is merged into."""
+        """The settings in a file before any merge."""
         self.begin(self.original, None)
         self.run_tool("setFile")
         return settings(self.file)
 
 
 class Create(Case):
-    """The first `setFile` of a port, which makes the file of what the port has."""
+    """The first `setFile` of a port, which creates the file with the port's settings."""
 
     def examine(self):
         after = self.group.after
         snapshot = self.snapshot()
-        # The file may also be there with nothing in it.
+        # The file may also be empty.
         steps = [*merges({}, snapshot), *merges(snapshot, after.file)]
         self.begin(self.original, None)
         expected = self.run_tool("setFile", *after.options)
@@ -300,14 +300,14 @@ class Create(Case):
             if shown.get("Message") == "Success":
                 self.assertEqual(shown, expected)
                 self.assertEqual(settings(self.file), steps[-1])
-            # Whatever came of it, the command can be repeated.
+            # The command can be repeated in any case.
             self.assertEqual(self.run_tool("setFile", *after.options), expected)
 
         self.interrupt(self.original, None, check, "setFile", *after.options)
 
 
 class Merge(Case):
-    """A `setFile` into a file that holds changes already."""
+    """A `setFile` into a file with changes."""
 
     def examine(self):
         after = self.group.after
@@ -318,7 +318,7 @@ class Merge(Case):
 
         def check(line, how, shown):
             self.check_set_file(line, how, shown)
-            # Without the old file the temporary one is there, complete.
+            # If the old file is gone, the temporary one is complete.
             survivor = self.file if self.file.exists() else self.temporary
             self.assertIn(settings(survivor), steps)
             if shown.get("Message") == "Success":
@@ -346,20 +346,20 @@ class Commit(Case):
         def check(line, how, shown):
             nvram = self.nvram()
             outcomes.append(nvram)
-            # The two writes of boot settings and NVMe entries are no transaction: the settings may be new and the
-            # entries old. One write is whole.
+            # The writes of boot settings and NVMe entries are not a transaction: the settings may be new and the
+            # entries old. Each write is atomic.
             self.assertIn(nvram, (before, between, after))
             is_deletion = str(self.file) in line
             if shown.get("Message") == "Success":
                 self.assertEqual(nvram, after)
-                # A file that can't be deleted stays, and nobody is told.
+                # A file that can't be deleted stays, without a message.
                 self.assertEqual(self.file.exists(), is_deletion)
             else:
                 self.assertFalse(is_deletion, "deleted before the document was out")
                 self.assertTrue(self.file.exists())
                 if how == KILL:
                     self.assertEqual(shown, {})
-                elif shown:  # a program that can't begin shows none
+                elif shown:  # a program that can't start shows none
                     self.assertEqual(shown["Reboot Required"], "false")
                     self.assertTrue(nvram == before or between != after, nvram)
             if self.file.exists():
@@ -379,7 +379,7 @@ class Read(Case):
     def examine(self):
         after = self.group.after
         snapshot = self.snapshot()
-        # The keys of a new file are written one by one, the first of them to the file itself.
+        # The keys of a new file are written one by one, the first one directly to the file.
         creation = [*merges({}, snapshot)[1:], *merges(snapshot, after.file)[1:]]
         staged = self.stage(self.group.before)
         steps = merges(settings(self.file), after.file)
@@ -389,8 +389,8 @@ class Read(Case):
         self.interrupt_reads(staged, [settings(self.file)], "set")
 
     def interrupt_reads(self, staged, steps, leaf, *words):
-        """Runs the command once for every read of the file, which fails, and once with all of them failing.
-        `steps` is what the file holds at first and after each renaming."""
+        """Runs the command once for every read of the file, with that read failing, and once with all reads failing.
+        `steps` are the contents of the file at first and after each renaming."""
         paths = ["-P", self.file, "-P", self.temporary]
         renamed = 0
         cases = []
@@ -416,7 +416,7 @@ class Read(Case):
 
 
 class Full(Case):
-    """A /tmp without room, of two pages: one for the file, one for the temporary file beside it."""
+    """A full /tmp of two pages: one for the file, and one for the temporary file."""
 
     def examine(self):
         group = self.group
@@ -438,7 +438,7 @@ class Full(Case):
                  PROGRAM.parent]
         full = 'full() { "$@"; }'
         if subprocess.run([*small, "true"], stderr=subprocess.DEVNULL).returncode != 0:
-            # No file system can be mounted: files that can't grow are the nearest to it.
+            # No file system can be mounted: files that can't grow are the closest substitute.
             small, full = [], "full() { (trap '' XFSZ; ulimit -f 0; \"$@\"); }"
         run = subprocess.run([*small, "bash", "-ec", full + script], stdout=subprocess.PIPE,
                              stderr=subprocess.STDOUT, env={**self.environment, "VEXAPI_SIM_STATE": ""}, timeout=60)

@@ -26,19 +26,19 @@ def run(command_line):
 
 
 def examples():
-    """The command lines, in order; one may go on behind a backslash."""
+    """The command lines, in order; a backslash continues a line."""
     return re.findall(r"^ +(?:Example: +)?(orfc-esxcli -t .*)$", re.sub(r"\\\n *", "", MANUAL), re.MULTILINE)
 
 
 def children(*path):
-    """The words that the help of a family lists."""
+    """The words listed by the help of a family."""
     return re.findall(r"^(\S+) *: ", run(" ".join(("orfc-esxcli", *path, "help"))).replace("\r", ""), re.MULTILINE)
 
 
 def families():
-    """Every family's options and words, with its commands but for `help`."""
+    """Every family's options and words, with its commands except `help`."""
     for top, option in OPTIONS.items():
-        # A family's own commands end at the last `cli` twin.
+        # A family's own commands end with the last `cli` twin.
         words = children("-t", top)
         subfamilies = words[max(at for at, word in enumerate(words) if word.endswith("cli")) + 1:]
         yield ("-t", top), set(words) - set(subfamilies) - {"help"}

@@ -1,5 +1,5 @@
 /// @file
-/// Preloaded, it sends the program SIGQUIT behind its first prompt, ahead of the wait for input.
+/// Preloaded, sends the program SIGQUIT after its first prompt, before the wait for input.
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <signal.h>
@@ -11,7 +11,7 @@ int fflush(FILE* stream) {
     static Flush next;
     const int isFirst = next == NULL;
     if (isFirst) {
-        // The conversion of an object pointer that POSIX asks of dlsym.
+        // The object-to-function pointer conversion that POSIX requires of dlsym.
         *(void**)&next = dlsym(RTLD_NEXT, "fflush");
     }
     const int result = next(stream);

@@ -34,17 +34,17 @@ class Case(unittest.TestCase):
 
 
 class Pipe(Case):
-    """Whole sessions, their input and their output byte for byte."""
+    """Whole sessions, byte for byte."""
 
     def session(self, *lines, flags=()):
-        """Feeds the lines and `q`; gives the output. The session must end by itself, with status 0."""
+        """Feeds the lines and `q`; returns the output. The session must end on its own, with status 0."""
         run = subprocess.run([PROGRAM, *flags], input="".join(line + "\n" for line in (*lines, "q")).encode(),
                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=self.environment, timeout=120)
         self.assertEqual((run.returncode, run.stderr), (0, b""))
         return run.stdout.decode()
 
     def broken_session(self, *lines):
-        """A session that an assertion ends: its output ahead of that."""
+        """A session that ends in an assertion: its output before that."""
         run = subprocess.run([PROGRAM], input="".join(line + "\n" for line in lines).encode(), stdout=subprocess.PIPE,
                              stderr=subprocess.PIPE, env=self.environment, timeout=120)
         # An assertion raises SIGABRT, whose handler ends the process as SIGINT does.
@@ -97,7 +97,7 @@ class Pipe(Case):
         self.assertEqual(self.session('version "', '"', 'a" b'), ("$>" + BAD_QUOTES) * 3 + "$>")
 
     def test_quotes(self):
-        # A pair of quotes is an empty word, and no command; quotes within a word belong to it.
+        # A pair of quotes is an empty word, not a command; quotes within a word belong to it.
         self.assertEqual(self.session('""', '" "'), ("$>" + UNKNOWN) * 2 + "$>")
         self.assertEqual(self.session('ver"sion"', '"version"'), ("$>" + VERSION) * 2 + "$>")
         self.assertEqual(self.session('version ""'), self.session("version x"))
@@ -133,7 +133,7 @@ class Pipe(Case):
         self.assertEqual(self.session("x" * 2046), "$>" + UNKNOWN + "$>")
         self.assertEqual(self.session("x" * 2046 + " version"), "$>" + UNKNOWN + "$>" + VERSION + "$>")
         self.assertEqual(self.session("x" * 100_000), ("$>" + UNKNOWN) * (100_000 // 2047 + 1) + "$>")
-        # The newline alone is left for the second piece.
+        # The second piece is just the newline.
         self.assertEqual(self.session("x" * 2047), "$>" + UNKNOWN + "$>$>")
 
     def test_thousand_words(self):
@@ -161,7 +161,7 @@ class Pipe(Case):
         log = self.folder / "commands.log"
         output = self.session(f"log {log}", "version", "-t port listcli", "nosuch", "log", "version")
         self.assertEqual(output.count(VERSION), 2)
-        # Every line that was typed and all plain output, from the prompt behind the opening to the line that
+        # Every line that was typed and all plain output, from the prompt after the opening to the line that
         # closes it; documents are not plain output.
         self.assertEqual(self.read_protected(log),
                          f"$>version\n{VERSION}$>-t port listcli\n$>nosuch\n{UNKNOWN}$>log\n")
@@ -189,7 +189,7 @@ class Pipe(Case):
         self.assertEqual(self.session("log"), "$>$>")
 
     def read_protected(self, path):
-        """The text of a file that not even its owner may read."""
+        """The text of a file that even its owner may not read."""
         mode = stat.S_IMODE(path.stat().st_mode)
         path.chmod(0o600)
         with open(path, newline="") as file:
@@ -207,14 +207,14 @@ class OnTerminal(Case):
         return child
 
     def wait_for_sleep(self, child):
-        """Until the program waits for input. A signal that comes ahead of that interrupts nothing."""
+        """Waits until the program waits for input. An earlier signal interrupts nothing."""
         while pathlib.Path(f"/proc/{child.pid}/stat").read_text().rpartition(")")[2].split()[0] != "S":
             time.sleep(0.01)
 
     def expect_answer(self, child, line, answer):
         child.sendline(line)
         child.expect_exact("$>")
-        # A terminal gives a carriage return to every newline.
+        # A terminal adds a carriage return to every newline.
         self.assertEqual(child.before, answer.replace("\n", "\r\n"))
 
     def expect_end_by_interrupt(self, child):
@@ -224,7 +224,7 @@ class OnTerminal(Case):
 
 
 class Terminal(OnTerminal):
-    """The prompt stands there before anything is typed."""
+    """The prompt is shown before anything is typed."""
 
     def test_commands(self):
         child = self.start()
@@ -264,7 +264,7 @@ class Signals(OnTerminal):
             self.wait_for_sleep(child)
             child.sendcontrol("\\")
             child.expect_exact("$>")
-            # A new prompt stands behind the old one, nothing else.
+            # A new prompt follows the old one, and nothing else.
             self.assertEqual(child.before, "")
         self.expect_answer(child, "version", VERSION)
 

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Every way in which a command fails: what its document says, and what the debug log tells of it.
+"""Every failure of every command: its document, and its lines in the debug log.
 
-REFUSALS has a row for each. To add one: the words behind the family's options, the result code, the message, and the
-traces that must stand in the log at level 4, without the names of class and function where they are the family's and
-the command's own. `Row` tells the circumstances that a row may need."""
+REFUSALS has a row for each. To add one: the words after the family's options, the result code, the message, and the
+traces that must be in the log at level 4, without the names of class and function if they are the family's and the
+command's. `Row` documents the conditions that a row can set."""
 import collections
 import dataclasses
 import functools
@@ -26,7 +26,7 @@ LIBRARY_LOG = pathlib.Path("/var/tmp/vexapi-output.log")
 FOLDER = tempfile.TemporaryDirectory()
 JOURNAL = pathlib.Path(FOLDER.name) / "journal"
 
-# What the words of the tables stand for.
+# Meaning of the words in the tables.
 NAMES = {name: f"FC_{wwpn}" for name, wwpn in {
     # The lab's ports.
     "4G": "21:00:00:24:ff:0a:51:c4", "8G": "21:00:00:24:ff:92:0f:38", "rowan": "21:00:00:24:ff:4b:18:7a",
@@ -70,7 +70,7 @@ for kind, text in {"mbi": "ORFC-IMAGE MBI 2.10.15\n", "sfp_image": "ORFC-IMAGE S
     pathlib.Path(NAMES[kind]).write_text(text)
 NAMES["out"] = f"{FOLDER.name}/out"
 
-# Messages that many families have.
+# Messages of several families.
 INVALID = "Failed, Invalid parameter"
 NO_HOST = "Failed, Host not found"
 NO_ADAPTER = "Failed, Adapter not found"
@@ -85,18 +85,18 @@ class Row:
     words: str
     code: int  # in the trace of the document
     message: str
-    # Texts at level 4, of any number in the place of %d. "Function: text" has another function of the family's class,
-    # "*: text" any; "Class::Function: text" is whole. Of a tuple one must be there.
+    # Texts at level 4; %d matches any number. "Function: text" names another function of the family's class, "*: text"
+    # any function, and "Class::Function: text" both. One text of a tuple must be there.
     traces: tuple
     faults: str = ""  # of the library
-    refuse: int = 0  # the opening of the library's log from which on all fail
+    refuse: int = 0  # the first opening of the library's log that fails; all later ones fail too
     host: str = None  # instead of the family's
-    staged: str = None  # words of a command that runs ahead
-    broken: str = ""  # the file for staged settings can't be made ("create") or replaced ("merge")
-    display: str = None  # the function that writes the document, instead of the leaf's
-    refused_in: str = ""  # the function that refuses an option
-    ahead: tuple = ()  # messages of documents ahead of the failing one
-    where: tuple = ("output",)  # where documents of this message stand: "output", "log" of the library
+    staged: str = None  # words of a command to run first
+    broken: str = ""  # the file for staged settings can't be created ("create") or replaced ("merge")
+    display: str = None  # the function that writes the document, if not the leaf's
+    refused_in: str = ""  # the function that rejects an option
+    ahead: tuple = ()  # messages of documents before the failing one
+    where: tuple = ("output",)  # where documents with this message appear: "output", "log" of the library
 
     def __str__(self):
         circumstances = [f"{field.name}={value!r}" for field in dataclasses.fields(self)[4:]
@@ -112,7 +112,7 @@ def row(words, code, message, *traces, **circumstances):
 class Family:
     path: str
     class_name: str
-    # Commands that succeed, in order, and the functions that trace that they are entered and left.
+    # Commands that succeed, in order, and the functions that trace their entry and exit.
     successes: list
     rows: list
     host: str = None
@@ -133,8 +133,8 @@ def common_function(leaf):
 
 
 def rows_of_port(leaf, rest="", also="", none=True):
-    """What every command refuses that takes a port; `also` is a trace with the code. Without `none` the command looks
-    at other words first."""
+    """Failures of every command that takes a port; `also` is a trace with the code. Without `none` the command checks
+    other words first."""
     resolver = "PhysicalPortCmdsProcessor::GetPhyPortFromPortString"
     own = lambda code: (also.replace("%d", str(code)),) if also else ()
     yield row(f"{leaf} nosuch {rest}", 6, INVALID, f"{resolver}: Invalid Port identifier nosuch", *own(6))
@@ -179,12 +179,12 @@ def rows_of_list(class_name):
 
 
 def without_log(words, calls, message=NO_FILE, **circumstances):
-    """The library's log can't be opened for one of the calls; the first opening is that of the start."""
+    """The library's log can't be opened for one of the calls; the first opening is at the start."""
     return [row(words, 19, message, refuse=number + 1, **circumstances) for number in range(1, calls + 1)]
 
 
 def by_status(words, function, results, trace=None):
-    """`results` gives code and message of each status."""
+    """`results` maps each status to its code and message."""
     return [row(words, code, message, *([trace.replace("%d", str(status))] if trace else []),
                 faults=f"{function}={status}")
             for status, (code, message) in results.items()]
@@ -221,7 +221,7 @@ ADAPTERS = [
                    NOT_UPDATED.replace("%d", "-1")),
                row("update {network_adapter} {mbi} MBI", 11, "Failed, Flash Update Error",
                    NOT_UPDATED.replace("%d", "-1"), host="refusals"),
-               # The library's log is left open, and gets the document.
+               # The library's log stays open and receives the document.
                *(row(f"update {{{adapter}_adapter}} {{mbi}} {kind}", 35,
                      "Failed, Feature not supported for this adapter", where=("log",))
                  for adapter, kind in (("8G", "BrdCfg"), ("birch", "FWPreload"), ("rowan", "PEPCfg"))),
@@ -275,7 +275,7 @@ ADAPTERS = [
            ]),
 ]
 
-# -t port, what ports are and have
+# -t port, identity and state
 
 PORTS = [
     Family("-t port", "PhysicalPortCmdsProcessor", displays={"updatenvram": "DisplayUpdateNvram"},
@@ -381,7 +381,7 @@ VIRTUAL = "Failed, feature not supported for virtual port"
 
 
 def refused_parameters():
-    """Refused options of `hbaparams setFile`: they are named at level 1."""
+    """Rejected options of `hbaparams setFile`, which are named at level 1."""
     for port, option, code, message in (
             ("maple", "-c Loop_Only", 6, INVALID),
             ("maple", "-c Loop_Preferred_Otherwise_Point_To_Point", 6, INVALID),
@@ -421,7 +421,7 @@ def refused_parameters():
     yield row("setFile {larch} -e 5", 17, NO_TIMER, staged="setFile {larch} -m Interrupt_For_Every_I/O_Completion")
 
 
-# What stands in the way is a link that leads nowhere, which may be refused ahead of writing.
+# The obstacle is a dangling link, which may be refused before writing.
 NOT_MADE = tuple(f"FileOps::UpdateKeyValueInFile: File open failed in {mode} mode" for mode in ("read", "write"))
 NOT_REPLACED = "FileOps::UpdateKeyValueInFile: temp file open failed"
 
@@ -447,13 +447,13 @@ def not_supported(option, value):
 
 
 def refused(words, option, value, code, message):
-    """A boot option whose value, the last word, is refused, and named without its dashes."""
+    """A boot option whose value, the last word, is rejected, and named without its dashes."""
     return row(f"setFile {words} --{option} {value}", code, message, not_supported(option, value),
                refused_in="UpdateBootConfigInFile")
 
 
 def rows_of_boot(modes):
-    """What both groups of boot settings refuse alike. `modes` gives the words that select BIOS and UEFI."""
+    """Failures common to both groups of boot settings. `modes` has the words that select BIOS and UEFI."""
     bios, uefi = modes
     for leaf in ("get", "setFile"):
         yield from rows_of_port(leaf, bios, none=False)
@@ -472,7 +472,7 @@ def rows_of_boot(modes):
     yield row("set {boot}", 0, UNKNOWN)
     yield from without_log("set {boot}", 2, UNKNOWN, staged=f"setFile {{boot}} {bios}")
     yield row("set {boot}", 20, BOOT_UPDATE, faults="VEXAPI_SetBootDeviceInfo=5", staged=f"setFile {{boot}} {bios}")
-    # Options, those that a mode or an adapter doesn't have first.
+    # Options; first those that a mode or an adapter doesn't support.
     yield refused(f"{{boot}} {uefi}", "selectable-boot", "true", 18, NOT_IN_UEFI)
     yield refused(f"{{boot_8G}} {bios}", "fabric-assigned-boot-lun", "true", 35, NOT_ON_ADAPTER)
     for option in ("enable-bfs", "fabric-assigned-boot-lun", "selectable-boot"):
@@ -610,7 +610,7 @@ SETTINGS = [
                refused("{boot_8G} BIOS", "boot-target-enable", "true", 35, NOT_ON_ADAPTER),
                refused("{boot} UEFI", "boot-target-enable", "true", 4, NEEDS_MODE),
                refused("{boot} NVME", "boot-target-enable", "yes", 6, INVALID),
-               # No option by itself is to blame.
+               # No single option is wrong.
                *(row(f"setFile {{boot}} {mode} {options}", code, message)
                  for mode, code, message in (("BIOS", 55, NEEDS_FCP), ("UEFI", 55, NEEDS_FCP), ("NVME", 56, NEEDS_NVME))
                  for options in ("-n 1", "-p {array}", "-o 3 -n 1")),
@@ -631,7 +631,7 @@ SCM_RELEASE = "Failed, Statistics list clear error"
 
 
 def unanswered(words):
-    """The library can't tell whether the feature is on."""
+    """The library can't tell if the feature is on."""
     return row(words, 13, SCM_READ, "Get FWCM feature failed err=5", faults="VEXAPI_IsFWCMFeatureEnabled=5")
 
 
@@ -713,7 +713,7 @@ MAILBOX = {
 
 
 def rows_of_ping(function, kind=""):
-    """What `fcping`, `fcecho` and `ctdiag` refuse; `kind` is the word of the test, where there are several."""
+    """Failures of `fcping`, `fcecho` and `ctdiag`; `kind` is the word of the test, if there are several."""
     run = lambda port, rest: f"run {{{port}}} {kind} {rest}"
     yield from rows_of_port("run", f"{kind} {{array}} 1 true", none=not kind)
     yield row(run("diag_virtual", "{array} 1 true"), 51, DIAG_VIRTUAL)
@@ -729,7 +729,7 @@ def rows_of_ping(function, kind=""):
 
 
 def rows_of_frames(word_of_type, limit, size):
-    """What `loopback` and `rwbuffer` refuse. `word_of_type` goes ahead of the pattern, `size` isn't taken."""
+    """Failures of `loopback` and `rwbuffer`. `word_of_type` precedes the pattern; `size` is not accepted."""
     run = lambda port, numbers, rest="Random": f"run {{{port}}} {numbers} Ignore {word_of_type} {rest}"
     yield from rows_of_port("run", f"1 1 8 Ignore {word_of_type} Random")
     yield row(run("diag_virtual", "1 1 8"), 51, DIAG_VIRTUAL)
@@ -771,7 +771,7 @@ DIAGNOSTICS = [
                *by_status("run {diag_second}", "VEXAPI_DiagnosticDPortTestV2", {
                    2: (6, INVALID), 29: (51, DIAG_VIRTUAL), 38: (35, DIAG_PORT), 129: (48, DIAG_MODE),
                    130: (43, DIAG_DOWN), 131: (44, DIAG_SPEED), 5: (50, UNKNOWN)}),
-               # A first document goes where the library's output goes.
+               # A first document goes to the library's log.
                row("run {diag_second}", 40, "Failed, Feature not supported in Boot-From-SAN mode",
                    faults="VEXAPI_DiagnosticDPortTestV2=132", where=("log", "output")),
                row("run {diag_mailbox}", 33, MAILBOX[32865], display="DisplayMbxError"),
@@ -882,7 +882,7 @@ TARGETS = [
                    "Command not supported for this adapter"),
                *(row(f"set {{target}} {speed}", 44, "Failed, Speed not supported for this adapter",
                      "speed not supported for this adapter") for speed in ("64_Gbps", "10_Gbps")),
-               # The trace of a read, as it stands.
+               # Required: the trace is that of a read.
                row("set {target} 16_Gbps", 20, "Failed, IIDMA set failed", "Get Link Speed failed err=5",
                    faults="VEXAPI_SetTargetLinkSpeed=5"),
            ]),
@@ -911,7 +911,7 @@ TARGETS = [
 
 REFUSALS = ADAPTERS + PORTS + SETTINGS + CONGESTION + DIAGNOSTICS + TARGETS
 
-# Texts of the manual that no command gives, and why.
+# Texts of the manual that no command prints, and why.
 UNREACHABLE = {
     "Failed, PF-Number not provided": "`vpd` takes no number of a function",
     "Failed, VPD not present": "`vpd` asks every adapter, and every failure of the library is \"Failed, VPD failed\"",
@@ -919,13 +919,13 @@ UNREACHABLE = {
     "Failed, RWBuffer type not supported for this adapter": "`rwbuffer` takes no type",
 }
 
-# Calls whose result is no status of the library, and those of the session.
+# Calls that don't return a library status, and calls of the session.
 NO_STATUS = {"VEXAPI_GetAdapterList", "VEXAPI_GetBfsConfigMode", "VEXAPI_CheckRowanPersonalityChangeOption",
              "VEXAPI_CheckAdapterDPortOption", "VEXAPI_DiagnosticsLoopBackTest",
              "VEXAPI_DiagnosticsReadWriteBufferTest", "VEXAPI_DiagnosticDPortTest", "VEXAPI_Initialize",
              "VEXAPI_SetToolID", "VEXAPI_SetToolVersion", "VEXAPI_Uninitialize"}
 
-# Classes that resolve identifiers for all families; one has the name of another in its trace.
+# Classes that resolve identifiers for all families; one of them traces the name of another.
 RESOLVERS = ("AdapterCmdsProcessor", "AdapterDefaultCfgCmdsProcessor", "PhysicalPortCmdsProcessor",
              "FCTargetCmdsProcessor", "FCLunCmdsProcessor")
 
@@ -935,8 +935,8 @@ STAMP = r"\d{1,2}/\d{1,2}/\d{4} \d\d:\d\d:\d\d\.\d{3} CIM Provider "
 @dataclasses.dataclass
 class Run:
     output: str
-    library_log: str  # what this run added
-    log: str  # the whole debug log, empty where there is none
+    library_log: str  # added by this run
+    log: str  # the whole debug log, or empty
     process: int
     status: int
     errors: str
@@ -969,7 +969,7 @@ def run(path, words, level, host=None, faults="", refuse=0, journal=False):
 
 
 def staged_files(words):
-    """Where settings of the port are staged that a command names."""
+    """Path of the staged settings of the port that a command names."""
     return [pathlib.Path(f"/tmp/{group}_{word}") for word in words_of(words) if word.startswith("FC_")
             for group in ("HBAParams", "BBCR", "BootConfig", "BootConfigExt")]
 
@@ -1005,7 +1005,7 @@ def messages(family, text):
 
 
 class Walk:
-    """The refusals of some families, each run once; a test looks at all of them."""
+    """The failures of some families, each run once and checked by all tests."""
     families = []
     maxDiff = None
 
@@ -1056,7 +1056,7 @@ class Walk:
         self.each(check)
 
     def pattern(self, family, refusal, trace):
-        """Regular expression for a trace of the table."""
+        """Regular expression of a trace in the table."""
         if not re.match(r"\w+::", trace):
             if not re.match(r"(\w+|\*): ", trace):
                 trace = f"{common_function(refusal.words.split()[0])}: {trace}"
@@ -1102,7 +1102,7 @@ class Root(unittest.TestCase):
 
 
 class Successes(unittest.TestCase):
-    """A command that succeeds has nothing to tell at level 4, but for what is odd about files of settings."""
+    """A successful command traces nothing at level 4, except the irregular trace of settings files."""
 
     def test_successes(self):
         odd = re.compile(r"FileOps::IsFilePresent: (/tmp/\w+_FC_[0-9a-f:]+ file|File not) present|"
@@ -1118,14 +1118,14 @@ class Successes(unittest.TestCase):
 
 
 class Steps(unittest.TestCase):
-    """Level 1: the steps of a command, of one that fails too."""
+    """Level 1: the steps of a command, even if it fails."""
     maxDiff = None
 
-    # Functions that trace their exit whatever happens.
+    # Functions that always trace their exit.
     PAIRED = re.compile(r"\w+::(Display\w+|CmdHelp|Usage|Create\w+File|Update\w+InFile|Read\w+FromFile)")
 
     def check(self, result, functions, is_failure, within=r"Cmd\w+Common"):
-        """Entries and exits must nest, and the functions be entered, within a function of that name."""
+        """Within a function of that name, entries and exits must nest, and the functions must be entered."""
         self.assertEqual((result.status, result.errors), (0, ""))
         self.assertEqual(set(re.findall(rf"{STAMP}(.{{11}}) {result.process}: ", result.log)), {"INFORMATION"})
         entered, left, stack = [], [], []
@@ -1199,7 +1199,7 @@ class Steps(unittest.TestCase):
                            is_failure=False, within="Usage")
 
     def test_usage_behind_a_failure(self):
-        # One that has the usage of another family among them.
+        # Including one with the usage of another family.
         for path, class_name in (("-t port -s fec", "PhysicalPortFECCmdsProcessor"),
                                  ("-t port -s beacon", "PhysicalPortFECCmdsProcessor"),
                                  ("-t target -v info", "FCTargetInfoCmdsProcessor")):
@@ -1262,7 +1262,7 @@ class Steps(unittest.TestCase):
 
 
 class Completeness(unittest.TestCase):
-    """Whether the rows are all: by the program's own lists of commands, and by the manual's list of failures."""
+    """The rows are complete, by the program's lists of commands and by the manual's list of failures."""
     maxDiff = None
 
     OPTIONS = {"adapter": "-s", "port": "-s", "target": "-v", "lun": "-v"}
@@ -1273,7 +1273,7 @@ class Completeness(unittest.TestCase):
         plain = lambda words: {word for word in words if word != "help" and not word.endswith("cli")}
         for top, option in self.OPTIONS.items():
             words = children(f"-t {top}")
-            # A family's own commands end at the last `cli` twin.
+            # A family's own commands end with the last `cli` twin.
             subfamilies = words[max(at for at, word in enumerate(words) if word.endswith("cli")) + 1:]
             yield f"-t {top}", plain(set(words) - set(subfamilies))
             for subfamily in subfamilies:
@@ -1290,7 +1290,7 @@ class Completeness(unittest.TestCase):
 
     @functools.cached_property
     def told(self):
-        """Headings of the manual's list of failures with the families that they name and the texts below them."""
+        """Headings of the manual's list of failures, with the families that they name and the texts that follow."""
         chapter = MANUAL[MANUAL.index("\n7. WHEN A COMMAND FAILS"):]
         sections = re.findall(r"^   (\S.*)\n((?:(?:    .*)?\n)*)", chapter, re.MULTILINE)
         told = []
@@ -1307,7 +1307,7 @@ class Completeness(unittest.TestCase):
         names = {family.name for family in REFUSALS}
         if heading == "Any command":
             return names
-        # Behind options, or behind a topic's colon.
+        # After options, or after a topic's colon.
         if heading.startswith("-t"):
             found = set(re.findall(r"-s (\w+)", heading)) or {heading.split()[1]}
         else:

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Another local user against the program: what this user can put into /tmp and /var/tmp in the way of a run, and
-files there that fail or vanish. The program uses its own files alone, waits for nobody, and loses no setting."""
+"""Another local user against the program: obstacles that this user can create in /tmp and /var/tmp, and files there
+that fail or vanish. The program must use only its own files, never block, and lose no setting."""
 import contextlib
 import errno
 import itertools
@@ -36,13 +36,13 @@ LIMIT = 10  # seconds until a run counts as hanging; it takes some milliseconds
 class Group(typing.NamedTuple):
     """A group of settings with a cache file."""
     name: str
-    head: str  # of the file's name
-    mode: tuple  # what `setFile` needs ahead of options
+    head: str  # start of the file's name
+    mode: tuple  # arguments of `setFile` before its options
     first: tuple  # options that stage one setting
     second: tuple  # options that stage another one
-    line: str  # what the second one is in the file
-    writer: str  # the library's function that `set` calls
-    refusal: str = "Failed, Unknown"  # of a file that can't be opened
+    line: str  # the second one in the file
+    writer: str  # the library function that `set` calls
+    refusal: str = "Failed, Unknown"  # for a file that can't be opened
 
     def file(self):
         return pathlib.Path(f"/tmp/{self.head}_{PORT}")
@@ -51,7 +51,7 @@ class Group(typing.NamedTuple):
         return pathlib.Path(f"/tmp/{self.head}_{PORT}_tmp")
 
     def merge(self, content):
-        """A file's content with the second setting."""
+        """Content of a file with the second setting."""
         key = self.line.split("=")[0]
         return re.sub(f"(?m)^{key}=.*$", self.line, content.decode()).encode()
 
@@ -72,8 +72,8 @@ WRITERS = {group.writer for group in GROUPS} | {"VEXAPI_SetNVMeBootDeviceEntries
 
 class Answer(typing.NamedTuple):
     text: str
-    code: int | None  # the run's code, which the debug log tells
-    calls: list  # the library's functions, in order
+    code: int | None  # the run's result code, from the debug log
+    calls: list  # library functions, in order
 
     def value(self, label):
         return dict(line.split(": ", 1) for line in self.text.splitlines() if ": " in line).get(label)
@@ -83,7 +83,7 @@ class Answer(typing.NamedTuple):
 
 
 def has_second_user():
-    """Root can be any user, but for a namespace that knows root alone."""
+    """Root can be any user, except in a namespace that has root only."""
     if os.geteuid() != 0:
         return False
     try:
@@ -101,7 +101,7 @@ TWO_USERS = has_second_user()
 
 @contextlib.contextmanager
 def second_user():
-    """In here files are made as the second user, where there is one."""
+    """Creates files as the second user, if there is one."""
     if not TWO_USERS:
         yield
         return
@@ -114,8 +114,8 @@ def second_user():
         os.setegid(0)
 
 
-# What may stand at a name that the program uses. Each gets the name, a file that is root's alone, and content that
-# the program would take; a descriptor that comes back is watched.
+# Obstacles at a name that the program uses. Each receives the name, a file that only root may use, and content that
+# the program would accept; a descriptor that is returned is watched.
 
 def link(name, target, _):
     name.symlink_to(target)
@@ -160,7 +160,7 @@ def file(name, _, content):
 def second_name(name, target, _):
     try:
         os.link(target, name)
-    except PermissionError:  # the kernel protects files from this; as if they were made before it did
+    except PermissionError:  # the kernel prevents this; assume that the file is older than the protection
         os.seteuid(0)
         os.link(target, name)
 
@@ -168,7 +168,7 @@ def second_name(name, target, _):
 class Attack(typing.NamedTuple):
     name: str
     make: typing.Callable
-    is_file: bool = False  # a regular file: a present one, but none of ours
+    is_file: bool = False  # a regular file: present, but not ours
     needs_second_user: bool = False
 
 
@@ -189,7 +189,7 @@ POSSIBLE = [attack for attack in ATTACKS if TWO_USERS or not attack.needs_second
 
 def setUpModule():
     for path in ("/tmp", "/var/tmp"):
-        if not os.stat(path).st_mode & stat.S_IWOTH:  # only a sandbox makes them so
+        if not os.stat(path).st_mode & stat.S_IWOTH:  # happens only in a sandbox
             os.chmod(path, 0o1777)
     if not TWO_USERS:
         impossible = [attack.name for attack in ATTACKS if attack not in POSSIBLE]
@@ -198,7 +198,7 @@ def setUpModule():
 
 
 def look(path):
-    """Everything that a change of a file would change."""
+    """Everything that a modification of a file would change."""
     about = path.lstat()
     content = None
     if stat.S_ISLNK(about.st_mode):
@@ -233,12 +233,12 @@ class Case(unittest.TestCase):
         self.environment = dict(os.environ, VEXAPI_SIM_STATE=str(self.state), VEXAPI_SIM_JOURNAL=str(self.journal),
                                 ORFC_DEBUG_LEVEL="5",
                                 ASAN_OPTIONS=os.environ.get("ASAN_OPTIONS", "").replace("leaks=1", "leaks=0"))
-        self.targets = []  # folders of attacks, beside what they attack
+        self.targets = []  # folders of attacks, next to their targets
         self.watched = None
         self.forget()
 
     def forget(self):
-        """All is as before the first run."""
+        """Restores the state before the first run."""
         if self.watched is not None:
             os.close(self.watched)
             self.watched = None
@@ -263,7 +263,7 @@ class Case(unittest.TestCase):
         return subprocess.Popen([*tracer, PROGRAM, *words], env=self.environment, **how)
 
     def finish(self, run):
-        """The standard output of a run, which must end in time, and well."""
+        """The standard output of a run, which must end in time and without an error."""
         try:
             output, errors = run.communicate(timeout=LIMIT)
         except subprocess.TimeoutExpired:
@@ -277,7 +277,7 @@ class Case(unittest.TestCase):
         return output.decode()
 
     def answer(self, start):
-        """What comes of a run that `start` begins."""
+        """The result of a run that `start` begins."""
         DEBUG_LOG.unlink(missing_ok=True)
         self.journal.unlink(missing_ok=True)
         text = self.finish(start())
@@ -292,7 +292,7 @@ class Case(unittest.TestCase):
         return [json.loads(line)["function"] for line in lines]
 
     def stage(self, group, *options):
-        """Stages settings, without options the group's first one. Gives the file's content."""
+        """Stages settings; without options, the group's first one. Returns the file's content."""
         self.check_success(self.tool(group, "setFile", *(options or group.first)))
         return group.file().read_bytes()
 
@@ -300,11 +300,11 @@ class Case(unittest.TestCase):
 
     @staticmethod
     def names():
-        """The names of cache files and temporary files at which something stands."""
+        """The existing names of cache files and temporary files."""
         return [path for group in GROUPS for path in (group.file(), group.temporary()) if os.path.lexists(path)]
 
     def make_target(self, name, content):
-        """A file that is root's alone, in a folder that isn't, on the file system of `name`."""
+        """A file that only root may use, in a folder open to all, on the file system of `name`."""
         target = pathlib.Path(tempfile.mkdtemp(dir=name.parent)) / "target"
         self.targets.append(target.parent)
         target.parent.chmod(0o777)
@@ -313,24 +313,24 @@ class Case(unittest.TestCase):
         return target
 
     def attack(self, attack, name, content):
-        """Lets the attack stand at the name."""
+        """Puts the attack at the name."""
         target = self.make_target(name, content)
         with second_user():
             self.watched = attack.make(name, target, content)
 
     def kept(self):
-        """What no run may change."""
+        """State that no run may change."""
         return {path: look(path) for place in self.targets for path in (place, *place.iterdir())}
 
     def scene(self):
         return self.kept() | {path: look(path) for path in self.names()}
 
     def check_secret(self):
-        """What is root's alone isn't in a file that others read."""
+        """Content that only root may read isn't in a file that others can read."""
         for path in (*self.names(), LIBRARY_LOG, DEBUG_LOG):
             try:
                 descriptor = os.open(path, os.O_RDONLY | os.O_NOFOLLOW | os.O_NONBLOCK)
-            except OSError:  # nothing there, or nothing that could be read
+            except OSError:  # missing or unreadable
                 continue
             try:
                 mode = os.fstat(descriptor).st_mode
@@ -340,7 +340,7 @@ class Case(unittest.TestCase):
                 os.close(descriptor)
 
     def check_watched(self, content):
-        """From a pipe that is held open nothing was read, and nothing was written to it."""
+        """Nothing was read from or written to a pipe that is held open."""
         if self.watched is not None:
             readable = select.select([self.watched], [], [], 0)[0]
             self.assertEqual(os.read(self.watched, 1 << 16) if readable else b"", content)
@@ -356,7 +356,7 @@ class Case(unittest.TestCase):
         self.assertEqual((answer.value("Message"), answer.code), ("Success", 0), answer.text)
 
     def check_refused(self, group, leaf, answer):
-        """The answer to a file that can't be opened."""
+        """The document for a file that can't be opened."""
         reboot = "false" if leaf == "set" else None
         self.assertEqual((answer.value("Message"), answer.value("Reboot Required"), answer.code, answer.writes()),
                          (group.refusal, reboot, FILE_ERROR, []), answer.text)
@@ -373,7 +373,7 @@ class Case(unittest.TestCase):
 
 
 class CacheFile(Case):
-    """Something else in the place of a cache file."""
+    """Something else at the name of a cache file."""
 
     def test_refused(self):
         for group in GROUPS:
@@ -402,17 +402,17 @@ class CacheFile(Case):
                 self.check_refused(group, "setFile", self.tool(group, "setFile", *group.second))
                 self.check_refused(group, "set", self.tool(group, "set"))
                 self.assertEqual(self.scene(), before)
-                # Without the second name it is a file like any other.
+                # Without the second name it is an ordinary file.
                 second.unlink()
                 self.check_success(self.tool(group, "set"))
                 self.assertEqual(self.names(), [])
 
 
 class Temporary(Case):
-    """Something else in the place of the temporary file, which a changed cache file is written to first."""
+    """Something else at the name of the temporary file, to which a changed cache file is written first."""
 
     def replace(self, is_changed):
-        """The attack is gone behind a change of the cache file, or behind a change that makes the cache file."""
+        """The attack is gone after a change that modifies or creates the cache file."""
         for group, attack in itertools.product(GROUPS, POSSIBLE):
             if attack is FOLDER:
                 continue
@@ -446,13 +446,13 @@ class Temporary(Case):
                 before = self.scene()
                 self.check_refused(group, "setFile", self.tool(group, "setFile", *group.second))
                 self.assertEqual(self.scene(), before)
-                # What is staged can still be brought into NVRAM.
+                # The staged settings can still be written to NVRAM.
                 self.check_success(self.tool(group, "set"))
                 self.assertEqual(self.names(), [group.temporary()])
 
 
 class Modes(Case):
-    """The permissions of new files: those of the process, less the right of others to write."""
+    """The permissions of new files: the process's default, without write permission for others."""
 
     def test_modes(self):
         for group, umask in itertools.product(GROUPS, (0o000, 0o002, 0o022, 0o027, 0o077)):
@@ -465,7 +465,7 @@ class Modes(Case):
 
 
 class Logs(Case):
-    """Something else in the place of a log."""
+    """Something else at the name of a log."""
 
     GET = ("-t", "port", "-s", "hbaparams", "getcli", PORT)
     CONTENT = b"A line\n"
@@ -527,7 +527,7 @@ class Logs(Case):
 
 
 class Traced(Case):
-    """Runs whose system calls for one file are counted, and disturbed, by a tracer."""
+    """Runs whose system calls for one file are counted, and made to fail, by a tracer."""
 
     OPENS = ("open", "openat", "openat2")
     READS = ("read", "readv", "pread64", "preadv")
@@ -536,10 +536,10 @@ class Traced(Case):
 
     @staticmethod
     def tracer(path, names, log, *more):
-        # The run is the child, to wait for, and the tracer a grandchild.
+        # The run is the child to wait for, and the tracer a grandchild.
         return ["strace", "-D", "-o", log, "-P", path, "-e", "trace=" + ",".join("?" + name for name in names), *more]
 
-    # Lets the run go on without a stop at other calls. Signals are lost with it.
+    # Does not stop the run at other calls, which loses signals.
     FAST = ("-f", "--seccomp-bpf")
 
     def calls_for(self, names, group, leaf, *options):
@@ -557,14 +557,14 @@ class Traced(Case):
         return found
 
     def disturbed(self, what, name, number, group, leaf, *options):
-        """Starts a run in which something comes of the group's call with this number."""
+        """Starts a run with an injection at the group's call with this number."""
         fast = () if what.startswith("signal") else self.FAST
         tracer = self.tracer(group.file(), [name], "/dev/null", *fast, "-e", f"inject={name}:{what}:when={number}")
         return self.start(*self.words(group, leaf, *options), tracer=tracer)
 
 
 class Unreadable(Traced):
-    """A cache file that is there, and can't be opened, or read to its end."""
+    """A cache file that exists but can't be opened or read completely."""
 
     def test_set_opens_it_once(self):
         for group in GROUPS:
@@ -573,7 +573,7 @@ class Unreadable(Traced):
                 self.assertEqual(len(self.calls_for(self.OPENS, group, "set")), 1)
 
     def fail_each(self, group, leaf, *options):
-        """Lets each open and each read of a run fail in turn."""
+        """Makes each open and each read of a run fail in turn."""
         self.forget()
         staged = self.stage(group)
         for name, number, line in self.calls_for(self.OPENS + self.READS, group, leaf, *options):
@@ -586,7 +586,7 @@ class Unreadable(Traced):
                         self.check_refused(group, leaf, answer)
                         self.assertEqual(self.scene(), before)
                         continue
-                    # The file may have been changed ahead of the failure.
+                    # The file may have been changed before the failure.
                     self.assertEqual(self.names(), [group.file()])
                     if answer.value("Message") == "Success":
                         self.assertEqual(group.file().read_bytes(), group.merge(staged))
@@ -604,7 +604,7 @@ class Unreadable(Traced):
 
 
 class Vanishing(Traced):
-    """Cache files that are gone, or others, from one call to the next."""
+    """Cache files that vanish or are replaced between two calls."""
 
     def namings(self, group, leaf, *options):
         """A run's calls that name the cache file, as `calls_for` gives them."""
@@ -612,7 +612,7 @@ class Vanishing(Traced):
         return [call for call in calls if f'"{group.file()}"' in call[2]]
 
     def vanish(self, name, number, group, leaf, *options):
-        """The answer of a run that stops behind a call, until the cache file has been removed."""
+        """The result of a run that stops after a call until the cache file has been removed."""
         def start():
             run = self.disturbed("signal=SIGSTOP", name, number, group, leaf, *options)
             end = time.monotonic() + LIMIT
@@ -666,7 +666,7 @@ class Vanishing(Traced):
                         self.check_own(path)
                         self.assertLessEqual(set(path.read_bytes().splitlines()), set((staged + merged).splitlines()))
 
-    # What the second user does all the time: a link, a file and nothing stand at a name in turn.
+    # The second user's loop: puts a link, a file and nothing at a name in turn.
     SWAP = """if True:
         import contextlib, os, sys
         name, target, content = sys.argv[1:]
@@ -737,14 +737,14 @@ class Vanishing(Traced):
 
 
 class Full(Case):
-    """A /tmp without room, of two pages: one for the cache file, one for the temporary file beside it."""
+    """A full /tmp of two pages: one for the cache file, and one for the temporary file."""
 
     def test_full(self):
         small = ["bwrap", "--dev-bind", "/", "/", "--size", "8192", "--tmpfs", "/tmp", "--bind", PROGRAM.parent,
                  PROGRAM.parent]
         full = 'full() { "$@"; }'
         if subprocess.run([*small, "true"], stderr=subprocess.DEVNULL).returncode != 0:
-            # No file system can be mounted: files that can't grow are the nearest to it.
+            # No file system can be mounted: files that can't grow are the closest substitute.
             small, full = [], "full() { (trap '' XFSZ; ulimit -f 0; \"$@\"); }"
         for group in GROUPS:
             with self.row(group=group.name):
@@ -771,7 +771,7 @@ class Full(Case):
 
 
 class Output(Case):
-    """A document of `set` that nobody gets: what it committed stays staged."""
+    """A document of `set` that can't be delivered: the committed settings stay staged."""
 
     def closed_pipe(self):
         reader, writer = os.pipe()
@@ -798,13 +798,13 @@ class Output(Case):
 
 
 class Names(Case):
-    """Names that come from the fabric, and what they can bring into a file of lines."""
+    """Names from the fabric, and what they can inject into a file of lines."""
 
     TARGET = "50:0a:09:81:a1:c3:40:10"
-    # What the port boots from, and what a name could bring in its place.
+    # The port's boot target, and what a name could inject instead.
     BOOT_LINES = ["Drive 0 WWPN: 50:06:0e:80:12:4a:7c:10", "Drive 0 LUN: 3"]
     FOREIGN = "Primary_Boot_Target_WWPN=50:06:0e:80:12:4a:7c:17\nPrimary_Boot_Target_LUN=7\n"
-    # What a target calls itself, and what is staged of it.
+    # A target's own name, and its staged form.
     ROWS = (
         ("nqn.plain:array", "nqn.plain:array"),
         ("nqn.plain=array", "nqn.plain=array"),
@@ -822,7 +822,7 @@ class Names(Case):
     )
 
     def describe(self, target_nqn, boot_nqn=""):
-        """The host: a port with a disk to boot from, another one, and NVMe storage."""
+        """The host: a port with a boot disk, another disk, and NVMe storage."""
         port = {
             "WWPN": PORT.removeprefix("FC_"), "ChipProperty": {"DeviceId": "0x2281"}, "OptionRomMask": "0x0A",
             "Nvram": {"BootPortName": "50:06:0e:80:12:4a:7c:10", "BootLunNumber": 3},
@@ -840,8 +840,8 @@ class Names(Case):
         self.environment["VEXAPI_SIM_HOST"] = str(host)
 
     def check_staged(self, entry, nqn, *options):
-        """The file that the options stage holds this name, and no other line than with a plain one; and `set` leaves
-        the boot target."""
+        """The staged file has this name, and otherwise the same lines as with a plain name; `set` keeps the boot
+        target."""
         lines = self.stage(BOOT_EXT, *options).decode().splitlines()
         keys = [line.partition("=")[0] for line in lines]
         self.assertEqual([line for line in lines if line.startswith(f"NVME_{entry}_NQN=")], [f"NVME_{entry}_NQN={nqn}"])
@@ -859,7 +859,7 @@ class Names(Case):
                                   "--boot-disk-num", "2", "--boot-target-enable", "true")
 
     def test_boot_entry(self):
-        """A name that stands in NVRAM already, and comes into a new file from there."""
+        """A name that is already in NVRAM, and from there in a new file."""
         for nqn, staged in self.ROWS:
             with self.row(nqn=nqn):
                 self.describe(target_nqn="nqn.plain", boot_nqn=nqn)

@@ -1,6 +1,6 @@
 # The list of adapters
 
-One row for each adapter, as XML for `esxcli` and as text for a person.
+One row per adapter, as XML for `esxcli` and as text for users.
 
   $ . "$TESTDIR/setup.sh"
   $ host lists
@@ -31,7 +31,7 @@ One row for each adapter, as XML for `esxcli` and as text for a person.
   Adapters: Adapter_ORV2742_AFE1825K03347
   ****************************************************
 
-Words behind the command are of no matter.
+Words after the command are ignored.
 
   $ orfc-esxcli -t adapter list FC_nosuch -f x | cmp - <(orfc-esxcli -t adapter list)
 
@@ -54,7 +54,7 @@ A help word in the first place gives no document; only the `cli` command has a u
   $ code -t adapter list '?'
   0
 
-A help word behind another word is a word like others.
+A help word after another word has no special meaning.
 
   $ orfc-esxcli -t adapter listcli x help | cmp - <(orfc-esxcli -t adapter listcli)
 

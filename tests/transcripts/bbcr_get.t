@@ -36,7 +36,7 @@
   VEXAPI_FCGetBBCSupportInfoEx reasonSize=64
   VEXAPI_FCGetBBCSupportInfoEx reasonSize=64
 
-Offline, the reason stands in the place of the negotiated count. Where there is none there is no line.
+When offline, the reason replaces the negotiated count. Without a reason there is no line.
 
   $ orfc-esxcli -t port -s bbcr getcli FC_21:00:00:24:ff:50:00:02
   ****************************************************

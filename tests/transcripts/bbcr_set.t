@@ -115,7 +115,7 @@ Nothing is pending any more. `set` says that it failed, and gives the code of a 
   $ code -t port -s bbcr set $port
   0
 
-A reboot is always asked for, even by a port whose changes take effect at once: the library isn't asked.
+A reboot is always requested, even by a port whose changes take effect at once: the library isn't asked.
 
   $ orfc-esxcli -t port -s bbcr setFilecli FC_21:00:00:24:ff:50:00:02 -B TRUE
   ****************************************************

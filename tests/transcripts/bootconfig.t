@@ -78,7 +78,7 @@ The mode is switched only between BIOS and UEFI.
   $ calls --all | grep Bfs
   VEXAPI_GetBfsConfigMode
 
-Older adapters know the BIOS alone, and 8G adapters no fabric-assigned boot LUN.
+Older adapters support the BIOS only, and 8G adapters no fabric-assigned boot LUN.
 
   $ orfc-esxcli -t port -s bootconfig getcli $old
   ****************************************************

@@ -183,7 +183,7 @@ Refusals leave the file as it was.
   Failed, Feature not supported for this adapter
   $ rm /tmp/BootConfig_*
 
-A drive without a LUN takes that of the drive before it.
+A drive without a LUN takes that of the previous drive.
 
   $ orfc-esxcli -t port -s bootconfig setFilecli $port -j $target-300 -k 50:06:0E:80:12:4A:7C:10 | grep -E 'Drive [01]'
         Drive 0 WWPN: 50:06:0e:80:12:4a:7c:10

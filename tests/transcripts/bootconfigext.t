@@ -165,7 +165,7 @@ Entries that can't be written keep the file, while the boot settings are in plac
   Data: Adapter Driver: true
   $ rm /tmp/BootConfigExt_$port
 
-A read that fails is none for `setFile`: the entries count as empty.
+A failed read is ignored by `setFile`: the entries count as empty.
 
   $ VEXAPI_SIM_FAULTS=VEXAPI_GetNVMeBootDeviceEntries=1 orfc-esxcli -t port -s bootconfigext setFilecli $port NVME | grep -E 'Message|Storage 1|Host'
   Message: Success

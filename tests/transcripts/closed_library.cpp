@@ -1,5 +1,5 @@
 /// @file
-/// Preloaded, it calls the log functions that the program exports, as a closed library does, when the session ends.
+/// Preloaded, calls the log functions that the program exports, like a closed library, when the session ends.
 #include "ExportedLog.h"
 #include "vexapi.h"
 

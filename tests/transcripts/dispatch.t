@@ -1,7 +1,7 @@
 # How words select a command
 
 A family is selected by its option and name, which may stand anywhere; a command by the first word that is
-then left. Letter case is of no matter.
+then left. Letter case is ignored.
 
   $ . "$TESTDIR/setup.sh"
   $ host lists
@@ -64,7 +64,7 @@ search goes on.
   > EOF
   same: listcli -t port -t adapter
 
-An option that is the last word selects nothing; what stands ahead of it counts.
+An option that is the last word selects nothing; the words before it count.
 
   $ while read -r words; do
   >     orfc-esxcli $words | cmp - ports.txt && echo "same: $words"
@@ -106,7 +106,7 @@ Whatever doesn't lead to a command is unknown.
   $ orfc-esxcli -t adapter -s fec get
   Unknown command or invalid target identifier!\r (esc)
 
-A family inside a family has an option of its own, and the two pairs may stand in either order.
+A sub-family has its own option, and the two pairs may come in either order.
 
   $ host fec
   $ orfc-esxcli -t port -s fec getcli FC_21:00:00:24:ff:10:20:30

@@ -134,8 +134,8 @@ A short-wave module for Fibre Channel; its diagnostics could not be read. All va
       Low Alarm       0.00         0.00        0.00      0.0000      0.0000
   
 
-An externally calibrated module. The second byte of a slope is no fraction of 256 but decimal digits, the offsets
-are added as they stand, and the receive power is linear: clients know these figures, not those of SFF-8472.
+An externally calibrated module. The second byte of a slope is not a fraction of 256 but decimal digits, the offsets
+are added unscaled, and the receive power is linear. Required: parsers depend on these figures, not those of SFF-8472.
 
   $ orfc-esxcli -t port -s dmi getcli FC_21:00:00:24:ff:60:00:04 | sed '/^Optical/,/^[*]/d'
   ****************************************************

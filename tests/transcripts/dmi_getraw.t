@@ -1,6 +1,6 @@
 # Transceivers: raw memory
 
-Both pages, 256 bytes each, a blank behind every byte.
+Both pages, 256 bytes each, a blank after every byte.
 
   $ . "$TESTDIR/setup.sh"
   $ host transceivers

@@ -1,6 +1,6 @@
 # Transceivers of the lab host
 
-One line a port: vendor and part number of the module in it.
+One line per port: vendor and part number of the module in it.
 
   $ . "$TESTDIR/setup.sh"
   $ unset VEXAPI_SIM_HOST

@@ -18,7 +18,7 @@
   $ orfc-esxcli -t port -s dmi getcli FC_21:00:00:24:ff:60:00:07 | grep 'Vendor rev'
                       Vendor rev: B7   
 
-The vendor in any letter case; a word too many is no matter.
+The vendor in any letter case; a word too many is ignored.
 
   $ orfc-esxcli -t port -s dmi updatecli FC_21:00:00:24:ff:60:00:07 sfp.img wtD more
   ****************************************************
@@ -77,7 +77,7 @@ The checks, in their order: three words, the file, the vendor, the adapter, the 
   </structure>
   </output>
 
-None of them asked the library: these are the calls from before.
+None of them called the library: these are the earlier calls.
 
   $ calls
   VEXAPI_GetSFPData

@@ -140,7 +140,7 @@ The first form shows the phases alone; the times bring their line ends with them
   DPortDiagResult: ****************************************************
   $ rm journal
 
-Refusals: the mode ahead of the link, the link ahead of the speed.
+Refusals: the mode before the link, the link before the speed.
 
   $ run() { orfc-esxcli -t port -s dportdiag runcli "$@" | sed -n 3p; }
   $ run FC_21:00:00:24:ff:70:00:05
@@ -163,7 +163,7 @@ Refusals: the mode ahead of the link, the link ahead of the speed.
   Message: Failed, Feature not supported in Boot-From-SAN mode
   Message: Failed, Unknown
 
-For status 132 the document stands in the library's log too.
+For status 132 the document is in the library's log too.
 
   $ rm /var/tmp/vexapi-output.log
   $ VEXAPI_SIM_FAULTS=VEXAPI_DiagnosticDPortTestV2=132 orfc-esxcli -t port -s dportdiag runcli $port

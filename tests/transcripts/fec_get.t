@@ -1,6 +1,6 @@
 # Forward error correction: reading
 
-A port at 16 Gbps: the library's answer stands.
+A port at 16 Gbps: the library's answer counts.
 
   $ . "$TESTDIR/setup.sh"
   $ host fec
@@ -231,7 +231,7 @@ Identifiers that find nothing. The usage of the `cli` command follows its docume
   FEC: ****************************************************
   Usage: get\r (esc)
 
-Help words in the place of the identifier. `?` is answered ahead of the command.
+Help words instead of the identifier. `?` is answered before the command.
 
   $ orfc-esxcli -t port -s fec get help
   <?xml version="1.0"?><output xmlns:esxcli="orfc">
@@ -254,7 +254,7 @@ Help words in the place of the identifier. `?` is answered ahead of the command.
   Usage: get\r (esc)
   $ orfc-esxcli -t port -s fec get ?
 
-Each question to the library may fail; nothing is asked behind a failure.
+Each library query may fail; no further call is made after a failure.
 
   $ rm -f journal
   $ VEXAPI_SIM_FAULTS=VEXAPI_FCGetFECSupportInfo=5 orfc-esxcli -t port -s fec get FC_21:00:00:24:ff:10:20:30

@@ -155,7 +155,7 @@ Both at once, in any order, letter case and place. The status is written first.
   ****************************************************
   $ rm -f journal
 
-Of an option that stands twice the first counts. One without a word behind it is none. Its value is the
+Of a repeated option the first counts. An option without a word after it is ignored. Its value is the
 next word, whatever that is.
 
   $ orfc-esxcli -t port -s fec setcli FC_21:00:00:24:ff:10:20:30 -f false -f true

@@ -1,6 +1,6 @@
 # Forward error correction: a change that fails
 
-The three questions come first, in this order. Nothing is asked or written behind a failure.
+The three queries come first, in this order. No further call is made after a failure.
 
   $ . "$TESTDIR/setup.sh"
   $ host fec
@@ -62,7 +62,7 @@ The three questions come first, in this order. Nothing is asked or written behin
   Message: Failed, Host not found
   FEC: ****************************************************
 
-The library refuses the change. The document says that no reboot is needed.
+The library rejects the change. The document says that no reboot is needed.
 
   $ VEXAPI_SIM_FAULTS=VEXAPI_FCSetFECSupportInfo=1 orfc-esxcli -t port -s fec set FC_21:00:00:24:ff:10:20:30 -f false -r reset
   <?xml version="1.0"?><output xmlns:esxcli="orfc">

@@ -1,7 +1,7 @@
 # Forward error correction: what can't be changed
 
 There is no choice below 16 Gbps, above it, and on mezzanine adapters. A misspelt value is refused in the
-same words, and a reset behind the status doesn't happen.
+same words, and a reset after the status doesn't happen.
 
   $ . "$TESTDIR/setup.sh"
   $ host fec
@@ -68,7 +68,7 @@ same words, and a reset behind the status doesn't happen.
   VEXAPI_GetFWPrivateStats
   VEXAPI_IsMezzAdapter
 
-The counters of such a port can be reset all the same.
+The counters of such a port can be reset nevertheless.
 
   $ orfc-esxcli -t port -s fec setcli FC_21:00:00:24:ff:10:20:31 -r reset
   ****************************************************

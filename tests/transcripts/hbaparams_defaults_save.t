@@ -44,7 +44,7 @@ them.
   Reboot Required: true
   ****************************************************
 
-A failure is told as that of a read, although it is a write.
+A failure is reported as that of a read, although it is a write.
 
   $ VEXAPI_SIM_FAULTS=VEXAPI_RestoreDefaultNVRAM=1 orfc-esxcli -t port -s hbaparams restoreDefaults $port
   <?xml version="1.0"?><output xmlns:esxcli="orfc">

@@ -50,7 +50,7 @@ A write that fails keeps the file, so that it can be repeated.
   VEXAPI_UpdateHBAParameters -> 1
   $ cmp before /tmp/HBAParams_$port
 
-The library's log can't be opened ahead of the read, or of the write.
+The library's log can't be opened before the read, or before the write.
 
   $ refuse_log 2 orfc-esxcli -t port -s hbaparams setFilecli $port -z 1024
   ****************************************************
@@ -71,7 +71,7 @@ The library's log can't be opened ahead of the read, or of the write.
   HBAParameters: ****************************************************
   $ cmp before /tmp/HBAParams_$port
 
-Ahead of the question for a reboot: the write is done then. A reboot is asked for, to be on the safe side.
+Before asking whether a reboot is required: the write is done then. A reboot is requested, to be on the safe side.
 
   $ rm -f journal
   $ refuse_log 4 orfc-esxcli -t port -s hbaparams setcli $port
@@ -109,7 +109,7 @@ Ahead of the question for a reboot: the write is done then. A reboot is asked fo
   ls: cannot access '/tmp/HBAParams_FC_21:00:00:24:ff:50:00:01': No such file or directory
   [2]
 
-No room for a file. Neither a new one nor a change of an old one is begun, and the old one stands.
+No room for a file: a new one isn't created, and an old one is unchanged.
 
   $ VEXAPI_SIM_JOURNAL= full orfc-esxcli -t port -s hbaparams setFilecli $port -z 1024
   ****************************************************
@@ -128,7 +128,7 @@ No room for a file. Neither a new one nor a change of an old one is begun, and t
   $ cmp before /tmp/HBAParams_$port && ls /tmp/HBAParams_$port*
   /tmp/HBAParams_FC_21:00:00:24:ff:50:00:01
 
-A folder is no file: nothing is pending, and nothing can be staged.
+A folder is not a file: nothing is pending, and nothing can be staged.
 
   $ rm /tmp/HBAParams_$port; mkdir /tmp/HBAParams_$port
   $ orfc-esxcli -t port -s hbaparams setcli $port

@@ -43,7 +43,7 @@ A command is all or nothing. The first refusal ends it; the file stays as it was
   6 6 6 6 6 6 6 6 6
   $ cmp before /tmp/HBAParams_$port
 
-A loop needs a data rate below 16 Gbps, and looks for it in the file alone: it takes two commands.
+A loop needs a data rate below 16 Gbps in the file: it takes two commands.
 
   $ orfc-esxcli -t port -s hbaparams setFilecli $port -d 8_Gbps -c Loop_Only
   ****************************************************
@@ -65,7 +65,7 @@ A loop needs a data rate below 16 Gbps, and looks for it in the file alone: it t
   Connection Options: Point_To_Point_Only
   Data Rate: 16_Gbps
 
-Mode 0 stages a timer of 0, and the timer can't be set behind it.
+Mode 0 stages a timer of 0, and the timer can't be set after it.
 
   $ orfc-esxcli -t port -s hbaparams setFilecli $port -m interrupt_for_every_i/o_completion | sed -n '3p;7p;12p'
   Message: Success
@@ -74,7 +74,7 @@ Mode 0 stages a timer of 0, and the timer can't be set behind it.
   $ for timer in 0 5 256; do code -t port -s hbaparams setFile $port -e $timer; done | paste -sd ' '
   0 17 6
 
-Values are read loosely: what is no number is 0, and of a large one the low 32 bits count. An option in last
+Values are parsed leniently: what is not a number is 0, and of a large one the low 32 bits count. An option in last
 place is none.
 
   $ orfc-esxcli -t port -s hbaparams setFile $port -l abc -u 4294967297 -y >/dev/null

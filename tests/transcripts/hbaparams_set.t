@@ -178,7 +178,7 @@ Up to here NVRAM is as it was, and `get` shows it.
   ls: cannot access '/tmp/HBAParams_FC_21:00:00:24:ff:50:00:01*': No such file or directory
   [2]
 
-One write, of the whole record: what the parameters don't know goes back as it came.
+One write of the whole record: unknown parts are written back as read.
 
   $ grep -oE '"(FrameSize|EnableSelectableBoot|BootPortName|BootLunNumber|ForceWorldLogin|NVMeEnable)":[^,]*' journal
   "FrameSize":1024
@@ -251,7 +251,7 @@ Nothing is pending any more. `set` says that it failed, and gives the code of a 
   0
   $ rm -f journal
 
-A port whose changes take effect at once needs no reboot. Where the library can't tell, one is asked for.
+A port whose changes take effect at once needs no reboot. Where the library can't tell, one is requested.
 
   $ orfc-esxcli -t port -s hbaparams setFile FC_21:00:00:24:ff:50:00:02 -r 6 >/dev/null
   $ orfc-esxcli -t port -s hbaparams setcli FC_21:00:00:24:ff:50:00:02

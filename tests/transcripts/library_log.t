@@ -1,6 +1,6 @@
 # The library's output
 
-What the library prints goes to a log of its own and never between the lines of a document.
+The library's output goes to a separate log, and never between the lines of a document.
 
   $ . "$TESTDIR/setup.sh"
   $ host fec
@@ -40,7 +40,7 @@ The log grows with each run. The debug level of the library is 31 or 0.
   $ rm -f journal
 
 When the log can't be opened at the start there is no command, and no document. The session that never
-began is ended all the same.
+began is ended nevertheless.
 
   $ forget_logs; mkdir /var/tmp/vexapi-output.log
   $ orfc-esxcli -t port list

@@ -1,6 +1,6 @@
 # Trees that aren't as they should be
 
-Whatever a file holds, the rest of the list is complete, and what was left out stands in the library's output.
+Whatever a file contains, the rest of the list is complete, and omissions are reported in the library's output.
 
   $ . "$TESTDIR/setup.sh"
   $ lists() { for what in port target lun; do orfc-esxcli -t $what listcli | grep -c FC_; done; }
@@ -28,7 +28,7 @@ A machine without Fibre Channel has an empty list.
   ****************************************************
   ****************************************************
 
-A port without a name can't be spoken of; nor can a remote port. Their targets and LUNs go with them.
+A port without a name can't be identified; nor can a remote port. Their targets and LUNs go with them.
 
   $ printf '' >$sys/class/fc_host/host0/port_name
   $ echo 0xffffffffffffffff >$sys/class/fc_host/host1/port_name
@@ -76,14 +76,14 @@ Every other attribute may be missing, empty, unknown, garbage or too long.
   5\t5\t11 (esc)
   $ rm /var/tmp/vexapi-output.log
 
-The speed of a port whose state isn't known stands; only a link that is down has none.
+A port whose state isn't known keeps its speed; only a link that is down has none.
 
   $ echo 16 Gbit >$sys/class/fc_host/host0/speed
   $ orfc-esxcli -t port -s info getcli $PORT | grep -E 'Port (State|Speed)'
         Port State: Unknown
         Port Speed: 16 Gbps
 
-A file that refuses is told. So is a folder in a file's place.
+An unreadable file is reported. So is a folder in place of a file.
 
   $ rm $sys/class/fc_host/host0/speed; mkdir $sys/class/fc_host/host0/speed
   $ orfc-esxcli -t port listcli | grep -c FC_
@@ -123,7 +123,7 @@ No link leads out of a tree: absolute ones, and those that climb above its root,
   $ cat version
   outside
 
-A remote port without its number as a SCSI target has its LUNs all the same, by its folder. Without its roles it isn't
+A remote port without its number as a SCSI target has its LUNs nevertheless, by its folder. Without its roles it isn't
 known as a target.
 
   $ linux fcoe
@@ -212,7 +212,7 @@ NVMe controllers: another transport, a discovery controller, an address without 
   nvme/nvme4: left out, since no port of this host has it
   nvme/nvme5: left out, since no port of this host has it
 
-A namespace's number: a LUN's record has 16 bits for it, and 0 is none.
+A namespace's number: a LUN's record has 16 bits for it, and 0 is invalid.
 
   $ linux fcoe
   $ cd $sys/class/nvme

@@ -4,7 +4,7 @@
   $ linux fcoe
   $ PORT=FC_20:00:02:00:00:00:a0:01
 
-The kernel doesn't know which speeds this port could have, nor its versions; nothing is made up for them.
+The kernel doesn't provide this port's supported speeds and versions; nothing is made up for them.
 
   $ orfc-esxcli -t port -s info getcli $PORT
   ****************************************************
@@ -162,7 +162,7 @@ An NVMe controller.
         Status: Online
   ****************************************************
 
-LUNs and namespaces. Sizes are told in units of 512 bytes, whatever the LUN's own blocks are: 65,536 of them are 32 MB.
+LUNs and namespaces. Sizes are given in units of 512 bytes, whatever the LUN's own blocks are: 65,536 of them are 32 MB.
 
   $ cat $sys/class/block/sdf/size $sys/class/block/sdf/queue/logical_block_size
   65536

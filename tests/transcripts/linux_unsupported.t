@@ -141,7 +141,7 @@ The kernel counts what the fabric notifies. The chip must be one that the tool h
   $ orfc-esxcli -t port -s scmstats clearcli $PORT | grep Message
   Message: Failed, Driver/Firmware does not support this feature
 
-A counter that can't be read is told.
+A counter that can't be read is reported.
 
   $ rm -f /var/tmp/vexapi-output.log; echo many >$sys/class/fc_host/host0/statistics/fpin_dn_timeout
   $ orfc-esxcli -t port -s scmstats getcli $PORT | grep -E 'Timeout|Stall'

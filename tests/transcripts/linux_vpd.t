@@ -103,7 +103,7 @@ Any port of an adapter may tell what it is.
   $ orfc-esxcli -t adapter listcli | grep Adapters:
   Adapters: Adapter_SYN-16002_SYN00000
 
-Data that can't be read are told when they are needed.
+Unreadable data is reported when needed.
 
   $ rm $sys/class/fc_host/host1/model; mkdir $sys/devices/pci0000:00/0000:00:00.0/0000:01:00.0/vpd
   $ orfc-esxcli -t adapter listcli | grep Adapters:

@@ -1,6 +1,6 @@
 # Loopback test
 
-The third call fails. Only the last iteration's record is shown, and pass or fail stands in it and in the counts.
+The third call fails. Only the last iteration's record is shown; pass or fail is in it and in the counts.
 
   $ . "$TESTDIR/setup.sh"
   $ host diagnostics

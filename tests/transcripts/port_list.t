@@ -43,7 +43,7 @@ One row for each FC and FCoE protocol, virtual ports among them; NIC and iSCSI f
   Ports: FC_21:01:00:24:ff:aa:00:04
   ****************************************************
 
-Words behind the command are of no matter.
+Words after the command are ignored.
 
   $ orfc-esxcli -t port list FC_nosuch -f x | cmp - <(orfc-esxcli -t port list)
 
@@ -64,7 +64,7 @@ A help word in the first place gives no document; only the `cli` command has a u
   $ code -t port list help
   5
 
-The library is asked once, and nothing else than the list.
+Only the list is requested from the library, once.
 
   $ rm -f journal
   $ orfc-esxcli -t port list >/dev/null

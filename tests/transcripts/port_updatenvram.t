@@ -1,6 +1,6 @@
 # Writing the NVRAM of a port from a file
 
-The file goes to the library as it is. The change takes effect after a reboot.
+The file is passed to the library unchanged. The change takes effect after a reboot.
 
   $ . "$TESTDIR/setup.sh"
   $ host lists
@@ -24,7 +24,7 @@ The file goes to the library as it is. The change takes effect after a reboot.
   Message: Success
   ****************************************************
 
-Whether a reboot is needed, the library tells; it is needed when the library can't tell.
+The library tells whether a reboot is needed; if it can't, a reboot is needed.
 
   $ orfc-esxcli -t port updatenvramcli FC_21:00:00:24:ff:aa:00:02 nvram.txt
   ****************************************************
@@ -90,7 +90,7 @@ A file that isn't there, or isn't named, never reaches the library.
   ****************************************************
   $ calls
 
-The port is looked at ahead of the file. Only its exact text finds a port, and the first letters decide
+The port is checked before the file. Only its exact text finds a port, and the first letters decide
 whether the host is asked at all.
 
   $ orfc-esxcli -t port updatenvram FC_21:01:00:24:ff:aa:00:04 nosuch.txt

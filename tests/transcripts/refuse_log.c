@@ -1,6 +1,6 @@
 /// @file
-/// Preloaded, it makes the program fail to open the library's log, from the opening on that
-/// REFUSE_LOG_FROM counts (1 is the first).
+/// Preloaded, makes the program fail to open the library's log, starting with the opening number REFUSE_LOG_FROM (1
+/// is the first).
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>
@@ -15,14 +15,14 @@ int open(const char* path, int flags, ...) {
     static Open next;
     static long openings;
     if (next == NULL) {
-        // The conversion of an object pointer that POSIX asks of dlsym.
+        // The object-to-function pointer conversion that POSIX requires of dlsym.
         *(void**)&next = dlsym(RTLD_NEXT, "open");
     }
     va_list arguments;
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    // A log that is missing is opened a second time, to create it.
+    // A missing log is opened a second time, to create it.
     const char* from = getenv("REFUSE_LOG_FROM");
     if (from != NULL && (flags & O_CREAT) == 0 && strcmp(path, "/var/tmp/vexapi-output.log") == 0 &&
         ++openings >= strtol(from, NULL, 10)) {

@@ -1,7 +1,7 @@
 # The prompt's commands on a command line
 
 `version` and `q` belong to the prompt. On a command line either word, anywhere and in any letter case, ends
-the run in silence, even as the value of another command.
+the run silently, even as the value of another command.
 
   $ . "$TESTDIR/setup.sh"
   $ host lists
@@ -64,7 +64,7 @@ Any other word is unknown. So is a family's name without its option.
   $ code nosuch
   7
 
-The status of the program is 0 all the same, as it is for every command: the document tells what came of
+The status of the program is 0 nevertheless, as it is for every command: the document tells what came of
 it.
 
   $ orfc-esxcli nosuch; echo $?

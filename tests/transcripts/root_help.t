@@ -22,7 +22,7 @@ What a person types first. `help` lists the root's commands and the families.
   For a complete help. Please refer to ORFC_ESXCLI_Readme.txt in the same folder.\r (esc)
 
 The other spellings are commands of their own that stay out of the list. What follows them is of no
-matter, and `?` behind each asks for its usage, which is the list again.
+matter, and `?` after each asks for its usage, which is the list again.
 
   $ orfc-esxcli help >help.txt
   $ while read -r words; do
@@ -58,7 +58,7 @@ matter, and `?` behind each asks for its usage, which is the list again.
   same: ? -t port list
   same: /h x
 
-Words ahead of the command set the program's mode, in any letter case and order. No command of the present
+Words before the command set the program's mode, in any letter case and order. No command of the present
 tree needs one.
 
   $ while read -r words; do
@@ -76,7 +76,7 @@ tree needs one.
   same: -debug -debug -eng ?
   same: help -eng
 
-Behind the first word of the command they are plain words.
+After the first word of the command they are plain words.
 
   $ orfc-esxcli -t port -eng list
   Unknown command or invalid target identifier!\r (esc)

@@ -1,7 +1,7 @@
 # Read/write buffer test
 
 A row for each port of the last iteration, with the counts of the whole run. A list is released before the next
-one, the last behind its document.
+one, the last after its document.
 
   $ . "$TESTDIR/setup.sh"
   $ host diagnostics

@@ -89,7 +89,7 @@ A congested port that throttles, a healthy one, and one with virtual lanes.
   ****************************************************
 
 The other fabrics, lanes and states. A registration that was rejected counts whatever the switch is, Brocade
-is looked at ahead of Cisco, and only a Birch has lanes.
+is checked before Cisco, and only a Birch has lanes.
 
   $ host congestion
   $ orfc-esxcli -t port -s scmchk getcli FC_21:00:00:24:ff:60:20:30

@@ -211,7 +211,7 @@ A healthy one has counted nothing.
         Congestion Device Specific Count: 0
   ****************************************************
 
-A severity without a name is the bare word, and the next line runs on behind it. A run of notifications
+A severity without a name is the bare word, and the next line runs on after it. A run of notifications
 keeps its separators. The low 32 bits of 2^32 + 5 and of 2^64 - 1 are 5 and 4294967295.
 
   $ host congestion
@@ -313,7 +313,7 @@ A port that has both generations shows the second. Its counters have 64 bits.
         Congestion Device Specific Count: 18446744073709551592
   ****************************************************
 
-Only two nodes are looked at. A head that is not the port's, with nothing behind it: the report ends with the
+Only two nodes are checked. A head that is not the port's, with nothing after it: the report ends with the
 names, and is a success.
 
   $ orfc-esxcli -t port -s scmstats get FC_21:00:00:24:ff:60:20:50
@@ -336,7 +336,7 @@ names, and is a success.
   </structure>
   </output>
 
-With a node behind it: that one is shown, although it is a target's.
+With a node after it: that one is shown, although it is a target's.
 
   $ orfc-esxcli -t port -s scmstats getcli FC_21:00:00:24:ff:60:20:51
   ****************************************************

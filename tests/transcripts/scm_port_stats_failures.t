@@ -1,6 +1,6 @@
 # Congestion statistics of a port: what can fail
 
-Refused: the chip ahead of the firmware, the firmware ahead of a virtual port.
+Refused: the chip before the firmware, the firmware before a virtual port.
 
   $ . "$TESTDIR/setup.sh"
   $ host congestion

@@ -1,6 +1,6 @@
 # The congestion profile of a port: what can fail
 
-The chip is looked at first, then whether the port is virtual, then the firmware, whose refusal has no text.
+The chip is checked first, then whether the port is virtual, then the firmware, whose refusal has no text.
 
   $ . "$TESTDIR/setup.sh"
   $ host congestion
@@ -37,7 +37,7 @@ The chip is looked at first, then whether the port is virtual, then the firmware
   Congestion Profile: ****************************************************
   $ calls
 
-Values that there are not; the restore value is judged first, and each ahead of both at once.
+Values that there are not; the restore value is judged first, and each before both at once.
 
   $ orfc-esxcli -t port -s scmprofile setcli FC_21:00:00:24:ff:60:20:40 -r x
   ****************************************************
@@ -130,7 +130,7 @@ Each call can fail.
         FWCM Profile Activation: Aggressive
   ****************************************************
 
-A profile that can't be read back has been written all the same.
+A profile that can't be read back has been written nevertheless.
 
   $ VEXAPI_SIM_FAULTS=VEXAPI_GetSCMRProfile@2=1 orfc-esxcli -t port -s scmprofile setcli FC_21:00:00:24:ff:60:20:40 -a Moderate
   ****************************************************

@@ -46,7 +46,7 @@
   help        : list of available commands\r (esc)
   getcli      : get Orvane FC Target information\r (esc)
 
-The heading of `lun` is that of `target`: clients know it so.
+Required: the heading of `lun` is that of `target`; parsers depend on it.
 
   $ orfc-esxcli -t lun help
   \r (esc)

@@ -130,7 +130,7 @@ The library fails, or its log can't be opened.
   $ refuse_log 3 orfc-esxcli -t target -v iidma setcli $target 8_Gbps | grep Message
   Message: Failed, File not found
 
-The trace of the failing change tells of a read.
+The trace of the failed change reports a read.
 
   $ VEXAPI_SIM_FAULTS=VEXAPI_SetTargetLinkSpeed=9 ORFC_DEBUG_LEVEL=4 orfc-esxcli -t target -v iidma set $target 8_Gbps >/dev/null
   $ messages /var/tmp/viplugin.log

@@ -1,6 +1,6 @@
 # Information on a target
 
-A SCSI target with three LUNs, behind a Larch. Port and target have authenticated each other.
+A SCSI target with three LUNs, after a Larch. Port and target have authenticated each other.
 
   $ . "$TESTDIR/setup.sh"
   $ host targets
@@ -38,7 +38,7 @@ A SCSI target with three LUNs, behind a Larch. Port and target have authenticate
   </structure>
   </output>
 
-All of it is known already: the library is asked for the list of adapters alone.
+Everything is in the adapter list: the library is asked for nothing else.
 
   $ calls --all
   VEXAPI_Initialize debugLevel=0 reserved=0
@@ -76,7 +76,7 @@ An NVMe target has namespaces.
         Status: Online
   ****************************************************
 
-A RAID controller without LUNs keeps the label of the list, with a blank behind it.
+A RAID controller without LUNs keeps the label of the list, with a blank after it.
 
   $ orfc-esxcli -t target -v info getcli FC_21:00:00:24:ff:cc:00:01_Target_50:06:0e:80:12:4a:7c:14 | sed -n '/Product Type/,$p'
         Product Type: RAID
@@ -92,7 +92,7 @@ A RAID controller without LUNs keeps the label of the list, with a blank behind 
         Status: Unconfigured
   ****************************************************
 
-Three hundred LUNs fill the report: what stands behind them has no room.
+Three hundred LUNs fill the report: what follows them has no room.
 
   $ orfc-esxcli -t target -v info getcli FC_21:00:00:24:ff:cc:00:01_Target_50:00:d3:10:04:5e:ac:21 >report
   $ sed -E 's/(LUN_2), .*, (LUN_298)/\1 ... \2/' report | sed -n '/Lun Count/,$p'
@@ -100,7 +100,7 @@ Three hundred LUNs fill the report: what stands behind them has no room.
         Luns: LUN_0, LUN_1, LUN_2 ... LUN_298, LUN_299
   ****************************************************
 
-A Birch with congestion and the second kind of authentication, which is looked at first.
+A Birch with congestion and the second kind of authentication, which is checked first.
 
   $ orfc-esxcli -t target -v info getcli FC_21:00:00:24:ff:cc:00:03_Target_50:06:0e:80:12:4a:7c:10 | sed -n '/Remote/,$p'
         Remote Type: Initiator
@@ -112,7 +112,7 @@ A Birch with congestion and the second kind of authentication, which is looked a
         Status: Online
   ****************************************************
 
-What is no identifier, or finds nothing.
+What is not an identifier, or finds nothing.
 
   $ orfc-esxcli -t target -v info get
   <?xml version="1.0"?><output xmlns:esxcli="orfc">

@@ -56,7 +56,7 @@ what a network function sees is none.
   Targets: FC_21:00:00:24:ff:cc:00:03_Target_50:06:0e:80:12:4a:7c:10
   ****************************************************
 
-The lab host has targets behind many ports, and every line of the list finds its target.
+The lab host has targets after many ports, and every line of the list finds its target.
 
   $ unset VEXAPI_SIM_HOST
   $ orfc-esxcli -t target listcli | sed -n 's/^Targets: //p' >targets

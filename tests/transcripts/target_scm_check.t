@@ -1,6 +1,6 @@
 # Congestion check of a target
 
-A target behind a congested port, and one with a virtual lane.
+A target after a congested port, and one with a virtual lane.
 
   $ . "$TESTDIR/setup.sh"
   $ orfc-esxcli -t target -v scmchk get FC_21:00:00:24:ff:a6:77:0c_Target_50:06:0e:80:12:4a:7c:20

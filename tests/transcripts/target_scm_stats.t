@@ -1,6 +1,6 @@
 # Congestion statistics of a target
 
-Behind a port of the first generation: the last events, and the counters that the library keeps of the target.
+After a port of the first generation: the last events, and the counters that the library keeps of the target.
 
   $ . "$TESTDIR/setup.sh"
   $ orfc-esxcli -t target -v scmstats get FC_21:00:00:24:ff:13:c0:5e_Target_50:06:0e:80:12:4a:7c:10
@@ -84,7 +84,7 @@ Behind a port of the first generation: the last events, and the counters that th
   VEXAPI_IsFWCMFeatureEnabled
   VEXAPI_GetPortStatisticsFC reserved=0 SelectorType=2
 
-Behind one of the second generation: the target's node of the port's list.
+After one of the second generation: the target's node of the port's list.
 
   $ orfc-esxcli -t target -v scmstats get FC_21:00:00:24:ff:a6:77:0c_Target_50:06:0e:80:12:4a:7c:20
   <?xml version="1.0"?><output xmlns:esxcli="orfc">
@@ -173,7 +173,7 @@ Behind one of the second generation: the target's node of the port's list.
   2 VEXAPI_FreeSCMRStatisticsList
   2 VEXAPI_GetSCMRStatisticsList
 
-The words of a target: a separator behind the link's word, a reserved reason, and an empty line for a flag that
+The words of a target: a separator after the link's word, a reserved reason, and an empty line for a flag that
 only ports have.
 
   $ host congestion

@@ -36,7 +36,7 @@ zero, and the word of the port's handle in place of the handle.
   $ calls | sed 's/word=[0-9]*/word=NUMBER/'
   VEXAPI_GetPortStatisticsFC word=NUMBER reserved=0 SelectorType=2
 
-A target behind a virtual port has them too.
+A target of a virtual port has them too.
 
   $ orfc-esxcli -t target -v stats getcli FC_28:24:00:24:ff:cc:00:01_Target_50:06:0e:80:12:4a:7c:10
   ****************************************************

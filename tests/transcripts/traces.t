@@ -1,6 +1,6 @@
 # The debug log
 
-Without ORFC_DEBUG_LEVEL there is none.
+Without ORFC_DEBUG_LEVEL there is no log.
 
   $ . "$TESTDIR/setup.sh"
   $ host fec
@@ -197,7 +197,7 @@ The log is named after the program's file, up to a ".so" in its name.
   /var/tmp/orfc-esxcli.log
   /var/tmp/vexapi-output.log
 
-Lines are added to what stands there already. A trace is cut at 1024 characters.
+Lines are appended to an existing log. A trace is truncated to 1024 characters.
 
   $ forget_logs; echo before >/var/tmp/viplugin.log
   $ export ORFC_DEBUG_LEVEL=4

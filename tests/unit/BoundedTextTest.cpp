@@ -22,7 +22,7 @@ TEST(StrcatSTest, AppendsUpToTheLastByte) {
 
 TEST(StrcatSTest, LeavesTheTargetWhenOneByteIsMissing) {
     char text[6] = "ab";
-    text[3] = 'm'; // behind the terminator: no part of the text may be written there
+    text[3] = 'm'; // after the terminator: nothing may be written there
     EXPECT_EQ(strcat_s(text, sizeof text, "cdef"), TOO_LONG);
     EXPECT_STREQ(text, "ab");
     EXPECT_EQ(text[3], 'm');
@@ -56,7 +56,7 @@ TEST(StrcatSTest, RefusesNullsZeroSizeAndAMissingTerminator) {
     EXPECT_EQ(strcat_s(text, 4, ""), INVALID);
     EXPECT_EQ(std::string(text, 4), "abcd");
     char terminated[4] = "abc";
-    EXPECT_EQ(strcat_s(terminated, 3, ""), INVALID); // the terminator stands behind the third byte
+    EXPECT_EQ(strcat_s(terminated, 3, ""), INVALID); // the terminator follows the third byte
 }
 
 TEST(StrncpySTest, CopiesUpToTheLastByte) {

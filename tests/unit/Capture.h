@@ -1,5 +1,5 @@
 /// @file
-/// Standard output of the program under test, and commands run as its command line runs them.
+/// Capture of standard output, and commands run as from the command line.
 #pragma once
 
 #include "Output.h"
@@ -12,8 +12,8 @@
 #include <sstream>
 #include <string>
 
-/// Captures what is written to standard output from its making to `Stop`, by exchanging the `stdout` stream
-/// itself: what a library redirection takes away is not captured.
+/// Captures standard output from construction until `Stop`, by replacing the `stdout` stream itself: output taken
+/// by a library redirection is not captured.
 class Capture {
 public:
     Capture() : mSaved(stdout), mStream(open_memstream(&mText, &mSize)) { stdout = mStream; }
@@ -21,7 +21,7 @@ public:
     Capture(const Capture&) = delete;
     Capture& operator=(const Capture&) = delete;
 
-    /// Ends the capture and gives its text.
+    /// Ends the capture and returns its text.
     std::string Stop() {
         if (mStream == nullptr) {
             return mCaptured;
@@ -37,7 +37,7 @@ public:
         std::free(mText);
         return mCaptured;
     }
-    /// After `Stop`: standard output was still another stream, as after a redirection that stayed open.
+    /// After `Stop`: standard output was another stream, as after a redirection that stayed open.
     bool WasLeftRedirected() const { return mWasLeftRedirected; }
 
 private:
@@ -50,12 +50,12 @@ private:
 };
 
 struct CommandRun {
-    VX_UINT32 code = 0;             ///< what the command gave
-    std::string output;             ///< what went to standard output
-    bool wasLeftRedirected = false; ///< the command ended inside its redirection
+    VX_UINT32 code = 0;             ///< result of the command
+    std::string output;             ///< standard output
+    bool wasLeftRedirected = false; ///< the command left its redirection open
 };
 
-/// Runs one command in a session of its own, as the command line does. `flags` are added to those of the run.
+/// Runs one command in its own session, as the command line does. `flags` are added to those of the run.
 inline CommandRun RunCommand(const TavuStringArray& words, VX_UINT32 flags = 0) {
     CommandRun run;
     const VX_UINT32 flagsBefore = g_uFlags;
@@ -77,7 +77,7 @@ inline CommandRun RunCommand(const TavuStringArray& words, VX_UINT32 flags = 0) 
     return run;
 }
 
-/// The same for words with single blanks between them.
+/// Same for words separated by single blanks.
 inline CommandRun RunCommand(const std::string& line, VX_UINT32 flags = 0) {
     TavuStringArray words;
     std::istringstream stream(line);

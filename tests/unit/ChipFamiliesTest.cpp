@@ -24,7 +24,7 @@ struct DeviceFamily {
     std::set<int> devices;
 };
 
-/// The families that a device id decides.
+/// The families determined by a device id.
 const DeviceFamily DEVICE_FAMILIES[] = {
     {"4G", Is4GAdapter, {0x2422, 0x2432, 0x5422, 0x5432}},
     {"8G", Is8GAdapter, {0x2532, 0x2533}},
@@ -79,7 +79,7 @@ struct SubsystemFamily {
     std::vector<SubsystemRow> rows;
 };
 
-/// The families that subsystem ids decide too.
+/// The families determined by subsystem ids too.
 const SubsystemFamily SUBSYSTEM_FAMILIES[] = {
     {"64G",
      Is64GAdapter,
@@ -171,7 +171,7 @@ TEST(ChipFamiliesTest, KnowDellByTheSubVendorOrTheSubDevice) {
     }
 }
 
-/// Every vendor but ours is in no family, whatever the other ids.
+/// Other vendors belong to no family, whatever the other ids.
 void ExpectOurVendorOnly(const char* name, Predicate predicate, int device, int subVendor, int subDevice) {
     for (int vendor = 0; vendor <= 0xFFFF; ++vendor) {
         ASSERT_EQ(predicate(Chip(device, subVendor, subDevice, vendor)), vendor == OUR_VENDOR)

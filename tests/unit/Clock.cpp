@@ -21,7 +21,7 @@ void StoppedClock::Set(timeval now) {
     stoppedAt = now;
 }
 
-/// In the place of the C library's function, for the whole test program.
+/// Replaces the C library's function in the whole test program.
 extern "C" int gettimeofday(timeval* now, void*) noexcept {
     if (stoppedAt.has_value()) {
         *now = *stoppedAt;

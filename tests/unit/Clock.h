@@ -1,10 +1,10 @@
 /// @file
-/// The time that the program under test reads from `gettimeofday`.
+/// The time that `gettimeofday` returns to the program under test.
 #pragma once
 
 #include <sys/time.h>
 
-/// Stops the clock, from its making to its end, at a time that a test sets.
+/// Stops the clock at a given time during its lifetime.
 class StoppedClock {
 public:
     explicit StoppedClock(timeval now);

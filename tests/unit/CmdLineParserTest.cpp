@@ -41,7 +41,7 @@ TEST(GetCommandValueFromArgsTest, TakesTheNextWordWhateverItIs) {
 TEST(GetCommandValueFromArgsTest, StopsAtTheFirstOfBothNames) {
     ExpectValue(Find({"--count", "1", "-c", "2"}, "-c", "--count"), "1");
     ExpectValue(Find({"-c", "1", "--count", "2"}, "-c", "--count"), "1");
-    // The value of another option that reads as the name is found as the name.
+    // The value of another option is found if it equals the name.
     ExpectValue(Find({"-x", "-c", "-c", "2"}, "-c", "--count"), "-c");
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// The words of a line; nothing when its quotes stay open.
+/// The words of a line; nullopt if its quotes stay open.
 std::optional<Words> Split(const std::string& line) {
     int count = -1;
     char** const argv = ParseCommandLineToArgv(line.c_str(), count);
@@ -91,7 +91,7 @@ TEST(ParseCommandLineToArgvTest, TakesBytesAbove127ForCharacters) {
 }
 
 TEST(ParseCommandLineToArgvTest, TakesThousandsOfWords) {
-    // The most words that a line can have for its length: single characters with one blank between them.
+    // The maximum number of words for the length of a line: single characters separated by blanks.
     std::string line;
     Words words;
     for (int number = 0; number < 50'000; ++number) {

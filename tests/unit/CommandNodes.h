@@ -1,5 +1,5 @@
 /// @file
-/// Small command trees whose nodes are scripted and tell what was called of them.
+/// Small command trees of scripted nodes that record their calls.
 #pragma once
 
 #include "Output.h"
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// Sets the mode of the run for its lifetime.
+/// Sets the mode of the run during its lifetime.
 class RunMode {
 public:
     explicit RunMode(VX_UINT32 flags) : mSaved(g_uFlags) { g_uFlags = flags; }
@@ -22,7 +22,7 @@ private:
     VX_UINT32 mSaved;
 };
 
-/// What a scripted node does when it is asked.
+/// Behavior of a scripted node.
 struct NodeScript {
     VX_UINT32 initialize = 0;
     VX_UINT32 uninitialize = 0;
@@ -33,7 +33,7 @@ struct NodeScript {
     bool hidden = false;
 };
 
-/// A leaf that follows its script. `calls` lists the steps of its run.
+/// A leaf that follows its script. `calls` lists its calls.
 class ScriptedLeaf : public CmdProcessor {
 public:
     explicit ScriptedLeaf(const char* name, NodeScript leafScript = {}, const char* option = "")
@@ -45,7 +45,7 @@ public:
     VX_UINT32 IsApplicable(TavuStringArray&) override { return Step("IsApplicable", script.applicable); }
     VX_UINT32 DoCmd(TavuStringArray&) override { return Step("DoCmd", script.command); }
     VX_UINT32 PrintUsage(TavuStringArray&, VX_UINT32 id) override {
-        return Step("PrintUsage(" + std::to_string(id) + ")", 77); // a result that nobody acts on
+        return Step("PrintUsage(" + std::to_string(id) + ")", 77); // this result is ignored
     }
 
     NodeScript script;
@@ -58,7 +58,7 @@ private:
     }
 };
 
-/// A family with the children it is given.
+/// A family with given children.
 class ScriptedFamily : public MultipleCmdsProcessor {
 public:
     ScriptedFamily(const char* name, const char* option, std::vector<CmdProcessor*> children = {},

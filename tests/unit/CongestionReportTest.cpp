@@ -11,7 +11,7 @@ namespace {
 
 using Node = _VEXAPI_SANCONGTMGMTV2;
 
-/// What `add(block)` writes behind a first line.
+/// Output of `add(block)` after a first line.
 template <typename Add> std::string Written(Add add) {
     ReportBlock block(4096, ReportBlock::SizeRule::SPACE_LEFT);
     block.Raw("");
@@ -29,7 +29,7 @@ std::string NotificationLine(const CongestionWords& words, VX_UINT16 flags) {
     return text.substr(0, text.find('\n') + 1);
 }
 
-/// Indexed by the three bits that count: the words in one run, each with the separator of its own.
+/// Indexed by the three significant bits: the words in sequence, each with its separator.
 constexpr const char* PORT_RUNS[8] = {
     nullptr,
     "Congestion, ",
@@ -51,7 +51,7 @@ constexpr const char* TARGET_RUNS[8] = {
     "Delivery, Link Integrity, Peer Congestion",
 };
 
-/// Every value of the 16 bits: "None" for zero, a bare newline where no bit that counts is set.
+/// All 16-bit values: "None" for zero, just a newline if no significant bit is set.
 void ExpectNotifications(const CongestionWords& words, const char* const (&runs)[8], unsigned lowestBit) {
     for (unsigned flags = 0; flags <= 0xFFFF; ++flags) {
         const char* const run = runs[flags >> lowestBit & 7];
@@ -110,7 +110,7 @@ TEST(CongestionReportTest, NamesTheEvents) {
     }
 }
 
-/// The statistics give the bare word for a reserved severity, the check a proper line.
+/// The statistics print just the word for a reserved severity, the check a regular line.
 TEST(CongestionReportTest, NamesTheSeverity) {
     for (unsigned severity = 0; severity <= 0xFF; ++severity) {
         const char* const text = severity == 0      ? "None"
@@ -151,11 +151,11 @@ struct StateRow {
 struct RuleCase {
     const char* name;
     const ChipStateRule& rule;
-    std::vector<Chip> chips; ///< that have the state
+    std::vector<Chip> chips; ///< chips that have the state
     std::vector<StateRow> states;
     VX_UINT32 bit;
-    const char* set;   ///< any other state with the bit
-    const char* clear; ///< and without
+    const char* set;   ///< other states, bit set
+    const char* clear; ///< other states, bit clear
     const char* otherChips;
 };
 
@@ -164,7 +164,7 @@ TEST(CongestionReportTest, HoldsTheRulesOfLanesAndThrottling) {
     const std::vector<Chip> capable = {LARCH, ALDER, BIRCH};
     const std::vector<StateRow> throttling = {{1, "None"}, {2, "Active"}};
     const RuleCase cases[] = {
-        // No bit counts for a port's lane.
+        // A port's lane depends on no bit.
         {"port lane",
          PORT_LANE_RULE,
          birch,
@@ -214,7 +214,7 @@ TEST(CongestionReportTest, LabelsLaneAndThrottling) {
               Labelled("I/O Throttling", "Active"));
 }
 
-/// Nodes in a row, each leading to the next.
+/// Links nodes to a list.
 std::vector<Node> Chain(std::vector<Node> nodes) {
     for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
         nodes[i].pNext = &nodes[i + 1];
@@ -235,7 +235,7 @@ TEST(CongestionReportTest, TakesThePortsNodeFromTheFirstTwo) {
         {{0, 0x80}, 1},
         {{0, 0}, 1}, // a target's node, taken for the port's
         {{0, 0, 0x80}, 1},
-        // The whole number counts and not one bit of it.
+        // The whole number is compared, not one bit of it.
         {{0x81, 0}, 1},
         {{0x180, 0}, 1},
         {{0xFFFFFFFF, 0}, 1},
@@ -264,7 +264,7 @@ protected:
         node.EntryType = PORTS_OWN;
         return node;
     }
-    /// Position of the node that is found; -1 for none.
+    /// Position of the node found; -1 for none.
     std::ptrdiff_t Found(std::vector<Node> nodes) const {
         nodes = Chain(std::move(nodes));
         const Node* const found = FindTargetNode(nodes.front(), target);

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// An open command log in a file of its own.
+/// An open command log in a separate file.
 class CommandLog {
 public:
     CommandLog() { g_hLogFile = mkstemp(mPath); }
@@ -61,7 +61,7 @@ TEST(OutputTest, LogsTheFirst4095Characters) {
         Capture capture;
         Output(0, "%s", text.c_str());
         EXPECT_EQ(capture.Stop(), text);
-        EXPECT_EQ(log.Content(), text.substr(0, 4095)); // 4096 bytes hold a terminator too
+        EXPECT_EQ(log.Content(), text.substr(0, 4095)); // 4096 bytes include a terminator
     }
 }
 
@@ -96,7 +96,7 @@ TEST(IsArgNumberTest, WantsDecimalDigitsOnly) {
     for (const char* word : {"", "0", "0123456789", "99999999999999999999999"}) {
         EXPECT_TRUE(IsArgNumber(word)) << word;
     }
-    // "/" and ":" are the neighbours of "0" and "9".
+    // "/" and ":" are adjacent to "0" and "9".
     for (const char* word : {"-1", "+1", "1.5", " 1", "1 ", "0x1", "a", "1a", "/", ":", "\xB2"}) {
         EXPECT_FALSE(IsArgNumber(word)) << word;
     }

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What another thread gets from `operation`.
+/// Result of `operation` in another thread.
 template <typename Operation> bool InAnotherThread(Operation operation) {
     bool result = false;
     std::thread([&] { result = operation(); }).join();

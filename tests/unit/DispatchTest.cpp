@@ -19,7 +19,7 @@ protected:
     ScriptedFamily bare{"bare", "", {&bareRun}};
     ScriptedFamily root{"main", "", {&quit, nullptr, &withOption, &one, &two, &bare}};
 
-    /// Finds the node of the words in a mode; `left` are the words that were not taken.
+    /// Finds the node of the words in a mode; `left` receives the remaining words.
     CmdProcessor* Find(VX_UINT32 flags, const TavuStringArray& words) {
         const RunMode mode(flags);
         left = words;
@@ -84,13 +84,13 @@ TEST_F(DispatchTest, FindsNothingInsideAFamily) {
 }
 
 TEST_F(DispatchTest, KeepsTheWordsOfAFamilyTakenAway) {
-    // "one" takes its pair and finds no leaf "-t"; "two" then takes its own pair and finds "list".
+    // "one" consumes its pair and finds no leaf "-t"; then "two" consumes its own pair and finds "list".
     EXPECT_EQ(OnCommandLine({"-t", "two", "-t", "one", "list"}), &twoList);
     EXPECT_EQ(left, Words{});
-    // With "set" behind "one" alone, the pair is gone all the same.
+    // Although only "one" has "set", the pair stays removed.
     EXPECT_EQ(OnCommandLine({"-t", "one", "set", "x"}), nullptr);
     EXPECT_EQ(left, (Words{"set", "x"}));
-    // Inside "one", "info" takes its pair too before the search goes on.
+    // Inside "one", "info" consumes its pair too before the search continues.
     EXPECT_EQ(OnCommandLine({"-t", "one", "-s", "info", "set"}), nullptr);
     EXPECT_EQ(left, (Words{"set"}));
     EXPECT_EQ(OnCommandLine({"-t", "one", "-s", "info", "-t", "two", "set"}), &twoSet);
@@ -103,7 +103,7 @@ TEST_F(DispatchTest, SelectsAFamilyWithoutAnOptionByTheFirstWord) {
     EXPECT_EQ(OnCommandLine({"x", "bare", "run"}), nullptr);
     EXPECT_EQ(OnCommandLine({"bare", "nosuch"}), nullptr);
     EXPECT_EQ(left, (Words{"nosuch"}));
-    EXPECT_EQ(OnCommandLine({"bare"}), nullptr); // options count on a command line, and nothing is inside
+    EXPECT_EQ(OnCommandLine({"bare"}), nullptr); // on a command line the option is needed, and nothing is inside
     EXPECT_EQ(left, Words{});
 }
 
@@ -111,7 +111,7 @@ TEST_F(DispatchTest, TakesOptionsAtThePromptFromTwoWordsOn) {
     EXPECT_EQ(AtPrompt({"-t", "one", "list"}), &oneList);
     EXPECT_EQ(AtPrompt({"-t", "one", "-s", "info", "get"}), &infoGet);
     EXPECT_EQ(AtPrompt({"-x", "opt"}), &withOption);
-    // The mode is fixed anew inside "one", where a single word is left: it names the sub-family itself.
+    // The mode is determined again inside "one", where a single word is left: it names the sub-family itself.
     EXPECT_EQ(AtPrompt({"-t", "one", "info"}), &info);
     EXPECT_EQ(OnCommandLine({"-t", "one", "info"}), nullptr);
 }

@@ -15,7 +15,7 @@ const std::string ASTERISKS = "*************************************************
 
 const ReportNames NAMES = {"PortInfo", "Port Info", "PortInfoList"};
 
-/// What is written through a document of `Class::Function`.
+/// Output of a document of `Class::Function`.
 template <typename Write> std::string Written(Serializer::eOutputFormat format, Write write) {
     Serializer out;
     Capture capture;
@@ -111,7 +111,7 @@ TEST(DocumentTest, WritesTheRebootBehindSuccess) {
 TEST(DocumentTest, WritesTheRebootAheadOfAnError) {
     ExpectBoth([](Document& document) { document.ReportError(NAMES, true, RC_LIBRARY_FAILED, "Failed, Unknown"); },
                XML_STRUCTURE + XmlReboot("true") + XmlMessage("Failed, Unknown") + REPORT_FIELD + REPORT_FIELD_END,
-               // The last line has no end of its own.
+               // The last line has no line end.
                "PortInfo:\nReboot Required: true\nMessage: Failed, Unknown\nPort Info: ");
 }
 

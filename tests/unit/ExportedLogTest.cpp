@@ -11,7 +11,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-/// The trace of a test's line behind the process id.
+/// The text of a test's trace after the process id.
 std::string AfterProcess(const std::string& line) {
     const std::string process = std::to_string(getpid());
     return line.substr(line.find(process) + process.size());
@@ -86,7 +86,7 @@ TEST(ExportedLogTest, PrintsCoreMessagesUnlessItIsQuiet) {
                               "Info: again\r\n");
 }
 
-/// The API log is one file for all runs, in a folder that others can write.
+/// All runs share one API log, in a world-writable folder.
 class ApiLogTest : public testing::Test {
 protected:
     ApiLogTest() { std::filesystem::remove(PATH); }

@@ -7,7 +7,7 @@ namespace {
 
 std::unique_ptr<FakeLibrary> theLibrary;
 
-/// A handle's word in place of the handle.
+/// A handle's word, instead of the handle.
 struct Word {
     VX_UINT32 value;
 };
@@ -18,7 +18,7 @@ VX_UINT32 WordOf(const VX_PORT_HANDLE& handle) {
     return word;
 }
 
-/// Appends a record to the list that hangs at `head`.
+/// Appends a record to the list at `head`.
 template <typename Record> void AppendTo(Record*& head, Record& record) {
     Record** end = &head;
     while (*end != nullptr) {
@@ -54,7 +54,7 @@ std::string TextOfArgument(VX_UINT32 number) {
 }
 
 template <typename Argument> void AppendArgument(std::string& record, Argument argument) {
-    // Of the pointers, only inputs are on record: they are the ones with an overload of their own.
+    // Only input pointers are recorded: those with their own overload.
     if constexpr (!std::is_pointer_v<Argument> || std::is_same_v<Argument, VX_PORT_HANDLE*> ||
                   std::is_same_v<Argument, const char*> || std::is_same_v<Argument, VX_PORT_SELECTOR*>) {
         record += (record.empty() ? "" : ", ") + TextOfArgument(argument);

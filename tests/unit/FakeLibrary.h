@@ -1,6 +1,5 @@
 /// @file
-/// A scripted management library: every function of the interface, with what it gives set by the test and
-/// every call on record.
+/// A scripted management library: tests set the result of every function, and every call is recorded.
 #pragma once
 
 #include "vexapi.h"
@@ -15,8 +14,8 @@
 #include <type_traits>
 #include <vector>
 
-/// Builds and owns an adapter tree. All records are plain members of the interface and may be changed at any
-/// time: a list pointer or a head set to null is a list that does not exist, or is empty.
+/// Builds and owns an adapter tree. All records are the interface's own and may be changed at any time: null for a
+/// list pointer or head means a missing or empty list.
 class HostBuilder {
 public:
     HostBuilder() = default;
@@ -27,22 +26,22 @@ public:
     _vexapi_adapter_t& AddAdapter();
     /// Appends a physical port with an empty list of protocols.
     _vexapi_phy_port_t& AddPhyPort(_vexapi_adapter_t& adapter);
-    /// Appends an FC protocol of a physical port, online. Its WWPN is "21:00:0a:0b:0c:0d:00:NN" and its WWNN
-    /// "20:00:0a:0b:0c:0d:00:NN", NN being its number in the host from 01 on, and its handle carries NN.
+    /// Appends an online FC protocol to a physical port. Its WWPN is "21:00:0a:0b:0c:0d:00:NN" and its WWNN
+    /// "20:00:0a:0b:0c:0d:00:NN", where NN is its number in the host from 01 on; its handle contains NN.
     _vexapi_protocol_t& AddProtocol(_vexapi_phy_port_t& port);
-    /// A physical port with one protocol, on the last adapter; on a new one when there is none.
+    /// Adds a physical port with one protocol to the last adapter, or to a new one if there is none.
     _vexapi_protocol_t& AddPort();
-    /// Appends a target to the port: its port name is "50:00:0a:0b:0c:0d:PP:TT", PP being the port's number and
+    /// Appends a target to the port: its port name is "50:00:0a:0b:0c:0d:PP:TT", where PP is the port's number and
     /// TT the target's from 01 on; its `TargetNumber` is TT - 1.
     _tagVEXAPI_SDMTarget& AddTarget(_vexapi_protocol_t& protocol);
     /// Appends a LUN to the target, numbered from 0 on.
     _tagVEXAPI_SDMLun& AddLun(_tagVEXAPI_SDMTarget& target);
 
-    /// What `VEXAPI_GetAdapterList` gives; null after `hasList` was set to false.
+    /// Result of `VEXAPI_GetAdapterList`; null if `hasList` is false.
     VX_ADAPTER_LIST* List() { return hasList ? &mList : nullptr; }
     bool hasList = true;
 
-    /// The protocol whose handle carries this word; null for any other word.
+    /// The protocol whose handle contains this word; null for any other word.
     const _vexapi_protocol_t* ByWord(VX_UINT32 word) const;
 
 private:
@@ -61,43 +60,42 @@ std::string Id(const _vexapi_protocol_t& protocol);
 /// A WWN as text, "xx:xx:...".
 std::string WwnOf(const VX_UINT8 (&name)[8]);
 
-/// A copy of the values for a caller that releases it with `free`.
+/// A copy of the values, to be released with `free`.
 template <typename Value> Value* AllocatedCopy(const std::vector<Value>& values) {
     auto* const copy = static_cast<Value*>(std::malloc(values.size() * sizeof(Value) + 1));
     std::copy(values.begin(), values.end(), copy);
     return copy;
 }
 
-/// The one library of the test program.
+/// The library of the test program.
 ///
-/// A function without a script gives 0 (a record of zeros, a null list) and leaves its outputs alone, but
-/// `VEXAPI_GetAdapterList` gives the tree of `host`. A status set by `Return` or `ReturnInTurn` comes first;
-/// a failing one is given without more, and so the outputs stay. Else the function's hook, when there is one,
-/// fills the outputs and gives the result.
+/// A function without a script returns 0 (a zeroed record, a null list) and leaves its outputs alone, except that
+/// `VEXAPI_GetAdapterList` returns the tree of `host`. A status set by `Return` or `ReturnInTurn` comes first; a
+/// failure status is returned without touching the outputs. Otherwise the function's hook, if any, fills the
+/// outputs and determines the result.
 class FakeLibrary {
 public:
     static FakeLibrary& Get();
-    /// Forgets tree, scripts and record.
+    /// Clears tree, scripts and recorded calls.
     static void Reset();
 
     /// `function` is the full name, such as "VEXAPI_GetVpd".
     void Return(const std::string& function, VX_UINT32 status) { mAlways[function] = status; }
-    /// The next calls give these statuses, the calls behind them what they gave without.
+    /// The next calls return these statuses; later calls return the regular results.
     void ReturnInTurn(const std::string& function, std::deque<VX_UINT32> statuses) {
         mQueues[function] = std::move(statuses);
     }
 
     HostBuilder host;
 
-    /// Every call in order, as "VEXAPI_FCSetFECSupportInfo(21:00:0a:0b:0c:0d:00:01, 1)": a handle, and a
-    /// handle's word, reads as the WWPN of its port; texts are quoted; a selector reads as its type and name;
-    /// all other pointers are left out. A handle at any other address than that of the tree reads as
-    /// "copy of WWPN".
+    /// Every call in order, as "VEXAPI_FCSetFECSupportInfo(21:00:0a:0b:0c:0d:00:01, 1)": a handle, or a handle's
+    /// word, is shown as the WWPN of its port; texts are quoted; a selector is shown as its type and name; all
+    /// other pointers are left out. A handle outside the tree is shown as "copy of WWPN".
     std::vector<std::string> calls;
-    /// The record without the calls of every run: start, end, tool and adapter list.
+    /// The calls, except those of every run: start, end, tool and adapter list.
     std::vector<std::string> PortCalls() const;
 
-    /// Hooks: "on" and the function's name without its prefix.
+    /// Hooks, named "on" and the function's name without prefix.
     std::function<decltype(VEXAPI_Initialize)> onInitialize;
     std::function<decltype(VEXAPI_SetToolID)> onSetToolID;
     std::function<decltype(VEXAPI_SetToolVersion)> onSetToolVersion;
@@ -161,7 +159,7 @@ public:
     std::function<decltype(VEXAPI_SetTargetLinkSpeed)> onSetTargetLinkSpeed;
     std::function<decltype(VEXAPI_GetPortStatisticsFC)> onGetPortStatisticsFC;
 
-    /// Records a call and finds its answer.
+    /// Records a call and determines its result.
     template <typename Result, typename... Arguments>
     Result Answer(const char* name, const std::function<Result(Arguments...)>& hook, const std::string& arguments,
                   std::type_identity_t<Arguments>... values) {

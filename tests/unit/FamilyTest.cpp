@@ -15,11 +15,11 @@ struct State {
     std::string word;
 };
 
-/// What the test's family was asked, and what it answers.
+/// Recorded steps of the test's family, and its results.
 Strings steps;
 ResultCode fetchResult = RC_SUCCESS;
 
-/// A family of "get", "help", "getcli" and a sub-family, as they all are.
+/// A typical family: "get", "help", "getcli" and a sub-family.
 class SampleFamily : public Family<SampleFamily> {
 public:
     static const FamilyDescription FAMILY;
@@ -82,12 +82,12 @@ protected:
     void SetUp() override {
         steps.clear();
         fetchResult = RC_SUCCESS;
-        family.GetSubCmdProcessors(); // made before a test traces, as those of a traced program are
+        family.GetSubCmdProcessors(); // created before a test traces, as in a traced program
     }
 
     CmdProcessor& Child(std::size_t at) { return *family.GetSubCmdProcessors().at(at); }
 
-    /// What running a child prints; its result goes to `code`.
+    /// Output of a child; its result is stored in `code`.
     std::string Run(std::size_t at, TavuStringArray args) {
         Capture capture;
         code = family.InvokeCmdProcessor(&family, &Child(at), args);
@@ -222,7 +222,7 @@ TEST_F(FamilyTest, TracesItsHelpUsageAndErrors) {
 TEST_F(FamilyTest, TracesItsLife) {
     const TraceLog log("1");
     { const MultipleCmdsProcessor other(nullptr, ROW); }
-    // The sub-family is made inside the constructor, and deleted inside the destructor.
+    // The sub-family is created in the constructor and deleted in the destructor.
     const std::vector<std::string> lines = TraceLog::Lines();
     const std::string made = "(MultipleCmdsProcessor*, const char*, const char*, const char*, VX_UINT32, VX_UINT32)";
     const auto line = [](const std::string& text) { return "INFORMATION: " + text; };

@@ -1,5 +1,5 @@
 /// @file
-/// From the bytes of a module's field to text.
+/// Conversion of a module's fields to text.
 #include "BitFunctions.h"
 #include "TransceiverImages.h"
 
@@ -84,7 +84,7 @@ TEST(FieldDecodersTest, FieldsByOffset) {
     EXPECT_STREQ(FieldAt(qsfp.View(), 140)->Name, "BR, Nominal");
     EXPECT_STREQ(FieldAt(qsfp.View(), 222)->Name, "BR, Nominal");
     EXPECT_EQ(FieldAt(qsfp.View(), 256)->Offset, 65535);
-    // A field behind a shorter image is none.
+    // A field outside a shorter image is not found.
     EXPECT_EQ(FieldAt(ModuleImage(sfp.View().Sub(0, 96)), 95)->Offset, 95);
     EXPECT_EQ(FieldAt(ModuleImage(sfp.View().Sub(0, 95)), 95)->Offset, 65535);
 }

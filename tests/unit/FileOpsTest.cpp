@@ -17,7 +17,7 @@ bool s_renameFails = false;
 
 } // namespace
 
-// The steps that no file system refuses to a privileged user, in the place of the C library's.
+// Replacements of C library functions that no file system makes fail for a privileged user.
 extern "C" int remove(const char* path) noexcept {
     if (s_removeFails) {
         errno = EPERM;
@@ -38,7 +38,7 @@ namespace {
 constexpr unsigned DONE = 0;
 constexpr unsigned FILE_ERROR = 19;
 
-/// What a reader gave, and the text at its place: "<none>" when nothing was written there.
+/// Result of a reader, and the value: "<none>" if nothing was written.
 struct Reading {
     int result;
     std::string value;
@@ -65,7 +65,7 @@ protected:
         const int result = FileOps::read_key_value(path.c_str(), key, value, sizeof value, delimiter);
         return {result, value};
     }
-    /// The file after an update of its content.
+    /// Content of the file after an update.
     std::string Update(const std::string& content, const char* key, const char* value) const {
         const std::string path = folder.Write("update", content);
         EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, key, value), DONE);
@@ -96,7 +96,7 @@ TEST_F(FileOpsTest, ReaderTakesTheForms) {
         {"Spee=8\n", "Speed", NOT_FOUND},
         {"Speed", "Speed", NOT_FOUND},
         {"", "Speed", NOT_FOUND},
-        // White space ahead of the key, round the delimiter and behind the value
+        // White space before the key, around the delimiter and after the value
         {" \t\v\f\rSpeed \t = \t 8 \t\n", "Speed", Found("8")},
         {"Speed of light=8\n", "Speed", Found("8")},
         {"Speed=8 9\n", "Speed", Found("8")},
@@ -110,7 +110,7 @@ TEST_F(FileOpsTest, ReaderTakesTheForms) {
         {"Speed=#9\n", "Speed", Found("")},
         {"Speed#=8\n", "Speed", NOT_FOUND},
         {"Speed #=8\n", "Speed", Found("8")},
-        // Nothing behind the delimiter
+        // Nothing after the delimiter
         {"Speed=\n", "Speed", Found("")},
         {"Speed=", "Speed", Found("")},
         {"Speed=   \n", "Speed", Found("")},
@@ -156,7 +156,7 @@ TEST_F(FileOpsTest, ReaderLeavesAFullValueUnterminated) {
     EXPECT_EQ(std::string(value, sizeof value), "abcdefgh");
 }
 
-/// A buffer of 1024 bytes takes 1023 of a line: 1022 characters and their newline in one piece.
+/// A buffer of 1024 bytes holds 1023 of a line: 1022 characters and their newline in one piece.
 TEST_F(FileOpsTest, ReaderTakesLongLinesInPieces) {
     const auto line = [](std::size_t length) { return "Key=" + std::string(length - 4, 'v') + "\n"; };
     EXPECT_EQ(Read(line(1022), "Key"), Found(std::string(1018, 'v')));
@@ -189,17 +189,17 @@ TEST_F(FileOpsTest, UpdaterReplacesOrAppends) {
         {"A=1\nSpeed=8\nB=2\n", "A=1\nSpeed=9\nB=2\n"},
         {"A=1\n", "A=1\nSpeed=9\n"},
         {"", "Speed=9\n"},
-        // Every line that holds the key, wherever in the line
+        // Every line that contains the key, at any position
         {"Speed=8\nA=1\nSpeed=7\n", "Speed=9\nA=1\nSpeed=9\n"},
         {"MaxSpeed=8\n", "Speed=9\n"},
         {"Speed=8\nMaxSpeed=8\nSpeedy=8\n", "Speed=9\nSpeed=9\nSpeed=9\n"},
         {"A=Speed\n", "Speed=9\n"},
         {"# Speed was 7\n", "Speed=9\n"},
         {"  Speed = 8 # fast\n", "Speed=9\n"},
-        // With regard to case
+        // Case-sensitively
         {"speed=8\n", "speed=8\nSpeed=9\n"},
         {"SPEED=8\nMAXspeed=1\n", "SPEED=8\nMAXspeed=1\nSpeed=9\n"},
-        // All other lines as they stand
+        // All other lines unchanged
         {"# note\n\n  A = 1 # one\n\tB=2\r\n", "# note\n\n  A = 1 # one\n\tB=2\r\nSpeed=9\n"},
         // A last line without a newline
         {"A=1", "A=1\nSpeed=9\n"},
@@ -212,7 +212,7 @@ TEST_F(FileOpsTest, UpdaterReplacesOrAppends) {
     }
 }
 
-/// The keys of one cache file stay apart by the case of two letters.
+/// Some keys of a cache file differ only in the case of two letters.
 TEST_F(FileOpsTest, UpdaterKeepsKeysApartByCase) {
     constexpr char FILE[] = "Enable_Hard_Loop_Id=0\nHard_Loop_ID=5\n";
     EXPECT_EQ(Update(FILE, "Hard_Loop_ID", "7"), "Enable_Hard_Loop_Id=0\nHard_Loop_ID=7\n");
@@ -220,21 +220,21 @@ TEST_F(FileOpsTest, UpdaterKeepsKeysApartByCase) {
     EXPECT_EQ(Update(FILE, "Hard_Loop_Id", "9"), "Hard_Loop_Id=9\nHard_Loop_ID=5\n");
 }
 
-/// A buffer of 512 bytes takes 511 of a line: 510 characters and their newline in one piece.
+/// A buffer of 512 bytes holds 511 of a line: 510 characters and their newline in one piece.
 TEST_F(FileOpsTest, UpdaterTakesLongLinesInPieces) {
     const auto line = [](std::size_t length) { return "Key=" + std::string(length - 5, 'v') + "z\n"; };
     EXPECT_EQ(Update(line(510), "Key", "1"), "Key=1\n");
     EXPECT_EQ(Update(line(511), "Key", "1"), "Key=1\n\n");
     EXPECT_EQ(Update(line(512), "Key", "1"), "Key=1\nz\n");
 
-    // Across the border of two pieces a key isn't seen; behind it, it is, and its piece alone is replaced.
+    // A key that spans two pieces isn't found; if it follows the border, only its piece is replaced.
     const auto behind = [](std::size_t length) { return std::string(length, 'x') + "Key=2\n"; };
     EXPECT_EQ(Update(behind(508), "Key", "1"), "Key=1\n=2\n");
     EXPECT_EQ(Update(behind(509), "Key", "1"), behind(509) + "Key=1\n");
     EXPECT_EQ(Update(behind(510), "Key", "1"), behind(510) + "Key=1\n");
     EXPECT_EQ(Update(behind(511), "Key", "1"), std::string(511, 'x') + "Key=1\n");
 
-    // Copied byte by byte, and ended when it had no end.
+    // Copied byte by byte, with a line end added if it was missing.
     for (const std::size_t length : {509u, 510u, 511u, 512u, 1021u, 1022u, 1023u, 5000u}) {
         const std::string text(length, 'x');
         EXPECT_EQ(Update(text + "\nA=1\n", "Key", "1"), text + "\nA=1\nKey=1\n") << length;
@@ -291,7 +291,7 @@ TEST_F(FileOpsTest, UpdaterReplacesALinkAtTheTemporaryName) {
     EXPECT_EQ(ReadFile(target), "Speed=7\n");
 }
 
-/// A line ends at a NUL in it, for the updater as for the reader; two settings never run into each other.
+/// A NUL ends a line, for the updater as for the reader; two settings are never joined.
 TEST_F(FileOpsTest, UpdaterKeepsSettingsApartAtANul) {
     const auto content = [](std::initializer_list<std::string> pieces) {
         std::string text;
@@ -308,7 +308,7 @@ TEST_F(FileOpsTest, UpdaterKeepsSettingsApartAtANul) {
     EXPECT_EQ(Read(content({"A=1", "\n", "x\nB=2\n"}), "B"), Found("2"));
 }
 
-/// Whatever isn't a file of our own is no file that could be read, edited or started anew.
+/// Anything but a file of our own can't be read, edited or created anew.
 TEST_F(FileOpsTest, TakesNoFileThatIsNotOurOwn) {
     const std::string target = folder.Write("target", "Speed=8\n");
     const std::string link = folder.Path("link");
@@ -400,7 +400,7 @@ TEST_F(FileOpsTest, PresentIsARegularFile) {
     EXPECT_EQ(FileOps::IsFilePresent(path), 1);
     EXPECT_EQ(FileOps::IsFilePresent(folderPath), 0);
     EXPECT_EQ(FileOps::IsFilePresent(missing), 0);
-    // The trace of the success has the level of failures.
+    // The success is traced at the level of failures.
     EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{
                                      "INFORMATION: FileOps::IsFilePresent: Entered for file=" + path,
                                      "DEBUG: FileOps::IsFilePresent: " + path + " file present",

@@ -126,7 +126,7 @@ TEST(PortIdentifierTest, PutsThePrefixAheadOfTheWwpn) {
     EXPECT_STREQ(PortIdentifier(name).text, "FC_21:00:0a:bb:ff:11:22:33");
 }
 
-/// The WWPN that a text stands for, as text; empty for a text that is no identifier.
+/// The WWPN of an identifier as text; empty for other text.
 std::string Parsed(const std::string& text) {
     VX_UINT8 name[8] = {};
     return ParsePortIdentifier(text.c_str(), name) ? WwnOf(name) : "";
@@ -168,7 +168,7 @@ TEST(ParsePortIdentifierTest, RefusesUpperCase) {
 TEST(ParsePortIdentifierTest, RefusesEveryOtherLength) {
     const std::string good = "FC_21:00:0a:bb:ff:11:22:33";
     for (std::size_t length = 0; length < good.size(); ++length) {
-        // In an array of exactly its size, so that reading past its end is seen.
+        // In an array of exactly its size, to detect reads past its end.
         const std::vector<char> text(good.c_str(), good.c_str() + length);
         std::vector<char> terminated = text;
         terminated.push_back('\0');

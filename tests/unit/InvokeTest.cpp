@@ -14,7 +14,7 @@ struct Run {
     Steps steps;
 };
 
-/// Runs a scripted leaf in the mode of the moment.
+/// Runs a scripted leaf in the current mode.
 Run Invoke(const NodeScript& script, TavuStringArray args = {}) {
     ScriptedLeaf leaf("leaf", script);
     ScriptedFamily family("main", "");
@@ -95,7 +95,7 @@ TEST(InvokeCmdProcessorTest, RunsEngineeringNodesInEngineeringModeOnly) {
     }
 }
 
-/// What a function of a node was called with.
+/// Arguments of a call of a node's function.
 struct FunctionCall {
     MultipleCmdsProcessor* self;
     TavuStringArray args;

@@ -16,7 +16,7 @@ using Strings = std::vector<std::string>;
 
 constexpr VX_UINT32 FILE_ERROR = 19;
 
-/// A text that no other run prints.
+/// A text unique to this run.
 std::string Chatter(const std::string& topic) {
     return "chatter of " + std::to_string(getpid()) + " about " + topic + "\n";
 }
@@ -172,7 +172,7 @@ TEST_F(LibraryCallTest, AsksForTheRebootWithTheAnswerYesReady) {
         answer = value;
         status = 0;
         EXPECT_EQ(IsRebootRequired(), isRequired) << value;
-        status = 5; // a library that fails has not answered, whatever it wrote
+        status = 5; // a failed library has not answered, whatever it wrote
         EXPECT_TRUE(IsRebootRequired()) << value;
     }
     EXPECT_EQ(onEntry, std::vector<VX_UINT32>(8, 1));

@@ -1,12 +1,12 @@
 /// @file
-/// The log that takes what the library prints.
+/// The log of the library's output.
 #pragma once
 
 #include <fstream>
 #include <string>
 
-/// What was appended to the log since this was made. The log is shared with all other runs of the tool on
-/// the machine, so texts of a test must be told apart by the test.
+/// Text appended to the log since construction. All runs of the tool on the machine share the log, so tests must
+/// use distinguishable texts.
 class LibraryLog {
 public:
     LibraryLog() : mStart(Content().size()) {}

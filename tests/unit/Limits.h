@@ -1,11 +1,11 @@
 /// @file
-/// Faults that the machine can give.
+/// Machine-level faults.
 #pragma once
 
 #include <csignal>
 #include <sys/resource.h>
 
-/// Lowers a limit of the process for its lifetime.
+/// Lowers a process limit during its lifetime.
 class LoweredLimit {
 public:
     LoweredLimit(__rlimit_resource resource, rlim_t limit) : mResource(resource) {
@@ -23,7 +23,7 @@ private:
     rlimit mSaved{};
 };
 
-/// No file can be opened during its lifetime; those that are open stay so.
+/// No file can be opened during its lifetime; open files stay open.
 class NoMoreFiles : public LoweredLimit {
 public:
     NoMoreFiles() : LoweredLimit(RLIMIT_NOFILE, 0) {}

@@ -1,4 +1,4 @@
-/// Payloads of the Read Diagnostic Parameters service, descriptor by descriptor: the words beside the text.
+/// Payloads of the Read Diagnostic Parameters service, descriptor by descriptor: the words next to the text.
 #include "RDPPayload.h"
 #include "ReportArithmetic.h"
 
@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t PAYLOAD_SIZE = 508;
 const std::string DASHES(33, '-');
 
-/// A payload of words, big-endian, behind their list length.
+/// A payload of words, big-endian, after their list length.
 class Payload {
 public:
     /// `listLength` 0 stands for the true one, which counts its own four bytes.
@@ -22,7 +22,7 @@ public:
             Store(4 + 4 * i, words[i]);
         }
     }
-    /// The report of a buffer of exactly `size` bytes, so that a read behind it is seen.
+    /// The report of a buffer of exactly `size` bytes, to detect reads past its end.
     std::string Report(std::size_t size = PAYLOAD_SIZE, std::size_t textSize = 16384) const {
         const std::vector<VX_UINT8> exact(mBytes.begin(), mBytes.begin() + static_cast<std::ptrdiff_t>(size));
         ReportBlock report(textSize, ReportBlock::SizeRule::FULL);
@@ -60,7 +60,7 @@ TEST(RDPPayload, ListsBelowFiveBytesAreEmpty) {
     EXPECT_EQ(Payload({}).Report(0), "");
 }
 
-/// The first value stands 8 bytes behind the tag, each later one 5 bytes further on: 8, 13, 18.
+/// The first value is 8 bytes after the tag, each later one 5 bytes further on: 8, 13, 18.
 TEST(RDPPayload, LinkServiceValuesFallOutOfStep) {
     EXPECT_EQ(Payload({1, 12, 0x01020304, 0x05060708, 0x090A0B0C}).Report(),
               "\n" + Block("Diagnostics Parameters Information", "Descriptor Tag: Link Service Request Information\n"
@@ -93,7 +93,7 @@ TEST(RDPPayload, TransceiverFlags) {
         const std::size_t start = report.find('\t');
         return report.substr(start, report.rfind('\n') - start);
     };
-    // A long wave laser LL has both low bits set, and reads as LC.
+    // A long wave laser LL has both low bits set, and is reported as LC.
     EXPECT_EQ(flags(0x8003), "\tPort Tx Type: Long Wave Laser LC 1310 nm\n\tConnector Type: Other\n"
                              "\tOptical Port: Off\n\tSFP Diagnostics Parameters not valid: Off\n"
                              "\tFEC Active Port: On\n");
@@ -191,7 +191,7 @@ TEST(RDPPayload, OpticalElements) {
                     "Optical Element Function Flag [0x60000000] Low Alarm: 0x02\n"
                     "Optical Element Function Flag [0x60000000] High Warning: 0x03\n"
                     "Optical Element Function Flag [0x60000000] Low Warning: 0x04\n"));
-    // The flags count as a whole word: one more bit, and it is another element.
+    // The flags are compared as a whole word: with one more bit, it is another element.
     EXPECT_NE(Payload({0x00010007, 12, 1, 2, 0x10000001}).Report().find("[0x10000001]"), std::string::npos);
     EXPECT_NE(Payload({0x00010007, 0}).Report().find("[0x00] High Alarm: 0x00"), std::string::npos);
 }
@@ -207,7 +207,7 @@ TEST(RDPPayload, OpticalProduct) {
                                       "Vendor Name: CISCO-WTD       \nPart Number: PARTNUMBER012345\n"
                                       "Serial Number: SERIALNUMBER0001\nRevision: REV1\nDate: 250301  \n"));
     EXPECT_TRUE(payload.isVendorMatch);
-    // A zero byte ends the piece, and its line end is lost with it.
+    // A zero byte ends the piece and drops its line end.
     std::vector<VX_UINT32> cut = product;
     cut[3] = 0x4F000000;
     cut.pop_back();
@@ -219,7 +219,7 @@ TEST(RDPPayload, OpticalProduct) {
     EXPECT_FALSE(Payload({0x00010005, 4, 1}).isVendorMatch);
 }
 
-/// The walk takes every word of an unknown descriptor for a possible tag.
+/// The walk treats every word of an unknown descriptor as a possible tag.
 TEST(RDPPayload, UnknownDescriptorsAreScannedWordByWord) {
     EXPECT_EQ(Payload({0x00010004, 8, 0x00010005, 4, 7}).Report(),
               Block("FEC Status Information", "Correctable Blocks: 7\n"));
@@ -228,7 +228,7 @@ TEST(RDPPayload, UnknownDescriptorsAreScannedWordByWord) {
     EXPECT_EQ(Payload({0x00010005, 4, 7, 0x00010005, 4, 7}).Report(), twice + twice);
 }
 
-/// Lengths round down to words, and lying ones end with the payload.
+/// Lengths are rounded down to words; excessive ones end with the payload.
 TEST(RDPPayload, Lengths) {
     EXPECT_EQ(Payload({0x00010005, 7, 1, 2}).Report(), Block("FEC Status Information", "Correctable Blocks: 1\n"));
     for (const VX_UINT32 length : {0x7FFFFFFFu, 0xFFFFFFFCu, 0xFFFFFFFFu}) {
@@ -249,7 +249,7 @@ TEST(RDPPayload, EveryTruncationStaysInside) {
     }
 }
 
-/// A piece that doesn't fit is left out whole, and a shorter one behind it can still go in.
+/// A piece that doesn't fit is dropped whole, and a later, shorter one can still fit.
 TEST(RDPPayload, ReportsLoseThePiecesThatDontFit) {
     const std::string whole = Payload({0x00010005, 4, 1}).Report();
     EXPECT_EQ(Payload({0x00010005, 4, 1}).Report(PAYLOAD_SIZE, whole.size() + 1), whole);

@@ -8,7 +8,7 @@ std::size_t refusedSize = 0;
 
 } // namespace
 
-// What `calloc` is beneath the one of ours: the address sanitizer brings an allocator of its own.
+// The underlying `calloc`: the address sanitizer has its own allocator.
 #ifdef __SANITIZE_ADDRESS__
 #define PLAIN_CALLOC __interceptor_calloc
 #else

@@ -1,10 +1,10 @@
 /// @file
-/// Cleared memory that can't be had: the fault of a report that gets no block.
+/// Failing allocations of zeroed memory: the fault of a report without a block.
 #pragma once
 
 #include <cstddef>
 
-/// Every cleared allocation of exactly `size` bytes fails during its lifetime.
+/// Every zeroed allocation of exactly `size` bytes fails during its lifetime.
 class RefusedBlock {
 public:
     explicit RefusedBlock(std::size_t size);

@@ -70,7 +70,7 @@ TEST(ReportBlockTest, FillsTheBufferByTheFullRule) {
 }
 
 TEST(ReportBlockTest, FillsHalfOfTheBufferBySpaceLeft) {
-    // The whole text of 26 bytes must stay below what is left behind the 10 of the first line: 37 - 10 = 27.
+    // The whole text of 26 bytes must stay below what is left after the 10 of the first line: 37 - 10 = 27.
     for (const std::size_t size : {27u, 36u, 37u, 38u}) {
         ReportBlock block = MakeBlock(size, SPACE_LEFT);
         block.Line("L1", "11111");
@@ -80,13 +80,13 @@ TEST(ReportBlockTest, FillsHalfOfTheBufferBySpaceLeft) {
 }
 
 TEST(ReportBlockTest, RefusesEverythingPastHalfBySpaceLeft) {
-    // 32 bytes are there and 32 left: the text isn't below what is left any more, whatever is added.
+    // With 32 bytes used and 32 left, the text is no longer below the space left, whatever is added.
     ReportBlock block = MakeBlock(64, SPACE_LEFT);
     block.Raw(std::string(32, 'x').c_str());
     block.Raw("y");
     block.Raw("");
     EXPECT_EQ(std::string(block.GetText()), std::string(32, 'x'));
-    // 31 bytes are there and 33 left: one more byte still goes in.
+    // With 31 bytes used and 33 left, one more byte still fits.
     ReportBlock other = MakeBlock(64, SPACE_LEFT);
     other.Raw(std::string(31, 'x').c_str());
     other.Raw("yz");
@@ -110,7 +110,7 @@ TEST(ReportBlockTest, CountsALineThatWasLeftOutAsTheFirst) {
 }
 
 TEST(ReportBlockTest, CutsALineAt1024Characters) {
-    // "Name: " takes 6 characters of the first line; the line end is what is cut first.
+    // "Name: " takes 6 characters of the first line; the line end is cut first.
     for (const std::size_t length : {1017u, 1018u, 1019u, 2000u}) {
         ReportBlock block = MakeBlock(4096);
         const std::string value(length, 'x');

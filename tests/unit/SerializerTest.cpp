@@ -16,7 +16,7 @@ const auto TEXT = Serializer::FORMAT_TEXT;
 
 using Operation = std::function<VX_UINT32(Serializer&)>;
 
-/// What an operation inside a document writes.
+/// Output of an operation inside a document.
 std::string OutputOf(Serializer::eOutputFormat format, const Operation& operation) {
     Serializer out;
     {
@@ -252,7 +252,7 @@ TEST(SerializerTest, WritesALongReportWhole) {
                "<string>" + report + "</string>", report);
 }
 
-/// Every operation but the two that set the format.
+/// Every operation except the two that set the format.
 const Operation OPERATIONS[] = {
     [](Serializer& out) { return out.begin_list_output(Serializer::LIST_STRUCTURE); },
     [](Serializer& out) { return out.end_list_output(); },

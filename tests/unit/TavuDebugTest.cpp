@@ -60,7 +60,7 @@ TEST(TavuDebugTest, WritesTheLevelsOfTheMask) {
     EXPECT_EQ(TraceLog::Lines(), (Strings{"INFORMATION: one", "DEBUG: four", "WARNING: two", "DIAG_ERROR: sixteen"}));
 }
 
-/// The log as one line: the word and the blanks around it matter.
+/// The log as one line: the level word and the blanks around it matter.
 void ExpectLine(const std::string& line) {
     const std::string stamp = "[0-9]+/[0-9]+/[0-9]{4} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3} ";
     EXPECT_TRUE(std::regex_match(TraceLog::Content(), std::regex(stamp + line))) << TraceLog::Content();

@@ -38,7 +38,7 @@ TEST(TavuStringTest, AppendsAndAssigns) {
 }
 
 TEST(TavuStringTest, MakesOnlyLettersLower) {
-    // "@" and "[" are the neighbours of "A" and "Z"; 0xC4 is a letter in some encodings.
+    // "@" and "[" are adjacent to "A" and "Z"; 0xC4 is a letter in some encodings.
     TavuString text = "@AZ[`az{09\xC4";
     text.MakeLower();
     EXPECT_EQ(text, "@az[`az{09\xC4");
@@ -72,7 +72,7 @@ struct Tokens {
     std::vector<int> positions;
 };
 
-/// All tokens from `position` on, with the position behind each.
+/// All tokens from `position` on, with the position after each.
 Tokens Split(const TavuString& text, const char* delimiters, int position = 0) {
     Tokens result;
     for (TavuString token = text.Tokenize(delimiters, position); !token.empty();
@@ -87,7 +87,7 @@ using Strings = std::vector<std::string>;
 using Ints = std::vector<int>;
 
 TEST(TokenizeTest, SplitsWithPositionsBehindTheDelimiter) {
-    // "ab" stands at 0: 0 + 2 + 1. "c" stands at 3: 3 + 1 + 1. "def" stands at 5: 5 + 3 + 1.
+    // "ab" is at 0: 0 + 2 + 1. "c" is at 3: 3 + 1 + 1. "def" is at 5: 5 + 3 + 1.
     const Tokens split = Split("ab_c_def", "_");
     EXPECT_EQ(split.tokens, (Strings{"ab", "c", "def"}));
     EXPECT_EQ(split.positions, (Ints{3, 5, 9}));
@@ -95,7 +95,7 @@ TEST(TokenizeTest, SplitsWithPositionsBehindTheDelimiter) {
 
 TEST(TokenizeTest, SkipsLeadingAndDoubledDelimiters) {
     EXPECT_EQ(Split("A__B", "_").tokens, (Strings{"A", "B"}));
-    // "A" stands at 2: 2 + 1 + 1. "B" stands at 6: 6 + 1 + 1.
+    // "A" is at 2: 2 + 1 + 1. "B" is at 6: 6 + 1 + 1.
     const Tokens split = Split("__A___B__", "_");
     EXPECT_EQ(split.tokens, (Strings{"A", "B"}));
     EXPECT_EQ(split.positions, (Ints{4, 8}));
@@ -112,7 +112,7 @@ TEST(TokenizeTest, BeginsAtThePosition) {
 }
 
 TEST(TokenizeTest, FindsTheTokenBehindThePositionNotAnEarlierLike) {
-    // The second "a" stands at 2: 2 + 1 + 1.
+    // The second "a" is at 2: 2 + 1 + 1.
     EXPECT_EQ(Split("a_a", "_").positions, (Ints{2, 4}));
 }
 

@@ -24,7 +24,7 @@ TEST(TavuTimerTest, RunsToNowUntilItIsStopped) {
     timer.Stop();
     clock.Set({SECOND + 9, 0});
     EXPECT_EQ(timer.ElapsedTimeInMillisec(), 1250u);
-    timer.Start(); // again, and the old stop counts no more
+    timer.Start(); // again: the old stop is discarded
     clock.Set({SECOND + 10, 0});
     EXPECT_EQ(timer.ElapsedTimeInMillisec(), 1000u);
 }

@@ -12,8 +12,8 @@
 #include <unistd.h>
 #include <vector>
 
-/// Turns traces on for its lifetime. The log is one file for all runs of the test program, so a test that
-/// traces keeps the others out meanwhile, and removes the file at its end.
+/// Enables traces during its lifetime. All runs of the test program share one log, so a tracing test locks out the
+/// others, and removes the file at its end.
 class TraceLog {
 public:
     explicit TraceLog(const char* mask) : mLock(open("/var/tmp", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
@@ -60,7 +60,7 @@ public:
         return lines;
     }
 
-    /// The same without the lines of documents that report a failure: those of the steps that led to them.
+    /// Same without the lines of documents that report a failure: only the steps that led to them.
     static std::vector<std::string> Steps() {
         std::vector<std::string> lines = Lines();
         std::erase_if(lines, [](const std::string& line) {

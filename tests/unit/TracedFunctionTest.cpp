@@ -40,7 +40,7 @@ TEST(TracedFunctionTest, IsSilentOutsideTheMask) {
     EXPECT_FALSE(TraceLog::Exists());
 }
 
-/// The whole line is cut, as every trace is.
+/// The whole line is truncated, like every trace.
 TEST(TracedFunctionTest, CutsALongText) {
     const TraceLog log("1");
     const TracedFunction traced("Class", "Function");

@@ -21,8 +21,8 @@ std::string Hex(unsigned value) {
     return text;
 }
 
-/// A calibration that changes nothing, but for the transmit bias, whose slope of 01 00 counts as none. The fourth
-/// coefficient of the receive power alone is 1.0, 3F 80 00 00.
+/// A neutral calibration, except for the transmit bias, whose slope of 01 00 is ignored. Of the coefficients of the
+/// receive power only the fourth is 1.0, 3F 80 00 00.
 Image Calibrated() {
     return Image()
         .Set(92, {0x68})
@@ -72,7 +72,8 @@ TEST(TransceiverDiagnosticsTest, Power) {
     EXPECT_EQ(NineDecimals(TxRxPowerCalc(0xffff)), "6.553500175");
 }
 
-/// Every step is a single. So many of all values print differently at nine decimals when the constants are double.
+/// Every step is single precision. This many of all values print differently at nine decimals if the constants are
+/// double.
 TEST(TransceiverDiagnosticsTest, PowerIsSinglePrecisionThroughout) {
     int differing = 0;
     for (unsigned raw = 0; raw < 65536; ++raw) {
@@ -143,7 +144,7 @@ struct ThresholdCase {
     float low;  ///< as low alarm and warning
 };
 
-/// v is the field with its bytes exchanged, as 16 bits with a sign.
+/// v is the field with its bytes swapped, as 16 bits with sign.
 const ThresholdCase TEMPERATURE_THRESHOLDS[] = {
     {0x00, 0x00, 0.0f, 0.0f},           {0x01, 0x00, 1.0f, 1.0f},
     {0x55, 0x00, 85.0f, 85.0f},         {0x7F, 0x00, 127.0f, 127.0f},
@@ -169,7 +170,7 @@ TEST(TransceiverDiagnosticsTest, TemperatureThresholds) {
     }
 }
 
-/// Each place of the linear quantities holds another number.
+/// Each location of the linear quantities has a different number.
 TEST(TransceiverDiagnosticsTest, EveryQuantityFromItsPlace) {
     const Image image = Calibrated()
                             .Set(A2h(8), {0, 1, 0, 2, 0, 3, 0, 4})      // voltage: alarms high, low, warnings
@@ -298,7 +299,8 @@ TEST(TransceiverDiagnosticsTest, ReceivePowerCoefficients) {
 }
 
 TEST(TransceiverDiagnosticsTest, ReceivePowerSumsInOrder) {
-    // The largest value from (4), itself negative from (3), and 1 from (1): only left to right is it 1 times x.
+    // The largest value from (4), its negative from (3), and 1 from (1): only left to right is the result 1 times
+    // x.
     const Image image = Image()
                             .Set(A2h(104), {0x27, 0x10})
                             .Set(A2h(56), {0x7F, 0x7F, 0xFF, 0xFF})
@@ -338,10 +340,10 @@ TEST(TransceiverDiagnosticsTest, NothingForTheQsfpFamily) {
     EXPECT_EQ(before, 20.0078125f);
     image.Set(0, {17}).Set(A2h(96), {99, 0});
     diagnostics.CalculateDMIData(image.View());
-    EXPECT_EQ(diagnostics.getValueAt(VALUE, TEMPERATURE), before); // it keeps what it held
+    EXPECT_EQ(diagnostics.getValueAt(VALUE, TEMPERATURE), before); // unchanged
 }
 
-/// Where a quantity's values stand: raw numbers between 0 and 255, so that the high byte is 0.
+/// Location of a quantity's values: raw numbers between 0 and 255, so that the high byte is 0.
 struct Quantity {
     Column column;
     std::size_t live;
@@ -365,7 +367,7 @@ std::string StatusOf(const Quantity& quantity, int live, int highAlarm, int high
     set(quantity.lowAlarm, lowAlarm);
     const TransceiverDiagnostics diagnostics = Diagnose(image);
     const std::string status = diagnostics.getDMIStatusAt(1, quantity.column, "?");
-    // The same decision as a number. A warning of the bias has that of a fault.
+    // The same verdict as a number. For the bias, a warning has the number of a fault.
     const float number = diagnostics.getValueAt(STATUS, quantity.column);
     const float expected = status == "Normal" ? 0.0f : status == "Warning" && quantity.column != BIAS ? -0.1f : -0.2f;
     EXPECT_EQ(number, expected) << status;
@@ -407,7 +409,7 @@ TEST(TransceiverDiagnosticsTest, StatusTestsInOrder) {
         const bool isReceive = quantity.column == RX;
         // All zero: at the high alarm.
         EXPECT_EQ(StatusOf(quantity, 0, 0, 0, 0, 0), "Fault");
-        // The alarms come ahead of the warnings.
+        // The alarms come before the warnings.
         EXPECT_EQ(StatusOf(quantity, 50, 50, 60, 20, 10), "Fault");
         // A low warning above the high one: a fault, but for the receive power, where the high warning is first.
         EXPECT_EQ(StatusOf(quantity, 50, 90, 40, 60, 10), isReceive ? "Warning" : "Fault");

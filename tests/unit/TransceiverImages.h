@@ -1,5 +1,5 @@
 /// @file
-/// Memory images of transceivers: made byte by byte, or read from real modules.
+/// Memory images of transceivers, built byte by byte or read from real modules.
 #pragma once
 
 #include "TransceiverReport.h"
@@ -35,7 +35,7 @@ struct Image : _VEXAPI_SFP_DATA {
     ModuleImage View() const { return ModuleImage(*this); }
 };
 
-/// An image of tests/data/transceivers: two digits a byte, "#" comments, and the pages as in a description of
+/// An image of tests/data/transceivers: two digits per byte, "#" comments, and the pages as in a description of
 /// the simulated host.
 inline Image LoadImage(const std::string& name) {
     Image image;
@@ -69,7 +69,7 @@ inline std::string ReportOf(const Image& image, std::size_t blockSize = 16384) {
     return block.GetText();
 }
 
-/// The part of a report that shows the fields: behind the media information and the summary.
+/// The fields of a report, after the media information and the summary.
 inline std::string FieldsOf(const std::string& report) {
     const std::size_t start = report.find("\nOptical Transceiver Digital Diagnostic Data:\n");
     EXPECT_NE(start, std::string::npos);

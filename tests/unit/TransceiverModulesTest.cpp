@@ -1,5 +1,5 @@
 /// @file
-/// Real modules: what their bytes mean by the standards alone.
+/// Real modules: the meaning of their bytes by the standards alone.
 #include "TransceiverImages.h"
 
 #include <filesystem>
@@ -16,7 +16,7 @@ struct Identity {
     const char* serialNumber;
     const char* date;
 };
-/// Padding stays in the report; here it is left out. Null: nothing is known of it.
+/// Padding, which is part of the report, is left out here. Null: unknown.
 const Identity IDENTITIES[] = {
     {"3m-dac-1410", "3M", "1410-P17-00-3.00", nullptr, "0", nullptr}, // a serial number of blanks
     {"amphenol-dac-571540007", "Amphenol", "571540007", "M", "APF112500749A3", "110624"},
@@ -41,7 +41,7 @@ const Identity IDENTITIES[] = {
     {"mellanox-mc2206130-dac", "Mellanox", "MC2206130-001", nullptr, "MS-11175031", nullptr},
 };
 
-/// The value behind a label, without trailing blanks.
+/// The value after a label, without trailing blanks.
 std::string ValueOf(const std::string& text, const std::string& label) {
     const std::size_t start = text.find(Label(label));
     if (start == std::string::npos) {
@@ -89,7 +89,7 @@ TEST(TransceiverModulesTest, KindsOfModules) {
     EXPECT_EQ(field("fs-qsfp28-ir4-100g", "Encoding"), "64B66B");
     EXPECT_EQ(field("fs-dwdm-ch44-uncoded", "SFF-8472 Compliance"),
               "Includes functionality described in Rev 10.4 of SFF-8472");
-    // A bad read of the vendor's name shows what was read: the sixteenth character came as a "d".
+    // A faulty read of the vendor name is shown as read: the sixteenth character is "d".
     EXPECT_EQ(field("fiberstore-sr85-base64", "Vendor name"), "FiberStore");
     EXPECT_EQ(field("badccbase-fiberstore-sr85", "Vendor name"), "FiberStore d");
     // Byte 0 decides on the family, not byte 128, which says 13 here.
@@ -97,7 +97,7 @@ TEST(TransceiverModulesTest, KindsOfModules) {
     EXPECT_EQ(ValueOf(HeadOf(ReportOf(LoadImage("fc2g-finisar-ftrj8519p1bnl"))), "Media Type"), "200-M6-SN-I");
 }
 
-/// Values of modules without external calibration, and the weight of the last digit that is known.
+/// Values of modules without external calibration, and the weight of the last known digit.
 struct Values {
     const char* image;
     float temperature, voltage, bias, transmit, receive;
@@ -156,7 +156,7 @@ TEST(TransceiverModulesTest, Thresholds) {
     EXPECT_NEAR(diagnostics.getValueAt(2, 4), 1.7783, 0.00005);
 }
 
-/// External calibration is where this tool departs from SFF-8472, which gives 37.5 C, 3.324 V and 0.526 mA here.
+/// With external calibration this tool deviates from SFF-8472, which gives 37.5 C, 3.324 V and 0.526 mA here.
 TEST(TransceiverModulesTest, ExternalCalibration) {
     TransceiverDiagnostics diagnostics;
     diagnostics.CalculateDMIData(LoadImage("extcal-huawei-hpsp2120").View());

@@ -20,7 +20,7 @@ bool IsQsfp(const Image& image) {
     return image.Data[0] == 12 || image.Data[0] == 13 || image.Data[0] == 17 || image.Data[0] == 18;
 }
 
-/// The texts of the set bits, as one line shows them: without commas, a blank behind each.
+/// The texts of the set bits as in a report line: without commas, each followed by a blank.
 std::string BitTexts(const SfpTable* table, int byte) {
     std::string line;
     for (; table->Value != 65535; ++table) {
@@ -34,7 +34,7 @@ std::string BitTexts(const SfpTable* table, int byte) {
     return line;
 }
 
-/// A field as its type prints it, in the test's own way.
+/// A field formatted by type, independently of the program.
 std::string FieldText(const Image& image, const FieldTable& row) {
     const std::string name = row.Name;
     const auto byte = [&](int index) { return int{image.Data[row.Offset + index]}; };
@@ -183,7 +183,7 @@ TEST(TransceiverReportTest, FieldsLiterally) {
            "                                0x00 0x00 0x00 0x00 0x00 0x00 0x00 0x00 ");
     expect("\nAddress A2");
     expect("                     Rx_PWR(0): 0xbf800f01");
-    // A field of eight bytes has one line; the last row shows the byte of the last but one once more.
+    // A field of eight bytes takes one line; the last row repeats the byte of the last but one.
     expect("               Vendor Specific: 0x00 0x00 0x00 0x00 0x00 0x00 0x00 0x00 ");
     const std::string end = "                   MCU Version: 0x5a \n"
                             "               PLP API Version: 0x5b \n"
@@ -416,7 +416,7 @@ TEST(TransceiverReportTest, PiecesThatDoNotFitAreLost) {
 TEST(TransceiverReportTest, ShorterImagesReadAsZeroBehindTheirEnd) {
     Image whole = LoadImage("finisar-ftlx8571-auj0rcj");
     for (VX_UINT16 size = 0; size <= 512; ++size) {
-        const std::vector<VX_UINT8> exact(whole.Data, whole.Data + size); // a read behind it is caught
+        const std::vector<VX_UINT8> exact(whole.Data, whole.Data + size); // a read past it is caught
         ReportBlock block(16384, ReportBlock::SizeRule::FULL);
         TransceiverReport report(block, ModuleImage(decoders::Bytes(exact.data(), size)));
         report.CalculateDMIData();

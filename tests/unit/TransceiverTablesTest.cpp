@@ -210,7 +210,7 @@ TEST(TransceiverTablesTest, HoldEveryCode) {
     }
 }
 
-/// SFF-8636 byte 129 in this tool's words, for each value that has any.
+/// SFF-8636 byte 129 in this tool's words, for each value that has a text.
 std::string ExtendedIdentifier(unsigned value) {
     const bool isLow = value <= 31;
     const bool isHigh = value >= 64 && value <= 252 && value % 4 == 0;
@@ -243,7 +243,7 @@ TEST(TransceiverTablesTest, MakeExtendedIdentifiersByTheirRule) {
         ++next;
     }
     EXPECT_EQ(next, rows.size());
-    // By hand: no flag and the lowest class; all flags and the highest; bit 5 has no effect.
+    // Checked by hand: no flag and the lowest class; all flags and the highest; bit 5 has no effect.
     EXPECT_EQ(ExtendedIdentifier(0), "Power Class 1");
     EXPECT_STREQ(rows[31].Text, "CLEI code, CDR in Rx, CDR in Tx, Power Class 7");
     EXPECT_STREQ(rows[32].Text, "Power Class 2");                                  // 64

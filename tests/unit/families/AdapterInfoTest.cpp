@@ -46,7 +46,7 @@ protected:
         return 0;
     }
     static std::vector<std::string> Lines() { return LinesOf(BlockText(RunAdapter("info", "getcli").output)); }
-    /// The line with a label, whole; empty without one.
+    /// The whole line with a label; empty if there is none.
     static std::string LineOf(const std::string& label) {
         for (const std::string& line : Lines()) {
             if (line.starts_with(label + ": ")) {
@@ -137,7 +137,7 @@ TEST_F(AdapterInfoTest, ChipsDecideWhichLinesStand) {
         EXPECT_EQ(Lines(), expected) << chip.name;
         EXPECT_EQ(PortCalls(), hasBlock ? (Calls{componentCall, blockCall}) : Calls{componentCall}) << chip.name;
     }
-    // A chip of the Maple family is a Rowan FC chip of a certain maker.
+    // A chip of the Maple family is a Rowan FC chip of a certain subsystem vendor.
     SetChip(*port, ROWAN_FC);
     port->ChipProperty.SubVendorId = 0x103C;
     port->ChipProperty.SubDeviceId = 0x1939;
@@ -176,7 +176,7 @@ TEST_F(AdapterInfoTest, AbsentValues) {
               "      Flash PCIE Serdes Version: NA\n");
 }
 
-/// Unlike in the port's report, the label of the absent component stays.
+/// The label of the absent component is unchanged, unlike in the port's report.
 TEST_F(AdapterInfoTest, AbsentSoftRomKeepsItsLabel) {
     components.PepSoftRom = {};
     EXPECT_EQ(LineOf("Flash PEP SoftROM Version"), "Flash PEP SoftROM Version: NA");

@@ -138,7 +138,7 @@ TEST_F(BBCRTest, ShowsEveryValue) {
             EXPECT_EQ(Run(format.Leaf("get")).output, Document(format, Online("true", 5, value)));
             negotiated = 4;
             state = static_cast<VX_UINT8>(value);
-            // Offline without a reason: three lines.
+            // Offline without a reason, there are three lines.
             EXPECT_EQ(Run(format.Leaf("get")).output,
                       Document(format, value != 0 ? Online("true", 5)
                                                   : "BBCR Status: true\n      BBCR Configured: 5\n"
@@ -152,13 +152,13 @@ TEST_F(BBCRTest, ShowsEveryValue) {
 TEST_F(BBCRTest, AReasonIsReadToItsBound) {
     const std::string start = "BBCR Status: true\n      BBCR Configured: 5\n      BBCR State: Offline\n";
     state = 0;
-    // 64 bytes fill the text, and there is no terminator.
+    // 64 bytes fill the text, without a terminator.
     for (const std::size_t length : {1u, 63u, 64u}) {
         reason = std::string(length, 'r');
         EXPECT_EQ(Run("get").output,
                   Document(XML, start + "      BBCR Offline Reason Code: " + std::string(length, 'r') + "\n"));
     }
-    // Online, a reason isn't shown.
+    // A reason isn't shown while online.
     state = 1;
     EXPECT_EQ(Run("get").output, Document(XML, Online("true", 5)));
 }
@@ -173,7 +173,7 @@ TEST_F(BBCRTest, AdaptersAndVirtualPorts) {
                     port->PortInterfaceType = type;
                     RemoveFiles();
                     const CommandRun run = Run(format.Leaf(leaf));
-                    // The virtual port is looked at ahead of the adapter.
+                    // The virtual port is checked before the adapter.
                     const VX_UINT32 code = type == 3 ? 51 : isSupported ? 0 : 35;
                     EXPECT_EQ(run.code, code) << chip.name;
                     EXPECT_EQ(PortCalls(), code == 0 ? ReadCalls() : Calls{});
@@ -214,7 +214,7 @@ TEST_F(BBCRTest, SetFileBeginsWithASnapshot) {
         EXPECT_EQ(run.output, Document(format, Online("true", 5)));
         EXPECT_EQ(PortCalls(), ReadCalls());
         EXPECT_EQ(Staged(), SNAPSHOT);
-        // A file that is there keeps its own; state and negotiated count are live.
+        // An existing file keeps its settings; state and negotiated count are live.
         status = 0;
         configured = 9;
         negotiated = 7;
@@ -250,7 +250,7 @@ TEST_F(BBCRTest, OptionsTakeTheirRange) {
             EXPECT_EQ(run.output, Document(TEXT, Online("true", count)));
             EXPECT_EQ(Staged(), "BBCR_Count=" + text + "\nBBCR_Status=1\n");
         }
-        // "abc" is no number and reads as 0, 4294967297 is 2^32 + 1
+        // "abc" is not a number and reads as 0, 4294967297 is 2^32 + 1
         for (const auto& [text, count] : std::map<std::string, std::string>{
                  {"abc", "0"}, {"", "0"}, {"4294967297", "1"}, {"4294967311", "15"}, {"7up", "7"}, {"015", "15"}}) {
             Stage(SNAPSHOT);
@@ -278,12 +278,12 @@ TEST_F(BBCRTest, ABadValueOfEitherOptionLeavesTheFile) {
                 const CommandRun run = Run(format.Leaf("setFile"), options);
                 EXPECT_EQ(run.code, 6u);
                 EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, "setFile"));
-                // A file that this call created stays, with the library's values.
+                // A file created by this call stays, with the library's values.
                 EXPECT_EQ(Staged(), *content == '\0' ? SNAPSHOT : content);
             }
         }
     }
-    // An option in last place is absent, and the first of two counts.
+    // An option in last position is absent, and the first of two counts.
     Stage(SNAPSHOT);
     EXPECT_EQ(Run("setFile", "-b").code, 0u);
     EXPECT_EQ(Run("setFile", "-c").code, 0u);
@@ -300,7 +300,7 @@ TEST_F(BBCRTest, SetWritesTheFileOnce) {
         negotiated = 7;
         const CommandRun run = Run(format.Leaf("set"));
         EXPECT_EQ(run.code, 0u);
-        // A reboot is always asked for: the library isn't.
+        // A reboot is always requested; the library isn't asked.
         EXPECT_EQ(run.output, Document(format, Online("false", 15, 7), true));
         EXPECT_EQ(PortCalls(), SetCalls("0, 15"));
         EXPECT_EQ(Staged(), "no file");
@@ -315,7 +315,7 @@ TEST_F(BBCRTest, SetWithNothingPending) {
                 std::filesystem::create_directory(FilePath());
             }
             const CommandRun run = Run(format.Leaf("set"), "-c 3");
-            EXPECT_EQ(run.code, 0u); // although the document tells of a failure
+            EXPECT_EQ(run.code, 0u); // although the document shows a failure
             EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
             EXPECT_EQ(PortCalls(), ReadCalls());
         }
@@ -334,7 +334,7 @@ TEST_F(BBCRTest, FilesEditedByHand) {
         {"BBCR_Count=99\nBBCR_Status=0\n", "0, 5"},
         {"BBCR_Count=16\n", "1, 5"},
         {"BBCR_Count=15\n", "1, 15"},
-        {"BBCR_Count=261\n", "1, 5"}, // and not its low byte, 5 being the library's: see below
+        {"BBCR_Count=261\n", "1, 5"}, // the low byte isn't used; 5 is the library's: see below
         {"BBCR_Count=258\n", "1, 5"}, // low byte 2
         {"BBCR_Count=-1\n", "1, 5"},
         {"BBCR_Count=abc\n", "1, 0"},
@@ -385,7 +385,7 @@ TEST_F(BBCRTest, Failures) {
         EXPECT_EQ(Run(format.Leaf("set")).code, 0u);
         EXPECT_EQ(Staged(), "no file");
 
-        // The redirection ahead of the write
+        // The redirection before the write
         Stage(SNAPSHOT);
         const auto read = Fake().onFCGetBBCSupportInfoEx;
         {
@@ -425,7 +425,7 @@ TEST_F(BBCRTest, AFullDiskLosesNothing) {
     EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
 }
 
-/// Lines of the debug log that aren't about every run.
+/// Lines of the debug log that are specific to this run.
 std::vector<std::string> FailureTraces() {
     std::vector<std::string> lines;
     for (const std::string& line : TraceLog::Steps()) {
@@ -435,7 +435,7 @@ std::vector<std::string> FailureTraces() {
     }
     return lines;
 }
-/// A trace's text behind the function's name.
+/// A trace's text after the function's name.
 bool Tells(const std::string& line, const std::string& text) {
     return line.starts_with("PhysicalPortBBCRCmdsProcessor::") && line.ends_with(": " + text);
 }

@@ -89,7 +89,7 @@ TEST_F(BeaconTest, SetTakesOnAndOffInAnyCase) {
     }
 }
 
-/// The state that is read back is shown, not the one that was asked for.
+/// Shows the state that is read back, not the requested one.
 TEST_F(BeaconTest, SetShowsWhatTheAdapterSays) {
     isStubborn = true;
     state = 0;
@@ -133,7 +133,7 @@ TEST_F(BeaconTest, ChipsWithABeacon) {
             Expect("set", "on", 0, "Success", "ON", {mezz, on, get});
         } else {
             Expect("get", "", 35, "Failed, feature not supported", "Unknown", {mezz});
-            // The chip is refused ahead of the word.
+            // The chip is checked before the word.
             Expect("set", "bad", 35, "Failed, feature not supported", "Unknown", {mezz});
         }
     }
@@ -141,11 +141,11 @@ TEST_F(BeaconTest, ChipsWithABeacon) {
 
 TEST_F(BeaconTest, AdmissionComesInOrder) {
     for (const std::string leaf : {"get", "set"}) {
-        // A failing question comes ahead of the chip and of the word.
+        // A failed query comes before the checks of the chip and the word.
         SetChip(*port, NO_FAMILY);
         Fake().Return("VEXAPI_IsMezzAdapter", 9);
         Expect(leaf, "bad", 13, "Failed, Beacon read failed", "Unknown", {mezz});
-        port->PortInterfaceType = 3; // ahead of the question
+        port->PortInterfaceType = 3; // before the question
         Expect(leaf, "bad", 51, "Failed, feature not supported for virtual port", "Unknown", {});
         LoseHost();
         Expect(leaf, "bad", 14, "Failed, Host not found", "Unknown", {});
@@ -165,7 +165,7 @@ TEST_F(BeaconTest, LibraryFailures) {
         Expect("get", "", 13, "Failed, Beacon read failed", "Unknown", {mezz, get});
         Fake().ReturnInTurn("VEXAPI_UpdateAdapterBeaconStatus", {status});
         Expect("set", "ON", 20, "Failed, Beacon update failed", "Unknown", {mezz, on});
-        // The state has changed, yet it can't be read back.
+        // The state has changed, but can't be read back.
         Fake().ReturnInTurn("VEXAPI_GetAdapterBeaconStatus", {status});
         Expect("set", "ON", 13, "Failed, Beacon read failed", "Unknown", {mezz, on, get});
     }
@@ -174,7 +174,7 @@ TEST_F(BeaconTest, LibraryFailures) {
 TEST_F(BeaconTest, WithoutTheRedirectionNothingIsCalled) {
     const struct {
         const char* leaf;
-        const char* after; ///< the last function that is called
+        const char* after; ///< the last function called
         Calls calls;
     } cases[] = {
         {"get", "", {}},         {"get", "mezz", {mezz}},       {"set", "", {}},

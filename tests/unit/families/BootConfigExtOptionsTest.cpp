@@ -6,7 +6,7 @@ using namespace family_test;
 
 namespace {
 
-/// The options of `bootconfigext` that `bootconfig` doesn't have: NVMe, and the four that describe a boot target.
+/// The options that `bootconfig` doesn't have: NVMe, and the four that describe a boot target.
 class BootConfigExtOptionsTest : public BootConfigExtTestBase {
 protected:
     /// An entry of the FCP side.
@@ -30,7 +30,7 @@ protected:
         content.replace(from, content.find('\n', last) + 1 - from, EntryLines(std::to_string(number), values));
         return content;
     }
-    /// What the NVMe target and the namespace 300 make of an entry: 0xBEEF is 48879.
+    /// The entry made from the NVMe target and namespace 300: 0xBEEF is 48879.
     std::array<std::string, 6> EntryOfTarget(const std::string& enable = "1") const {
         return {"48879", enable, "nqn.2020-01.org.example:array", "300", "2f:ff:0a:0b:0c:0d:0e:fe", NVME_TARGET};
     }
@@ -70,7 +70,7 @@ TEST_F(BootConfigExtOptionsTest, FcNvme) {
     EXPECT_EQ(Run("set").code, 0u);
     nvram.NVMeEnable = 1;
     EXPECT_TRUE(WasWritten(nvram));
-    // A file's value of 2 and above is none.
+    // Values of 2 and above in a file are ignored.
     for (const char* const number : {"2", "256", "257", "-1"}) {
         Stage(WithLine(Snapshot(BIOS), "NVMe_Enable", number));
         EXPECT_EQ(Run("set").code, 0u);
@@ -82,7 +82,7 @@ TEST_F(BootConfigExtOptionsTest, FcNvme) {
     EXPECT_EQ(written->NVMeEnable, 1);
 }
 
-/// All options of a mode together, or none. Outside of NVMe mode the last one is refused ahead of that question.
+/// All options of a mode together, or none. Outside NVMe mode the last one is rejected before that check.
 TEST_F(BootConfigExtOptionsTest, MixesOfTheFourOptions) {
     for (const Mode mode : {BIOS, UEFI, NVME}) {
         for (const bool isShort : {false, true}) {
@@ -140,12 +140,12 @@ TEST_F(BootConfigExtOptionsTest, NumbersOfFcpTargets) {
             }
         }
     }
-    // On adapters without UEFI the first four are all there is.
+    // On adapters without UEFI there are only the first four.
     SetChip(*port, ROWAN_FC);
     ExpectStaged(BIOS, "-n 3" + rest, WithTarget(Snapshot(BIOS), 3, TARGET, "3"));
     ExpectRefused(BIOS, "-n 4" + rest, 4);
     SetChip(*port, BIRCH);
-    // Base 10, the low 32 bits, and 0 for what is no number
+    // Base 10, the low 32 bits, and 0 for text that is not a number
     const std::pair<std::string, unsigned> texts[] = {
         {"007", 7}, {"+5", 5}, {"5th", 5},        {"0x5", 0},         {"abc", 0},
         {"", 0},    {"%d", 0}, {"4294967301", 5}, {"-4294967293", 3}, {std::string(100000, '0') + "6", 6},
@@ -167,7 +167,7 @@ TEST_F(BootConfigExtOptionsTest, NumbersOfNvmeEntries) {
         for (unsigned number = 0; number < 8; ++number) {
             ExpectStaged(NVME, "-n " + std::to_string(number) + rest, WithEntry(Snapshot(NVME), number, values));
         }
-        // There is no upper limit, and no reader either.
+        // There is no upper limit, but larger entries are never read.
         for (const char* const number : {"8", "10", "4294967295"}) {
             ExpectStaged(NVME, std::string("-n ") + number + rest, Snapshot(NVME) + EntryLines(number, values));
             EXPECT_EQ(Run("set").code, 0u);
@@ -198,7 +198,7 @@ TEST_F(BootConfigExtOptionsTest, EntriesReachTheLibrary) {
     EXPECT_TRUE(WasWritten(nvram));
 }
 
-/// One command stages one entry; several of them make one write.
+/// One command stages one entry; one write covers several commands.
 TEST_F(BootConfigExtOptionsTest, EntriesOfSeveralCommands) {
     Run("setFile", "NVME --fc-nvme false");
     std::string content = WithLine(Snapshot(NVME), "NVMe_Enable", "0");
@@ -228,7 +228,7 @@ TEST_F(BootConfigExtOptionsTest, TargetsAndDisks) {
         {UEFI, "50:00:0A:0B:0C:0D:01:01", "3", 0, TARGET + " 3"},
         {UEFI, "50:0:a:b:c:d:1:1", "3", 0, TARGET + " 3"},
         {UEFI, zeros + "50:00:0a:0b:0c:0d:01:1201", zeros + "3", 0, TARGET + " 3"},
-        {UEFI, TARGET + "-300", "3", 0, TARGET + " 3"}, // a LUN behind the name is none
+        {UEFI, TARGET + "-300", "3", 0, TARGET + " 3"}, // a LUN after the name is ignored
         {UEFI, TARGET + ":99" + std::string(100000, 'x'), "3", 0, TARGET + " 3"},
         // The disk's low 16 bits
         {UEFI, TARGET, "65539", 0, TARGET + " 3"},
@@ -289,7 +289,7 @@ TEST_F(BootConfigExtOptionsTest, TargetsAndDisks) {
     ExpectRefused(BIOS, "-n 0 -p " + TARGET + " -o 0", 6);
 }
 
-/// The namespace is the number that was found: the low 16 bits of the word.
+/// The namespace is the number found: the low 16 bits of the word.
 TEST_F(BootConfigExtOptionsTest, Namespaces) {
     for (const auto& [word, number] : {std::pair{"1", "1"}, {"3", "3"}, {"65537", "1"}, {"300x", "300"}}) {
         std::array<std::string, 6> values = EntryOfTarget();
@@ -299,7 +299,7 @@ TEST_F(BootConfigExtOptionsTest, Namespaces) {
     }
 }
 
-/// Names of targets fill their array, or hold what a reader of the file stops at.
+/// Target names that fill their array, or contain characters at which a reader of the file stops.
 TEST_F(BootConfigExtOptionsTest, NamesOfTargets) {
     struct Case {
         std::string name;
@@ -342,7 +342,7 @@ TEST_F(BootConfigExtOptionsTest, EnableOption) {
             SCOPED_TRACE(std::string(chip.name) + " mode " + std::to_string(mode));
             Stage(Snapshot(mode));
             const VX_UINT32 code = !IsUefiCapable(chip.chip) ? 35 : mode != NVME ? 4 : 0;
-            // Alone it is never a question of completeness but in NVMe mode; a bad word comes ahead of that.
+            // On its own it only makes the options incomplete in NVMe mode; an invalid word is reported first.
             ExpectRefused(mode, "-l true", code == 0 ? 56 : code);
             ExpectRefused(mode, "-l on", code == 0 ? 6 : code);
             ExpectRefused(mode, "--boot-target-enable 1 -n 1 -o 300 -p " + NVME_TARGET, code == 0 ? 6 : code);
@@ -355,7 +355,7 @@ TEST_F(BootConfigExtOptionsTest, EnableOption) {
     }
 }
 
-/// The order of the checks, by commands that fail several of them.
+/// The order of the checks, with commands that fail several of them.
 TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
     struct Case {
         Mode mode;
@@ -368,15 +368,15 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
         {UEFI, "-n 4 -p " + NO_TARGET + " -d true -m true", 18},
         {UEFI, "-p " + NO_TARGET + " -m true", 4},
         {BIOS, "-n 4 -p " + NO_TARGET + " -l 1", 4},
-        {UEFI, "-p " + NO_TARGET + " -l 1", 6}, // the name's, ahead of 4
+        {UEFI, "-p " + NO_TARGET + " -l 1", 6}, // the code of the name, before 4
         {UEFI, "-n 1 -p " + TARGET + " -o 4 -l 1", 4},
         {UEFI, "-p " + NO_TARGET, 6}, // and not 55
         {UEFI, "-p " + TARGET, 55},
         {UEFI, "-p " + TARGET + " -o 4", 55},
-        {UEFI, "-n 9 -o 4 -p " + TARGET, 6}, // the disk counts even where nothing is staged
+        {UEFI, "-n 9 -o 4 -p " + TARGET, 6}, // the disk is checked even if nothing is staged
         {NVME, "-p " + NO_TARGET + " -l 1", 6},
         {NVME, "-p " + TARGET + " -l 1", 6},
-        {NVME, "-p " + TARGET + " -l true", 56}, // ahead of the target's kind
+        {NVME, "-p " + TARGET + " -l true", 56}, // before the target's kind
         {NVME, "-n 9 -o 2 -l true -p " + NVME_TARGET, 6},
     };
     for (const Case& row : cases) {
@@ -401,7 +401,7 @@ TEST_F(BootConfigExtOptionsTest, RefusalsHaveTheirTexts) {
         {BIRCH, UEFI, "-m true", 4, paramError},
         {BIRCH, UEFI, "-l true", 4, paramError},
         {BIRCH, NVME, "-n 1 -o 3 -l true -p " + TARGET, 6, INVALID},
-        {BIRCH, UEFI, "-n 1 -o 3 -p " + NVME_TARGET, 6, INVALID}, // 36 is of the other group
+        {BIRCH, UEFI, "-n 1 -o 3 -p " + NVME_TARGET, 6, INVALID}, // 36 belongs to the other group
         {BIRCH, NVME, "-d true", 18, "Failed, Boot parameter not supported with UEFI boot mode option"},
         {EIGHT_G, BIOS, "-m true", 35, notSupported},
         {EIGHT_G, BIOS, "-l true", 35, notSupported},
@@ -413,7 +413,7 @@ TEST_F(BootConfigExtOptionsTest, RefusalsHaveTheirTexts) {
     }
 }
 
-/// The drives of the other group are no options here.
+/// The drives of the other group are not options here.
 TEST_F(BootConfigExtOptionsTest, KnowsNoDrives) {
     ExpectStaged(UEFI, "--drive-0 " + TARGET + "-3 -j " + TARGET + "-3", Snapshot(UEFI));
 }

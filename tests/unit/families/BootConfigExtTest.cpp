@@ -4,7 +4,7 @@ using namespace family_test;
 
 namespace {
 
-/// What `bootconfigext` has of its own, but for its boot target options: its modes, and NVMe settings.
+/// Specifics of `bootconfigext` other than its boot target options: its modes, and NVMe settings.
 class BootConfigExtTest : public BootConfigExtTestBase {};
 
 TEST_F(BootConfigExtTest, NvmeDocumentIsByteExact) {
@@ -69,7 +69,7 @@ TEST_F(BootConfigExtTest, Modes) {
         {"NVME", 0, NVME},
         {"nvme", 0, NVME},
         {"NVMe x", 0, NVME},
-        // The second word counts, whatever else there is, and it must be there.
+        // The second word counts, whatever follows, and is required.
         {"BIOS NVME", 0, BIOS},
         {"BIOS -b UEFI", 0, BIOS},
         {"", 6, BIOS},
@@ -103,14 +103,14 @@ TEST_F(BootConfigExtTest, Modes) {
             }
         }
     }
-    // A wrong word is wrong on every adapter; the others are refused where there is the BIOS alone.
+    // A wrong word is reported on every adapter; the others are rejected if there is only the BIOS.
     SetChip(*port, EIGHT_G);
     EXPECT_EQ(Run("get", "x").code, 6u);
     EXPECT_EQ(Run("get", "uefi").code, 8u);
     EXPECT_EQ(Run("setFile", "nvme").code, 8u);
 }
 
-/// The library is switched whenever it is in another mode.
+/// The library is switched if it is in another mode.
 TEST_F(BootConfigExtTest, LibraryModes) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI, NVME}) {
@@ -128,14 +128,14 @@ TEST_F(BootConfigExtTest, LibraryModes) {
 TEST_F(BootConfigExtTest, NvmeLines) {
     const auto shown = [this] { return LinesOf(BlockText(Run("getcli", "NVME").output)); };
     const auto line = [&](std::size_t at) { return shown().at(at); };
-    // The flags are true for any number but 0.
+    // Flags are true for any number but 0.
     for (const int number : {0, 1, 2, 255}) {
         nvram.NVMeEnable = static_cast<VX_UINT8>(number);
         EXPECT_EQ(line(5), number == 0 ? "FC NVMe: false" : "FC NVMe: true");
         entries.BootEntry[7].TargetFlags = static_cast<VX_UINT8>(number);
         EXPECT_EQ(line(50), number == 0 ? "Storage 7: false" : "Storage 7: true"); // 8 lines and 7 entries of 6
     }
-    // Any byte of the host's identifier makes it one.
+    // Any non-zero byte makes it a host identifier.
     for (unsigned i = 0; i < 16; ++i) {
         std::memset(entries.HostId, 0, sizeof entries.HostId);
         EXPECT_EQ(line(7), "Host ID: NA");
@@ -158,7 +158,7 @@ TEST_F(BootConfigExtTest, NvmeLines) {
     }
 }
 
-/// Names that fill their arrays have no terminator; percent signs are no conversions, and a pair of them prints
+/// Names that fill their arrays have no terminator; percent signs are not conversions, and a pair of them prints
 /// as one.
 TEST_F(BootConfigExtTest, NamesOfAnyKind) {
     const std::string full(256, 'n');
@@ -177,17 +177,17 @@ TEST_F(BootConfigExtTest, NamesOfAnyKind) {
     const std::vector<std::string> shown = LinesOf(BlockText(Run("getcli", "NVME").output));
     EXPECT_EQ(shown.at(6), "Host NQN: %s%n%d");
     EXPECT_EQ(shown.at(11), "Storage 0 NQN: %d%%s");
-    // They reach the file, and the library, as they are.
+    // They reach the file and the library unchanged.
     EXPECT_EQ(Run("setFile", "NVME").code, 0u);
     EXPECT_NE(Staged().find("\nNVME_0_NQN=%d%%%s\n"), std::string::npos);
     EXPECT_EQ(Run("set").code, 0u);
     EXPECT_STREQ(writtenEntries->BootEntry[0].TargetNQN, "%d%%%s");
-    // Of 256 characters, the last makes room for a terminator.
+    // Of 256 characters, the last is replaced by a terminator.
     EXPECT_EQ(writtenEntries->BootEntry[1].TargetNQN, std::string(255, 'n'));
 }
 
 TEST_F(BootConfigExtTest, EntriesThatCantBeRead) {
-    // What a failing call leaves in the record is shown nowhere.
+    // The record of a failed call is not shown.
     const auto failing = [this](VX_PORT_HANDLE*, _VEXAPI_FcNVMeBootParams* parameters) {
         *parameters = entries;
         return 1u;
@@ -199,7 +199,7 @@ TEST_F(BootConfigExtTest, EntriesThatCantBeRead) {
         EXPECT_EQ(run.code, 17u);
         EXPECT_EQ(run.output, Error(format, NO_NVME));
         EXPECT_EQ(PortCalls(), ReadCalls(NVME));
-        // `setFile` goes on with empty ones.
+        // `setFile` continues with empty ones.
         run = Run(format.Leaf("setFile"), "NVME");
         EXPECT_EQ(run.code, 0u);
         EXPECT_EQ(run.output, Document(format, EmptyNvmeLayout()));
@@ -210,7 +210,7 @@ TEST_F(BootConfigExtTest, EntriesThatCantBeRead) {
     }
 }
 
-/// On adapters without UEFI the file has 24 keys, and no key of an entry is read.
+/// On adapters without UEFI the file has 24 keys, and keys of entries are not read.
 TEST_F(BootConfigExtTest, AdaptersWithoutEntries) {
     for (const ChipRow& row : CHIPS) {
         SetChip(*port, row.chip);
@@ -235,7 +235,7 @@ TEST_F(BootConfigExtTest, SetWritesBothRecordsOnce) {
     for (const Format& format : FORMATS) {
         Stage(WithLine(Snapshot(NVME), "NVMe_Enable", "0"));
         const _VEXAPI_FcNVMeBootParams carried = Carried();
-        // What is read back is shown, and not what was written.
+        // Shows what is read back, not what was written.
         SetText(entries.HostNQN, "nqn.other");
         SetText(entries.BootEntry[3].TargetNQN, "nqn.read-back");
         entries.BootEntry[3].TargetFlags = 1;
@@ -258,7 +258,7 @@ TEST_F(BootConfigExtTest, SetWritesBothRecordsOnce) {
     }
 }
 
-/// In the modes of FCP only that side is written, whatever entries the file has.
+/// In the FCP modes only the FCP settings are written, whatever entries the file has.
 TEST_F(BootConfigExtTest, ModesInTheFile) {
     struct Case {
         const char* number;
@@ -273,21 +273,21 @@ TEST_F(BootConfigExtTest, ModesInTheFile) {
         Stage(WithLine(Snapshot(NVME), "Boot_Mode", row.number));
         const CommandRun run = Run("set");
         EXPECT_EQ(run.code, 0u);
-        // A mode that is none has the layout of UEFI.
+        // An unknown mode has the layout of UEFI.
         EXPECT_EQ(run.output, Document(XML, row.mode == 4 ? NvmeLines() : LinesIn(row.mode == 1 ? BIOS : UEFI), true))
             << row.number;
         EXPECT_EQ(PortCalls(), row.mode == 4 ? NvmeSetCalls() : SetCalls()) << row.number;
         EXPECT_TRUE(WasWritten(nvram)) << row.number;
         EXPECT_EQ(writtenEntries.has_value(), row.mode == 4) << row.number;
     }
-    // Without the key it is the BIOS.
+    // Without the key the mode is BIOS.
     Stage("World_Login=0\n" + nvmeLines);
     EXPECT_EQ(Run("set").output, Document(XML, BiosLines(), true));
     EXPECT_EQ(PortCalls(), SetCalls());
 }
 
 TEST_F(BootConfigExtTest, EntriesEditedByHand) {
-    // The entry's values in the record that is written; it begins as zeros.
+    // The entry's values in the written record, initially zeros.
     const auto entryOf = [this](const std::string& line) {
         Stage("Boot_Mode=4\n" + line + "\n");
         EXPECT_EQ(Run("set").code, 0u);
@@ -329,11 +329,11 @@ TEST_F(BootConfigExtTest, EntriesEditedByHand) {
     }
     EXPECT_STREQ(entryOf("NVME_5_NQN = %s%n # array").TargetNQN, "%s%n");
     EXPECT_STREQ(entryOf("NVME_5_NQN=").TargetNQN, "");
-    // No reader looks at an entry above 7.
+    // Entries above 7 are never read.
     EXPECT_TRUE(IsCleared(entryOf("NVME_8_NamespaceID=1\nNVME_05_Enable=1\nNVME_55_Enable=1")));
 }
 
-/// A shorter name leaves nothing of a longer one behind.
+/// A shorter name leaves nothing of a longer one.
 TEST_F(BootConfigExtTest, ShorterNames) {
     Run("setFile", "NVME");
     Stage(WithLine(Staged(), "NVME_0_NQN", "nqn"));
@@ -342,7 +342,7 @@ TEST_F(BootConfigExtTest, ShorterNames) {
     EXPECT_EQ(Run("setFile", "NVME").output, Document(XML, WithField(NvmeLines(), "Storage 0 NQN", "")));
 }
 
-/// A file that was made in one mode and updated in another keeps the keys of both.
+/// A file created in one mode and updated in another keeps the keys of both.
 TEST_F(BootConfigExtTest, FilesOfTwoModes) {
     Run("setFile", "BIOS -d false");
     EXPECT_EQ(Staged(), WithLine(Snapshot(BIOS), "Selectable_Boot", "0")); // the entries count as empty
@@ -372,7 +372,7 @@ TEST_F(BootConfigExtTest, FilesOfTwoModes) {
 TEST_F(BootConfigExtTest, FailingWritesKeepTheFile) {
     struct Case {
         const char* function;
-        std::size_t calls; ///< made when it fails
+        std::size_t calls; ///< made until the failure
     };
     const std::string content = WithLine(Snapshot(NVME), "Disable_BIOS", "0");
     for (const Case& row : {Case{"VEXAPI_SetBootDeviceInfo", 2},
@@ -384,7 +384,7 @@ TEST_F(BootConfigExtTest, FailingWritesKeepTheFile) {
             written.reset();
             Fake().Return(row.function, 1);
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 20u) << row.function; // the reading back too
+            EXPECT_EQ(run.code, 20u) << row.function; // including the read back
             EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true)) << row.function;
             Calls expected = NvmeSetCalls();
             expected.resize(row.calls);
@@ -405,7 +405,7 @@ TEST_F(BootConfigExtTest, NvmeRedirectionsThatCantBeOpened) {
     const auto write = Fake().onSetBootDeviceInfo;
     const auto writeEntries = Fake().onSetNVMeBootDeviceEntries;
     for (const Format& format : FORMATS) {
-        for (const std::string leaf : {"get", "setFile"}) { // unlike a failing call, this ends both
+        for (const std::string leaf : {"get", "setFile"}) { // unlike a failed call, this ends both
             RemoveFiles();
             bfsMode = NVME;
             CommandRun run;
@@ -420,7 +420,7 @@ TEST_F(BootConfigExtTest, NvmeRedirectionsThatCantBeOpened) {
             Fake().onGetBootDeviceInfo = read;
             EXPECT_EQ(run.code, 19u) << leaf;
             EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE));
-            EXPECT_EQ(PortCalls(), ReadCalls(BIOS)); // without that of the entries
+            EXPECT_EQ(PortCalls(), ReadCalls(BIOS)); // without the call for the entries
             EXPECT_EQ(Staged(), "no file");
         }
         const auto expect = [&](std::size_t calls) {
@@ -433,7 +433,7 @@ TEST_F(BootConfigExtTest, NvmeRedirectionsThatCantBeOpened) {
         };
         Stage(Snapshot(NVME));
         {
-            NoFiles files; // ahead of the entries' write
+            NoFiles files; // before the entries' write
             Fake().onSetBootDeviceInfo = [&](VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters) {
                 files.Begin();
                 return write(handle, parameters);
@@ -443,7 +443,7 @@ TEST_F(BootConfigExtTest, NvmeRedirectionsThatCantBeOpened) {
         Fake().onSetBootDeviceInfo = write;
         EXPECT_EQ(Staged(), Snapshot(NVME));
         {
-            NoFiles files; // ahead of their reading back
+            NoFiles files; // before they are read back
             Fake().onSetNVMeBootDeviceEntries = [&](VX_PORT_HANDLE* handle, _VEXAPI_FcNVMeBootParams* parameters) {
                 files.Begin();
                 return writeEntries(handle, parameters);

@@ -1,5 +1,5 @@
 /// @file
-/// A port whose library has NVMe boot entries, every byte of them another.
+/// A port whose library has NVMe boot entries, with different bytes throughout.
 #pragma once
 
 #include "BootTest.h"
@@ -49,11 +49,11 @@ protected:
         };
     }
 
-    /// Whether the library was given exactly this record.
+    /// Whether the library received exactly this record.
     bool WereWritten(const _VEXAPI_FcNVMeBootParams& record) const {
         return writtenEntries.has_value() && std::memcmp(&*writtenEntries, &record, sizeof record) == 0;
     }
-    /// What a cache file carries of the library's entries: six fields of each.
+    /// The part of the library's entries in a cache file: six fields each.
     _VEXAPI_FcNVMeBootParams Carried() const {
         _VEXAPI_FcNVMeBootParams carried{};
         for (unsigned number = 0; number < 8; ++number) {
@@ -98,7 +98,7 @@ protected:
         }
         return lines;
     }
-    /// The same without host and entries.
+    /// Same without host and entries.
     static std::vector<Field> EmptyNvmeLayout() {
         std::vector<Field> lines = WithField(WithField(NvmeLines(), "Host NQN", ""), "Host ID", "NA");
         for (unsigned number = 0; number < 8; ++number) {
@@ -106,7 +106,7 @@ protected:
         }
         return lines;
     }
-    /// With other values of an entry, in the order of its lines.
+    /// Replaces the values of an entry, in the order of its lines.
     static std::vector<Field> WithStorage(std::vector<Field> lines, unsigned number,
                                           const std::array<std::string, 6>& values) {
         static constexpr const char* FIELDS[] = {"", " WWNN", " WWPN", " NQN", " ControllerID", " NamespaceID"};
@@ -117,8 +117,8 @@ protected:
     }
     static std::vector<Field> Layout(Mode mode) { return mode == NVME ? NvmeLines() : LinesIn(mode); }
 
-    _VEXAPI_FcNVMeBootParams entries{};                     ///< what the library reads
-    std::optional<_VEXAPI_FcNVMeBootParams> writtenEntries; ///< what it was last given
+    _VEXAPI_FcNVMeBootParams entries{};                     ///< returned by the library
+    std::optional<_VEXAPI_FcNVMeBootParams> writtenEntries; ///< last received by it
 };
 
 } // namespace family_test

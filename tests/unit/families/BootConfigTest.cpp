@@ -6,7 +6,7 @@ using namespace family_test;
 
 namespace {
 
-/// What `bootconfig` has of its own: its mode, an option, and its drives.
+/// Specifics of `bootconfig`: its mode, an option, and its drives.
 class BootConfigTest : public BootTestBase {
 protected:
     BootConfigTest() : BootTestBase(BOOT_CONFIG) {}
@@ -40,8 +40,8 @@ TEST_F(BootConfigTest, Modes) {
         {"-b uEfI", 0, UEFI},
         {"--BOOT-MODE UEFI", 0, UEFI},
         {"x --boot-mode UEFI -b BIOS", 0, UEFI}, // the first counts
-        {"-b", 0, BIOS},                         // in last place it is absent
-        {"UEFI", 0, BIOS},                       // and so is a word without its name
+        {"-b", 0, BIOS},                         // in last position it is absent
+        {"UEFI", 0, BIOS},                       // as is a word without the option's name
         {"-b NVME", 6, BIOS},
         {"-b UEFI2", 6, BIOS},
         {"-b 2", 6, BIOS},
@@ -68,13 +68,13 @@ TEST_F(BootConfigTest, Modes) {
     }
     const std::string word(100000, 'U');
     EXPECT_EQ(Run("get", "-b " + word).code, 6u);
-    // A wrong word is wrong on every adapter; UEFI is refused where it is none.
+    // A wrong word is reported on every adapter; UEFI is rejected if unsupported.
     SetChip(*port, EIGHT_G);
     EXPECT_EQ(Run("get", "-b NVME").code, 6u);
     EXPECT_EQ(Run("get", "-b uefi").code, 8u);
 }
 
-/// Only BIOS and UEFI are exchanged; what else the library is in is left alone.
+/// Switches only between BIOS and UEFI; other modes of the library are left alone.
 TEST_F(BootConfigTest, LibraryModes) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI}) {
@@ -90,7 +90,7 @@ TEST_F(BootConfigTest, LibraryModes) {
             EXPECT_EQ(PortCalls(), expected) << current << " " << +mode;
         }
     }
-    // Without the option the library goes to the BIOS, and `setFile` does so too.
+    // Without the option, the library is switched to the BIOS, also by `setFile`.
     for (const char* const leaf : {"get", "setFile"}) {
         bfsMode = UEFI;
         EXPECT_EQ(Run(leaf).code, 0u);
@@ -98,7 +98,7 @@ TEST_F(BootConfigTest, LibraryModes) {
     }
 }
 
-/// `set` shows the layout of the file's mode: 1 is UEFI, all else the BIOS.
+/// `set` shows the layout of the file's mode: 1 is UEFI, anything else the BIOS.
 TEST_F(BootConfigTest, ModesInTheFile) {
     const std::pair<const char*, Mode> cases[] = {
         {"1", UEFI},   {"01", UEFI}, {"1x", UEFI},   {"4294967297", UEFI}, // 2^32 + 1
@@ -108,7 +108,7 @@ TEST_F(BootConfigTest, ModesInTheFile) {
     for (const auto& [number, mode] : cases) {
         Stage(std::string("Boot_Mode=") + number + "\n");
         EXPECT_EQ(Run("set").output, Document(XML, LinesIn(mode), true)) << number;
-        EXPECT_TRUE(WasWritten(nvram)); // the mode is no part of it
+        EXPECT_TRUE(WasWritten(nvram)); // it doesn't contain the mode
     }
     Stage("World_Login=0\n"); // no mode at all
     EXPECT_EQ(Run("set").output, Document(XML, BiosLines(), true));
@@ -169,14 +169,14 @@ TEST_F(BootConfigTest, DriveValues) {
         {TARGET + "-3" + std::string(100000, 'x'), 0, TARGET, "3"},
         {TARGET + "-3-300", 0, TARGET, "3"},
         {TARGET + "-0x3", 0, TARGET, "0"}, // decimal
-        // Without a LUN it is 0, which the target has.
+        // The default LUN is 0, which the target has.
         {TARGET, 0, TARGET, "0"},
         {TARGET + "-", 0, TARGET, "0"},
         {TARGET + "-x", 0, TARGET, "0"},
         {TARGET + "/3", 0, TARGET, "0"},
         {TARGET + ":3", 0, TARGET, "0"},
         {TARGET + "-%d", 0, TARGET, "0"},
-        // LUNs that aren't there; nothing is cut to 16 bits.
+        // Missing LUNs; numbers are not truncated to 16 bits.
         {TARGET + "-1", 6, "", ""},
         {TARGET + "-4", 6, "", ""},
         {TARGET + "--3", 6, "", ""},
@@ -184,12 +184,12 @@ TEST_F(BootConfigTest, DriveValues) {
         {TARGET + "-65539", 6, "", ""}, // 2^16 + 3
         {BARE_TARGET + "-0", 6, "", ""},
         {NO_TARGET + "-0", 6, "", ""},
-        // NVMe targets, but for LUNs that aren't there
+        // NVMe targets, except for missing LUNs
         {NVME_TARGET + "-1", 36, "", ""},
         {NVME_TARGET + "-300", 36, "", ""},
         {NVME_TARGET + "-0", 6, "", ""},
         {NVME_TARGET + "-2", 6, "", ""},
-        // Names cut short: the bytes behind are 0.
+        // Incomplete names: the remaining bytes are 0.
         {"50:00:0a:0b:0c:0d:01-3", 6, "", ""},
         {"50", 6, "", ""},
         {"50-00-0a-0b-0c-0d-01-01-3", 6, "", ""},
@@ -218,14 +218,14 @@ TEST_F(BootConfigTest, DriveValues) {
             }
         }
     }
-    // No target is looked for when an entry is cleared.
+    // No target is needed to clear an entry.
     port->pTargetList = nullptr;
     ExpectStaged(BIOS, "-j " + std::string(NO_WWN) + "-3", WithDrive(Snapshot(BIOS), 0, NO_WWN, "0"));
     Stage(Snapshot(BIOS));
     ExpectRefused(BIOS, "-j " + TARGET + "-0", 6);
 }
 
-/// A drive without a LUN takes that of the drive before it, in the order of the options' table.
+/// A drive without a LUN takes that of the previous drive, in the order of the options' table.
 TEST_F(BootConfigTest, LunsCarryOver) {
     struct Case {
         std::string options;
@@ -241,11 +241,11 @@ TEST_F(BootConfigTest, LunsCarryOver) {
          {{0, "300"}, {1, "300"}, {2, "300"}, {7, "300"}},
          {}},
         {"-j " + TARGET + "-300 -k " + TARGET + "-3 -l " + TARGET, {{0, "300"}, {1, "3"}, {2, "3"}}, {}},
-        // A cleared drive keeps 0, and its LUN carries over none the less.
+        // A cleared drive keeps LUN 0, but its LUN carries over.
         {"-j " + clear + "-300 -k " + TARGET, {{1, "300"}}, {0}},
         {"-j " + TARGET + "-300 -k " + clear + " -l " + TARGET, {{0, "300"}, {2, "300"}}, {1}},
         {"-j " + TARGET + "-300 -k " + clear + "-3 -l " + TARGET, {{0, "300"}, {2, "3"}}, {1}},
-        // A name that is cut short has no LUN.
+        // An incomplete name has no LUN.
         {"-j " + TARGET + "-300 -k 0-3 -l " + TARGET, {{0, "300"}, {2, "300"}}, {1}},
     };
     for (const Case& row : cases) {
@@ -258,17 +258,17 @@ TEST_F(BootConfigTest, LunsCarryOver) {
         }
         ExpectStaged(UEFI, row.options, content);
     }
-    // The next command begins at 0 again.
+    // The next command starts at 0 again.
     Stage(Snapshot(BIOS));
     Run("setFile", "-j " + TARGET + "-300");
     Run("setFile", "-k " + TARGET);
     EXPECT_EQ(Staged(), WithDrive(WithDrive(Snapshot(BIOS), 0, TARGET, "300"), 1, TARGET, "0"));
-    // A LUN that carries over may not be there.
+    // A LUN carried over may be missing.
     Stage(Snapshot(BIOS));
     ExpectRefused(BIOS, "-j " + std::string(NO_WWN) + "-4 -k " + TARGET, 6);
 }
 
-/// Drives 4 to 7: the adapter is looked at first, then the mode, then the value.
+/// Drives 4 to 7: the adapter is checked first, then the mode, then the value.
 TEST_F(BootConfigTest, DrivesOfUefi) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
@@ -315,7 +315,7 @@ TEST_F(BootConfigTest, RefusedDrivesHaveTheirTexts) {
     }
 }
 
-/// Drives are examined behind the flags, in the order of their numbers, and nothing is staged ahead of a refusal.
+/// Drives are checked after the flags, in the order of their numbers, and nothing is staged before a rejection.
 TEST_F(BootConfigTest, OrderOfDrives) {
     Stage(Snapshot(UEFI));
     ExpectRefused(UEFI, "-j " + TARGET + "-4 -d true", 18);
@@ -338,7 +338,7 @@ TEST_F(BootConfigTest, OrderOfDrives) {
     }
 }
 
-/// Targets and LUNs are looked for at `setFile`, not at `set`.
+/// Targets and LUNs are looked up by `setFile`, not by `set`.
 TEST_F(BootConfigTest, SetLooksForNoTarget) {
     RunIn(UEFI, "setFile", "-j " + TARGET + "-300");
     port->pTargetList = nullptr;
@@ -360,7 +360,7 @@ TEST_F(BootConfigTest, ClearedEntriesReachTheLibrary) {
     EXPECT_TRUE(WasWritten(expected));
 }
 
-/// Several commands, one write; the file holds all eight entries whatever the mode.
+/// Several commands, one write; the file has all eight entries in any mode.
 TEST_F(BootConfigTest, ChangesOfSeveralCommands) {
     RunIn(UEFI, "setFile", "-q " + TARGET + "-3 -g true");
     RunIn(BIOS, "setFile", "-j " + TARGET + "-300 -d false");
@@ -382,7 +382,7 @@ TEST_F(BootConfigTest, ChangesOfSeveralCommands) {
     EXPECT_TRUE(WasWritten(expected));
 }
 
-/// The group has no NVMe settings: its file doesn't know them, and the library isn't asked.
+/// The group has no NVMe settings: they are not in its file, and the library isn't asked.
 TEST_F(BootConfigTest, KnowsNoNvme) {
     Stage(Snapshot(UEFI) + "NVMe_Enable=0\nNVME_0_Enable=1\n");
     EXPECT_EQ(RunIn(UEFI, "setFile", "-m " + TARGET + "-3 --fc-nvme false").code, 0u); // "-m" is a drive here

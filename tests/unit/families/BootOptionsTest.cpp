@@ -9,7 +9,7 @@ namespace {
 class BootOptionsTest : public BootGroupTest {
 protected:
     std::string ClassName() const { return std::string("PhysicalPort") + group.file + "CmdsProcessor"; }
-    /// The traces so far that hold this text.
+    /// The traces so far that contain this text.
     static Calls LinesWith(const std::string& text) {
         Calls lines = TraceLog::Steps();
         std::erase_if(lines, [&](const std::string& line) { return line.find(text) == std::string::npos; });
@@ -19,7 +19,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Groups, BootOptionsTest, BOOT_GROUPS, NameOfGroup);
 
-/// What each adapter takes in each mode: the adapter is looked at first, then the mode, then the word.
+/// Flags accepted by each adapter in each mode: the adapter is checked first, then the mode, then the word.
 TEST_P(BootOptionsTest, FlagOptions) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
@@ -88,7 +88,7 @@ TEST_P(BootOptionsTest, RefusalsHaveTheirTexts) {
     }
 }
 
-/// One command is all or nothing: valid options ahead of a refusal leave the file untouched.
+/// One command is all or nothing: valid options before a rejected one leave the file untouched.
 TEST_P(BootOptionsTest, ARefusalLeavesTheFile) {
     Stage(Snapshot(UEFI));
     ExpectRefused(UEFI, "-a true -g 1", 6);
@@ -98,8 +98,8 @@ TEST_P(BootOptionsTest, ARefusalLeavesTheFile) {
     ExpectRefused(BIOS, "-a true -e true", 35);
 }
 
-/// The options are examined in the order of their table, whatever theirs is in the command. The trace tells
-/// which was refused; each is taken away in turn.
+/// Options are checked in the order of their table, not of the command. The trace shows which one was rejected;
+/// each is removed in turn.
 TEST_P(BootOptionsTest, OrderOfExamination) {
     const std::vector<std::pair<std::string, std::string>> table = {
         {"enable-bfs", "-a"},      {"fabric-assigned-boot-lun", "-f"}, {"selectable-boot", "-d"},
@@ -119,7 +119,7 @@ TEST_P(BootOptionsTest, OrderOfExamination) {
     }
 }
 
-/// Both groups call their operations by the same names.
+/// Both groups use the same names for their operations.
 TEST_P(BootOptionsTest, FailuresAreTraced) {
     {
         const TraceLog log("4");
@@ -138,20 +138,20 @@ TEST_P(BootOptionsTest, FailuresAreTraced) {
 }
 
 TEST_P(BootOptionsTest, WordsOfACommand) {
-    // An option in last place counts as absent.
+    // An option in last position counts as absent.
     ExpectStaged(BIOS, "--enable-bfs", Snapshot(BIOS));
     // The first of two counts, whichever name it has.
     ExpectStaged(BIOS, "-a true -a maybe", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
     ExpectStaged(BIOS, "--enable-bfs true -a false", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
-    // The value is whatever word follows, even another option's name.
+    // The value is the following word, even another option's name.
     Stage(Snapshot(BIOS));
     ExpectRefused(BIOS, "-a -d true", 6);
     ExpectStaged(BIOS, "-x -a true", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
-    // Unknown words are passed over, and so is an option that is none.
+    // Unknown words and malformed options are ignored.
     ExpectStaged(BIOS, "what --enable -aa false -a=true -d false", WithLine(Snapshot(BIOS), "Selectable_Boot", "0"));
 }
 
-/// The updater finds a key anywhere in a line; the keys keep clear of each other.
+/// The updater finds a key anywhere in a line; so no key may occur in another key's line.
 TEST_P(BootOptionsTest, NoKeyStandsInTheLineOfAnother) {
     const std::string whole = Snapshot(UEFI) + "\n";
     std::vector<std::string> keys;

@@ -8,9 +8,9 @@ namespace {
 
 class BootTest : public BootGroupTest {
 protected:
-    /// A file of the BIOS's mode.
+    /// A file in BIOS mode.
     std::string InFile(const std::string& line) const { return "Boot_Mode=" + ModeNumber(BIOS) + "\n" + line; }
-    /// The library calls of `get` and `setFile`, when the library is in the right mode already.
+    /// The library calls of `get` and `setFile`, if the library is already in the right mode.
     Calls ReadCalls() const { return {"VEXAPI_GetBfsConfigMode()", PortCall("GetBootDeviceInfo")}; }
 };
 
@@ -93,7 +93,7 @@ TEST_P(BootTest, ErrorsAreByteExact) {
 TEST_P(BootTest, EveryFlagHasItsLine) {
     for (const BootFlag& flag : BOOT_FLAGS) {
         const VX_UINT32 before = nvram.*flag.field;
-        for (const VX_UINT32 number : {0u, 1u, 2u, 0xFFFFFFFFu}) { // as the library has it, whatever is legal
+        for (const VX_UINT32 number : {0u, 1u, 2u, 0xFFFFFFFFu}) { // as the library has it, even if invalid
             nvram.*flag.field = number;
             const std::string value = (number != 0) != flag.isInverted ? "true" : "false";
             for (const Format& format : FORMATS) {
@@ -118,7 +118,7 @@ TEST_P(BootTest, OlderAdaptersKnowTheBiosAlone) {
         }
         for (const Format& format : FORMATS) {
             EXPECT_EQ(RunIn(BIOS, format.Leaf("get")).output, Document(format, lines)) << row.name;
-            // The library's mode is looked at where there is another.
+            // The library's mode is checked if others are supported.
             EXPECT_EQ(PortCalls(), IsUefiCapable(row.chip) ? ReadCalls() : Calls{PortCall("GetBootDeviceInfo")})
                 << row.name;
             for (const char* const leaf : {"get", "setFile"}) {
@@ -158,7 +158,7 @@ TEST_P(BootTest, RomsOfTheModes) {
     SetChip(*port, EIGHT_G);
     EXPECT_EQ(RunIn(BIOS, "get").code, 53u);
     EXPECT_EQ(PortCalls(), Calls{});
-    // `set` looks at neither.
+    // `set` checks neither.
     Stage(Snapshot(BIOS));
     EXPECT_EQ(Run("set").code, 0u);
     EXPECT_EQ(PortCalls(), SetCalls());
@@ -180,11 +180,11 @@ TEST_P(BootTest, SetFileBeginsWithASnapshot) {
             RemoveFiles();
             const CommandRun run = RunIn(mode, format.Leaf("setFile"));
             EXPECT_EQ(run.code, 0u);
-            EXPECT_EQ(run.output, Document(format, LinesIn(mode))); // no reboot is asked for
+            EXPECT_EQ(run.output, Document(format, LinesIn(mode))); // no reboot is requested
             EXPECT_EQ(Staged(), Snapshot(mode));
             EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
         }
-        // The same keys on every adapter, but those of NVMe entries
+        // The same keys on every adapter, except those of NVMe entries
         SetChip(*port, EIGHT_G);
         RemoveFiles();
         EXPECT_EQ(RunIn(BIOS, format.Leaf("setFile")).code, 0u);
@@ -197,13 +197,13 @@ TEST_P(BootTest, SetFileBeginsWithASnapshot) {
     }
 }
 
-/// What the library has goes into the file as it is.
+/// Settings of the library are staged unchecked.
 TEST_P(BootTest, SnapshotsAreNotChecked) {
     nvram.ForceWorldLogin = 4711;
     nvram.BootLunNumber = 65535;
     RunIn(UEFI, "setFile");
     EXPECT_EQ(Staged(), WithLine(WithLine(Snapshot(UEFI), "World_Login", "4711"), "Primary_Boot_Target_LUN", "65535"));
-    // What is out of range isn't taken back, and so stays as the library has it.
+    // Values out of range are not read back, so the library's values stay.
     EXPECT_EQ(Run("set").code, 0u);
     EXPECT_TRUE(WasWritten(nvram));
 }
@@ -216,13 +216,13 @@ TEST_P(BootTest, SetFileShowsThePendingState) {
         lines = WithField(lines, "Adapter Driver", "true");
         EXPECT_EQ(RunIn(UEFI, format.Leaf("setFile"), "--enable-bfs true").output, Document(format, lines));
         EXPECT_EQ(Staged(), WithLine(WithLine(Snapshot(UEFI), "World_Login", "1"), "Disable_BIOS", "0"));
-        // The file keeps its own, whatever the port has meanwhile.
+        // The file keeps its settings, whatever the port has meanwhile.
         nvram.EnableSelectiveLogin = 1;
         nvram.BootLunNumber = 1;
         EXPECT_EQ(RunIn(UEFI, format.Leaf("setFile")).output, Document(format, lines));
         nvram.EnableSelectiveLogin = 0;
         nvram.BootLunNumber = 7;
-        // The mode is staged anew by each command; the rest stays.
+        // Each command stages the mode again; the rest stays.
         EXPECT_EQ(RunIn(BIOS, format.Leaf("setFile")).output,
                   Document(format, WithField(BiosLines(), "Adapter BIOS", "true")));
         EXPECT_EQ(Staged(), WithLine(WithLine(Snapshot(BIOS), "World_Login", "1"), "Disable_BIOS", "0"));
@@ -242,11 +242,11 @@ TEST_P(BootTest, ARefusedFirstSetFileLeavesTheSnapshot) {
 }
 
 TEST_P(BootTest, SetWritesTheWholeRecordOnce) {
-    bfsMode = 0; // `set` doesn't look at it
+    bfsMode = 0; // `set` doesn't check it
     for (const Format& format : FORMATS) {
-        // Each value is another than the library's.
+        // Each value differs from the library's.
         std::string content = Snapshot(UEFI);
-        _VEXAPI_HBAParameters expected = nvram; // with all that the tool doesn't know
+        _VEXAPI_HBAParameters expected = nvram; // including everything unknown to the tool
         for (const BootFlag& flag : BOOT_FLAGS) {
             expected.*flag.field = 1 - nvram.*flag.field;
             content = WithLine(content, flag.key, std::to_string(expected.*flag.field));
@@ -280,7 +280,7 @@ TEST_P(BootTest, SetWritesTheWholeRecordOnce) {
     }
 }
 
-/// `set` takes no options: they stay words that nobody reads.
+/// `set` takes no options; further words are ignored.
 TEST_P(BootTest, SetReadsNoOptions) {
     Stage(Snapshot(BIOS));
     const CommandRun run = Run("set", "-b UEFI --enable-bfs maybe NVME");
@@ -297,7 +297,7 @@ TEST_P(BootTest, SetWithNothingPending) {
                 std::filesystem::create_directory(FilePath());
             }
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 0u); // although the document tells of a failure
+            EXPECT_EQ(run.code, 0u); // although the document shows a failure
             EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE, true));
             EXPECT_EQ(PortCalls(), Calls{PortCall("GetBootDeviceInfo")});
         }
@@ -326,13 +326,13 @@ TEST_P(BootTest, RebootIsRequiredWhenTheWordIs1OrCantBeHad) {
     }
 }
 
-/// A file's values, as they come to the record of the next `set`.
+/// Values of a file in the record written by the next `set`.
 TEST_P(BootTest, FilesEditedByHand) {
     struct Case {
         std::string text;
-        VX_UINT32 number; ///< of a flag that the library has as 9
+        VX_UINT32 number; ///< of a flag that is 9 in the library
     };
-    const std::string long1 = std::string(300, '0') + "1"; // longer than the extended group reads
+    const std::string long1 = std::string(300, '0') + "1"; // longer than the limit of the extended group
     const Case flags[] = {
         {"=0", 0},          {"=1", 1},     {"=2", 9},          {"=9", 9},
         {"=10", 9},         {"=-1", 9},    {"=4294967296", 0}, {"=4294967297", 1},
@@ -363,7 +363,7 @@ TEST_P(BootTest, FilesEditedByHand) {
 TEST_P(BootTest, BootTargetsEditedByHand) {
     struct WwpnCase {
         const char* text;
-        std::array<int, 8> bytes; ///< -1: as the library has it
+        std::array<int, 8> bytes; ///< -1: the library's value
     };
     const WwpnCase names[] = {
         {"a0:b1:c2:d3:e4:f5:06:17", {0xA0, 0xB1, 0xC2, 0xD3, 0xE4, 0xF5, 0x06, 0x17}},
@@ -405,7 +405,7 @@ TEST_P(BootTest, BootTargetsEditedByHand) {
             EXPECT_TRUE(WasWritten(expected)) << number << " " << row.text;
         }
     }
-    // Without a key the library's value goes back.
+    // Without a key the library's value is written back.
     for (const char* const content : {"", "Alternate_Boot_Target_8_LUN=1\nWorld_Logins=1\n", "%s%n\n"}) {
         Stage(content);
         EXPECT_EQ(Run("set").code, 0u);
@@ -438,7 +438,7 @@ TEST_P(BootTest, AModeThatCantBeSwitched) {
     for (const Format& format : FORMATS) {
         for (const char* const leaf : {"get", "setFile"}) {
             for (const Mode mode : {BIOS, UEFI}) {
-                port->OptionRomMask = 0; // looked at behind it
+                port->OptionRomMask = 0; // checked after it
                 bfsMode = mode == BIOS ? UEFI : BIOS;
                 const CommandRun run = RunIn(mode, format.Leaf(leaf));
                 EXPECT_EQ(run.code, 13u);
@@ -463,7 +463,7 @@ TEST_P(BootTest, AFailingWriteKeepsTheFile) {
         EXPECT_EQ(PortCalls(), (Calls{PortCall("GetBootDeviceInfo"), PortCall("SetBootDeviceInfo")}));
         EXPECT_EQ(Staged(), content);
         EXPECT_EQ(FileIdentity(), identity);
-        // So that it can be repeated
+        // It can be repeated.
         Fake().Return("VEXAPI_SetBootDeviceInfo", 0);
         EXPECT_EQ(Run(format.Leaf("set")).output,
                   Document(format, WithField(BiosLines(), "Selectable Boot", "false"), true));
@@ -484,13 +484,13 @@ TEST_P(BootTest, RedirectionsThatCantBeOpened) {
                 EXPECT_EQ(PortCalls(), calls) << leaf;
             };
             {
-                NoFiles files; // ahead of all
+                NoFiles files; // before everything else
                 LoseFiles(files);
                 expect(RunIn(BIOS, format.Leaf(leaf)), {});
             }
             Fake().onGetAdapterList = nullptr;
             if (leaf != "set") {
-                NoFiles files; // ahead of the read
+                NoFiles files; // before the read
                 Fake().onGetBfsConfigMode = [&] {
                     files.Begin();
                     return askMode();
@@ -498,7 +498,7 @@ TEST_P(BootTest, RedirectionsThatCantBeOpened) {
                 expect(RunIn(BIOS, format.Leaf(leaf)), {"VEXAPI_GetBfsConfigMode()"});
                 Fake().onGetBfsConfigMode = askMode;
             } else {
-                NoFiles files; // ahead of the write; the cache file can't be read then either
+                NoFiles files; // before the write; the cache file can't be read then either
                 Fake().onGetBootDeviceInfo = [&](VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* nvramOut, void* third) {
                     files.Begin();
                     return read(handle, nvramOut, third);
@@ -508,7 +508,7 @@ TEST_P(BootTest, RedirectionsThatCantBeOpened) {
             }
             EXPECT_EQ(Staged(), Snapshot(BIOS));
         }
-        // Ahead of the reboot question: the write is done, and to ask for a reboot is the safe answer.
+        // Before the reboot query: the write is done, and requesting a reboot is the safe answer.
         reboot = 0;
         {
             NoFiles files;
@@ -531,7 +531,7 @@ TEST_P(BootTest, RedirectionsThatCantBeOpened) {
 TEST_P(BootTest, FilesThatCantBeWritten) {
     for (const Format& format : FORMATS) {
         RemoveFiles();
-        std::filesystem::create_directory(FilePath()); // no file, and none can be made
+        std::filesystem::create_directory(FilePath()); // not a file, and none can be created
         CommandRun run = RunIn(BIOS, format.Leaf("setFile"));
         EXPECT_EQ(run.code, 19u);
         EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE));
@@ -573,7 +573,7 @@ TEST_P(BootTest, PortsThatAreNone) {
     for (const Format& format : FORMATS) {
         for (const std::string leaf : {"get", "setFile", "set"}) {
             const std::string start = std::string("-t port -s ") + group.family + " " + format.Leaf(leaf);
-            for (const Case& row : cases) { // ahead of the mode, which is none
+            for (const Case& row : cases) { // before the mode, which is invalid
                 const CommandRun run = FamilyTest::Run(start + " " + row.identifier + " -b none");
                 EXPECT_EQ(run.code, row.code) << leaf;
                 EXPECT_EQ(run.output, Error(format, row.message, leaf == "set") + UsageOf(format, leaf));
@@ -593,7 +593,7 @@ TEST_P(BootTest, VirtualPortsHaveNone) {
     port->PortInterfaceType = 3;
     for (const Format& format : FORMATS) {
         for (const std::string leaf : {"get", "setFile", "set"}) {
-            const CommandRun run = Run(format.Leaf(leaf), "-b none"); // ahead of the mode
+            const CommandRun run = Run(format.Leaf(leaf), "-b none"); // before the mode
             EXPECT_EQ(run.code, 51u);
             EXPECT_EQ(run.output, Error(format, "Failed, Feature not supported for virtual port", leaf == "set"));
             EXPECT_EQ(PortCalls(), Calls{});

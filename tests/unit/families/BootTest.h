@@ -1,5 +1,5 @@
 /// @file
-/// A port with boot settings, every one of another value, and what clients see of it.
+/// A port with boot settings, all with different values, and its output to clients.
 #pragma once
 
 #include "StagedTest.h"
@@ -21,9 +21,9 @@ struct BootFlag {
     const char* longName;
     const char* shortName;
     const char* key;
-    const char* biosLabel; ///< null: it has no line
+    const char* biosLabel; ///< null: no line
     const char* uefiLabel;
-    bool isInverted; ///< the record holds the opposite
+    bool isInverted; ///< inverted in the record
 };
 inline constexpr BootFlag BOOT_FLAGS[] = {
     {&_VEXAPI_HBAParameters::DisableBIOS, "--enable-bfs", "-a", "Disable_BIOS", "Adapter BIOS", "Adapter Driver", true},
@@ -53,12 +53,12 @@ inline constexpr BootTargetFields BOOT_TARGETS[] = {
     {&_VEXAPI_HBAParameters::Alt6BootPortName, &_VEXAPI_HBAParameters::Alt6BootLunNumber},
     {&_VEXAPI_HBAParameters::Alt7BootPortName, &_VEXAPI_HBAParameters::Alt7BootLunNumber},
 };
-/// Start of a boot target's two keys, by number.
+/// Prefix of a boot target's two keys, by number.
 inline std::string TargetKey(unsigned number, const char* field) {
     return (number == 0 ? "Primary_Boot_Target_" : "Alternate_Boot_Target_" + std::to_string(number) + "_") + field;
 }
 
-/// What differs between the groups.
+/// Differences between the groups.
 struct BootGroupRow {
     const char* file;
     const char* family;
@@ -83,7 +83,7 @@ inline constexpr BootGroupRow BOOT_CONFIG_EXT = {"BootConfigExt",
 inline bool IsUefiCapable(Chip chip) {
     return chip == LARCH || chip == ALDER || chip == BIRCH;
 }
-/// Whether an adapter knows boot LUNs that the fabric assigns.
+/// Whether an adapter supports boot LUNs assigned by the fabric.
 inline bool HasFabricLun(Chip chip) {
     return chip != FOUR_G && chip != EIGHT_G && chip != ROWAN_CNA && chip != HAZEL && chip != WILLOW;
 }
@@ -93,13 +93,13 @@ inline std::string InUpperCase(std::string text) {
     return text;
 }
 
-/// A Birch with both ROMs. Its targets: "50:…:01" with the LUNs 0, 3, 300 and 65535; the NVMe target "50:…:02"
-/// with the namespaces 1, 3 and 300; and "50:…:03", which has no LUN.
+/// A Birch with both ROMs. Its targets: "50:…:01" with LUNs 0, 3, 300 and 65535; the NVMe target "50:…:02" with
+/// namespaces 1, 3 and 300; and "50:…:03" without LUNs.
 class BootTestBase : public StagedTest {
 protected:
     explicit BootTestBase(const BootGroupRow& wanted) : StagedTest(wanted.file, wanted.family), group(wanted) {
         port->OptionRomMask = 0x0A;
-        // What the tool doesn't know must travel too: every byte of the rest has a value.
+        // Fields unknown to the tool must be preserved too: every byte of the rest has a value.
         auto* const bytes = reinterpret_cast<VX_UINT8*>(&nvram);
         for (std::size_t i = 0; i < sizeof nvram; ++i) {
             bytes[i] = static_cast<VX_UINT8>(i * 7 + 1);
@@ -142,7 +142,7 @@ protected:
         };
         Fake().onIsRebootRequired = [this](VX_UINT32* required) {
             Chatter();
-            EXPECT_EQ(*required, 1u); // so a library that leaves it alone asks for a reboot
+            EXPECT_EQ(*required, 1u); // so a reboot is requested if the library leaves it alone
             *required = reboot;
             return rebootStatus;
         };
@@ -152,7 +152,7 @@ protected:
         const auto* const bytes = reinterpret_cast<const VX_UINT8*>(&record);
         return std::all_of(bytes, bytes + sizeof record, [](VX_UINT8 byte) { return byte == 0; });
     }
-    /// Whether the library was given exactly this record.
+    /// Whether the library received exactly this record.
     bool WasWritten(const _VEXAPI_HBAParameters& record) const {
         return written.has_value() && std::memcmp(&*written, &record, sizeof record) == 0;
     }
@@ -160,7 +160,7 @@ protected:
     std::vector<Mode> Modes() const {
         return group.isExtended ? std::vector<Mode>{BIOS, UEFI, NVME} : std::vector<Mode>{BIOS, UEFI};
     }
-    /// How a command asks for a mode.
+    /// The arguments that select a mode.
     std::string ModeWords(Mode mode) const {
         if (group.isExtended) {
             return mode == BIOS ? "BIOS" : mode == UEFI ? "UEFI" : "NVME";
@@ -169,15 +169,15 @@ protected:
     }
     /// The mode in the cache file.
     std::string ModeNumber(Mode mode) const { return std::to_string(group.isExtended ? mode : mode - 1); }
-    /// Runs a command in a mode; `set` knows none.
+    /// Runs a command in a mode; `set` takes none.
     CommandRun RunIn(Mode mode, const std::string& leaf, const std::string& rest = "") const {
         const bool isSet = leaf.starts_with("set") && !leaf.starts_with("setFile");
         const std::string words = isSet ? "" : ModeWords(mode);
         return Run(leaf, words + (words.empty() || rest.empty() ? "" : " ") + rest);
     }
 
-    /// The cache file of the settings as the library gives them: all keys in ascending byte order. The extended
-    /// group has NVMe boot entries too, which are empty but in their own mode.
+    /// The cache file of the library's settings: all keys in ascending byte order. The extended group also has NVMe
+    /// boot entries, which are empty except in NVMe mode.
     std::string Snapshot(Mode mode) const {
         std::string text;
         for (unsigned number = 1; number < 8; ++number) {
@@ -248,7 +248,7 @@ protected:
             format.Structure("BootConfigList",
                              format.OpenField("Data", format.IsXml() ? "<string>" + text + "</string>" : text)));
     }
-    /// "Reboot Required" stands ahead of "Message" here.
+    /// "Reboot Required" precedes "Message" here.
     static std::string Error(const Format& format, const std::string& message, bool isSet = false) {
         std::vector<Field> head = {{"Message", message}};
         if (isSet) {
@@ -256,12 +256,12 @@ protected:
         }
         return format.Report("BootConfigInfo", head, "BootConfig", "");
     }
-    /// What a cli leaf prints behind a code that asks for its usage.
+    /// Output of a cli leaf after a code that shows its usage.
     static std::string UsageOf(const Format& format, const std::string& leaf) {
         return format.IsXml() ? "" : "Usage: " + leaf + "\r\n";
     }
 
-    /// Options of a `setFile` that is refused.
+    /// Options of a rejected `setFile`.
     struct Refusal {
         Chip chip;
         Mode mode;
@@ -269,7 +269,7 @@ protected:
         VX_UINT32 code;
         const char* message;
     };
-    /// Its document, in both formats, with the usage where one belongs behind it; the file stays as it is.
+    /// Expects its document in both formats, followed by the usage if there is one; the file is unchanged.
     void ExpectRefusal(const Refusal& refusal) const {
         SetChip(*port, refusal.chip);
         const bool hasUsage = refusal.code == 4 || refusal.code == 6;
@@ -286,7 +286,7 @@ protected:
         return {PortCall("GetBootDeviceInfo"), PortCall("SetBootDeviceInfo"), "VEXAPI_IsRebootRequired()"};
     }
 
-    /// Runs `setFile` and expects it to be refused with the file left as it was.
+    /// Expects `setFile` to be rejected, with the file unchanged.
     void ExpectRefused(Mode mode, const std::string& options, VX_UINT32 code) const {
         const std::string before = Staged();
         const auto identity = FileIdentity();
@@ -294,7 +294,7 @@ protected:
         EXPECT_EQ(Staged(), before) << options.substr(0, 200);
         EXPECT_EQ(FileIdentity(), identity) << options.substr(0, 200);
     }
-    /// Runs `setFile` on a fresh snapshot, and expects the file's text behind it.
+    /// Runs `setFile` on a fresh snapshot, and expects this file.
     void ExpectStaged(Mode mode, const std::string& options, const std::string& content) const {
         Stage(Snapshot(mode));
         EXPECT_EQ(RunIn(mode, "setFile", options).code, 0u) << options.substr(0, 200);
@@ -302,8 +302,8 @@ protected:
     }
 
     const BootGroupRow group;
-    _VEXAPI_HBAParameters nvram{};                ///< what the library reads
-    std::optional<_VEXAPI_HBAParameters> written; ///< what it was last given
+    _VEXAPI_HBAParameters nvram{};                ///< returned by the library
+    std::optional<_VEXAPI_HBAParameters> written; ///< last received by it
     std::string nvmeLines = EmptyNvmeLines();     ///< the library's NVMe boot entries in the cache file
     VX_UINT8 bfsMode = BIOS;
     VX_UINT32 reboot = 1;
@@ -342,7 +342,7 @@ private:
     }
 };
 
-/// The tests of what both groups have in common.
+/// Tests of both groups.
 class BootGroupTest : public BootTestBase, public ::testing::WithParamInterface<const BootGroupRow*> {
 protected:
     BootGroupTest() : BootTestBase(*GetParam()) {}

@@ -1,13 +1,13 @@
 /// @file
-/// The whole command tree as clients know it: every family and every leaf, in one place and in tree order.
+/// The whole command tree as clients expect it: every family and every leaf, in one place and in tree order.
 #pragma once
 
 #include <cstdint>
 
 namespace command_tree {
 
-/// A family: its path from the root, the option ahead of its name, its description, and the word in the
-/// heading of its help. Its id and flags are 0, and it is not hidden.
+/// A family: its path from the root, the option before its name, its description, and its name in the heading of
+/// its help. Its id and flags are 0, and it is not hidden.
 struct FamilyRow {
     const char* path;
     const char* option;
@@ -15,7 +15,7 @@ struct FamilyRow {
     const char* helpWord;
 };
 
-/// In the order in which their parents hold them.
+/// In the order of their parents.
 inline constexpr FamilyRow FAMILIES[] = {
     {"adapter", "-t", "use this command to get/set/list Orvane adapters", "Adapter"},
     {"adapter info", "-s", "use this command to get Orvane Adapter info", "Adapter info"},
@@ -65,11 +65,11 @@ inline constexpr FamilyRow FAMILIES[] = {
     {"lun info", "-v", "use this command to get Orvane FC LUN info", "FC LUN info"},
 };
 
-/// Whose usage function a leaf carries.
+/// The owner of a leaf's usage function.
 enum class UsageOf {
-    NOBODY, ///< nothing is ever printed but the document
-    FAMILY, ///< its own family's
-    FEC,    ///< that of `port fec`, whatever the leaf's family
+    NOBODY, ///< only the document is printed
+    FAMILY, ///< its own family
+    FEC,    ///< `port fec`, whatever the leaf's family
 };
 inline constexpr UsageOf NO_USAGE = UsageOf::NOBODY;
 inline constexpr UsageOf OWN_USAGE = UsageOf::FAMILY;
@@ -86,7 +86,7 @@ struct LeafRow {
     bool hidden = false;
 };
 
-/// In the order in which the families hold them; the leaves of a family stand ahead of its sub-families.
+/// In the order of the families; the leaves of a family precede its sub-families.
 inline constexpr LeafRow LEAVES[] = {
     {"", "q", 1, "quit the program", OWN_USAGE},
     {"", "log", 2, "log all command input and output to a file", OWN_USAGE},

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint32_t MAX_ID = 20;
 
-/// A leaf or a family of the tree as one line of text, so that two trees differ in what they show.
+/// A leaf or a family of the tree as one line of text, for comparing trees.
 std::string NodeLine(const std::string& path, const std::string& option, std::uint32_t id, const std::string& text,
                      bool hidden, std::uint32_t flags, bool isLeaf, const std::string& usage) {
     return path + " | option '" + option + "' | id " + std::to_string(id) + " | " + text +
@@ -54,7 +54,7 @@ std::string ExpectedUsage(const LeafRow& leaf) {
     return *leaf.family == '\0' ? "root" : FindFamily(leaf.family)->helpWord;
 }
 
-/// The children that a family must have, as lines, those of its sub-families behind each.
+/// The expected children of a family, as lines, each sub-family followed by its own.
 void AppendExpected(const std::string& path, std::vector<std::string>& lines) {
     for (const LeafRow& leaf : LEAVES) {
         if (leaf.family == path) {
@@ -77,8 +77,8 @@ std::string UsageText(CmdProcessor& node, std::uint32_t id) {
     return capture.Stop();
 }
 
-/// Whose usage function a leaf carries: with one of the ids it prints the help of its family, and the heading
-/// of that names the family.
+/// The owner of a leaf's usage function: for one of the ids it prints the help of its family, whose heading names
+/// the family.
 std::string UsageOwner(CmdProcessor& leaf) {
     static constexpr char START[] = "\r\nFollowing is the list of available commands";
     bool prints = false;
@@ -121,7 +121,7 @@ protected:
         MainCmdsProcessor::destroyMainCmdsProcessor();
     }
 
-    /// The node at a path of names; null where there is none.
+    /// The node at a path of names; null if there is none.
     CmdProcessor* Find(const std::string& path) const {
         if (path.empty()) {
             return root;
@@ -182,7 +182,7 @@ TEST_F(CommandTreeTest, BuildsItsChildrenOnce) {
     }
 }
 
-/// What a usage function prints for an id; for every other id but that of `help` it prints nothing and gives 2.
+/// Output of a usage function for an id; for any id other than that of `help` it prints nothing and returns 2.
 struct UsageRow {
     const char* family;
     const char* leaf;
@@ -202,7 +202,7 @@ constexpr UsageRow USAGES[] = {
     {"adapter personality", "setcli", "Usage: set [adapter identifier]\r\n"},
     {"adapter flashinfo", "getcli", "Usage: get [adapter identifier]\r\n"},
     {"port", "listcli", "Usage: list\r\n"},
-    {"port", "updatenvramcli", ""}, // it carries the usage function, which does not know it
+    {"port", "updatenvramcli", ""}, // its usage function does not know it
     {"port info", "getcli", "Usage: get [port identifier]\r\n"},
     {"port stats", "getcli", "Usage: get [port identifier]\r\n"},
     {"port stats", "resetcli", "Usage: reset [port identifier]\r\n"},
@@ -233,7 +233,7 @@ constexpr UsageRow USAGES[] = {
     {"port scmchk", "getcli", "Usage: get [port identifier]\r\n"},
     {"port scmprofile", "getcli", "Usage: get\r\n"},
     {"port scmprofile", "setcli", "Usage: set\r\n"},
-    {"port dportdiag", "getcli", "Usage: set\r\n"}, // the ids of `fec`, whose function it is, are others
+    {"port dportdiag", "getcli", "Usage: set\r\n"}, // the function is that of `fec`, which has other ids
     {"port dportdiag", "setcli", ""},
     {"target", "listcli", "Usage: list\r\n"},
     {"target info", "getcli", "Usage: get [port identifier]\r\n"},
@@ -255,12 +255,12 @@ const UsageRow* FindUsage(const std::string& family, const std::string& leaf) {
     return nullptr;
 }
 
-/// A line of a help list: the name in at least 12 characters, two more, and the description.
+/// A line of a help list: the name in at least 12 characters, and the description.
 std::string HelpLine(const std::string& name, const std::string& description) {
     return name + std::string(name.size() < 12 ? 12 - name.size() : 0, ' ') + ": " + description + "\r\n";
 }
 
-/// The help of a family, or of the root: a heading and a line for each child, the root's without hidden ones.
+/// The help of a family or of the root: a heading and a line for each child; the root omits hidden ones.
 std::string Help(const std::string& path) {
     std::string text = "\r\nFollowing is the list of available commands";
     text += path.empty() ? "" : std::string(" in the ") + FindFamily(path)->helpWord + " command mode";
@@ -283,7 +283,7 @@ bool IsHelpLeaf(const LeafRow& leaf) {
     return std::string(leaf.name) == "help" || leaf.hidden;
 }
 
-/// Usage of a leaf that is built, by its own id; nullopt for a family whose texts aren't listed yet.
+/// Usage of an implemented leaf, by its id; nullopt for a family whose texts aren't listed yet.
 std::optional<std::string> ExpectedText(const LeafRow& leaf) {
     if (leaf.usage == UsageOf::NOBODY) {
         return "";
@@ -321,7 +321,7 @@ TEST_F(CommandTreeTest, UsageOfAnUnknownIdIsTwo) {
     EXPECT_EQ(Find("port updatenvramcli")->PrintUsage(none, 4), 2u);
 }
 
-/// A question mark behind a leaf prints its usage, and the command doesn't run.
+/// A question mark after a leaf prints its usage, and the command doesn't run.
 TEST(CommandUsageTest, QuestionMarkAsksForTheUsageOnly) {
     for (const LeafRow& leaf : LEAVES) {
         if (leaf.hidden) {
@@ -340,7 +340,7 @@ TEST(CommandUsageTest, QuestionMarkAsksForTheUsageOnly) {
         if (isRoot && IsHelpLeaf(leaf)) {
             expected += "\nFor a complete help. Please refer to ORFC_ESXCLI_Readme.txt in the same folder.\r\n";
         }
-        // "q" and "version" end a command line in silence, wherever they stand.
+        // "q" and "version" silently end a command line, at any position.
         const bool isSilent = isRoot && (leaf.name == std::string("q") || leaf.name == std::string("version"));
         EXPECT_EQ(run.output, isSilent ? "" : expected);
         EXPECT_EQ(FakeLibrary::Get().PortCalls(), Calls{});

@@ -69,7 +69,7 @@ TEST_F(CongestionCheckTest, ReportsACongestedPort) {
                                }));
 }
 
-/// Bit 0 clear rejects whatever else is set; Brocade, bit 1, is tested ahead of Cisco, bit 2.
+/// If bit 0 is clear, no other bit counts; Brocade, bit 1, is tested before Cisco, bit 2.
 TEST_F(CongestionCheckTest, NamesTheFabric) {
     for (int flags = 0; flags <= 0xFF; ++flags) {
         port->ScmFabricFlags = static_cast<VX_UINT8>(flags);
@@ -81,7 +81,7 @@ TEST_F(CongestionCheckTest, NamesTheFabric) {
     }
 }
 
-/// Each rule is the one of its report: lanes and throttling of ports and targets read otherwise.
+/// Each report has its own rules: lanes and throttling read differently for ports and targets.
 TEST_F(CongestionCheckTest, KeepsPortsAndTargetsApart) {
     port->FeatureFlags = SECOND_GENERATION | 0x40000000; // virtual lane capable
     EXPECT_EQ(LineOf(PORT_CHECK, "Virtual Lane"), "Disabled");
@@ -135,13 +135,13 @@ TEST_F(CongestionCheckTest, ReportsATarget) {
                                      }));
 }
 
-/// What the commands of this group refuse, and in which order.
+/// Refusals of the commands of this group, in order.
 class CongestionRefusalTest : public CongestionTest {
 protected:
     struct Order {
         const CongestionCommand* command;
         VX_UINT32 features;  ///< any of these bits will do
-        bool isVirtualFirst; ///< ahead of the firmware
+        bool isVirtualFirst; ///< before the firmware
         const char* noFirmware;
         const char* noVirtual;
         bool asksFeature;
@@ -155,7 +155,7 @@ protected:
         {&PORT_CLEAR, SECOND_GENERATION, false, NO_FIRMWARE, SMALL, true},
         {&PORT_CHECK, SECOND_GENERATION, false, NO_FIRMWARE, SMALL, true},
         {&TARGET_CHECK, SECOND_GENERATION, false, NO_FIRMWARE, SMALL, true},
-        // The profile has no text for the firmware, and a capital letter in the other.
+        // The profile has no text for the firmware, and a capital letter in the other text.
         {&PROFILE_GET, SECOND_GENERATION, true, UNKNOWN, CAPITAL, false},
         {&PROFILE_SET, SECOND_GENERATION, true, UNKNOWN, CAPITAL, false},
     };
@@ -199,7 +199,7 @@ TEST_F(CongestionRefusalTest, ComesInOrder) {
     }
 }
 
-/// Any value of the byte but 0 means that the feature is on. The profile can be had without it.
+/// Any value of the byte but 0 means that the feature is on. The profile is available without it.
 TEST_F(CongestionRefusalTest, AsksForTheFeature) {
     const std::string ask = Call("IsFWCMFeatureEnabled");
     for (const Order& order : ORDERS) {
@@ -265,7 +265,7 @@ TEST_F(CongestionRefusalTest, TellsWhatTheResolverTells) {
     }
 }
 
-/// The command's result stays. The port's statistics have no text for it, and their list is released all the same.
+/// The command's result is unchanged. The port's statistics have no text for it, and their list is still released.
 TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
     static constexpr struct {
         const CongestionCommand* command;
@@ -284,7 +284,7 @@ TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
     for (const auto& row : CASES) {
         for (const VX_UINT32 flags : {SECOND_GENERATION, FIRST_GENERATION}) {
             if (flags == FIRST_GENERATION && row.size != 8192) {
-                continue; // statistics alone have a first generation
+                continue; // only statistics support the first generation
             }
             port->FeatureFlags = flags;
             for (const Format& format : FORMATS) {

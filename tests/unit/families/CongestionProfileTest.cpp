@@ -10,7 +10,7 @@ constexpr char EXCLUSIVE[] = "Failed, Restore and Activation command-line option
 
 using Profile = _VEXAPI_SCMRProfile;
 
-/// A port whose library keeps the profile that it is given, and notes what it was given.
+/// A port whose library stores and records the profile that it receives.
 class CongestionProfileTest : public CongestionTest {
 protected:
     CongestionProfileTest() {
@@ -39,7 +39,7 @@ protected:
                                                            "FWCM Profile Management: " + management,
                                                            "FWCM Profile Activation: " + activation})));
     }
-    /// `set` with these options writes this control flag and level, and else the bytes as they were read.
+    /// Expects `set` with these options to write this control flag and level, and all other bytes as read.
     void ExpectWritten(const std::string& options, VX_UINT8 control, VX_UINT8 level) {
         SCOPED_TRACE(options);
         written.reset();
@@ -52,7 +52,7 @@ protected:
         EXPECT_EQ(std::memcmp(&*written, &expected, sizeof expected), 0)
             << int{written->ControlFlag} << " " << int{written->Profile};
     }
-    /// `set` with these options changes nothing.
+    /// Expects `set` with these options to change nothing.
     void ExpectRefusal(const std::string& options, VX_UINT32 code, const std::string& message) const {
         SCOPED_TRACE(options);
         ExpectFailure(PROFILE_SET, code, message, {Call("GetSCMRProfile")}, options);
@@ -93,14 +93,14 @@ TEST_F(CongestionProfileTest, WritesWhatTheOptionsSay) {
     ExpectWritten("-A aggressive", 1, 3);
     ExpectWritten("--ACTIVATION dEFENSIVE", 1, 4);
     ExpectWritten("what ever -a Defensive", 1, 4);
-    // Without a value an option counts as absent.
+    // An option without a value counts as absent.
     ExpectWritten("-a", 7, 2);
     ExpectWritten("--restore", 7, 2);
     ExpectWritten("-r Driver_Settings -a", 0, 2);
 }
 
 TEST_F(CongestionProfileTest, FindsOptionsAheadOfTheIdentifier) {
-    // The first argument is the identifier whatever it is.
+    // The first argument is always the identifier.
     EXPECT_EQ(Run("-t port -s scmprofile set -a Moderate " + Id(*port)).code, 6u);
     EXPECT_EQ(PortCalls(), Calls{});
 }
@@ -108,9 +108,9 @@ TEST_F(CongestionProfileTest, FindsOptionsAheadOfTheIdentifier) {
 TEST_F(CongestionProfileTest, RefusesOtherValues) {
     for (const char* options : {"--restore x", "-r Driver_Setting", "-r Driver_Settingsx", "-r NVRAM", "-r Moderate",
                                 "-a x", "--activation Driver_Settings", "-a 3", "-a Moderate1", "-a Unknown",
-                                // The word behind an option is its value, even another option's name.
+                                // The word after an option is its value, even another option's name.
                                 "-r -a Moderate", "-a -r Driver_Settings",
-                                // The restore value is judged first, and each ahead of the two at once.
+                                // The restore value is checked first, and each value before the use of both.
                                 "--restore x --activation y", "--restore x --activation Moderate",
                                 "--restore Driver_Settings --activation y"}) {
         ExpectRefusal(options, 6, INVALID);
@@ -142,7 +142,7 @@ TEST_F(CongestionProfileTest, TellsWhatTheLibraryRefuses) {
         Fake().Return("VEXAPI_GetSCMRProfile", status);
         ExpectFailure(PROFILE_GET, 13, "Failed, NVRAM read failed", {get});
         ExpectFailure(PROFILE_SET, 13, "Failed, NVRAM read failed", {get}, "-a Moderate");
-        // The profile is read ahead of the options.
+        // The profile is read before the options.
         ExpectFailure(PROFILE_SET, 13, "Failed, NVRAM read failed", {get}, "-a x");
         Fake().Return("VEXAPI_GetSCMRProfile", 0);
         Fake().Return("VEXAPI_SetSCMRProfile", status);
@@ -159,7 +159,7 @@ TEST_F(CongestionProfileTest, TellsWhatTheLibraryRefuses) {
 }
 
 TEST_F(CongestionProfileTest, NeedsTheLogForEachCall) {
-    // The first is needed by every command of the group.
+    // Every command of the group needs the first.
     const auto read = Fake().onGetSCMRProfile;
     {
         NoFiles files;

@@ -21,7 +21,7 @@ protected:
             EXPECT_FALSE(run.wasLeftRedirected);
         }
     }
-    /// The report that has nothing but names.
+    /// Expects a report with names only.
     void ExpectNamesOnly(const CongestionCommand& command) const {
         ExpectReport(command, command.isTarget ? targetNames : portNames);
     }
@@ -43,7 +43,7 @@ protected:
         }
         port->ScmAlarmCount = 4294967295u;
         port->ScmWarningCount = 21;
-        // The counters of `port stats` are others.
+        // `port stats` has different counters.
         port->LinkFailureCount = 1;
         port->InvalidCrcCount = 2;
 
@@ -57,7 +57,7 @@ protected:
             Chatter();
             const __STATISTICS none{};
             EXPECT_EQ(std::memcmp(statistics, &none, sizeof none), 0);
-            // In the record's order, from 2^32 - 1 downwards.
+            // In the order of the record, counting down from 2^32 - 1.
             VX_UINT32 value = 4294967295u;
             for (VX_UINT32* counter :
                  {&statistics->LinkFailureCount, &statistics->LossOfSyncCount, &statistics->LossOfSignalCount,
@@ -96,7 +96,7 @@ protected:
 
 TEST_F(FirstGenerationTest, ReportsAPort) {
     ExpectReport(PORT_STATISTICS, portLines);
-    // Everything stands in the port's record.
+    // Everything is in the port's record.
     EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled")}));
 }
 
@@ -133,7 +133,7 @@ TEST_F(FirstGenerationTest, ReportsATarget) {
               (Calls{Call("IsFWCMFeatureEnabled"), Call("GetPortStatisticsFC", "0, 2, 50:00:0a:0b:0c:0d:01:01")}));
 }
 
-/// A target's own words: reason 15 reads "Reserved" at a target, bit 0 of the flags counts for nothing.
+/// Texts specific to targets: reason 15 reads "Reserved", and bit 0 of the flags is ignored.
 TEST_F(FirstGenerationTest, WordsATargetOtherwise) {
     target->ScmDeliveryReason = 15;
     target->ScmEventFlags = 1;
@@ -297,9 +297,9 @@ TEST_F(SecondGenerationTest, ShowsTheSecondNodeForAPortWithoutAHead) {
 
 TEST_F(SecondGenerationTest, ShowsNamesOnlyWithoutANode) {
     const TraceLog log("4");
-    nodes = {TargetNode()}; // a head that is not the port's, and none behind it
+    nodes = {TargetNode()}; // a head that is not the port's, and none after it
     ExpectNamesOnly(PORT_STATISTICS);
-    ExpectNamesOnly(TARGET_STATISTICS); // although the head has the target's names
+    ExpectNamesOnly(TARGET_STATISTICS); // even though the head has the target's names
     nodes = {PortNode()};
     ExpectNamesOnly(TARGET_STATISTICS);
     EXPECT_EQ(released, 6);
@@ -340,7 +340,7 @@ TEST_F(SecondGenerationTest, NeedsTheLogForTheList) {
     }
 }
 
-/// A second document follows the report, and its code is the command's.
+/// A second document follows the report, and its code is the command's result.
 TEST_F(SecondGenerationTest, TellsAFailingReleaseInASecondDocument) {
     nodes = {PortNode()};
     for (const Format& format : FORMATS) {

@@ -1,5 +1,5 @@
 /// @file
-/// What the tests of the congestion commands share: a second-generation port whose feature is on.
+/// Base of the congestion tests: a second-generation port with the feature enabled.
 #pragma once
 
 #include "TargetTestBase.h"
@@ -19,15 +19,15 @@ inline std::vector<std::string> Joined(std::vector<std::string> first, const std
     return first;
 }
 
-/// A command, with its document's names: what the tests of refusals and failures run.
+/// A command and its document's names, for tests of refusals and failures.
 struct CongestionCommand {
     const char* name;
-    const char* line; ///< ahead of the leaf
-    const char* leaf; ///< in XML; the text form has "cli" behind it
+    const char* line; ///< before the leaf
+    const char* leaf; ///< in XML; the text form appends "cli"
     bool isTarget;
     const char* structure;
     const char* field; ///< null in a flat document
-    const char* usage; ///< of the text form; empty where it has none
+    const char* usage; ///< of the text form, or empty
 };
 inline constexpr CongestionCommand PORT_STATISTICS = {"port statistics",
                                                       "-t port -s scmstats ",
@@ -68,7 +68,7 @@ inline std::string FailureOf(const CongestionCommand& command, const Format& for
                                     : format.Flat(command.structure, {{"Message", message}});
 }
 
-/// A port and a target with the names that reports begin with.
+/// A port and a target with the names at the start of reports.
 class CongestionTest : public TargetTest {
 protected:
     using Node = _VEXAPI_SANCONGTMGMTV2;
@@ -113,7 +113,7 @@ protected:
         node.EntryType = 0x80;
         return node;
     }
-    /// Gives every counter another value: 2^64 - 1 to the first in the record's order, one less to each next.
+    /// Gives every counter a different value: 2^64 - 1 for the first of the record, and one less for each next.
     static void Fill(Node& node) {
         VX_UINT64 value = 18446744073709551615u;
         for (VX_UINT64* counter : {&node.AlarmCount,
@@ -146,13 +146,13 @@ protected:
         }
     }
 
-    /// Runs a command on the port, or on the target, with `rest` behind the identifier.
+    /// Runs a command on the port, or on the target, with `rest` after the identifier.
     CommandRun RunCongestion(const CongestionCommand& command, const Format& format,
                              const std::string& rest = "") const {
         return Run(command.line + format.Leaf(command.leaf) + " " +
                    (command.isTarget ? TargetId(*port, *target) : Id(*port)) + (rest.empty() ? "" : " " + rest));
     }
-    /// In both formats: a code, the document of a failure, and the calls until then.
+    /// Expects, in both formats, a code, the document of a failure, and the calls until then.
     void ExpectFailure(const CongestionCommand& command, VX_UINT32 code, const std::string& message, const Calls& calls,
                        const std::string& rest = "") const {
         for (const Format& format : FORMATS) {

@@ -40,7 +40,7 @@ TEST(DPortArithmeticTest, SwapsBytes) {
     EXPECT_EQ(swapint(0xFF000080), 0x800000FFu);
 }
 
-/// 0.1 microwatt a unit: 10000 units are one milliwatt, which is 0 dBm; a tenth of the power is 10 dBm less.
+/// 0.1 microwatt per unit: 10000 units are one milliwatt, which is 0 dBm; a tenth of the power is 10 dBm less.
 TEST(DPortArithmeticTest, PowersInDecibelMilliwatts) {
     EXPECT_FLOAT_EQ(DportPowerDbm(10000), 0.0F);
     EXPECT_FLOAT_EQ(DportPowerDbm(1000), -10.0F);
@@ -107,7 +107,7 @@ protected:
         };
         Fake().onDiagnosticDPortTest = [this](VX_PORT_HANDLE*, _VEXAPI_DiagnosticsDPortResult* record) {
             Chatter();
-            record->HbaPortStatus = 5; // what counts is the record that comes back
+            record->HbaPortStatus = 5; // only the returned record counts
             return result;
         };
         SetText(result.StartTime, "Mon Jan  1 00:00:00 2024\n");
@@ -130,7 +130,7 @@ protected:
         result.RemoteRxPower = Big16(100);
     }
 
-    /// From the named call on, no file can be opened.
+    /// After the named call, no file can be opened.
     void After(const char* call) {
         if (files != nullptr && lastCalled == call) {
             files->Begin();
@@ -148,7 +148,7 @@ protected:
     static std::string RunError(const Format& format, const std::string& message) {
         return format.Report("DPortDiagInfo", {{"Message", message}}, "DPortDiagResult", "");
     }
-    /// The failure of a leaf: `run` shows it in another shape.
+    /// The failure of a leaf; `run` shows it in another shape.
     static std::string Error(const std::string& leaf, const std::string& message) {
         return leaf == "run" ? RunError(XML, message) : ModeDocument(XML, leaf == "set", message);
     }
@@ -279,7 +279,7 @@ TEST_F(DPortDiagTest, AdmissionIsTheSameForAll) {
                 Expect(run(id + " true"), 35, Error(leaf, NOT_SUPPORTED), {IS_MEZZ});
             }
         }
-        port->PortInterfaceType = 3; // ahead of the adapter
+        port->PortInterfaceType = 3; // before the adapter
         Expect(run(id), 51, Error(leaf, NO_VIRTUAL), {});
         port->PortInterfaceType = 1;
         SetChip(*port, BIRCH);
@@ -296,11 +296,11 @@ TEST_F(DPortDiagTest, AFailingChangeEndsSet) {
     }
 }
 
-/// The n-th redirection can't be opened: nothing behind it is called.
+/// The n-th redirection can't be opened: nothing after it is called.
 TEST_F(DPortDiagTest, WithoutTheRedirectionNothingIsCalled) {
     const struct {
         const char* leaf;
-        const char* lastCalled; ///< the failing redirection follows this call; empty: it is the first one
+        const char* lastCalled; ///< the failing redirection follows this call; empty: the first one
         Calls calls;
     } cases[] = {
         {"get", "", {}},
@@ -363,14 +363,14 @@ TEST_F(DPortDiagTest, StatusesOfTheSecondForm) {
         {130, 43, NO_LINK}, {131, 44, SPEED},     {132, 40, BFS_MODE},     {1, 50, UNKNOWN},
         {3, 50, UNKNOWN},   {133, 50, UNKNOWN},   {128, 50, UNKNOWN},      {0x80000000, 50, UNKNOWN},
     };
-    result.Mbx1 = 0x4005; // is not looked at
+    result.Mbx1 = 0x4005; // ignored
     for (const auto& row : cases) {
         const LibraryLog log;
         Fake().Return("VEXAPI_DiagnosticDPortTestV2", row.status);
         for (const Format& format : FORMATS) {
             Expect(RunPort("dportdiag", format.Leaf("run")), row.code, RunError(format, row.message),
                    {IS_MEZZ, CHECK, SECOND_TEST});
-            // One status writes its document into the library's log too, ahead of the one that is seen.
+            // For one status the document is also written to the library's log, before the visible one.
             EXPECT_EQ(log.Has(RunError(format, BFS_MODE)), row.status == 132) << row.status;
         }
     }
@@ -407,14 +407,14 @@ TEST_F(DPortDiagTest, FailedMailboxCommands) {
     EXPECT_EQ(RunPort("dportdiag", "run").code, 0u);
 }
 
-/// The first form has the phases only, even where the record holds powers.
+/// The first form shows only the phases, even if the record has powers.
 TEST_F(DPortDiagTest, FirstFormShowsThePhases) {
     port->FeatureFlags = ~SECOND_FORM;
     for (const Format& format : FORMATS) {
         EXPECT_EQ(ReportOf(format), Block(format, PHASES));
         EXPECT_EQ(PortCalls(), (Calls{IS_MEZZ, CHECK, FIRST_TEST}));
     }
-    // The library's time texts bring their line ends, or none, and may fill their arrays.
+    // The library's time texts may or may not include line ends, and may fill their arrays.
     SetText(result.StartTime, std::string(64, 's'));
     SetText(result.StopTime, "");
     EXPECT_TRUE(BlockText(ReportOf())
@@ -438,7 +438,7 @@ TEST_F(DPortDiagTest, PassedTestShowsItsPowers) {
         EXPECT_EQ(PortCalls(), (Calls{IS_MEZZ, CHECK, SECOND_TEST}));
         EXPECT_TRUE(wasCleared);
     }
-    // Only the local powers are guarded against zero.
+    // Only the local powers are checked for zero.
     result.LocalTxPower = result.LocalRxPower = result.RemoteTxPower = result.RemoteRxPower = 0;
     result.RoundtripLinkLatency = result.CableLinkDistance = 0xFFFFFFFF;
     EXPECT_EQ(BlockText(ReportOf()),
@@ -463,7 +463,7 @@ TEST_F(DPortDiagTest, FailedTestShowsItsReason) {
         {0x4000, 5, "", true},
         {0x4001, 5, "", true},
         {0x4003, 5, "", true},
-        {0x400A, 5, "", true}, // ten has the bit of two, and others
+        {0x400A, 5, "", true}, // 10 includes the bit of 2
         {0x4002, 0, "Reserved", true},
         {0x0002, 1, "Unexpected Reject Code", true},
         {0xFFF2, 2, "Unexpected Phase", true},
@@ -494,7 +494,7 @@ TEST_F(DPortDiagTest, FailedTestShowsItsReason) {
                       " dBm, Diff: 0.000000 dBm\n"
                       "      Ingress Power: Tx: 0.000000 dBm, Rx: 0.000000 dBm, Diff: 0.000000 dBm\n");
     }
-    // The ingress power is that of the remote side, unguarded.
+    // The ingress power is that of the remote side, which is not checked.
     result.Mbx1 = 0x4000;
     result.RemoteTxPower = Big16(1);
     result.RemoteRxPower = 0;
@@ -504,7 +504,7 @@ TEST_F(DPortDiagTest, FailedTestShowsItsReason) {
         << report;
 }
 
-/// Another family's usage function stands behind the `cli` leaves.
+/// The `cli` leaves use another family's usage function.
 TEST_F(DPortDiagTest, CliLeavesPrintAnotherUsage) {
     EXPECT_EQ(Run("-t port -s dportdiag getcli FC_x").output, ModeDocument(TEXT, false, INVALID) + "Usage: set\r\n");
     EXPECT_EQ(Run("-t port -s dportdiag setcli FC_x").output, ModeDocument(TEXT, true, INVALID));
@@ -515,7 +515,7 @@ TEST_F(DPortDiagTest, CliLeavesPrintAnotherUsage) {
     EXPECT_EQ(Run("-t port -s dportdiag runcli ?").output, "");
 }
 
-/// The command's result stays; the code has no text of its own.
+/// The command's result is unchanged; the code has no text.
 TEST_F(DPortDiagTest, WithoutMemoryForTheReport) {
     for (const Format& format : FORMATS) {
         CommandRun run;

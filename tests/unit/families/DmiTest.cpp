@@ -26,7 +26,7 @@ std::string UpdateDocument(const Format& format, const std::string& message) {
     return format.Flat("SFPFirmwareUpdate", {{"Message", message}});
 }
 
-/// What a `cli` leaf prints behind its document after a bad call.
+/// Output of a `cli` leaf after the document of an invalid call.
 std::string Usage(const Format& format, const std::string& leaf) {
     return format.IsXml() ? "" : "Usage: " + leaf + " [port identifier]\r\n";
 }
@@ -69,7 +69,7 @@ TEST_F(DmiTest, GetIsTheReportAsOneText) {
 }
 
 TEST_F(DmiTest, GetrawIsBothPagesInHexadecimal) {
-    // Every byte of a page another one; the pages differ.
+    // All bytes of a page differ, and the pages differ.
     Image image;
     std::string a0;
     std::string a2;
@@ -121,7 +121,7 @@ TEST_F(DmiTest, EveryRealModuleInBothFormats) {
     }
 }
 
-/// Percent signs of a module are no conversions; a pair prints as one.
+/// Percent signs of a module are not conversions; a pair prints as one.
 TEST_F(DmiTest, PercentSignsOfAModule) {
     Insert(LoadImage("finisar-ftlx8571-auj0rcj").Set(20, "%s%n%d%%50%08x%"));
     const std::string output = RunDmi(TEXT, "get").output;
@@ -137,7 +137,7 @@ TEST_F(DmiTest, FailuresOfReading) {
         VX_UINT32 code;
         const char* message;
         bool showsUsage;
-        bool asks; ///< the library for the module
+        bool asks; ///< whether the library is asked for the module
     };
     const Failure FAILURES[] = {
         {"no identifier", [](DmiTest&) {}, "", 6, "Failed, Invalid parameter", true, false},
@@ -174,7 +174,7 @@ TEST_F(DmiTest, ReadingWithoutTheLibrarysLog) {
     }
 }
 
-/// Neither a virtual port, nor the adapter, nor the link keeps a module from being read.
+/// A module can be read on virtual ports, on any adapter and without a link.
 TEST_F(DmiTest, EveryPortIsRead) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
@@ -233,7 +233,7 @@ TEST_F(DmiTest, UpdateStatuses) {
     }
 }
 
-/// The checks in their order: each case fails where it stands and in all that come behind.
+/// The checks in order: each case fails one check and all later ones.
 TEST_F(DmiTest, UpdateAdmission) {
     struct Case {
         const char* what;
@@ -308,7 +308,7 @@ TEST_F(DmiTest, UpdateTakesTheVendorInAnyCase) {
     for (const char* vendor : {"WTD", "wtd", "Wtd", "wTd"}) {
         EXPECT_EQ(RunDmi(TEXT, "update", file + " " + vendor).code, 0u) << vendor;
     }
-    // A blank behind it is part of the word.
+    // A trailing blank is part of the word.
     const CommandRun run = RunCommand({"-t", "port", "-s", "dmi", "update", Id(*port).c_str(), file.c_str(), "WTD "});
     EXPECT_EQ(run.code, 57u);
 }
@@ -321,7 +321,7 @@ TEST_F(DmiTest, UpdateElsewhere) {
         EXPECT_EQ(run.output, UpdateDocument(format, "Failed, Host not found"));
     }
     Fake().host.hasList = true;
-    // A virtual port is no obstacle.
+    // A virtual port is accepted.
     port->PortInterfaceType = 3;
     EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, 0u);
     NoFiles files;

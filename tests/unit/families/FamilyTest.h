@@ -1,6 +1,6 @@
 /// @file
-/// What the tests of the command families share: a host of one port, chips of each family, and the documents
-/// that clients expect, in both formats.
+/// Base of the tests of command families: a host with one port, chips of each family, and the documents that
+/// clients expect, in both formats.
 #pragma once
 
 #include "Capture.h"
@@ -18,7 +18,7 @@ namespace family_test {
 
 using Calls = std::vector<std::string>;
 
-/// Copies a text into a record's array, which it may fill to the last byte: then no terminator follows.
+/// Copies a text into a record's array. If it fills the array, there is no terminator.
 template <std::size_t N> void SetText(char (&array)[N], const std::string& text) {
     std::memset(array, 0, N);
     std::memcpy(array, text.data(), std::min(N, text.size()));
@@ -30,7 +30,7 @@ template <std::size_t N> void SetBytes(VX_UINT8 (&array)[N], const std::array<in
     }
 }
 
-/// A chip of each family that commands tell apart.
+/// One chip for each distinguished family.
 enum Chip { FOUR_G, EIGHT_G, ROWAN_FC, ROWAN_CNA, HAZEL, WILLOW, LARCH, ALDER, BIRCH, NO_FAMILY, OTHER_VENDOR };
 
 struct ChipRow {
@@ -73,7 +73,7 @@ inline Field Flag(const std::string& label, bool value) {
     return {label, value ? "true" : "false", Field::BOOLEAN};
 }
 
-/// The documents of a format: what stands in every document exists once here.
+/// Documents in a format.
 class Format {
 public:
     explicit Format(bool isXml) : mIsXml(isXml) {}
@@ -133,7 +133,7 @@ inline const Format FORMATS[] = {Format(true), Format(false)};
 inline const Format XML(true);
 inline const Format TEXT(false);
 
-/// What stands in the text form of a block report between "Data: " and the closing line.
+/// The text of a block report in text form, between "Data: " and the closing line.
 inline std::string BlockText(const std::string& output) {
     const std::size_t start = output.find("Data: ");
     const std::size_t end = output.rfind("****************************************************\n");
@@ -154,7 +154,7 @@ inline std::vector<std::string> LinesOf(const std::string& block) {
     return lines;
 }
 
-/// Takes away the process's right to open files until its end, so that no redirection can be opened.
+/// Prevents the process from opening files during its lifetime, so that no redirection can be opened.
 class NoFiles {
 public:
     NoFiles() { getrlimit(RLIMIT_NOFILE, &mBefore); }
@@ -171,7 +171,7 @@ private:
     rlimit mBefore{};
 };
 
-/// A folder for the files of one test; it is deleted with all that it holds.
+/// A folder for the files of one test, deleted with its contents.
 class TemporaryFolder {
 public:
     TemporaryFolder() { mPath = mkdtemp(mPath.data()); }
@@ -201,7 +201,7 @@ inline std::optional<std::string> ReadFile(const std::string& path) {
     return content.str();
 }
 
-/// What the library says on standard output: it must never reach a client.
+/// Library output, which must never reach a client.
 inline void Chatter() {
     std::printf("library: working\n");
 }
@@ -222,7 +222,7 @@ protected:
 
     static FakeLibrary& Fake() { return FakeLibrary::Get(); }
     static Calls PortCalls() { return Fake().PortCalls(); }
-    /// Runs a command of a fresh record.
+    /// Runs a command with an empty record of calls.
     static CommandRun Run(const std::string& line) {
         Fake().calls.clear();
         return RunCommand(line);
@@ -239,9 +239,9 @@ protected:
     static std::string Call(const std::string& function, const std::string& rest = "") {
         return "VEXAPI_" + function + "(21:00:0a:0b:0c:0d:00:01" + (rest.empty() ? "" : ", " + rest) + ")";
     }
-    /// The adapter list can't be had.
+    /// Makes the adapter list unavailable.
     static void LoseHost() { Fake().host.hasList = false; }
-    /// From the resolver on, no file can be opened.
+    /// After the resolver, no file can be opened.
     static void LoseFiles(NoFiles& files) {
         Fake().onGetAdapterList = [&files] {
             files.Begin();

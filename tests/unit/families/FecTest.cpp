@@ -13,11 +13,11 @@ constexpr char UPDATE_FAILED[] = "Failed, FEC update failed";
 constexpr char INVALID[] = "Failed, Invalid parameter";
 constexpr char NO_FILE[] = "Failed, File not found";
 
-/// On a port without a mezzanine adapter; with one, it is always on and never to change.
+/// For ports without a mezzanine adapter; with one, it is always on and can't be changed.
 struct SpeedCase {
     VX_UINT8 state;
     VX_UINT32 speed;
-    std::optional<VX_UINT32> decided; ///< nullopt: the library's value stands
+    std::optional<VX_UINT32> decided; ///< nullopt: the library's value
     bool isChangeAllowed;
 };
 constexpr SpeedCase SPEEDS[] = {
@@ -32,7 +32,7 @@ constexpr SpeedCase SPEEDS[] = {
     {1, 51, 1, false},
     {1, 100, 1, false},
     {1, 0xFFFFFFFF, 1, false},
-    // Not online: the speed counts for nothing.
+    // Not online: the speed is ignored.
     {3, 0, std::nullopt, true},
     {3, 8, std::nullopt, true},
     {3, 22, std::nullopt, true},
@@ -101,7 +101,7 @@ protected:
                                                          {"Correctable FEC errors", correctable, Field::NUMBER},
                                                          {"Uncorrectable FEC errors", uncorrectable, Field::NUMBER}})));
     }
-    /// In a failure of `set`, "Reboot Required" stands ahead of "Message".
+    /// In a failure of `set`, "Reboot Required" precedes "Message".
     static std::string Error(const Format& format, bool isSet, const std::string& message) {
         std::vector<Field> fields = {{"Message", message}};
         if (isSet) {
@@ -212,8 +212,8 @@ TEST_F(FecTest, SetWithoutOptionsShowsTheStatus) {
         EXPECT_EQ(run.code, 0u);
         EXPECT_EQ(run.output, Shown(format, "true", false));
     }
-    EXPECT_EQ(PortCalls(), (Calls{GET_FEC, GET_STATS, IS_MEZZ})); // another order than that of get
-    // An option without a value is no option.
+    EXPECT_EQ(PortCalls(), (Calls{GET_FEC, GET_STATS, IS_MEZZ})); // the order differs from `get`
+    // An option without a value is ignored.
     ExpectSet("--fec-status", 0, Shown(XML, "true", false));
     ExpectSet("-r", 0, Shown(XML, "true", false));
     EXPECT_EQ(PortCalls(), (Calls{GET_FEC, GET_STATS, IS_MEZZ}));
@@ -255,11 +255,11 @@ TEST_F(FecTest, SetRefusesInOrder) {
         {22, "-f truee", 6, INVALID, {}},
         {22, "-f -r reset", 6, INVALID, {}}, // the next word is the value, whatever it is
         {8, "-f true", 47, READ_ONLY, {}},
-        {8, "-f on", 47, READ_ONLY, {}}, // ahead of the value
+        {8, "-f on", 47, READ_ONLY, {}}, // before the value
         {50, "-f false -r reset", 47, READ_ONLY, {}},
         {22, "-r other", 6, INVALID, {}},
         {8, "-r res", 6, INVALID, {}},
-        {22, "-f true -r other", 6, INVALID, {SET_ON}}, // the status is written all the same
+        {22, "-f true -r other", 6, INVALID, {SET_ON}}, // the status is still written
     };
     for (const auto& row : cases) {
         port->PortSpeed = row.speed;
@@ -279,7 +279,7 @@ TEST_F(FecTest, SetRefusesInOrder) {
     ExpectSet("-f false", 0, Shown(XML, "false", true));
 }
 
-/// A refused call on a `cli` leaf prints its usage behind the document.
+/// A rejected call of a `cli` leaf prints its usage after the document.
 TEST_F(FecTest, CliLeavesPrintTheirUsage) {
     EXPECT_EQ(RunPort("fec", "setcli", "-f on").output, Error(TEXT, true, INVALID) + "Usage: set\r\n");
     EXPECT_EQ(Run("-t port -s fec getcli FC_x").output, Error(TEXT, false, INVALID) + "Usage: get\r\n");
@@ -307,7 +307,7 @@ TEST_F(FecTest, AdmissionComesFirst) {
             } else {
                 expect(RunPort("fec", leaf), 35, NOT_SUPPORTED);
             }
-            port->PortInterfaceType = 3; // ahead of the chip
+            port->PortInterfaceType = 3; // before the chip
             expect(RunPort("fec", leaf), 51, NO_VIRTUAL);
         }
         port->PortInterfaceType = 1;
@@ -324,7 +324,7 @@ TEST_F(FecTest, LibraryFailuresEndTheCommand) {
         const char* options;
         VX_UINT32 code;
         const char* message;
-        Calls get; ///< what was called up to there; empty: `get` doesn't meet it
+        Calls get; ///< calls up to then; empty: not in `get`
         Calls set;
     } cases[] = {
         {"VEXAPI_FCGetFECSupportInfo", "-f true", 13, READ_FAILED, {GET_FEC}, {GET_FEC}},
@@ -359,8 +359,7 @@ TEST_F(FecTest, LibraryFailuresEndTheCommand) {
     }
 }
 
-/// Whatever the library allocated is released, with a failing status too: the leak check of a sanitized build
-/// sees to it.
+/// Whatever the library allocated is released, even with a failure status: see the leak check of a sanitized build.
 TEST_F(FecTest, CountersThatAreNoneAreAFailure) {
     const struct {
         VX_UINT32 status;
@@ -383,7 +382,7 @@ TEST_F(FecTest, CountersThatAreNoneAreAFailure) {
     EXPECT_EQ(RunPort("fec", "get").output, Shown(XML, "true"));
 }
 
-/// The n-th redirection can't be opened: nothing behind it is called.
+/// The n-th redirection can't be opened: nothing after it is called.
 TEST_F(FecTest, WithoutTheRedirectionNothingIsCalled) {
     const struct {
         bool isSet;

@@ -22,7 +22,7 @@ protected:
         block.Second = 7;
         const VX_UINT8 version[4] = {1, 3, 60, 200};
         std::memcpy(block.ToolVersion, version, 4);
-        // What lies between the fields is read by nobody.
+        // Bytes between the fields are not read.
         std::memset(block.Reserved4, 0xEE, sizeof block.Reserved4);
         block.Reserved19 = block.Reserved23 = block.Reserved43 = 0xEE;
         Fake().onGetAdapterFlashMemoBlock = [this](VX_PORT_HANDLE*, VX_SFlashMemoBlock* given) {
@@ -79,11 +79,11 @@ TEST_F(FlashInfoTest, IsByteExact) {
     EXPECT_TRUE(wasCleared);
 }
 
-/// One character in its place is enough.
+/// One matching character suffices.
 TEST_F(FlashInfoTest, SignatureNeedsOneCharacter) {
     for (unsigned places = 0; places < 16; ++places) {
         for (std::size_t i = 0; i < 4; ++i) {
-            // A character of the signature in another's place counts for nothing.
+            // A signature character at another position is ignored.
             block.Signature[i] = (places >> i & 1) != 0 ? "FMBS"[i] : "MFSB"[i];
         }
         const CommandRun run = RunAdapter("flashinfo", "get");
@@ -91,11 +91,11 @@ TEST_F(FlashInfoTest, SignatureNeedsOneCharacter) {
         EXPECT_EQ(run.output, places == 0 ? Error(XML, "Failed, Flash Signature Error")
                                           : XML.Block("AdapterFlashInformation", "Flash Info", "FlashInfoList", WHOLE));
     }
-    std::memcpy(block.Signature, "fmbs", 4); // letter case counts
+    std::memcpy(block.Signature, "fmbs", 4); // case-sensitive
     EXPECT_EQ(RunAdapter("flashinfo", "get").code, 31u);
     block = {};
     EXPECT_EQ(RunAdapter("flashinfo", "getcli").output, Error(TEXT, "Failed, Flash Signature Error"));
-    // A block of zeros but for one character prints its zeros; the zero bytes of the date end that piece ahead of
+    // A block of zeros but for one character prints its zeros; the zero bytes of the date end that piece before
     // its line end.
     block.Signature[0] = 'F';
     EXPECT_EQ(Block(), "MBI Version: 00.00.00\n"

@@ -9,7 +9,7 @@ namespace {
 struct Kind {
     const char* word;
     const char* function;
-    const char* further; ///< what is passed behind the path
+    const char* further; ///< arguments after the path
     std::vector<Chip> allowed;
 };
 const std::vector<Chip> EVERY_CHIP = {FOUR_G, EIGHT_G, ROWAN_FC, ROWAN_CNA, HAZEL,       WILLOW,
@@ -76,8 +76,8 @@ TEST_F(FlashUpdateTest, IsByteExact) {
                                           "****************************************************\n");
 }
 
-/// Of an allowed chip only a multi-boot image on the three newest families runs without a reboot; a status of 201
-/// always asks for one.
+/// On a supported chip, only a multi-boot image on the three newest families runs without a reboot; status 201
+/// always requests one.
 TEST_F(FlashUpdateTest, KindsAndChips) {
     for (const Kind& kind : KINDS) {
         for (const ChipRow& chip : CHIPS) {
@@ -96,8 +96,8 @@ TEST_F(FlashUpdateTest, KindsAndChips) {
     }
 }
 
-/// The library's log grows for ever: what a run wrote stands behind the size that it had. Other runs may write
-/// there at the same time.
+/// The library's log only grows: the output of a run starts at the log's previous size. Other runs may write there
+/// at the same time.
 constexpr char LIBRARY_LOG[] = "/var/tmp/vexapi-output.log";
 std::uintmax_t LibraryLogSize() {
     return std::filesystem::exists(LIBRARY_LOG) ? std::filesystem::file_size(LIBRARY_LOG) : 0;
@@ -110,7 +110,7 @@ std::string LibraryLogFrom(std::uintmax_t start) {
     return content.str();
 }
 
-/// The refused chip's document goes into the library's log, and clients see nothing.
+/// The document for an unsupported chip goes to the library's log, and clients see nothing.
 TEST_F(FlashUpdateTest, RefusedChipLeavesTheRedirectionOpen) {
     int refused = 0;
     for (const Kind& kind : KINDS) {
@@ -160,7 +160,7 @@ TEST_F(FlashUpdateTest, StatusTable) {
         {121, 35, "Failed, Feature not supported for this adapter"},
         {133, 32, "Failed, Flash Update disabled as FW lockdown mode enabled"},
         {522, 16, "Failed, Flash Image Components Validation Error"},
-        // Beside the rows, and at the ends:
+        // Values adjacent to the rows, and at the ends:
         {1, 11, "Failed, Flash Update Error"},
         {2, 11, "Failed, Flash Update Error"},
         {4, 11, "Failed, Flash Update Error"},
@@ -199,7 +199,7 @@ TEST_F(FlashUpdateTest, KindsInAnyCase) {
     Expect("pepCFG", 0, true, "Success", {WriteCall(KINDS[3])});
 }
 
-/// A bad kind is no usage error, on no chip.
+/// An invalid kind is not a usage error on any chip.
 TEST_F(FlashUpdateTest, UnknownKindIsAFailedUpdate) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
@@ -248,7 +248,7 @@ TEST_F(FlashUpdateTest, RefusesInOrder) {
     expect(" help " + missing + " MBI", 5, "Failed, Unknown");
     expect(" Adapter_x_y " + missing + " MBI", 6, "Failed, Invalid parameter");
     expect(" FC_21 " + file + " MBI", 6, "Failed, Invalid parameter");
-    // Then the file, ahead of kind and chip: a Birch takes no board configuration.
+    // Then the file, before kind and chip: a Birch takes no board configuration.
     expect(id + missing + " MBI", 19, "Failed, Flash File not found");
     expect(id + missing + " BrdCfg", 19, "Failed, Flash File not found");
     expect(id + missing + " bad", 19, "Failed, Flash File not found");
@@ -262,7 +262,7 @@ TEST_F(FlashUpdateTest, VirtualPortIsAdmitted) {
 TEST_F(FlashUpdateTest, WithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
-    const CommandRun run = Update(XML, "PEPCfg"); // ahead of the chip
+    const CommandRun run = Update(XML, "PEPCfg"); // before the chip
     EXPECT_EQ(run.code, 19u);
     EXPECT_EQ(run.output, Document(XML, false, "Failed, Flash File not found"));
     EXPECT_FALSE(run.wasLeftRedirected);

@@ -1,4 +1,4 @@
-/// The loopback and the read/write buffer test: what they share is tested for both.
+/// The loopback and the read/write buffer test; common parts are tested for both.
 #include "FamilyTest.h"
 #include "TraceLog.h"
 
@@ -15,7 +15,7 @@ constexpr char NO_LOOPBACK_TYPE[] = "Failed, Loopback type not supported for thi
 struct Kind {
     const char* family;
     const char* call;
-    const char* typeWord; ///< the loopback type ahead of the pattern
+    const char* typeWord; ///< the loopback type before the pattern
     const char* structure;
     const char* field;
     unsigned maxCount;
@@ -65,7 +65,7 @@ protected:
         };
     }
 
-    /// The statuses come in turn, the last one for ever.
+    /// Returns the statuses in turn, and then repeats the last one.
     std::string NextStatus() { return statuses[std::min(seen.size(), statuses.size()) - 1]; }
 
     CommandRun RunTest(const Kind& kind, const std::string& words, const std::string& leaf = "run") {
@@ -74,7 +74,7 @@ protected:
         events.clear();
         return RunPort(kind.family, leaf, words);
     }
-    /// Runs with these words ahead of the loopback type, which is "Internal", and behind it.
+    /// Runs with these words before the loopback type, which is "Internal", and after it.
     CommandRun RunWith(const Kind& kind, const std::string& start, const std::string& pattern) {
         return RunTest(kind, start + " " + kind.typeWord + pattern);
     }
@@ -113,9 +113,9 @@ protected:
     }
 
     std::vector<std::string> statuses = {"Success"};
-    std::vector<DiagTestParams> seen; ///< what the library was given
+    std::vector<DiagTestParams> seen; ///< received by the library
     std::deque<_VEXAPI_ReadWriteBufferTestResult> lists;
-    std::vector<std::string> events; ///< of the lists, which count from 1
+    std::vector<std::string> events; ///< of the lists, numbered from 1
     bool hasList = true;
 };
 
@@ -166,7 +166,7 @@ TEST_F(FrameTestsTest, Numbers) {
         {"10001 1 8", true, false, 10001, 8},
         {"65535 1 8", true, false, 65535, 8},
         {"65536 1 8", false, false, 0, 0},
-        // The test count is compared with its sign.
+        // The test count is compared as signed.
         {"2147483647 1 8", false, false, 0, 0},
         {"2147483648 1 8", true, true, 0x80000000, 8},
         {"-1 1 8", true, true, 0xFFFFFFFF, 8},
@@ -229,7 +229,7 @@ TEST_F(FrameTestsTest, Words) {
         const char* pattern;
         VX_UINT32 onErrorValue;
         VX_UINT32 type;
-        std::string data; ///< eight bytes; shorter: zeros behind
+        std::string data; ///< eight bytes; padded with zeros
     } cases[] = {
         {"Ignore", "Random", 0, 0, ""},
         {"STOP", "crpat", 1, 1, ""},
@@ -239,7 +239,7 @@ TEST_F(FrameTestsTest, Words) {
         {"Stop", "0000000", 1, 0, ""},
         {"Stop", "000000000", 1, 0, ""},
         {"Ignore", "11001100", 0, 0, ""},
-        // The digits themselves reach the library.
+        // The library receives the digits themselves.
         {"Ignore", "00000000", 0, 5, "00000000"},
         {"Ignore", "01010101", 0, 5, "\x30\x31\x30\x31\x30\x31\x30\x31"},
         {"Ignore", "01011010", 0, 5, "01011010"},
@@ -381,7 +381,7 @@ TEST_F(FrameTestsTest, LoopAndStopRules) {
             const CommandRun run = RunWith(kind, "5 " + std::to_string(row.increment) + " 8 " + row.onError, "Random");
             EXPECT_EQ(run.code, 0u); // whatever the iterations say
             EXPECT_EQ(seen.size(), row.calls);
-            // The last iteration's result stands beside the counts of all.
+            // The last iteration's result is shown with the counts of all.
             EXPECT_EQ(run.output, Shown(kind, XML, statuses.back(), row.iterations, row.successes, row.failures));
             for (const DiagTestParams& parameters : seen) {
                 EXPECT_EQ(parameters.TestCount, 5u);
@@ -504,7 +504,7 @@ TEST_F(RWBufferTest, IsByteExact) {
               "****************************************************\n");
 }
 
-/// A list goes inside the redirection of the call that replaces it; the last one when it was shown.
+/// A list is released inside the redirection of the call that replaces it, and the last one after it was shown.
 TEST_F(RWBufferTest, ReleasesEveryList) {
     RunTest(RWBUFFER, "1 3 8 Ignore Random");
     EXPECT_EQ(events,
@@ -538,7 +538,7 @@ TEST_F(RWBufferTest, ShowsEveryNodeOfTheLastList) {
                                                                       number("Success Count", "0"),
                                                                       number("Failure Count", "1")}));
     }
-    // The first node decides, and the counts of the run stand in each.
+    // The first node decides, and every node has the counts of the run.
     EXPECT_EQ(RunTest(RWBUFFER, "1 9 8 Stop Random").output,
               XML.Report("RWBufferTestInfo", {{"Message", "Success"}}, "RWBufferTestResult", rows));
     EXPECT_EQ(Fake().calls.back(), "VEXAPI_Uninitialize()");
@@ -553,7 +553,7 @@ TEST_F(RWBufferTest, NoListIsAFailure) {
     EXPECT_EQ(PortCalls(), (Calls{Call("DiagnosticsReadWriteBufferTest")})); // and nothing to release
 }
 
-/// A release that can't be made adds a second document.
+/// If the release fails, there is a second document.
 TEST_F(RWBufferTest, ReleaseNeedsTheRedirection) {
     NoFiles files;
     const auto buffer = Fake().onDiagnosticsReadWriteBufferTest;

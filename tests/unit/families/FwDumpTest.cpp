@@ -11,7 +11,7 @@ protected:
         Fake().onSDGetFwDump2 = [this](VX_UINT32, VX_UINT32, void** given, VX_UINT32* givenSize) {
             Chatter();
             startedEmpty = *given == nullptr && *givenSize == 0;
-            // An allocation of the dump's own length: reading past it is an error of the memory checker.
+            // Allocates exactly the dump's length, so that the memory checker detects reads past it.
             *given = hasDump ? std::malloc(dump.size() + (dump.empty() ? 1 : 0)) : nullptr;
             if (hasDump) {
                 std::copy(dump.begin(), dump.end(), static_cast<char*>(*given));
@@ -61,11 +61,11 @@ TEST_F(FwDumpTest, WritesTheDump) {
     Expect(path, 0, "Success");
     EXPECT_TRUE(startedEmpty);
     EXPECT_EQ(ReadFile(path), dump);
-    // A file that is there is overwritten, a longer one cut.
+    // An existing file is overwritten, and truncated if longer.
     folder.Write("dump", std::string(1000, 'x'));
     EXPECT_EQ(RunPort("fwdump", "getcli", path + " extra").output, Document(TEXT, "Success"));
     EXPECT_EQ(ReadFile(path), dump);
-    // The size counts, and not the allocation.
+    // The size counts, not the allocation.
     size = 10;
     Expect(path, 0, "Success");
     EXPECT_EQ(ReadFile(path), dump.substr(0, 10));
@@ -93,7 +93,7 @@ TEST_F(FwDumpTest, StatusTable) {
     };
     for (const auto& row : CASES) {
         status = row.status;
-        for (const bool has : {true, false}) { // a dump that comes with a failure is released
+        for (const bool has : {true, false}) { // a dump returned with a failure is released
             hasDump = has;
             Expect(path, row.code, row.message);
             EXPECT_EQ(ReadFile(path), std::nullopt) << row.status;
@@ -119,7 +119,7 @@ TEST_F(FwDumpTest, EmptyDumpIsAnEmptyFile) {
     folder.Write("dump", "old");
     Expect(path, 0, "Success");
     EXPECT_EQ(ReadFile(path), "");
-    hasDump = false; // no dump and no size are the same
+    hasDump = false; // no dump is the same as size 0
     folder.Write("dump", "old");
     Expect(path, 0, "Success");
     EXPECT_EQ(ReadFile(path), "");
@@ -131,14 +131,14 @@ TEST_F(FwDumpTest, NoDumpWithASizeIsNotAvailable) {
     EXPECT_EQ(ReadFile(path), std::nullopt);
 }
 
-/// The dump is fetched first, and released: the leak check of a sanitized build sees to it.
+/// The dump is fetched first, and released: see the leak check of a sanitized build.
 TEST_F(FwDumpTest, PathThatCantBeWritten) {
     for (const std::string& bad : {folder.Path("none/dump"), folder.Path(""), folder.Path(std::string(5000, 'x'))}) {
         Expect(bad, 19, "Failed, File not found");
     }
 }
 
-/// A full device is no failure: the result of the write isn't looked at.
+/// A full device is not a failure: the result of the write isn't checked.
 TEST_F(FwDumpTest, FullDeviceIsNoFailure) {
     Expect("/dev/full", 0, "Success");
 }
@@ -164,7 +164,7 @@ TEST_F(FwDumpTest, ResolverFailures) {
     EXPECT_EQ(help.code, 5u);
     EXPECT_EQ(help.output, Document(XML, "Failed, Unknown"));
     LoseHost();
-    Expect("", 14, "Failed, Host not found", false); // ahead of the missing path
+    Expect("", 14, "Failed, Host not found", false); // before the missing path
 }
 
 TEST_F(FwDumpTest, EveryPortIsAdmitted) {

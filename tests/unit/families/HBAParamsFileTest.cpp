@@ -6,7 +6,7 @@ using namespace family_test;
 
 namespace {
 
-/// Keys of the file and what is taken of them when read.
+/// Keys of the file and their accepted values.
 struct KeyRow {
     const char* key;
     VX_UINT32 _VEXAPI_HBAParameters::*field;
@@ -28,7 +28,7 @@ const KeyRow KEYS[] = {
     {"Execution_Throttle", &_VEXAPI_HBAParameters::ExecutionThrottle, {0, 65535}, {65536}},
     {"Frame_Size",
      &_VEXAPI_HBAParameters::FrameSize,
-     {512, 1024, 2048, 2112}, // the last on every adapter: the file isn't held against the adapter
+     {512, 1024, 2048, 2112}, // the last on every adapter: the file isn't checked against the adapter
      {0, 511, 513, 2047, 2049, 2113, 4096}},
     {"Hard_Loop_ID", &_VEXAPI_HBAParameters::HardLoopId, {0, 125}, {126, 200}},
     {"Interrupt_Delay_Timer", &_VEXAPI_HBAParameters::InterruptDelayTimer, {0, 255}, {256}},
@@ -71,7 +71,7 @@ TEST_F(HBAParamsFileTest, ValuesOutOfRangeAreDropped) {
     expected.EnableVirtualLane = 1;
     ExpectWritten("Enable_Virtual_Lane=1\n", expected);
     ExpectWritten("Enable_Virtual_Lane=2\n", nvram);
-    ExpectWritten("Enable_Virtual_Lane=256\n", nvram); // and not its low byte
+    ExpectWritten("Enable_Virtual_Lane=256\n", nvram); // the low byte isn't used
 }
 
 TEST_F(HBAParamsFileTest, NumbersAreReadAsOptionsAre) {
@@ -84,7 +84,7 @@ TEST_F(HBAParamsFileTest, NumbersAreReadAsOptionsAre) {
     for (const char* const text : {"7", " 7 8", "7up", "+7", "4294967303", "7#8", "007"}) { // 2^32 + 7
         ExpectWritten(std::string("Hard_Loop_ID=") + text + "\n", expected);
     }
-    // A value that is longer than the reader's 512 bytes is cut there, and still far out of range.
+    // A value longer than the reader's 512 bytes is truncated, and still far out of range.
     ExpectWritten("Hard_Loop_ID=" + std::string(512, '1') + "\n", nvram);
     ExpectWritten("Hard_Loop_ID=" + std::string(900, '1') + "\n", nvram);
 }
@@ -92,7 +92,7 @@ TEST_F(HBAParamsFileTest, NumbersAreReadAsOptionsAre) {
 TEST_F(HBAParamsFileTest, HandEditedFiles) {
     _VEXAPI_HBAParameters expected = nvram;
     expected.FrameSize = 512;
-    // All else comes from the read.
+    // All other values come from the read.
     ExpectWritten("Frame_Size=512\n", expected);
     ExpectWritten("Frame_Size=512", expected);
     ExpectWritten("\n# my port\n  frame_size = 512 # small\nnonsense\n", expected);
@@ -110,10 +110,10 @@ TEST_F(HBAParamsFileTest, AnUpdateRegardsTheCaseOfAKey) {
     // The reader finds the first line; the updater doesn't see it, and appends another.
     Stage("frame_size=1024\n");
     ExpectStaged("-z 512", "frame_size=1024\nFrame_Size=512\n");
-    // A last line without a newline gets one: both settings would be lost otherwise.
+    // A last line without a newline gets one; otherwise both settings would be lost.
     Stage("Hard_Loop_ID=33");
     ExpectStaged("-z 512", "Hard_Loop_ID=33\nFrame_Size=512\n");
-    // Every line that holds a key is replaced, even a comment.
+    // Every line that contains a key is replaced, even a comment.
     Stage("# Frame_Size was 2048\nFrame_Size=2048\n");
     ExpectStaged("-z 512", "Frame_Size=512\nFrame_Size=512\n");
     Stage(SNAPSHOT);

@@ -39,7 +39,7 @@ struct SwitchOption {
     const char* longName;
     const char* shortName;
     const char* key;
-    bool isInverted; ///< the file holds the opposite
+    bool isInverted; ///< inverted in the file
     Adapters refusing;
 };
 const SwitchOption SWITCHES[] = {
@@ -67,7 +67,7 @@ protected:
     static std::vector<std::string> NamesOf(const char* longName, const char* shortName) {
         return {longName, shortName, InUpperCase(longName), InUpperCase(shortName)};
     }
-    /// An option with this value, in each form of its name and on a fresh snapshot, stages this.
+    /// Expects an option with this value, in each form of its name, to stage this in a fresh snapshot.
     void ExpectStagedInAllForms(const char* longName, const char* shortName, const std::string& value,
                                 const std::string& key, const std::string& staged) const {
         for (const std::string& name : NamesOf(longName, shortName)) {
@@ -100,7 +100,7 @@ TEST_F(HBAParamsOptionsTest, NumbersTakeTheirRange) {
     }
 }
 
-/// Base 10, the low 32 bits of what is read, and 0 for what is no number.
+/// Base 10, the low 32 bits, and 0 for text that is not a number.
 TEST_F(HBAParamsOptionsTest, NumbersAreReadLoosely) {
     struct Case {
         const char* text;
@@ -201,7 +201,7 @@ TEST_F(HBAParamsOptionsTest, FrameSizes) {
     }
 }
 
-/// What an adapter takes as its data rate, when its port supports all speeds.
+/// Data rates that an adapter accepts if its port supports all speeds.
 TEST_F(HBAParamsOptionsTest, DataRates) {
     struct Rate {
         const char* word;
@@ -294,14 +294,13 @@ TEST_F(HBAParamsOptionsTest, ConnectionOptions) {
                            "Connection_Options", "2");
 }
 
-/// A loop and 16 Gbps or more exclude each other on some adapters, and the two options don't look at the same
-/// things.
+/// A loop and 16 Gbps or more are mutually exclusive on some adapters, and the two options check different things.
 TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
     const std::string loop = WithLine(SNAPSHOT, "Connection_Options", "0");
     for (const AdapterRow& row : ADAPTERS) {
         SetAdapter(row.adapter);
         SCOPED_TRACE(row.name);
-        // On the other adapters with 64 Gbps no loop can be asked for, or the rate can't be set at all.
+        // Other adapters with 64 Gbps either don't allow a loop or don't allow setting the rate.
         if (!IsIn({A_ROWAN_FC, A_ROWAN_FC_MEZZ, A_LARCH, A_ALDER, A_BIRCH, A_ENCRYPTION}, row.adapter)) {
             continue;
         }
@@ -320,12 +319,12 @@ TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
             ExpectRefused(option, INVALID_FIELD);
             Stage(WithLine(SNAPSHOT, "Connection_Options", "2"));
             ExpectStaged(option, WithLine(Staged(), "Data_Rate", code));
-            // A loop in last place is no option, and the file counts.
+            // A loop in last position is not an option, so the file counts.
             Stage(loop);
             ExpectRefused(option + " -c", INVALID_FIELD);
             Stage(SNAPSHOT);
             ExpectStaged(option + " -c", WithLine(SNAPSHOT, "Data_Rate", code));
-            // A file without the key says nothing.
+            // A file without the key doesn't matter.
             Stage("Hard_Loop_ID=33\n");
             ExpectStaged(option, "Hard_Loop_ID=33\nData_Rate=" + code + "\n");
         }
@@ -335,7 +334,7 @@ TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
             Stage(SNAPSHOT);
             EXPECT_EQ(Run("setFile", std::string("-c Loop_Only -d ") + rate).code, DONE);
         }
-        // To lower the rate and to ask for a loop takes two commands.
+        // Lowering the rate and selecting a loop takes two commands.
         Stage(WithLine(SNAPSHOT, "Data_Rate", "5"));
         ExpectRefused("-d 8_Gbps -c Loop_Only", INVALID_FIELD);
         ExpectStaged("-d 8_Gbps", WithLine(SNAPSHOT, "Data_Rate", "4"));
@@ -347,7 +346,7 @@ TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
         Stage(loop);
         ExpectRefused("-d 64_Gbps", INVALID_FIELD);
     }
-    // No such rule on these; 16 Gbps has no place there but in their descriptions.
+    // These have no such rule; 16 Gbps is only rejected because it is not supported.
     for (const Adapter other : {A_4G, A_8G, A_NO_FAMILY, A_OTHER_VENDOR}) {
         SetAdapter(other);
         port->SupportedSpeeds = 0x7F;
@@ -362,7 +361,7 @@ TEST_F(HBAParamsOptionsTest, OperationModes) {
     ExpectStagedInAllForms("--operation-mode", "-m", TIMER_EXPIRES, "Operation_Mode", "5");
     ExpectStagedInAllForms("--operation-mode", "-m", TIMER_OR_IDLE, "Operation_Mode", "6");
     ExpectStagedInAllForms("--operation-mode", "-m", InUpperCase(TIMER_EXPIRES), "Operation_Mode", "5");
-    // Mode 0 takes the timer with it.
+    // Mode 0 also resets the timer.
     const std::string mode0 = WithLine(WithLine(SNAPSHOT, "Operation_Mode", "0"), "Interrupt_Delay_Timer", "0");
     for (const char* const name : {"-m ", "-M ", "--operation-mode ", "--Operation-Mode "}) {
         Stage(SNAPSHOT);
@@ -392,25 +391,25 @@ TEST_F(HBAParamsOptionsTest, TimerAndMode) {
     ExpectRefused("-e 5", INVALID_DATA);
     ExpectStaged("-e 0", mode0);
     ExpectStaged("-e abc", mode0);
-    // With mode 0 the value 0 is accepted and not staged: what the file has stays.
+    // In mode 0 the value 0 is accepted but not staged: the file is unchanged.
     const std::string odd = WithLine(SNAPSHOT, "Operation_Mode", "0");
     Stage(odd);
     ExpectStaged("-e 0", odd);
-    // The range comes ahead of the mode.
+    // The range is checked before the mode.
     Stage(mode0);
     ExpectRefused("-e 256", INVALID_PARAMETER);
     ExpectRefused("-e 256" + every, INVALID_PARAMETER);
     // A file without the key has no mode.
     Stage("Hard_Loop_ID=33\n");
     ExpectStaged("-e 5", "Hard_Loop_ID=33\nInterrupt_Delay_Timer=5\n");
-    // No rule asks for a timer in the other modes.
+    // Other modes don't require a timer.
     for (const char* const mode : {"5", "6"}) {
         Stage(WithLine(SNAPSHOT, "Operation_Mode", mode));
         ExpectStaged("-e 0", WithLine(Staged(), "Interrupt_Delay_Timer", "0"));
     }
 }
 
-/// One command is all or nothing: valid options ahead of a refusal leave the file untouched.
+/// One command is all or nothing: valid options before a rejected one leave the file untouched.
 TEST_F(HBAParamsOptionsTest, ARefusalLeavesTheFile) {
     Stage(SNAPSHOT);
     ExpectRefused("-z 512 -u 256", INVALID_PARAMETER);
@@ -427,8 +426,8 @@ TEST_F(HBAParamsOptionsTest, ARefusalLeavesTheFile) {
     EXPECT_EQ(FileIdentity(), identity);
 }
 
-/// The options are examined in the order of their table, whatever theirs is in the command. The trace tells
-/// which was refused; each is taken away in turn.
+/// Options are checked in the order of their table, not of the command. The trace shows which one was rejected;
+/// each is removed in turn.
 TEST_F(HBAParamsOptionsTest, OrderOfExamination) {
     const std::vector<std::pair<std::string, std::string>> table = {
         {"connection-options", "-c"},
@@ -474,7 +473,7 @@ TEST_F(HBAParamsOptionsTest, OrderOfExamination) {
 }
 
 TEST_F(HBAParamsOptionsTest, WordsOfACommand) {
-    // One without a word behind it is absent.
+    // An option without a following word is absent.
     Stage(SNAPSHOT);
     ExpectStaged("--frame-size", SNAPSHOT);
     // The first of two counts, whichever name it has.
@@ -483,14 +482,14 @@ TEST_F(HBAParamsOptionsTest, WordsOfACommand) {
     // The value is the next word: here "-z" for one option, and no "-z" for the other.
     Stage(SNAPSHOT);
     ExpectStaged("-u -z 512", WithLine(WithLine(SNAPSHOT, "Login_Retry_Count", "0"), "Frame_Size", "512"));
-    // Unknown words are passed over, and so is an option that is none.
+    // Unknown words and malformed options are ignored.
     Stage(SNAPSHOT);
     ExpectStaged("what --frame 512 -zz 512 -z=512 -u 7", WithLine(SNAPSHOT, "Login_Retry_Count", "7"));
 }
 
 TEST_F(HBAParamsOptionsTest, AllOptionsAtOnce) {
     SetAdapter(A_8G);
-    // What 8G has not is left out: fabric assigned WWN, FWCM and virtual lanes.
+    // Without what 8G doesn't support: fabric assigned WWN, FWCM and virtual lanes.
     Stage(SNAPSHOT);
     ExpectStaged(std::string("-y 256 -o 240 -w 255 -u 254 -x 65535 -e 253 -r 252 -l 125 -z 512 -m ") + TIMER_EXPIRES +
                      " -d 8_Gbps -c Loop_Only -k true -a true -g false -f false -p false -b true",

@@ -23,7 +23,7 @@ protected:
     static std::string SaveError(const Format& format, const std::string& message) {
         return format.Flat("HBAParametersSave", {{"Message", message}});
     }
-    /// What a cli leaf prints behind a code that asks for its usage.
+    /// Output of a cli leaf after a code that shows its usage.
     static std::string UsageOf(const Format& format, const std::string& leaf) {
         return format.IsXml() ? "" : "Usage: " + leaf + "\r\n";
     }
@@ -173,7 +173,7 @@ TEST_F(HBAParamsTest, EveryFieldHasItsLine) {
     };
     for (const NumberRow& row : numbers) {
         const VX_UINT32 before = nvram.*row.field;
-        for (const VX_UINT32 number : {0u, 4711u, 0xFFFFFFFFu}) { // as the library has it, whatever is legal
+        for (const VX_UINT32 number : {0u, 4711u, 0xFFFFFFFFu}) { // as the library has it, even if invalid
             nvram.*row.field = number;
             EXPECT_EQ(Run("get").output, Document(XML, WithField(Shown(), row.label, std::to_string(number))));
         }
@@ -205,7 +205,7 @@ TEST_F(HBAParamsTest, EveryFieldHasItsLine) {
     }
     nvram.EnableVirtualLane = 0;
     EXPECT_EQ(Run("get").output, Document(XML, WithField(Shown(), "Virtual Lane", "false")));
-    // The bit that goes through the file alone is shown nowhere.
+    // The bit that is only in the file is not shown.
     nvram.EnableVirtualLane = 1;
     nvram.RecvOutOfOrderDataBit = 0;
     EXPECT_EQ(Run("get").output, Document(XML, Shown()));
@@ -264,7 +264,7 @@ TEST_F(HBAParamsTest, SetFileBeginsWithASnapshot) {
         RemoveFiles();
         const CommandRun run = Run(format.Leaf("setFile"));
         EXPECT_EQ(run.code, 0u);
-        EXPECT_EQ(run.output, Document(format, Shown())); // no reboot is asked for
+        EXPECT_EQ(run.output, Document(format, Shown())); // no reboot is requested
         EXPECT_EQ(PortCalls(), ReadCalls());
         EXPECT_EQ(Staged(), SNAPSHOT);
         EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
@@ -279,7 +279,7 @@ TEST_F(HBAParamsTest, SetFileShowsThePendingState) {
         fields = WithField(fields, "Enable Host Hba Bios", "true");
         EXPECT_EQ(Run(format.Leaf("setFile"), "--enable-bios true").output, Document(format, fields));
         EXPECT_EQ(Staged(), WithLine(WithLine(SNAPSHOT, "Frame_Size", "512"), "Disable_BIOS", "0"));
-        // The file keeps its own, whatever the port has meanwhile.
+        // The file keeps its settings, whatever the port has meanwhile.
         nvram.LoginRetryCount = 77;
         EXPECT_EQ(Run(format.Leaf("setFile"), "").output, Document(format, fields));
         EXPECT_EQ(PortCalls(), ReadCalls());
@@ -313,7 +313,7 @@ TEST_F(HBAParamsTest, RefusalsHaveTheirTexts) {
          "Interrupt_For_Every_I/O_Completion"},
         {A_BIRCH, "-c Loop_Only -d 32_Gbps", 18,
          "Failed, Connection Options value Loop_Only not supported for data rate value 16 Gbps and above"},
-        // The same text where no data rate is involved
+        // The same text if no data rate is involved
         {A_BIRCH_64G, "-c Loop_Only", 18,
          "Failed, Connection Options value Loop_Only not supported for data rate value 16 Gbps and above"},
         {A_BIRCH, "-x 1", 35, "Failed, feature not supported"},
@@ -342,7 +342,7 @@ TEST_F(HBAParamsTest, SetWritesTheWholeRecordOnce) {
         fields = WithField(fields, "Virtual Lane", "false");
         EXPECT_EQ(run.output, Document(format, fields, true));
         EXPECT_EQ(PortCalls(), SetCalls());
-        _VEXAPI_HBAParameters expected = nvram; // with all that the tool doesn't know
+        _VEXAPI_HBAParameters expected = nvram; // including everything unknown to the tool
         expected.FrameSize = 512;
         expected.DisableBIOS = 0;
         expected.MaxLunsPerTarget = 256;
@@ -355,7 +355,7 @@ TEST_F(HBAParamsTest, SetWritesTheWholeRecordOnce) {
     }
 }
 
-/// `set` takes no options: they stay words that nobody reads.
+/// `set` takes no options; further words are ignored.
 TEST_F(HBAParamsTest, SetReadsNoOptions) {
     Stage(SNAPSHOT);
     EXPECT_EQ(Run("set", "-z 512 -u 4096").code, 0u);
@@ -374,7 +374,7 @@ TEST_F(HBAParamsTest, SetWritesASnapshotOverOtherChanges) {
 TEST_F(HBAParamsTest, SetWithNothingPending) {
     for (const Format& format : FORMATS) {
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u); // although the document tells of a failure
+        EXPECT_EQ(run.code, 0u); // although the document shows a failure
         EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
         EXPECT_EQ(PortCalls(), ReadCalls());
         EXPECT_EQ(Staged(), "no file");
@@ -451,7 +451,7 @@ TEST_F(HBAParamsTest, AFailingWriteKeepsTheFile) {
         EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("GetHBAParamsInfo"), PortCall("UpdateHBAParameters")}));
         EXPECT_EQ(Staged(), content);
-        // So that it can be repeated
+        // It can be repeated.
         Fake().Return("VEXAPI_UpdateHBAParameters", 0);
         EXPECT_EQ(Run(format.Leaf("set")).output, Document(format, WithField(Shown(), "Frame Size", "512"), true));
         EXPECT_EQ(Staged(), "no file");
@@ -462,7 +462,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
     const auto read = Fake().onGetHBAParamsInfo;
     const auto write = Fake().onUpdateHBAParameters;
     for (const Format& format : FORMATS) {
-        // Ahead of the read
+        // Before the read
         Stage(SNAPSHOT);
         for (const char* const leaf : {"get", "setFile", "set", "restoreDefaults", "save"}) {
             CommandRun run;
@@ -479,7 +479,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
             EXPECT_EQ(PortCalls(), Calls{});
             EXPECT_EQ(Staged(), SNAPSHOT);
         }
-        // Ahead of the write; the cache file can't be read then either
+        // Before the write; the cache file can't be read then either
         {
             NoFiles files;
             Fake().onGetHBAParamsInfo = [&](VX_PORT_HANDLE* handle, _VEXAPI_HBAParameters* parameters,
@@ -494,7 +494,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
         }
         EXPECT_EQ(Staged(), SNAPSHOT);
         Fake().onGetHBAParamsInfo = read;
-        // Ahead of the reboot question: the write is done, and to ask for a reboot is the safe answer.
+        // Before the reboot query: the write is done, and requesting a reboot is the safe answer.
         reboot = 0;
         {
             NoFiles files;
@@ -515,7 +515,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
                 files.Begin();
                 return 0u;
             };
-            // Both calls stand in one opening of the log: the question is asked, and answered with no.
+            // Both calls share one opening of the log: the query is made, and answered with no.
             const CommandRun run = Run(format.Leaf("restoreDefaults"));
             EXPECT_EQ(run.code, 0u);
             EXPECT_EQ(run.output,
@@ -576,7 +576,7 @@ TEST_F(HBAParamsTest, VirtualPortsHaveNone) {
         EXPECT_EQ(run("setFile"), Error(format, NO_VIRTUAL));
         EXPECT_EQ(run("set"), Error(format, NO_VIRTUAL, true));
         EXPECT_EQ(run("restoreDefaults"), RestoreError(format, NO_VIRTUAL));
-        EXPECT_EQ(run("save"), SaveError(format, NO_VIRTUAL)); // ahead of the missing file name
+        EXPECT_EQ(run("save"), SaveError(format, NO_VIRTUAL)); // before the missing file name
         EXPECT_EQ(run("save", "/tmp/file"), SaveError(format, NO_VIRTUAL));
     }
     EXPECT_EQ(Staged(), "no file");
@@ -591,7 +591,7 @@ TEST_F(HBAParamsTest, RestoreDefaultsLeavesThePendingFile) {
         EXPECT_EQ(run.output,
                   format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", true)}));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM"), "VEXAPI_IsRebootRequired()"}));
-        // A write that fails is told as a read.
+        // A failed write is reported as a read.
         Fake().ReturnInTurn("VEXAPI_RestoreDefaultNVRAM", {1});
         run = Run(format.Leaf("restoreDefaults"));
         EXPECT_EQ(run.code, 13u);

@@ -1,5 +1,5 @@
 /// @file
-/// A port with NVRAM parameters, every one of another value, and what clients see of it.
+/// A port with NVRAM parameters, all with different values, and its output to clients.
 #pragma once
 
 #include "StagedTest.h"
@@ -83,7 +83,7 @@ inline const Adapters LARCHES = {A_LARCH, A_MEZZ_32G, A_MEZZ_16G};
 inline const Adapters BIRCHES = {A_BIRCH, A_BIRCH_64G, A_ENCRYPTION};
 inline const Adapters UEFI_CAPABLES = LARCHES + Adapters{A_ALDER} + BIRCHES;
 
-/// The cache file of the parameters as the library gives them: all keys in ascending byte order.
+/// The cache file of the library's parameters: all keys in ascending byte order.
 inline constexpr char SNAPSHOT[] = "Connection_Options=1\n"
                                    "Data_Rate=2\n"
                                    "Disable_BIOS=1\n"
@@ -112,7 +112,7 @@ protected:
     HBAParamsTestBase() : StagedTest("HBAParams", "hbaparams") {
         SetAdapter(A_BIRCH);
         port->SupportedSpeeds = 0x7F; // all but 64 Gbps
-        // What the tool doesn't know must travel too: every byte of the rest has a value.
+        // Fields unknown to the tool must be preserved too: every byte of the rest has a value.
         auto* const bytes = reinterpret_cast<VX_UINT8*>(&nvram);
         for (std::size_t i = 0; i < sizeof nvram; ++i) {
             bytes[i] = static_cast<VX_UINT8>(i * 7 + 1);
@@ -153,7 +153,7 @@ protected:
             return 0u;
         };
         Fake().onIsRebootRequired = [this](VX_UINT32* required) {
-            EXPECT_EQ(*required, 1u); // so a library that leaves it alone asks for a reboot
+            EXPECT_EQ(*required, 1u); // so a reboot is requested if the library leaves it alone
             *required = reboot;
             return rebootStatus;
         };
@@ -179,12 +179,12 @@ protected:
         const auto* const bytes = reinterpret_cast<const VX_UINT8*>(&record);
         return std::all_of(bytes, bytes + sizeof record, [](VX_UINT8 byte) { return byte == 0; });
     }
-    /// Whether the library was given exactly this record.
+    /// Whether the library received exactly this record.
     bool WasWritten(const _VEXAPI_HBAParameters& record) const {
         return written.has_value() && std::memcmp(&*written, &record, sizeof record) == 0;
     }
 
-    /// Runs `setFile` on a fresh snapshot, and expects it to be refused with the file left as it was.
+    /// Expects `setFile` on a fresh snapshot to be rejected, with the file unchanged.
     void ExpectRefused(const std::string& options, VX_UINT32 code) const {
         const std::string before = Staged();
         const auto identity = FileIdentity();
@@ -192,7 +192,7 @@ protected:
         EXPECT_EQ(Staged(), before) << options;
         EXPECT_EQ(FileIdentity(), identity) << options;
     }
-    /// Runs `setFile` and expects the file's text behind it.
+    /// Runs `setFile` and expects this file.
     void ExpectStaged(const std::string& options, const std::string& content) const {
         EXPECT_EQ(Run("setFile", options).code, 0u) << options;
         EXPECT_EQ(Staged(), content) << options;
@@ -231,7 +231,7 @@ protected:
         return format.Report("HBAParametersInfo", head, "HBAParameters",
                              format.Structure("HBAParametersList", format.FieldsOf(fields)));
     }
-    /// "Reboot Required" stands ahead of "Message" here.
+    /// "Reboot Required" precedes "Message" here.
     static std::string Error(const Format& format, const std::string& message, bool isSet = false) {
         std::vector<Field> head = {{"Message", message}};
         if (isSet) {
@@ -240,8 +240,8 @@ protected:
         return format.Report("HBAParametersInfo", head, "HBAParameters", "");
     }
 
-    _VEXAPI_HBAParameters nvram{};                ///< what the library reads
-    std::optional<_VEXAPI_HBAParameters> written; ///< what it was last given
+    _VEXAPI_HBAParameters nvram{};                ///< returned by the library
+    std::optional<_VEXAPI_HBAParameters> written; ///< last received by it
     VX_UINT32 reboot = 1;
     VX_UINT32 rebootStatus = 0;
 };

@@ -9,7 +9,7 @@ constexpr char STRUCTURE[] = "LunInformation";
 constexpr char FIELD[] = "LunInfo";
 constexpr char LIST[] = "LunInfoList";
 
-/// (blocks / 1024) * block size / 1024, each division whole and in this order, the product in 64 bits.
+/// (blocks / 1024) * block size / 1024, with integer divisions in this order and a 64-bit product.
 TEST(LunSizeTest, ShiftsMultipliesShifts) {
     static constexpr struct {
         VX_UINT64 blocks;
@@ -72,7 +72,7 @@ TEST_F(LunInfoTest, ReportsALun) {
     }
 }
 
-/// The LUN's own flag decides what is shown, whatever its target is.
+/// The LUN's own flag decides what is shown, whatever its target.
 TEST_F(LunInfoTest, ReportsANamespace) {
     lun->WorldwideId[0] = 0x60;
     lun->WorldwideIdLength = 4;
@@ -111,7 +111,7 @@ TEST_F(LunInfoTest, WorldwideIdentifiers) {
     EXPECT_EQ(whole.substr(0, 11), "10:11:12:13");
     for (int length = 0; length <= 255; ++length) {
         lun->WorldwideIdLength = static_cast<VX_UINT8>(length);
-        // Two digits a byte, a colon between two: three characters a byte less one; 32 bytes at most.
+        // Two digits per byte, a colon between two: three characters per byte less one; 32 bytes at most.
         const int bytes = std::min(length, 32);
         EXPECT_EQ(Lines()[5], "Lun Worldwide Unique ID: " + whole.substr(0, bytes == 0 ? 0 : 3 * bytes - 1)) << length;
     }
@@ -120,7 +120,7 @@ TEST_F(LunInfoTest, WorldwideIdentifiers) {
         lun->WorldwideIdLength = length;
         EXPECT_EQ(Lines()[5], "Lun Worldwide Unique ID: NA") << int{length};
     }
-    // A single byte that isn't zero, even behind the length, makes it an identifier.
+    // A single non-zero byte, even beyond the length, makes it an identifier.
     lun->WorldwideId[31] = 1;
     lun->WorldwideIdLength = 2;
     EXPECT_EQ(Lines()[5], "Lun Worldwide Unique ID: 00:00");

@@ -5,7 +5,7 @@ using namespace family_test;
 
 namespace {
 
-/// The text of a report is had from memory that may be refused. The command's result stays 0 then.
+/// Reports whose text can't be allocated. The command's result is still 0.
 class NoMemoryTest : public FamilyTest {
 protected:
     struct Case {
@@ -44,7 +44,7 @@ TEST_F(NoMemoryTest, ReportsShowIt) {
     }
 }
 
-/// The data of a transceiver was read, and the document says so; it holds none of it.
+/// The transceiver was read, and the document says so, but has no data.
 TEST_F(NoMemoryTest, TransceiverReportIsASuccessWithoutData) {
     Fake().onGetSFPData = [](VX_PORT_HANDLE*, void* data) {
         *static_cast<VX_UINT8*>(data) = 3;
@@ -62,7 +62,7 @@ TEST_F(NoMemoryTest, TransceiverReportIsASuccessWithoutData) {
     }
 }
 
-/// The buffer of vital product data is had ahead of the library call; the family has no words of its own for it.
+/// The buffer is allocated before the library call; the family has no text for a failure.
 TEST_F(NoMemoryTest, VitalProductDataGivesUp) {
     for (const Format& format : FORMATS) {
         CommandRun run;

@@ -63,7 +63,7 @@ TEST_F(NvramUpdateTest, OnlyOneNeedsAReboot) {
         Expect(id + " " + file, 0, word == 1, "Success", both);
         EXPECT_EQ(given, 1u); // the word starts as 1
     }
-    // A library that can't say is taken for one that needs it, whatever it wrote.
+    // If the library can't tell, a reboot is required, whatever it wrote.
     rebootWord = 0;
     Fake().onIsRebootRequired = [](VX_UINT32* required) {
         *required = 0;
@@ -72,7 +72,7 @@ TEST_F(NvramUpdateTest, OnlyOneNeedsAReboot) {
     Expect(id + " " + file, 0, true, "Success", both);
 }
 
-/// The question stands outside the redirection: what the library says there reaches the client.
+/// The query is made outside the redirection: output of the library reaches the client.
 TEST_F(NvramUpdateTest, AsksForTheRebootOutsideTheRedirection) {
     Fake().onIsRebootRequired = [](VX_UINT32* required) {
         Chatter();
@@ -86,11 +86,11 @@ TEST_F(NvramUpdateTest, AsksForTheRebootOutsideTheRedirection) {
 TEST_F(NvramUpdateTest, RefusesInOrder) {
     Expect(id, 19, false, "Failed, File not found", {}); // no path
     Expect(id + " " + folder.Path("none"), 19, false, "Failed, File not found", {});
-    port->PortInterfaceType = 3; // ahead of the file
+    port->PortInterfaceType = 3; // before the file
     Expect(id + " " + folder.Path("none"), 51, false, "Failed, feature not supported for virtual port", {});
     LoseHost();
     Expect(id + " " + file, 14, false, "Failed, Host not found", {});
-    // These two would print a usage, but the usage function doesn't know the leaf.
+    // These two would print a usage, but the usage function doesn't know this leaf.
     Expect(" FD_x " + file, 6, false, "Failed, Invalid parameter", {});
     Expect(" help", 5, false, "Failed, Unknown", {});
     Expect("", 6, false, "Failed, Invalid parameter", {});
@@ -111,7 +111,7 @@ TEST_F(NvramUpdateTest, LibraryFailureIsAFailedUpdate) {
 }
 
 TEST_F(NvramUpdateTest, WithoutTheRedirection) {
-    // The file must be found with `stat`, which needs no file of its own.
+    // The file is checked with `stat`, which opens nothing.
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = Run("-t port updatenvram" + id + " " + file);

@@ -91,7 +91,7 @@ TEST_F(PersonalityTest, GetFails) {
         Fake().ReturnInTurn("VEXAPI_GetPersonalityType", {status});
         ExpectGet(13, "Failed, Personality read failed", "Unknown", {get});
     }
-    for (const ChipRow& chip : CHIPS) { // ahead of the chip
+    for (const ChipRow& chip : CHIPS) { // before the chip
         SetChip(*port, chip.chip);
         port->PortInterfaceType = 3;
         ExpectGet(51, "Failed, Feature not supported for virtual port", "Unknown", {});
@@ -100,7 +100,7 @@ TEST_F(PersonalityTest, GetFails) {
     ExpectGet(14, "Failed, Host not found", "Unknown", {});
     Fake().host.hasList = true;
     port->PortInterfaceType = 1;
-    port->ProtocolType = 2; // it resolves by its NIC, but has no FC protocol
+    port->ProtocolType = 2; // resolved through its NIC, but without FC protocol
     ExpectGet(21, "Failed, Adapter not found", "Unknown", {});
 }
 
@@ -115,7 +115,7 @@ TEST_F(PersonalityTest, AnyWordButCnaMeansFc) {
     }
 }
 
-/// "Reboot Required" is true although nothing is changed.
+/// "Reboot Required" is true even if nothing changes.
 TEST_F(PersonalityTest, SetChangesOnlyWhatDiffers) {
     personality = 0;
     ExpectSet("fc", 0, true, "Success", "FC", {check, get});
@@ -137,7 +137,7 @@ TEST_F(PersonalityTest, SetRefusesInOrder) {
         } else {
             ExpectSet("CNA", 35, false, "Failed, Not supported for this adapter", "Unknown", {});
         }
-        port->PortInterfaceType = 3; // behind the chip
+        port->PortInterfaceType = 3; // after the chip
         ExpectSet("CNA", isRowan ? 51 : 35, false,
                   isRowan ? "Failed, Feature not supported for virtual port" : "Failed, Not supported for this adapter",
                   "Unknown", {});
@@ -156,7 +156,7 @@ TEST_F(PersonalityTest, SetFails) {
     Fake().Return("VEXAPI_GetPersonalityType", 0);
     Fake().Return("VEXAPI_ChangePersonalityType", 3);
     ExpectSet("CNA", 20, false, "Failed, Personality change failed", "Unknown", {check, get, toCna});
-    ExpectSet("FC", 0, true, "Success", "FC", {check, get}); // nothing to change, nothing to fail
+    ExpectSet("FC", 0, true, "Success", "FC", {check, get}); // nothing to change, so nothing can fail
     LoseHost();
     ExpectSet("FC", 14, false, "Failed, Host not found", "Unknown", {});
     Fake().host.hasList = true;
@@ -174,7 +174,7 @@ TEST_F(PersonalityTest, CliLeavesPrintTheirUsage) {
     EXPECT_EQ(Run("-t adapter -s personality set").output, Set(XML, false, "Failed, Invalid parameter", "Unknown"));
 }
 
-/// None of these calls stands in the redirection: what the library says reaches the client.
+/// None of these calls is redirected: output of the library reaches the client.
 TEST_F(PersonalityTest, CallsStandOutsideTheRedirection) {
     Fake().Return("VEXAPI_CheckRowanPersonalityChangeOption", 0); // leaves the answer to the hook
     Fake().onCheckRowanPersonalityChangeOption = [](VX_PORT_HANDLE*) {

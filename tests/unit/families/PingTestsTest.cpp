@@ -1,5 +1,5 @@
-/// The tests that send something to a remote port: FC ping, FC echo and the CT tests. What they share is tested
-/// for all three.
+/// The tests that send something to a remote port: FC ping, FC echo and the CT tests. Common parts are tested for
+/// all three.
 #include "FamilyTest.h"
 #include "TraceLog.h"
 
@@ -19,7 +19,7 @@ constexpr char UNKNOWN[] = "Failed, Unknown";
 
 struct Kind {
     const char* family;
-    const char* testWord; ///< ahead of the remote name
+    const char* testWord; ///< before the remote name
     const char* function;
 };
 constexpr Kind PING = {"fcping", "", "DiagnosticsFCPingTest"};
@@ -52,7 +52,7 @@ protected:
         };
     }
 
-    /// What the library gets is cleared, and it may write to all of it.
+    /// The library receives zeroed memory and may write to all of it.
     VX_UINT32 Answer(VX_UINT32* output, void* buffer, VX_UINT32 size) {
         Chatter();
         const auto* bytes = static_cast<const char*>(buffer);
@@ -186,7 +186,7 @@ TEST_F(PingTestsTest, PassesCountAndStop) {
 TEST_F(PingTestsTest, NamesAreNormalised) {
     const struct {
         const char* name;
-        VX_UINT8 bytes[8]; ///< of the target that it finds
+        VX_UINT8 bytes[8]; ///< of the target found
         const char* passed;
     } cases[] = {
         {"50:00:0A:0B:0C:0D:01:02", {0x50, 0, 0x0A, 0x0B, 0x0C, 0x0D, 1, 2}, TARGET},
@@ -195,7 +195,7 @@ TEST_F(PingTestsTest, NamesAreNormalised) {
         {"50:00:0a:0b:0c:0d:01:02:03", {0x50, 0, 0x0A, 0x0B, 0x0C, 0x0D, 1, 2}, TARGET},
         {"50:00:0a:0b:0c:0d:01:02_x", {0x50, 0, 0x0A, 0x0B, 0x0C, 0x0D, 1, 2}, TARGET},
         {"150:00:0a:0b:0c:0d:01:02", {0x50, 0, 0x0A, 0x0B, 0x0C, 0x0D, 1, 2}, TARGET}, // a byte's low bits
-        // What is cut short or malformed has zeros in its place.
+        // Missing or malformed bytes are zero.
         {"50:00:0a", {0x50, 0, 0x0A, 0, 0, 0, 0, 0}, "50:00:0a:00:00:00:00:00"},
         {"50:00:0a-0b:0c", {0x50, 0, 0x0A, 0, 0, 0, 0, 0}, "50:00:0a:00:00:00:00:00"},
         {"50:xx:0a:0b", {0x50, 0, 0, 0, 0, 0, 0, 0}, "50:00:00:00:00:00:00:00"},
@@ -223,8 +223,8 @@ TEST_F(PingTestsTest, RefusalsComeInOrder) {
         const std::string rest = std::string(" ") + kind.testWord + TARGET + " 1 true";
         Expect(kind, Run(start + "FC_21:00:0a:0b:0c:0d:00:99" + rest), 6, INVALID);
         Expect(kind, Run(start + "help" + rest), 5, UNKNOWN);
-        Expect(kind, RunTest(kind, "no 0 true"), 6, INVALID); // the count ahead of the target
-        // Too few words come behind the port's state.
+        Expect(kind, RunTest(kind, "no 0 true"), 6, INVALID); // the count before the target
+        // Missing words are reported after the port's state.
         const std::string fewer[] = {std::string(TARGET) + " 1", TARGET, ""};
         for (const std::string& words : fewer) {
             Expect(kind, RunTest(kind, words), 6, INVALID);
@@ -255,7 +255,7 @@ TEST_F(PingTestsTest, LibraryFailures) {
                     RunTest(kind, std::string(TARGET) + " 1 true", format.IsXml() ? "run" : "runcli");
                 EXPECT_EQ(run.code, 34u);
                 _VEXAPI_ECHO_RESULTS none{};
-                std::swap(frame, none); // the failing call fills nothing
+                std::swap(frame, none); // the failed call fills nothing
                 std::string row = Frame(format, 1);
                 std::swap(frame, none);
                 const auto replace = [&row](const std::string& from, const std::string& to) {
@@ -349,7 +349,7 @@ TEST_F(EchoTest, FabricComesBeforeTheTargets) {
     port->pTargetList = nullptr;
     port->PrincipalFabricWWN[7] = 1;
     expectType(fabric, fabric, "3");
-    // A malformed name equals a fabric name of zeros.
+    // A malformed name equals an all-zero fabric name.
     std::memset(port->PrincipalFabricWWN, 0, sizeof port->PrincipalFabricWWN);
     expectType("name", "00:00:00:00:00:00:00:00", "3");
 }
@@ -412,7 +412,7 @@ TEST_F(CTDiagTest, TestTypes) {
             EXPECT_EQ(PortCalls(),
                       Calls{Call("DiagnosticsCTCommand", std::string("\"") + TARGET + "\", 9, 1, 256, " + row.type)});
         }
-        // The type stands in the refusals too.
+        // Failures show the type too.
         EXPECT_EQ(RunPort("ctdiag", "run", std::string(row.word) + " " + TARGET).output,
                   Shown(CT, XML, INVALID, "", row.shown));
         EXPECT_EQ(Run("-t port -s ctdiag run help " + std::string(row.word)).output,
@@ -420,7 +420,7 @@ TEST_F(CTDiagTest, TestTypes) {
     }
 }
 
-/// The type is read ahead of everything else.
+/// The type is checked before everything else.
 TEST_F(CTDiagTest, UnknownTypeIsRefusedFirst) {
     const std::string rest = std::string(" ") + TARGET + " 9 true";
     const std::string lines[] = {Id(*port) + " CTPong" + rest,

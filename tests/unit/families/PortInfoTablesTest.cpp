@@ -6,14 +6,14 @@ using namespace family_test;
 
 namespace {
 
-/// The tables of the port report: every value, and one beside it.
+/// The tables of the port report: every value, and one outside.
 class PortInfoTablesTest : public FamilyTest {
 protected:
     struct Row {
         VX_UINT32 value;
         const char* word;
     };
-    /// Sets each value and expects its word behind the label.
+    /// Sets each value and expects its text after the label.
     void Expect(const std::string& label, const std::vector<Row>& rows, const std::function<void(VX_UINT32)>& set) {
         for (const Row& row : rows) {
             set(row.value);
@@ -40,7 +40,8 @@ protected:
 };
 
 TEST_F(PortInfoTablesTest, LinkWidth) {
-    // The lanes are their own code, but 24 stands for 32. Codes of 32 and above have the highest bit of the six.
+    // The code is the number of lanes, except that 24 means 32. Codes of 32 and above have the highest of the six
+    // bits set.
     const std::vector<Row> rows = {
         {0, "Unknown"},  {1, "x1"},       {2, "x2"},       {3, "Unknown"},  {4, "x4"},
         {5, "Unknown"},  {7, "Unknown"},  {8, "x8"},       {9, "Unknown"},  {12, "Unknown"},
@@ -65,8 +66,8 @@ TEST_F(PortInfoTablesTest, LinkSpeed) {
 }
 
 TEST_F(PortInfoTablesTest, MaximumSpeed) {
-    // The highest of the mask, but that 10 Gbps (0x04) is searched ahead of 8 (0x10) and 4 (0x08). 1 and 2 Gbps
-    // count for nothing.
+    // The highest bit of the mask, except that 10 Gbps (0x04) is checked before 8 (0x10) and 4 (0x08). 1 and 2 Gbps
+    // are ignored.
     Expect("Maximum Speed",
            {{0x80, "64 Gbps"},
             {0x40, "32 Gbps"},
@@ -99,7 +100,7 @@ TEST_F(PortInfoTablesTest, SupportedSpeeds) {
             {0x20, "16 Gbps"},
             {0x40, "32 Gbps"},
             {0x80, "64 Gbps"},
-            {0x14, "8 10 Gbps"}, // 10 stands behind 8
+            {0x14, "8 10 Gbps"}, // 10 follows 8
             {0x0C, "4 10 Gbps"},
             {0xFF, "1 2 4 8 10 16 32 64 Gbps"}},
            Member(&_vexapi_protocol_t::SupportedSpeeds));
@@ -125,7 +126,7 @@ TEST_F(PortInfoTablesTest, KindsAndStates) {
             {0x0101, "Unknown"},
             {0xFFFF, "Unknown"}},
            Member(&_vexapi_protocol_t::PortInterfaceType));
-    // NIC and iSCSI have words too, but their ports can't be named.
+    // NIC and iSCSI have texts too, but their ports can't be selected.
     Expect("Protocol Type", {{0, "FC"}, {1, "FCoE"}}, Member(&_vexapi_protocol_t::ProtocolType));
     Expect("Port Type",
            {{0, "Unknown"},

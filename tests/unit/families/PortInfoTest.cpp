@@ -6,7 +6,7 @@ using namespace family_test;
 
 namespace {
 
-/// A port on which every byte that is shown has a value of its own.
+/// A port with a different value for every byte shown.
 class PortInfoTest : public FamilyTest {
 protected:
     PortInfoTest() {
@@ -56,7 +56,7 @@ protected:
         };
     }
 
-    /// Fills the caller's record, and notes whether it was cleared.
+    /// Fills the caller's record, and records whether it was zeroed.
     template <typename Record> VX_UINT32 Give(Record* given, const Record& record) {
         Chatter();
         const auto* const bytes = reinterpret_cast<const unsigned char*>(given);
@@ -167,7 +167,7 @@ TEST_F(PortInfoTest, IsByteExact) {
     EXPECT_EQ(LinesOf(WHOLE).size(), 44u);
 }
 
-/// The labels of the lines that stand for some chips only.
+/// The labels of lines for some chips only.
 constexpr const char* NEW_CHIP_LABELS[] = {
     "Host NQN",
     "Host ID",
@@ -207,7 +207,7 @@ TEST_F(PortInfoTest, ChipsDecideWhichLinesStand) {
     }
 }
 
-/// An adapter of zeros: the lines that say so, and those that have no word for it.
+/// An all-zero adapter: lines with a text for that, and lines without.
 TEST_F(PortInfoTest, AbsentValues) {
     SetText(adapter->Model, "");
     const _vexapi_protocol_t old = *port;
@@ -264,7 +264,7 @@ TEST_F(PortInfoTest, AbsentValues) {
                        "      MPI Lockdown: false\n");
 }
 
-/// Any byte that isn't zero makes a version, and the first one is printed as it is.
+/// Any non-zero byte makes a version, and the first one is printed unchanged.
 TEST_F(PortInfoTest, OneByteMakesAVersion) {
     for (std::size_t i = 0; i < 3; ++i) {
         static constexpr const char* TEXTS[] = {"200.00.00", "0.200.00", "0.00.200"};
@@ -296,7 +296,7 @@ TEST_F(PortInfoTest, OneByteMakesAVersion) {
     ExpectLine("Host ID", std::string(31, '0') + "1");
 }
 
-/// The label of the absent component is another one.
+/// The label of the absent component differs.
 TEST_F(PortInfoTest, AbsentSoftRomHasAnotherLabel) {
     components.PepSoftRom = {};
     ExpectNoLine("Flash PEP SoftROM Version");
@@ -353,7 +353,7 @@ TEST_F(PortInfoTest, LockdownWords) {
     };
     for (const auto& row : CASES) {
         for (const auto& item : items) {
-            for (const int state : {0, 1, int{'t'}, 255}) { // whatever it is, status 0 gives "false"
+            for (const int state : {0, 1, int{'t'}, 255}) { // with status 0 any state reads "false"
                 lockdown = {0, 0, 0, 5, 5, 5};
                 lockdown.*item.state = static_cast<VX_UINT8>(state);
                 lockdown.*item.status = row.status;
@@ -371,7 +371,7 @@ TEST_F(PortInfoTest, FailedReadsLeaveZeros) {
         Fake().Return("VEXAPI_GetLockdownStatus", status);
         Fake().Return("VEXAPI_GetFlashComponentVersion", status);
         EXPECT_EQ(RunPort("info", "get").code, 0u);
-        EXPECT_EQ(PortCalls().size(), 3u); // a failure ends nothing
+        EXPECT_EQ(PortCalls().size(), 3u); // a failure does not end the command
         ExpectLine(TEMPERATURE_LABEL, "0");
         ExpectLine("Config Lockdown", "false");
         ExpectLine("Firmware Update Lockdown", "false");
@@ -380,7 +380,7 @@ TEST_F(PortInfoTest, FailedReadsLeaveZeros) {
         ExpectLine("Flash PCIE Serdes Version", "NA");
         EXPECT_EQ(Lines().size(), 44u);
     }
-    // A record that was filled ahead of the failure is left as it is.
+    // A record filled before the failure is kept.
     FakeLibrary::Get().Return("VEXAPI_GetAdapterAsicBoardTemperature", 0);
     Fake().onGetAdapterAsicBoardTemperature = [](VX_PORT_HANDLE*, _VEXAPI_BoardThermalTemp* given) {
         given->Temperature = 33;
@@ -418,7 +418,7 @@ TEST_F(PortInfoTest, VirtualPortIsAdmitted) {
     ExpectLine("Port Interface Type", "NPIV Virtual Port");
 }
 
-/// Library text never works as a format: "%%" stands for one percent sign, every other percent sign for itself.
+/// Library text is never used as a format: "%%" prints one percent sign, any other percent sign prints verbatim.
 TEST_F(PortInfoTest, PercentSignsInTexts) {
     static constexpr struct {
         const char* text;

@@ -1,4 +1,4 @@
-/// The command; its payloads are tested with their decoder.
+/// The command. For its payloads see the test of their decoder.
 #include "FamilyTest.h"
 #include "RefusedBlock.h"
 #include "TraceLog.h"
@@ -48,7 +48,7 @@ protected:
 
     const std::string RDP_TEST = Call("DiagnosticsRDPTest");
 
-    /// A list of 16 bytes, its own length included: one FEC status descriptor with one value of 0x102.
+    /// A list of 16 bytes, including its length: one FEC status descriptor with one value of 0x102.
     std::vector<VX_UINT8> payload = {0, 0, 0, 16, 0, 1, 0, 5, 0, 0, 0, 4, 0, 0, 1, 2};
     VX_UINT32 sizeBack = 16;
     VX_UINT32 sizeGiven = 0;
@@ -76,7 +76,7 @@ TEST_F(RDPTest, IsByteExact) {
                                                    "****************************************************\n");
 }
 
-/// The size that comes back counts for nothing: the payload tells its own length.
+/// The returned size is ignored: the payload contains its own length.
 TEST_F(RDPTest, ReadsThePayload) {
     for (const VX_UINT32 size : {0u, 4u, 16u, 508u, 0xFFFFFFFFu}) {
         sizeBack = size;
@@ -92,7 +92,7 @@ TEST_F(RDPTest, ReadsThePayload) {
     Expect(RunPort("rdp", "runcli"), 0, Shown(TEXT, ""), {RDP_TEST});
 }
 
-/// A list that lies about its length ends with the payload.
+/// A list with an excessive length ends with the payload.
 TEST_F(RDPTest, StaysInsideThePayload) {
     payload.assign(508, 0);
     std::fill_n(payload.begin(), 4, VX_UINT8{0xFF});
@@ -109,7 +109,7 @@ TEST_F(RDPTest, RefusalsComeInOrder) {
         const auto run = [&](const std::string& words) {
             return Run("-t port -s rdp " + LeafOf(format) + (words.empty() ? "" : " " + words));
         };
-        Expect(run(""), 6, Error(format, INVALID)); // and no usage behind it
+        Expect(run(""), 6, Error(format, INVALID)); // and no usage after it
         Expect(run("FC_21:00:0a:0b:0c:0d:00:99"), 6, Error(format, INVALID));
         Expect(run("help"), 5, Error(format, "Failed, Unknown"));
         for (const int state : {0, 2, 3, 255}) {
@@ -160,7 +160,7 @@ TEST_F(RDPTest, WithoutMemoryTheReportIsEmpty) {
 
 TEST_F(RDPTest, Traces) {
     const TraceLog log("5");
-    payload[7] = 4; // a tag without a decoder; the words behind it are tags too
+    payload[7] = 4; // a tag without a decoder; the words after it are tags too
     Fake().ReturnInTurn("VEXAPI_DiagnosticsRDPTest", {0, 9});
     RunPort("rdp", "get");
     RunPort("rdp", "runcli");

@@ -54,9 +54,9 @@ TEST_F(AdapterResolverTest, ReadsTheIdentifier) {
         {"Adapter_ORV2_S1", 0},
         {"adapter_orv2_s1", 0},
         {"ADAPTER_OrV2_S1", 0},
-        {"Adapter_ORV2_S1_more_and_more", 0}, // further tokens are dropped
+        {"Adapter_ORV2_S1_more_and_more", 0}, // further tokens are ignored
         {"Adapter_ORV2_S1_", 0},
-        {"Adapter__ORV2__S1", 0}, // tokens, so that separators may stand in a row
+        {"Adapter__ORV2__S1", 0}, // separators may repeat
         {"Adapter_ORV2_S2", 6},
         {"Adapter_ORV3_S1", 6},
         {"Adapter_S1_ORV2", 6},
@@ -160,7 +160,7 @@ TEST_F(AdapterResolverTest, FirstFcProtocolOfTheFirstPortStays) {
     EXPECT_EQ(entry.fc, Protocol(zero, 0));
 }
 
-/// The port is the head of the list even when its FC protocol stands on a later port with a higher number.
+/// The port is the head of the list even if a later port with a higher number has the FC protocol.
 TEST_F(AdapterResolverTest, PortWithoutProtocolsStays) {
     _vexapi_phy_port_t* const empty = AddPhyPort(0, {});
     _vexapi_phy_port_t* const one = AddPhyPort(1, {0});
@@ -189,8 +189,7 @@ TEST_F(AdapterResolverTest, OtherProtocolTypesCountForNothing) {
     EXPECT_EQ(entry.port, nic);
 }
 
-/// The moved port is not the remembered one: that is still port 3, so that port 2 is below it and port 1 of a
-/// NIC changes nothing about that.
+/// The moved port is not remembered: that is still port 3, so port 2 is lower, and port 1 of a NIC changes nothing.
 TEST_F(AdapterResolverTest, MovedPortIsNotTheRememberedOne) {
     AddPhyPort(3, {0});
     AddPhyPort(1, {2});
@@ -220,7 +219,7 @@ TEST_F(AdapterResolverTest, LaterRecordOfTheSameNameWins) {
     EXPECT_EQ(entry.adapter, adapter);
 }
 
-/// A later record with an empty list of ports takes the port away.
+/// A later record with an empty list of ports removes the port.
 TEST_F(AdapterResolverTest, LaterRecordWithoutPortsTakesThePortAway) {
     SetText(second->Model, "ORV2");
     SetText(second->SerialNumber, "S1");
@@ -246,7 +245,7 @@ TEST_F(PortResolverTest, ReadsTheIdentifier) {
         VX_UINT32 result;
     } CASES[] = {
         {PORT_ID, 0},
-        {"fc_21:00:0a:0b:0c:0d:00:01", 6}, // the prefix passes, yet the match is exact
+        {"fc_21:00:0a:0b:0c:0d:00:01", 6}, // the prefix is accepted, but the match is exact
         {"Fc_21:00:0a:0b:0c:0d:00:01", 6},
         {"FC_21:00:0A:0B:0C:0D:00:01", 6},
         {"FC_21:00:0a:0b:0c:0d:00:02", 6},
@@ -294,7 +293,7 @@ TEST_F(PortResolverTest, PrefixIsTestedAheadOfTheHost) {
         EXPECT_EQ(Resolve(word), 6u) << word;
     }
     EXPECT_EQ(Fake().calls, Calls{});
-    // A lower-case prefix passes, so that the host is asked for.
+    // A lower-case prefix is accepted, so the host is requested.
     for (const char* word : {PORT_ID, "fc_21:00:0a:0b:0c:0d:00:01", "FC", "fC", "FC'x"}) {
         EXPECT_EQ(Resolve(word), 14u) << word;
     }

@@ -1,6 +1,5 @@
 /// @file
-/// What the tests of staged settings share: a port of the test's own, whose cache files lie under /tmp by a
-/// fixed name.
+/// Base of the tests of staged settings: a port private to the test, whose cache files have fixed names in /tmp.
 #pragma once
 
 #include "FamilyTest.h"
@@ -11,10 +10,10 @@
 
 namespace family_test {
 
-/// A port whose WWPN carries the process id, so that tests which run at once don't meet in one cache file.
+/// A port whose WWPN contains the process id, so that concurrent tests don't share a cache file.
 class StagedTest : public FamilyTest {
 protected:
-    /// `group` as the file's name has it, `family` as commands have it.
+    /// `group` as in the file's name, `family` as in commands.
     StagedTest(const char* group, const char* family) : mGroup(group), mFamily(family) {
         const int process = getpid();
         SetBytes(port->WWPN, {0x21, 0x00, process >> 24 & 0xFF, process >> 16 & 0xFF, process >> 8 & 0xFF,
@@ -31,7 +30,7 @@ protected:
         std::filesystem::remove_all(FilePath());
         std::filesystem::remove_all(FilePath() + "_tmp");
     }
-    /// Tells one file from another of the same name and content: a file that wasn't touched keeps its own.
+    /// Distinguishes files with the same name and content: an untouched file keeps its identity.
     std::pair<ino_t, time_t> FileIdentity() const {
         struct stat information {};
         stat(FilePath().c_str(), &information);

@@ -16,7 +16,7 @@ protected:
                             &_vexapi_protocol_t::InvalidTxWordCount, &_vexapi_protocol_t::InvalidCrcCount}) {
             port->*member = value++;
         }
-        // The six of the same names that belong to congestion management are others.
+        // The six counters of congestion management with the same names are different ones.
         for (VX_UINT32& other : port->ScmLinkCounters) {
             other = 999;
         }
@@ -103,7 +103,7 @@ TEST_F(StatsTest, CountersAreUnsigned) {
     EXPECT_TRUE(text.starts_with("Controller Error Count: 4294967295\n      Device Error Count: 0\n")) << text;
 }
 
-/// `get` says that the mode is invalid and gives 0, so that no usage follows; `reset` gives 6.
+/// `get` reports an invalid mode but returns 0, so no usage follows; `reset` returns 6.
 TEST_F(StatsTest, BadModes) {
     for (const char* mode : {"", "Drive", "Drivers", "Firm", "all", "Driver,Firmware"}) {
         for (const Format& format : FORMATS) {

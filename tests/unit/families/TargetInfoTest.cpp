@@ -19,7 +19,7 @@ protected:
     }
     /// The report's lines without indentation.
     std::vector<std::string> Lines() const { return LinesOf(BlockText(RunTarget("info", "getcli").output)); }
-    /// Value of the line with this label, or why there is none.
+    /// Value of the line with this label, or the reason why there is none.
     std::string Value(const std::string& label) const {
         for (const std::string& line : Lines()) {
             if (line.starts_with(label + ": ")) {
@@ -76,7 +76,7 @@ TEST_F(TargetInfoTest, ReportsAScsiTarget) {
         const CommandRun run = RunTarget("info", format.Leaf("get"));
         EXPECT_EQ(run.code, 0u);
         EXPECT_EQ(run.output, format.Block(STRUCTURE, FIELD, LIST, TextOfLines(expected)));
-        EXPECT_EQ(PortCalls(), Calls{}); // everything comes out of the records
+        EXPECT_EQ(PortCalls(), Calls{}); // everything comes from the records
     }
 }
 
@@ -118,7 +118,7 @@ TEST_F(TargetInfoTest, ReportsAnNvmeTarget) {
     }
 }
 
-/// A text of 256 characters goes through a buffer of 256 bytes with a terminator in it, so 255 are left.
+/// 256 characters are copied to a buffer of 256 bytes including a terminator, so 255 remain.
 TEST_F(TargetInfoTest, NqnThatFillsItsArrayLosesACharacter) {
     target->TargetFlags[5] = NVME;
     SetText(target->StorageNqn, std::string(255, 'n') + "Z");
@@ -243,7 +243,7 @@ TEST_F(TargetInfoTest, SecondAuthenticationBlock) {
     }
 }
 
-/// Which block counts: the second before the first, each only when it is the target's own.
+/// Which block is used: the second before the first, each only if it is the target's own.
 TEST_F(TargetInfoTest, AuthenticationBlockOfThisTarget) {
     constexpr char FIRST[] = "Target, Auth Complete, Enabled";
     constexpr char SECOND[] = "Initiator, Auth Failed, Disabled";
@@ -258,7 +258,7 @@ TEST_F(TargetInfoTest, AuthenticationBlockOfThisTarget) {
     UseSecondBlock();
     EXPECT_EQ(Authentication(), SECOND);
     for (const VX_UINT32 flags : {0u, 2u, 0xFFFFFFFEu}) {
-        port->SecurityFlags = flags; // without extended security the second block counts for nothing
+        port->SecurityFlags = flags; // without extended security the second block is ignored
         EXPECT_EQ(Authentication(), FIRST) << flags;
     }
     port->SecurityFlags = 0xFFFFFFFF;
@@ -320,7 +320,7 @@ TEST_F(TargetInfoTest, VirtualLanes) {
     }
 }
 
-/// The last case reads "None", and not "NA" as for a port.
+/// The last case reads "None", not "NA" as for a port.
 TEST_F(TargetInfoTest, Throttling) {
     static constexpr struct {
         VX_UINT8 state;
@@ -344,7 +344,7 @@ TEST_F(TargetInfoTest, Throttling) {
     }
 }
 
-/// Byte 2 bit 1 and byte 4 bit 0 together are ahead of byte 0 bit 6.
+/// Byte 2 bit 1 together with byte 4 bit 0 takes precedence over byte 0 bit 6.
 TEST_F(TargetInfoTest, Status) {
     static constexpr struct {
         VX_UINT8 byte0, byte2, byte4;
@@ -363,8 +363,8 @@ TEST_F(TargetInfoTest, Status) {
     }
 }
 
-/// How the block fills: a line goes in when it and a terminator find room in the *space left*, 4096 bytes less
-/// what is used, although what is used has to find room in that too. So 2 * used + length < 4096.
+/// Size rule of the block: a line is added if it and a terminator fit in the *space left*, 4096 bytes less the used
+/// space, although the used space must fit there too. So 2 * used + length < 4096.
 std::vector<std::string> LinesThatFit(const std::vector<std::string>& lines) {
     std::vector<std::string> fitting;
     std::size_t used = 0;
@@ -420,14 +420,14 @@ TEST_F(TargetLunsTest, LinesGoOneByOne) {
     }
 }
 
-/// The limits, by arithmetic, for 100 to 999 LUNs numbered from 0 on; sizes with indentation and line end.
+/// Calculated limits for 100 to 999 LUNs numbered from 0; sizes include indentation and line end.
 ///
-/// Ahead of "Luns": 42 + 48 + 31 + 27 + 18 + 19 + 25 + 29 + 22 + 21 = 282.
-/// "Luns" with n: 6 + 6 + 1 = 13, and n times "LUN_", n - 1 times ", ", 10 numbers of one digit, 90 of two and
-/// n - 100 of three: 4n + 2n - 2 + 10 + 180 + 3n - 300 = 9n - 112; together 9n - 99.
-/// Behind "Luns": 282 + 9n - 99 = 9n + 183.
+/// Before "Luns": 42 + 48 + 31 + 27 + 18 + 19 + 25 + 29 + 22 + 21 = 282.
+/// "Luns" with n: 6 + 6 + 1 = 13, and n times "LUN_", n - 1 times ", ", 10 numbers of one digit, 90 of two and n -
+/// 100 of three: 4n + 2n - 2 + 10 + 180 + 3n - 300 = 9n - 112; together 9n - 99.
+/// After "Luns": 282 + 9n - 99 = 9n + 183.
 TEST_F(TargetLunsTest, Limits) {
-    // "Status" takes 22 and stands behind 9n + 183 + 27 + 24 + 28 + 40 + 23 + 27 = 9n + 352:
+    // "Status" takes 22 and follows 9n + 183 + 27 + 24 + 28 + 40 + 23 + 27 = 9n + 352:
     // 18n + 704 + 22 < 4096 up to n = 187 (18 * 187 = 3366 < 3370).
     SetLuns(187);
     EXPECT_EQ(Lines().size(), 18u);
@@ -435,24 +435,24 @@ TEST_F(TargetLunsTest, Limits) {
     EXPECT_EQ(Lines().size(), 17u);
     EXPECT_FALSE(Has("Status"));
     EXPECT_TRUE(Has("I/O Throttling"));
-    // "I/O Throttling" takes 27 behind 9n + 325: 18n + 650 + 27 < 4096 up to n = 189 (3402 < 3419).
+    // "I/O Throttling" takes 27 after 9n + 325: 18n + 650 + 27 < 4096 up to n = 189 (3402 < 3419).
     SetLuns(189);
     EXPECT_TRUE(Has("I/O Throttling"));
     SetLuns(190);
     EXPECT_FALSE(Has("I/O Throttling"));
-    // "Congestion Current State" takes 40 behind 9n + 262: 18n + 524 + 40 < 4096 up to n = 196 (3528 < 3532).
-    // "Virtual Lane" behind it takes 23, and goes in at n = 197 in its place: 3546 + 524 + 23 = 4093 < 4096.
+    // "Congestion Current State" takes 40 after 9n + 262: 18n + 524 + 40 < 4096 up to n = 196 (3528 < 3532). Then
+    // "Virtual Lane" takes 23, and fits instead at n = 197: 3546 + 524 + 23 = 4093 < 4096.
     SetLuns(196);
     EXPECT_TRUE(Has("Congestion Current State"));
     EXPECT_FALSE(Has("Virtual Lane"));
     SetLuns(197);
     EXPECT_FALSE(Has("Congestion Current State"));
     EXPECT_TRUE(Has("Virtual Lane"));
-    // "Luns" itself takes 9n - 99 behind 282: 564 + 9n - 99 < 4096 up to n = 403 (3627 < 3631).
+    // "Luns" itself takes 9n - 99 after 282: 564 + 9n - 99 < 4096 up to n = 403 (3627 < 3631).
     SetLuns(403);
     EXPECT_EQ(Lines().size(), 11u);
     EXPECT_TRUE(Has("Luns"));
-    // Without it all that stand behind it are back.
+    // Without it, all following lines fit again.
     SetLuns(404);
     EXPECT_FALSE(Has("Luns"));
     EXPECT_EQ(Lines().size(), 17u);
@@ -460,7 +460,7 @@ TEST_F(TargetLunsTest, Limits) {
     EXPECT_EQ(Value("Status"), "Offline");
 }
 
-/// A formatted line ends at 1024 characters; this one does not.
+/// Formatted lines are truncated to 1024 characters; this one isn't.
 TEST_F(TargetLunsTest, LineOfLunsIsNotCut) {
     SetLuns(300);
     std::string expected = "LUN_0";

@@ -59,7 +59,7 @@ protected:
             EXPECT_EQ(run.output, Report(format, word)) << leaf << " " << rest;
         }
     }
-    /// An error of a leaf, with the usage behind it where the code and the format ask for it.
+    /// An error of a leaf, followed by the usage if the code and the format require it.
     void ExpectError(const std::string& leaf, const std::string& rest, VX_UINT32 code, const char* message) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunTarget("iidma", format.Leaf(leaf), rest);
@@ -81,7 +81,7 @@ TEST_F(TargetLinkSpeedTest, GetShowsTheWord) {
         ExpectReport("get", "", speed.word);
         EXPECT_EQ(PortCalls(), ReadOnce());
     }
-    // 10 Gbps has a word and no level; other codes have neither.
+    // 10 Gbps has a text but no level; other codes have neither.
     present = 16;
     ExpectReport("get", "", "10_Gbps");
     for (const VX_UINT32 code : {0u, 3u, 5u, 21u, 23u, 99u, 101u, 0xFFFFFFFFu}) {
@@ -90,10 +90,10 @@ TEST_F(TargetLinkSpeedTest, GetShowsTheWord) {
     }
 }
 
-/// A speed above the adapter's highest is shown as that one; a speed without a level stays.
+/// A speed above the adapter's highest is shown as the highest; a speed without a level is unchanged.
 TEST_F(TargetLinkSpeedTest, GetIsClamped) {
     for (const Speed& maximum : SPEEDS) {
-        // The bits below the highest count for nothing, nor does that of 10 Gbps, 0x04.
+        // The bits below the highest are ignored, as is that of 10 Gbps, 0x04.
         for (const int others : {0x00, 0x04, maximum.bit - 1}) {
             port->SupportedSpeeds = static_cast<VX_UINT8>(maximum.bit | others);
             for (const Speed& speed : SPEEDS) {
@@ -108,7 +108,7 @@ TEST_F(TargetLinkSpeedTest, GetIsClamped) {
             EXPECT_EQ(RunTarget("iidma", "getcli").output, Report(TEXT, "Unknown"));
         }
     }
-    // No level at all: code 0, which has no word.
+    // Without any level the code is 0, which has no text.
     for (const VX_UINT8 mask : std::initializer_list<VX_UINT8>{0x00, 0x04}) {
         port->SupportedSpeeds = mask;
         for (const Speed& speed : SPEEDS) {
@@ -141,7 +141,7 @@ TEST_F(TargetLinkSpeedTest, SpeedInForceIsNotWrittenAgain) {
     }
 }
 
-/// What the read gives is compared as it is, and not clamped.
+/// The speed read is compared without clamping.
 TEST_F(TargetLinkSpeedTest, SpeedAboveTheHighestIsReplaced) {
     port->SupportedSpeeds = 0x38;
     present = 50;
@@ -150,7 +150,7 @@ TEST_F(TargetLinkSpeedTest, SpeedAboveTheHighestIsReplaced) {
     EXPECT_EQ(present, 22u);
 }
 
-/// A word that is no speed counts as 1 Gbps: required. A missing word does not.
+/// Required: an unknown word counts as 1 Gbps. A missing word does not.
 TEST_F(TargetLinkSpeedTest, MisspeltWordIsTheSlowestSpeed) {
     for (const char* word : {"1_Gbps", "128_Gbps", "32", "32Gbps", "16_Gbps_", "fast", "-s", "1_GBPS"}) {
         present = 22;
@@ -160,7 +160,7 @@ TEST_F(TargetLinkSpeedTest, MisspeltWordIsTheSlowestSpeed) {
     present = 22;
     const CommandRun run =
         RunCommand(TavuStringArray{"-t", "target", "-v", "iidma", "set", TavuString(TargetId(*port, *target)), ""});
-    EXPECT_EQ(run.output, Report(XML, "1_Gbps")); // an empty word is there
+    EXPECT_EQ(run.output, Report(XML, "1_Gbps")); // an empty word is not missing
     ExpectError("set", "", 6, INVALID);
     EXPECT_EQ(PortCalls(), Calls{});
 }
@@ -188,11 +188,11 @@ TEST_F(TargetLinkSpeedTest, SpeedsAboveTheHighestAreRefused) {
         ExpectError("set", "fast", 44, NO_SPEED);
         EXPECT_EQ(PortCalls(), Calls{});
     }
-    port->SupportedSpeeds = 0xFF; // an adapter that could
+    port->SupportedSpeeds = 0xFF; // an adapter that supports it
     ExpectError("set", "10_Gbps", 44, NO_SPEED);
 }
 
-/// The refusals in their order: each is there with all that come behind it.
+/// The refusals in order: each case also has all later ones.
 TEST_F(TargetLinkSpeedTest, OrderOfRefusals) {
     Fake().Return("VEXAPI_GetTargetLinkSpeed", 7);
     port->SupportedSpeeds = 0;
@@ -217,7 +217,7 @@ TEST_F(TargetLinkSpeedTest, OrderOfRefusals) {
     ExpectError("set", "fast", 20, SET_FAILED);
 }
 
-/// 8 for the chips of 10 Gbps in `set`; `get` asks for no chip.
+/// 8 for chips with 10 Gbps in `set`; `get` checks no chip.
 TEST_F(TargetLinkSpeedTest, Chips) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);

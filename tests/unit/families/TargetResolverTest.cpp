@@ -40,7 +40,7 @@ TEST(TargetIdentifierTest, WritesWhatItReads) {
     }
 }
 
-/// Any change of any byte, and any text cut short, is another text.
+/// Any changed byte and any truncation makes a different text.
 TEST(TargetIdentifierTest, TakesNoOtherText) {
     for (const std::string& good : {std::string(TARGET_ID), TARGET_ID + std::string("_LUN_7")}) {
         const bool isLun = good != TARGET_ID;
@@ -74,7 +74,7 @@ protected:
     TargetEntry entry;
 };
 
-/// `resultWithout` is the result without a host: it tells whether the words passed.
+/// `resultWithout` is the result without a host: it shows whether the words were accepted.
 struct IdentifierCase {
     const char* identifier;
     VX_UINT32 result;
@@ -90,7 +90,7 @@ TEST_F(TargetResolverTest, ReadsTheIdentifier) {
         {"FC_21:00:0a:0b:0c:0d:00:01_TARGET_50:00:0a:0b:0c:0d:01:01", 6, 14},
         {"FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
         {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0A:0B:0C:0D:01:01", 6, 14},
-        // So do bytes that read as numbers in another form, and anything behind the second word.
+        // So do bytes that read as numbers in another form, and anything after the second word.
         {"FC_0x21:0:a:b:c:d:0:1_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
         {"FC_+21: 0:a:b:c:d:-0:1_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
         {"FC_21:00:0a:0b:0c:0d:00:01_Target", 6, 14},
@@ -103,7 +103,7 @@ TEST_F(TargetResolverTest, ReadsTheIdentifier) {
         {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:011", 6, 14},
         {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_0", 6, 14},
         {"FC_21:00:0a:0b:0c:0d:00:01_Target_50-00-0a-0b-0c-0d-01-01", 6, 14},
-        // A first part, or a second word, of another form is refused ahead of the host.
+        // A first part, or a second word, of another form is refused before the host.
         {"FC_21:00:0a:0b:0c:0d:00:01", 6, 6},
         {"FC_21:00:0a:0b:0c:0d:00:01_", 6, 6},
         {"FC_21:00:0a:0b:0c:0d:00:01_Targe_50:00:0a:0b:0c:0d:01:01", 6, 6},
@@ -262,7 +262,7 @@ TEST_F(LunResolverTest, ReadsTheIdentifier) {
         {FCP_TARGET "_LUN_99999999999999999999999", 6, 14},
         {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:03_LUN_1", 6, 14},
         {"FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", 6, 14},
-        // A target alone, and a third word of another form, are refused ahead of the host.
+        // A target alone, and a third word of another form, are refused before the host.
         {FCP_TARGET, 6, 6},
         {FCP_TARGET "_", 6, 6},
         {FCP_TARGET "_LU_1", 6, 6},

@@ -18,7 +18,7 @@ protected:
             Chatter();
             const __STATISTICS none{};
             EXPECT_EQ(std::memcmp(statistics, &none, sizeof none), 0);
-            // Every member has another value, so that one in another's place shows.
+            // Every member has a different value, to detect swapped ones.
             VX_UINT32 value = 0xFFFFFFF0;
             for (VX_UINT32* counter :
                  {&statistics->LinkFailureCount, &statistics->LossOfSyncCount, &statistics->LossOfSignalCount,
@@ -59,7 +59,7 @@ TEST_F(TargetStatsTest, ReportsTheCounters) {
     }
 }
 
-/// No chip, port or link state is refused.
+/// All chips, ports and link states are accepted.
 TEST_F(TargetStatsTest, EveryPortIsTaken) {
     port->PortInterfaceType = 3;
     port->PortState = 3;

@@ -1,5 +1,5 @@
 /// @file
-/// What the tests of targets and LUNs share.
+/// Base of the tests of targets and LUNs.
 #pragma once
 
 #include "FamilyTest.h"
@@ -11,13 +11,13 @@ inline std::string TargetId(const _vexapi_protocol_t& protocol, const _tagVEXAPI
     return Id(protocol) + "_Target_" + WwnOf(target.PortName);
 }
 
-/// Copies a text into a record's bytes, which it may fill to the last one: then no terminator follows.
+/// Copies a text into a record's bytes. If it fills them, there is no terminator.
 template <std::size_t N> void SetText(VX_UINT8 (&array)[N], const std::string& text) {
     std::memset(array, 0, N);
     std::memcpy(array, text.data(), std::min(N, text.size()));
 }
 
-/// A report's text of these lines: the first begins at once, the others with six blanks.
+/// Report text with these lines: all but the first are indented by six blanks.
 inline std::string TextOfLines(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) {
@@ -26,7 +26,7 @@ inline std::string TextOfLines(const std::vector<std::string>& lines) {
     return text;
 }
 
-/// The port of `FamilyTest` with one target, "50:00:0a:0b:0c:0d:01:01", which is no NVMe target.
+/// The port of `FamilyTest` with one target, "50:00:0a:0b:0c:0d:01:01", which is not an NVMe target.
 class TargetTest : public FamilyTest {
 protected:
     TargetTest() : target(&Fake().host.AddTarget(*port)) {}

@@ -8,7 +8,7 @@ using namespace family_test;
 
 namespace {
 
-/// An item of an image: what its header says of its length may be a lie.
+/// An item of an image, whose header may have a wrong length.
 struct Item {
     std::string first;  ///< the two characters of a keyword, or a tag's byte and the low byte of its length
     VX_UINT8 third = 0; ///< a keyword's length, or the high byte of a tag's
@@ -30,7 +30,7 @@ std::string ImageOf(const std::vector<Item>& items) {
     return image;
 }
 
-/// Every keyword that is reported, out of order, and some that aren't. "PN" and "V9" come twice.
+/// All reported keywords, out of order, and some unreported ones. "PN" and "V9" occur twice.
 const std::vector<Item> GOLDEN = {
     Tag(0x82, 300, "Orvane 64G " + std::string(289, 'q')), // longer than a keyword's value can be
     Tag(0x90, 200),
@@ -61,7 +61,7 @@ struct Row {
     const char* tag;
     std::string value;
 };
-/// Sorted by key: "EC" comes ahead of all others, "PI" of "PN".
+/// Sorted by key: "EC" is first, and "PI" precedes "PN".
 const std::vector<Row> GOLDEN_ROWS = {
     {"EC", "Engineering Date Code", "A-4410"},
     {"MN", "Manufacturing Id", "1077"},
@@ -77,7 +77,7 @@ const std::vector<Row> GOLDEN_ROWS = {
     {"V9", "Multi Boot Version", "02.01.00"}, // the same description as "RM"
 };
 
-/// The map of the first `size` bytes of an image, in an allocation that ends with them.
+/// The map of the first `size` bytes of an image, in an allocation of exactly that size.
 VpdMap MapOf(const std::string& image, std::size_t size) {
     const std::vector<VX_UINT8> buffer(image.begin(), image.begin() + static_cast<std::ptrdiff_t>(size));
     VpdMap map;
@@ -128,7 +128,7 @@ TEST(VpdMapTest, OnlyListedKeysAreDescribed) {
     }
 }
 
-/// Every item whose first byte is there is read; bytes that aren't there are zero bytes.
+/// Every item whose first byte is present is read; missing bytes are zero.
 TEST(VpdMapTest, ReadsAnImageCutAtEveryLength) {
     const std::string image = ImageOf(GOLDEN);
     for (std::size_t size = 0; size <= image.size(); ++size) {
@@ -153,7 +153,7 @@ TEST(VpdMapTest, ReadsAnImageCutAtEveryLength) {
 
 TEST(VpdMapTest, WithoutAnEndTagTheWalkEndsWithTheData) {
     EXPECT_EQ(Reported(MapOf({Keyword("PN", "a"), Keyword("SN", "b")})), (std::vector<std::string>{"PN=a", "SN=b"}));
-    // Zero bytes are keywords without a name, three bytes each: "SN" stands at a multiple of three.
+    // Zero bytes are keywords without a name, three bytes each: "SN" is at a multiple of three.
     const std::string image = ImageOf({Keyword("PN", "a")}) + std::string(30, '\0') + ImageOf({Keyword("SN", "b")});
     EXPECT_EQ(Reported(MapOf(image, image.size())), (std::vector<std::string>{"PN=a", "SN=b"}));
     // One byte further, the walk reads it as a keyword "\0S" with the length 'N', which is 78.
@@ -176,7 +176,7 @@ TEST(VpdMapTest, SectionsAreSkippedByTheirHeader) {
             EXPECT_EQ(Reported(MapOf({Tag(tag, length), Keyword("PN", "a")})), std::vector<std::string>{"PN=a"});
         }
     }
-    // Any other byte begins a keyword, tags of other kinds among them: 0x81 and 0x82 differ.
+    // Any other byte starts a keyword, even a tag of another kind: 0x81 and 0x82 differ.
     EXPECT_EQ(Reported(MapOf({{"\x81P", 1, "z"}, Keyword("PN", "a")})), std::vector<std::string>{"PN=a"});
     EXPECT_EQ(Reported(MapOf({Tag(0x82, 0x0102, std::string(0x0102, 'p')), Keyword("PN", "a")})),
               (std::vector<std::string>{"PI=" + std::string(0x0102, 'p'), "PN=a"}));
@@ -185,24 +185,24 @@ TEST(VpdMapTest, SectionsAreSkippedByTheirHeader) {
 TEST(VpdMapTest, ValuesAreText) {
     EXPECT_EQ(Reported(MapOf({Keyword("PN", std::string("ab\0cd", 5)), Keyword("SN", ""), Keyword("EC", "\xFF%s<&>")})),
               (std::vector<std::string>{"EC=\xFF%s<&>", "PN=ab", "SN="}));
-    // The longest of a keyword; and the first byte behind the header of "RV", whatever its length.
+    // The longest keyword; and the first byte after the header of "RV", whatever its length.
     const VpdMap map = MapOf({Keyword("PN", std::string(255, 'n')), Keyword("RV", ""), Keyword("SN", "b")});
     EXPECT_EQ(map.at("PN"), std::string(255, 'n').c_str());
-    EXPECT_EQ(map.at("RV"), "53"); // "S" of the item behind it
+    EXPECT_EQ(map.at("RV"), "53"); // "S" of the item after it
     EXPECT_EQ(map.at("SN"), "b");
     EXPECT_EQ(Reported(MapOf({Keyword("pn", "small"), Keyword("PN", "large")})), std::vector<std::string>{"PN=large"});
 }
 
-/// The value of an item may lie behind the data, and its length may lead the walk past the end.
+/// The value of an item may exceed the data, and its length may lead the walk past the end.
 TEST(VpdMapTest, LyingLengths) {
     EXPECT_EQ(Reported(MapOf({{"PN", 255, "abc"}})), std::vector<std::string>{"PN=abc"});
     EXPECT_EQ(Reported(MapOf({{"PN", 4, "abc"}, Keyword("SN", "d")})), std::vector<std::string>{"PN=abcS"});
     EXPECT_EQ(Reported(MapOf({Tag(0x82, 0xFFFF, "abc")})), std::vector<std::string>{"PI=abc"});
     EXPECT_EQ(Reported(MapOf({Keyword("PN", "a"), Tag(0x82, 0xFFFF)})), (std::vector<std::string>{"PI=", "PN=a"}));
-    // A header of which only the first byte is there.
+    // A header with only its first byte.
     EXPECT_EQ(Reported(MapOf("\x82", 1)), std::vector<std::string>{"PI="});
     EXPECT_EQ(Reported(MapOf("R", 1)), std::vector<std::string>{});
-    // A value behind the size, as far as there are bytes: the length, FFFFh, is behind it too.
+    // A value beyond the size, as far as there are bytes: the length, FFFFh, is beyond it too.
     std::vector<VX_UINT8> full(3 + 0xFFFF + 1, 0xFF);
     full[0] = 0x82;
     VpdMap map;
@@ -254,7 +254,7 @@ protected:
     bool startedEmpty = false;
 };
 
-/// The keywords collect over the life of the process: a test that needs none of them runs in one of its own.
+/// Keywords accumulate during the life of the process: a test that needs none of them runs in a separate process.
 using VpdDeathTest = VpdTest;
 
 void ExitWith(bool isAsExpected, const std::string& output) {
@@ -307,7 +307,7 @@ TEST_F(VpdDeathTest, SizeZeroIsAnEmptyList) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
-            size = 0; // although there are bytes
+            size = 0; // even though there are bytes
             const CommandRun run = RunPort("vpd", "get");
             ExitWith(run.code == 0 && run.output == Document(XML, {}), run.output);
         },
@@ -324,7 +324,7 @@ TEST_F(VpdTest, ReportsTheGoldenImage) {
     }
 }
 
-/// A later run keeps the keywords that only an earlier one had, and replaces the others.
+/// A later run keeps keywords that only an earlier one had, and replaces the others.
 TEST_F(VpdTest, KeywordsCollectOverTheProcess) {
     EXPECT_EQ(RunPort("vpd", "get").output, Document(XML, GOLDEN_ROWS));
     image = ImageOf({Keyword("MN", "other")});
@@ -333,12 +333,12 @@ TEST_F(VpdTest, KeywordsCollectOverTheProcess) {
     EXPECT_EQ(RunPort("vpd", "get").output, Document(XML, rows));
     size = 0;
     EXPECT_EQ(RunPort("vpd", "get").output, Document(XML, rows));
-    // A failure shows an empty list all the same.
+    // A failure still shows an empty list.
     Fake().Return("VEXAPI_GetVpd", 1);
     EXPECT_EQ(RunPort("vpd", "get").output, Error(XML, "Failed, VPD failed"));
 }
 
-/// A size above the buffer's is taken for the buffer's: the walk ends with it.
+/// A size above the buffer's is limited to it: the walk ends there.
 TEST_F(VpdTest, SizeIsHeldAgainstTheBuffer) {
     image = ImageOf(GOLDEN);
     image.resize(1024, '\0');

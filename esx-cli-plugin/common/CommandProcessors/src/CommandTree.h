@@ -1,5 +1,5 @@
 /// @file
-/// The whole command tree on one page: every family as a row. Its commands are the rows of its class.
+/// The whole command tree: one row per family. The commands of a family are the rows of its class.
 #pragma once
 
 #include "AdapterCmdsProcessor.h"
@@ -37,7 +37,7 @@
 #include "PhysicalPortSCMStatsCmdsProcessor.h"
 #include "PhysicalPortVPDCmdsProcessor.h"
 
-/// Makes a family's row for the program, which needs no more of the commands than their leaves.
+/// Makes the program's row of a family, which needs only the leaves of the commands.
 struct ProgramRows {
     template <typename Family>
     static constexpr FamilyRow Row(const char* name, const char* option, const char* description,
@@ -46,7 +46,7 @@ struct ProgramRows {
     }
 };
 
-/// The same with all that is known of the commands, for what is generated from the tree.
+/// Same with the full description of the commands, for what is generated from the tree.
 struct DescribedRows {
     template <typename Family>
     static constexpr FamilyRow Row(const char* name, const char* option, const char* description,

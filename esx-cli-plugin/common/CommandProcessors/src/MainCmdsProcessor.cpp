@@ -18,10 +18,10 @@ namespace {
 
 constexpr char CLASS_NAME[] = "MainCmdsProcessor";
 
-/// The tool to the library.
+/// Identifies the tool to the library.
 constexpr VX_UINT32 TOOL_ID = 11;
 constexpr VX_UINT32 LIBRARY_DEBUG_LEVEL = 31;
-/// Value of ORFC_DEBUG_LEVEL that turns the library's own debug output on.
+/// Value of ORFC_DEBUG_LEVEL that enables the library's own debug output.
 constexpr long LIBRARY_DEBUG_REQUEST = 65535;
 
 struct UsageText {
@@ -44,10 +44,10 @@ VX_UINT32 RefuseParameters() {
     return RC_PARAM_ERROR;
 }
 
-/// How a read of the prompt that gave no line goes on.
+/// What to do after a prompt read that returned no line.
 enum class Interruption { QUIT, BREAK, END_OF_INPUT };
 
-/// A signal that interrupts the read has five seconds to show.
+/// Allows five seconds for the interrupting signal to set its flag.
 Interruption WaitForInterruption() {
     for (int seconds = 0;; ++seconds) {
         if (HasProgramFlag(FLAG_QUIT)) {
@@ -63,8 +63,8 @@ Interruption WaitForInterruption() {
     }
 }
 
-/// Prompts and reads a line. False, with nothing read, when SIGQUIT came behind the prompt: it is held back
-/// until the wait for input, so that none gets lost between the two. False as well without a line to read.
+/// Prompts and reads a line. Returns false if there is no line, or if SIGQUIT arrived after the prompt was printed:
+/// the signal is blocked until the wait for input, so that none is lost in between.
 bool PromptForLine(const char* prompt, char* line, int size) {
     sigset_t quit;
     sigset_t usual;
@@ -168,8 +168,8 @@ VX_UINT32 MainCmdsProcessor::DoCmd(TavuStringArray& args) {
     if (!HasProgramFlag(FLAG_COMMAND_LINE) && args.empty()) {
         return HandleInteractiveCmds();
     }
-    // A word "version" or "q" anywhere on a command line ends the run in silence, even as a value: both
-    // commands exist at the prompt only.
+    // A word "version" or "q" anywhere on a command line, even as a value, silently ends the run: both commands
+    // exist at the prompt only.
     if (IsCommandDone(args)) {
         return RC_SUCCESS;
     }
@@ -204,7 +204,7 @@ bool MainCmdsProcessor::ConvertCmdLineToStrArray(const char* line, TavuStringArr
 
 VX_UINT32 MainCmdsProcessor::HandleInteractiveCmds() {
     char line[2048];
-    std::setvbuf(stdin, nullptr, _IONBF, 0); // lines that wait in a buffer would not be seen by the wait for input
+    std::setvbuf(stdin, nullptr, _IONBF, 0); // the wait for input doesn't see buffered lines
     for (;;) {
         if (!PromptForLine(GetPrompt(), line, sizeof line)) {
             switch (WaitForInterruption()) {
@@ -264,7 +264,7 @@ VX_UINT32 MainCmdsProcessor::CmdLog(MultipleCmdsProcessor*, TavuStringArray& arg
         }
         return RC_SUCCESS;
     }
-    // A log that is still open stays open behind the new one. Only its owner's programs may write the file.
+    // An already open log is not closed. Only processes of its owner may write the file.
     const char* name = ArgText(args, 0);
     g_hLogFile = open(name, O_WRONLY | O_CREAT | O_TRUNC, 0200);
     if (g_hLogFile == -1) {

@@ -2,31 +2,31 @@
 
 #include "MultipleCmdsProcessor.h"
 
-/// Identity of the tool, for people and for the library.
+/// The tool's identity, for users and for the library.
 inline constexpr char TOOL_TITLE[] = "Kerrith Orvane Sorvenna FC ESXCLI Plugin";
 inline constexpr char TOOL_VERSION[] = "1.3.6";
 
-/// The root of the command tree: the session with the library, the prompt, and the root's own leaves.
+/// The root of the command tree: the library session, the prompt, and the root's own leaves.
 class MainCmdsProcessor final : public MultipleCmdsProcessor {
 public:
-    /// The root, made at the first call.
+    /// The root, created at the first call.
     static MainCmdsProcessor* getMainCmdsProcessor();
     static void destroyMainCmdsProcessor();
 
-    /// Starts the library and makes the top-level families. `RC_FILE_ERROR`, with neither, when the
+    /// Starts the library and creates the top-level families. Returns `RC_FILE_ERROR`, having done neither, if the
     /// library's output can't be redirected.
     VX_UINT32 Initialize(TavuStringArray& args) override;
-    /// Ends the library, whether it was started or not, and deletes the families.
+    /// Ends the library, even if it was never started, and deletes the families.
     VX_UINT32 Uninitialize(TavuStringArray& args) override;
     VX_UINT32 PrintUsage(TavuStringArray& args, VX_UINT32 id) override;
-    /// Runs one command, or the prompt when the run has no arguments.
+    /// Runs one command, or the prompt if there are no arguments.
     VX_UINT32 DoCmd(TavuStringArray& args) override;
     std::vector<CmdProcessor*>& GetSubCmdProcessors() override;
 
     VX_UINT32 ExecCmd(TavuStringArray& args);
-    /// True when any word is "version" or "q".
+    /// True if any word is "version" or "q".
     static bool IsCommandDone(const TavuStringArray& args);
-    /// Appends the words of a line; false when its quotes stay open.
+    /// Appends the words of a line; false if a quote is left open.
     static bool ConvertCmdLineToStrArray(const char* line, TavuStringArray& args);
 
 private:
@@ -43,13 +43,13 @@ private:
     static VX_UINT32 CmdHelp(MultipleCmdsProcessor* self, TavuStringArray& args);
     static VX_UINT32 Usage(MultipleCmdsProcessor* self, TavuStringArray& args, VX_UINT32 id);
 
-    /// The root's own commands have no twin and print no document.
+    /// The root's own commands have no `cli` twin and print no document.
     struct RootLeaf {
         const char* name;
         const char* description;
         VX_UINT32 id;
         CmdFunction command;
-        bool hidden = false; ///< left out of the list
+        bool hidden = false; ///< not listed
     };
     static const RootLeaf LEAVES[];
 

@@ -68,7 +68,7 @@ ResultCode AdapterCmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* self, Ta
     return code;
 }
 
-/// The command but for its document. `reboot` is only written on success.
+/// The command without its document. `reboot` is only written on success.
 ResultCode AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboot) {
     if (args.size() < 3) {
         TraceStep(TRACE_DEBUG, "Invalid number of arguments");
@@ -87,10 +87,11 @@ ResultCode AdapterCmdsProcessor::Update(const TavuStringArray& args, bool& reboo
     if (!redirection.Open()) {
         return RefuseLibraryCalls("");
     }
-    // A bad kind is no usage error but a failed update, as is an adapter without an FC protocol.
+    // An invalid kind is reported as a failed update, not as a usage error; so is an adapter without an FC
+    // protocol.
     const FlashImageKind* kind = entry.fc != nullptr ? FindFlashImageKind(ArgText(args, 2)) : nullptr;
     if (kind != nullptr && !kind->isAllowed(entry.fc->ChipProperty)) {
-        // The redirection stays open: the document goes into the library's log, and clients see nothing.
+        // The redirection stays open: the document goes to the library's log and never reaches standard output.
         TraceStep(TRACE_DEBUG, "%s not supported for this adapter", kind->word);
         return RC_FEATURE_NOT_SUPPORTED;
     }

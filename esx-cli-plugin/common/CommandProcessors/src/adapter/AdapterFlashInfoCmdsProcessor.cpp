@@ -28,7 +28,7 @@ constexpr LibraryCall READ_MEMO = {"VEXAPI_GetAdapterFlashMemoBlock", "", "Get F
 
 struct FlashTool {
     const char* id;
-    const char* name; ///< null: the id itself is shown
+    const char* name; ///< null: the id is shown
 };
 constexpr FlashTool FLASH_TOOLS[] = {
     {"OCLI", "Sorvenna CLI"},
@@ -56,7 +56,7 @@ TavuString FlashToolName(const TavuString& id) {
     return OUT_UNKNOWN;
 }
 
-/// One character in its place is enough: blocks of early tools have no more.
+/// One matching character suffices: blocks of early tools have no more.
 bool HasSignature(const VX_SFlashMemoBlock& memo) {
     return std::mismatch(FLASH_MEMO_SIGNATURE.begin(), FLASH_MEMO_SIGNATURE.end(), memo.Signature,
                          [](char expected, char found) { return expected != found; })
@@ -109,7 +109,7 @@ void AdapterFlashInfoCmdsProcessor::DisplayFlashInfo(MultipleCmdsProcessor* self
         const auto& tool = memo.ToolVersion;
         const auto& date = memo.MbiBuildDate;
         block.LineF("MBI Version", "%02u.%02u.%02u", memo.Mbi[0], memo.Mbi[1], memo.Mbi[2]);
-        // A zero byte in the date ends the line there, and the next one runs on behind it.
+        // A zero byte in the date ends the line there, and the next line continues on it.
         const char dateText[] = {static_cast<char>(date[0]),
                                  static_cast<char>(date[1]),
                                  static_cast<char>(date[2]),

@@ -2,7 +2,7 @@
 
 #include "Family.h"
 
-/// `adapter -s flashinfo`: which tool last wrote an adapter's flash, when, and which image.
+/// `adapter -s flashinfo`: which tool last wrote an adapter's flash, when, and with which image.
 class AdapterFlashInfoCmdsProcessor final : public Family<AdapterFlashInfoCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -81,7 +81,7 @@ void AdapterInfoCmdsProcessor::DisplayAdapterInfo(MultipleCmdsProcessor* self, c
         block.Line("Flash BIOS Version", OrNa(BoundedText(adapter.BiosVersion)));
         block.Line("Flash FCode Version", OrNa(BoundedText(adapter.FCodeVersion)));
         block.Line("Flash EFI Version", OrNa(BoundedText(adapter.EfiVersion)));
-        // One label for the PEP SoftROM in both cases, unlike in the port's report.
+        // The PEP SoftROM has the same label whether present or absent, unlike in the port's report.
         AddFlashComponents(block, chip, info.components, "Flash PEP SoftROM Version");
         if (HasFlashMemoBlock(chip) && BoundedText(info.memo.Signature) == FLASH_MEMO_SIGNATURE &&
             !IsZero(info.memo.FamilyFw)) {

@@ -11,7 +11,7 @@ public:
     static const Command COMMANDS[];
 
 private:
-    /// A record that the library fails to fill stays zero.
+    /// A record that the library can't fill stays zero.
     struct AdapterInfo {
         AdapterEntry entry;
         _VEXAPI_FlashComponentVersion components{};

@@ -30,13 +30,13 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port"},
 };
 
-/// The personality functions print nothing and stand outside the redirection.
+/// The personality functions print nothing and are called without redirection.
 constexpr LibraryCall READ_PERSONALITY = {"VEXAPI_GetPersonalityType", "", "Get Personality failed",
                                           RC_CFG_READ_FAILED};
 constexpr LibraryCall CHANGE_PERSONALITY = {"VEXAPI_ChangePersonalityType", "", "Change Personality failed",
                                             RC_CFG_UPDATE_FAILED};
 
-/// The library's answer that the user may change the personality.
+/// The library's answer if the personality may be changed.
 constexpr VX_UINT32 CHANGE_ALLOWED = 1;
 
 void WritePersonality(Document document, RebootRequired reboot, ResultCode code, const char* message,
@@ -102,7 +102,7 @@ ResultCode AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Per
     if (const ResultCode code = GetFcPortFromAdapterString(args, entry); code != RC_SUCCESS) {
         return code;
     }
-    // The chip is asked about ahead of the virtual port, unlike in `get`.
+    // The chip is checked before the virtual port, unlike in `get`.
     if (!IsRowanAdapter(entry.fc->ChipProperty)) {
         TraceStep(TRACE_DEBUG, "feature not supported for this adapter");
         return RC_FEATURE_NOT_SUPPORTED;
@@ -117,7 +117,7 @@ ResultCode AdapterPersonalityCmdsProcessor::Set(const TavuStringArray& args, Per
         TraceStep(TRACE_DEBUG, "personality change by user not supported");
         return RC_DISABLED_FOR_USER;
     }
-    // Every other word means FC, a missing one too: there is no invalid value.
+    // Any other word, even a missing one, means FC; there is no invalid value.
     personality.value = CompareNoCase(ArgText(args, 1), OUT_CNA) == 0 ? PERSONALITY_CNA : PERSONALITY_FC;
     personality.reboot = true;
     unsigned char current = 0;

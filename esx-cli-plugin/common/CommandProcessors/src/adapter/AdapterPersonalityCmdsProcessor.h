@@ -11,7 +11,7 @@ public:
 private:
     struct Personality {
         unsigned char value = 0; ///< 0 FC, 1 CNA
-        RebootRequired reboot;   ///< for `set`: true even when nothing changed
+        RebootRequired reboot;   ///< for `set`: true even if nothing changed
     };
 
     static ResultCode Get(const TavuStringArray& args, Personality& personality);

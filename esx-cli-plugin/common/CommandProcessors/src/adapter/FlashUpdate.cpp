@@ -23,7 +23,7 @@ bool TakesPreloadTable(__CHIPPROPERTY chip) {
     return Is8GAdapter(chip) || IsRowanLarchOrAlder(chip);
 }
 
-// Functions of their own: the address of a library function would be looked up at every start of the program.
+// Wrappers: the address of a library function would be looked up at every start of the program.
 VX_UINT32 WriteMultibootImage(VX_PORT_HANDLE* handle, const char* path) {
     return VEXAPI_doOptionROMUpdate(handle, path, 0);
 }
@@ -37,7 +37,7 @@ VX_UINT32 WritePepConfig(VX_PORT_HANDLE* handle, const char* path) {
     return VEXAPI_UpdateAdapterPEPCfgFromFile(handle, path);
 }
 
-/// Only the multi-boot image is for the Birch family too.
+/// Only the multi-boot image supports the Birch family as well.
 constexpr FlashImageKind KINDS[] = {
     {FLASH_IMAGE_WORDS[0].text, "VEXAPI_doOptionROMUpdate", WriteMultibootImage, IsAnyChip, IsUefiCapableAdapter},
     {FLASH_IMAGE_WORDS[1].text, "VEXAPI_UpdateSpecificFlashRegionFromFile", WriteBoardConfig, IsRowanLarchOrAlder,

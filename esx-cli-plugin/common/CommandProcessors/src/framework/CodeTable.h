@@ -1,5 +1,5 @@
 /// @file
-/// Tables of values and their texts.
+/// Tables of codes and their texts.
 #pragma once
 
 #include "vexapi.h"
@@ -21,8 +21,8 @@ constexpr const char* TextOf(std::span<const CodeText> table, VX_UINT32 code, co
     return fallback;
 }
 
-/// Text of a result code in a family's own table. A code that the family does not list is still returned
-/// by its commands, and reads as unknown.
+/// Text of a result code in a family's table. A family's commands may also return codes that it does not list;
+/// those read as unknown.
 constexpr const char* ResultTextOf(std::span<const CodeText> table, VX_UINT32 code) {
     return TextOf(table, code, "Failed, Unknown");
 }

@@ -1,9 +1,9 @@
 /// @file
-/// A command as a row, and a family as a row.
+/// Table rows of commands and families.
 ///
-/// A family declares each command once. From its row follow the plain leaf, its `cli` twin, the place of `help`
-/// between them, their ids, their usage and the names in their traces, and, outside of the program, the descriptor,
-/// the manual page and the completion. Where a family is odd, its row says so.
+/// A family declares each command once. Its row yields the plain leaf, its `cli` twin, the position of `help`
+/// between them, their ids, usage and trace names and, outside the program, the descriptor, the manual page and the
+/// completion. The row of an irregular family states the irregularity.
 #pragma once
 
 #include "CodeTable.h"
@@ -18,7 +18,7 @@
 class MultipleCmdsProcessor;
 struct FamilyDescription;
 
-/// The whole of a command; `format` is what distinguishes a plain leaf from its `cli` twin.
+/// The implementation of a command; `format` distinguishes the plain leaf from its `cli` twin.
 using CommonFunction = ResultCode (*)(MultipleCmdsProcessor* self, TavuStringArray& args,
                                       Serializer::eOutputFormat format);
 
@@ -35,36 +35,36 @@ inline constexpr auto JOINED = [] {
     return joined;
 }();
 
-/// The words of a command's two leaves, and its common function as traces name it, "CmdGetCommon". The command
-/// functions of the leaves are traced as "CmdGet" and "CmdGetCli".
+/// The words of a command's two leaves, and the name of its common function in traces, "CmdGetCommon". The leaves'
+/// own functions are traced as "CmdGet" and "CmdGetCli".
 struct CommandNames {
     const char* plain;
     const char* twin;
     const char* function;
 };
-/// "get", "getcli" and "CmdGetCommon" of `Names<"get", "CmdGet">()`.
+/// Makes "get", "getcli" and "CmdGetCommon" from `Names<"get", "CmdGet">()`.
 template <FixedText Word, FixedText Function> consteval CommandNames Names() {
     return {LITERAL<Word>.text, JOINED<Word, "cli">.data(), JOINED<Function, "Common">.data()};
 }
 
-/// What an argument is.
+/// Kind of an argument.
 enum class ArgumentKind : VX_UINT8 {
     ADAPTER,     ///< an identifier, as `adapter list` prints it
-    PORT,        ///< the same of `port list`
-    TARGET,      ///< the same of `target list`
-    LUN,         ///< the same of `lun list`
-    INPUT_FILE,  ///< a path that is read
-    OUTPUT_FILE, ///< a path that is written
+    PORT,        ///< same for `port list`
+    TARGET,      ///< same for `target list`
+    LUN,         ///< same for `lun list`
+    INPUT_FILE,  ///< path of a file to read
+    OUTPUT_FILE, ///< path of a file to write
     WORD,        ///< one of `words`
     NUMBER,      ///< decimal, from `minimum` to `maximum`
-    WWPN,        ///< eight hexadecimal bytes with colons between them
+    WWPN,        ///< eight hexadecimal bytes separated by colons
     TEXT,
 };
 
-/// An argument of a command, by position or as an option. All comparisons are without regard to case.
+/// An argument of a command: positional, or an option. All comparisons ignore case.
 struct Argument {
-    const char* name;      ///< of an option with its dashes, "--frame-size"
-    const char* shortName; ///< of an option, "-z"; null for an argument by position
+    const char* name;      ///< an option's includes the dashes, "--frame-size"
+    const char* shortName; ///< "-z"; null for a positional argument
     const char* description;
     ArgumentKind kind;
     bool isRequired = false;
@@ -74,7 +74,7 @@ struct Argument {
     const char* unit = "";
 };
 
-/// The option of this name among a command's arguments; one that isn't there does not compile.
+/// Finds an option of a command by name; an unknown name does not compile.
 consteval const Argument& OptionOf(std::span<const Argument> arguments, std::string_view name) {
     for (const Argument& argument : arguments) {
         if (argument.name == name) {
@@ -95,10 +95,10 @@ inline constexpr DocumentField MESSAGE_ONLY[] = {MESSAGE_FIELD};
 inline constexpr DocumentField MESSAGE_AND_REBOOT[] = {MESSAGE_FIELD, REBOOT_FIELD};
 inline constexpr DocumentField DATA_BLOCK[] = {{OUT_DATA, FieldType::TEXT}};
 
-/// The shape of a command's document.
+/// The structure of a command's document.
 ///
-/// A list is one of structures with `fields`. Every other document is one structure with `fields`; a report has
-/// beside them `listField`, a list of structures with `rowFields`. The list of a failure is empty.
+/// A list consists of structures with `fields`. Any other document is one structure with `fields`; a report also
+/// has `listField`, a list of structures with `rowFields`, which is empty on failure.
 struct DocumentRow {
     enum Shape : VX_UINT8 { FLAT, LIST, REPORT };
     Shape shape;
@@ -109,7 +109,7 @@ struct DocumentRow {
     std::span<const DocumentField> rowFields = {};
 };
 
-/// Whether a `cli` twin has a usage function: without one a bad call prints nothing after its document.
+/// Whether a `cli` twin has a usage function. Without one, an invalid call prints nothing after its document.
 enum class TwinUsage : VX_UINT8 { OWN, NONE };
 
 struct Command {
@@ -119,18 +119,18 @@ struct Command {
     const char* usage; ///< of the twin; null for none
     std::span<const Argument> arguments;
     DocumentRow document;
-    bool changes = false; ///< something on the adapter, the link or in a file
+    bool changes = false; ///< the adapter, the link or a file
 
-    // Oddities that clients may depend on
+    // Irregularities that clients may depend on
     VX_UINT32 id = ANY_ID;                 ///< of the plain leaf
-    const char* twinDescription = nullptr; ///< where the twin words it differently
+    const char* twinDescription = nullptr; ///< if it differs from the plain leaf's
     TwinUsage twinUsage = TwinUsage::OWN;
-    const FamilyDescription* usageFamily = nullptr; ///< whose usage function the twin carries instead
+    const FamilyDescription* usageFamily = nullptr; ///< family whose usage function the twin uses instead
 
     static constexpr VX_UINT32 ANY_ID = ~VX_UINT32{0};
 };
 
-/// A leaf of a family, as the program keeps it.
+/// A leaf of a family, as stored in the program.
 struct Leaf {
     enum Kind : VX_UINT8 { PLAIN, HELP, TWIN };
 
@@ -145,7 +145,7 @@ struct Leaf {
     bool hasUsage;
 };
 
-/// The leaves of a family's commands: the plain ones, `help`, then the twins, with ids counted in this order.
+/// The leaves of a family: the plain ones, `help`, then the twins, with ids counted in this order.
 template <std::size_t N>
 consteval std::array<Leaf, 2 * N + 1> LeavesOf(const Command (&commands)[N], const char* helpDescription,
                                                VX_UINT32 helpId) {
@@ -164,26 +164,26 @@ consteval std::array<Leaf, 2 * N + 1> LeavesOf(const Command (&commands)[N], con
     return leaves;
 }
 
-/// The same as a constant of the program, of a family's own table.
+/// Same as a constant, for a family's own table.
 template <const auto& commands, FixedText HelpDescription = "list of available commands",
           VX_UINT32 helpId = std::size(commands)>
 inline constexpr auto LEAVES_OF = LeavesOf(commands, LITERAL<HelpDescription>.text, helpId);
 
-/// Names of a report's frame: the structure, the field in it, and the structures in the field's list.
+/// Names in a report's frame: the structure, its list field, and the structures in that list.
 struct ReportNames {
     const char* structure;
     const char* field;
     const char* list;
-    const char* data = OUT_DATA; ///< field of a data-block report's text
+    const char* data = OUT_DATA; ///< text field of a data-block report
 };
 
-/// What is particular to a family.
+/// Properties of a family.
 struct FamilyDescription {
-    const char* className; ///< as the traces name it
+    const char* className; ///< in traces
     const char* helpWord;  ///< the family in the heading of its help
     std::span<const Leaf> leaves;
-    std::span<const CodeText> resultTexts = {}; ///< "Message" of a result code, in this family's words
-    ReportNames report = {};                    ///< of a family whose documents are reports
+    std::span<const CodeText> resultTexts = {}; ///< the family's "Message" for each result code
+    ReportNames report = {};                    ///< for families whose documents are reports
 };
 
 /// A family in the tree, by its option and name.
@@ -192,7 +192,7 @@ struct FamilyRow {
     const char* option;
     const char* description;
     const FamilyDescription* family;
-    const Command* commands; ///< half as many as there are leaves; null in the program, which needs the leaves alone
+    const Command* commands; ///< one per two leaves; null in the program, which needs only the leaves
     std::span<const FamilyRow> subFamilies;
 };
 

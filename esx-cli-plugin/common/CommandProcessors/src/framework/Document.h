@@ -8,24 +8,25 @@
 
 #include <optional>
 
-/// Value of "Reboot Required" in commands that may write to the adapter; empty where it isn't shown.
+/// Value of "Reboot Required" in commands that may write to the adapter; empty if not shown.
 using RebootRequired = std::optional<bool>;
 inline constexpr RebootRequired REBOOT_NOT_SHOWN = std::nullopt;
 
-/// A data-block report: its frame, the size of its block and the rule by which the block fills.
+/// A data-block report: its names, block size and size rule.
 struct BlockShape {
     ReportNames names;
     std::size_t size;
     ReportBlock::SizeRule rule;
 };
 
-/// One document of a command. Each shape exists once, takes its names, and closes what it opens:
+/// One document of a command. There is one function for each shape, which takes the names and closes whatever it
+/// opens:
 ///
 /// Flat:    a structure with fields.
-/// List:    a list of structures, one a row.
-/// Report:  a structure with "Message" and one field, which holds a list of structures. In a data-block
-///          report that is one structure with the field "Data", the whole report as one text; in an error
-///          the list is empty.
+/// List:    a list of structures, one per row.
+/// Report:  a structure with "Message" and one field that is a list of structures. In a data-block report
+///          the list has one structure, whose field "Data" contains the whole report as one text. In an
+///          error report the list is empty.
 ///
 /// Every field is traced at level 1 as "CLASS::FUNCTION: LABEL=VALUE", with the names of the traced function.
 class Document {
@@ -39,14 +40,14 @@ public:
     void Field(const char* label, bool value);
     void Field(const char* label, unsigned long long value, Serializer::eIntType type);
 
-    /// The message of a result code, success or failure. A failure is traced at level 4: every document that
-    /// reports one leaves its line there.
+    /// The message of a result code, success or failure. Every failure that is reported in a document is traced
+    /// here, at level 4.
     void Message(ResultCode code, const char* message, const char* label = OUT_MESSAGE);
 
-    /// "Message" of a success, then "Reboot Required" where it is shown.
+    /// "Message" of a success, then "Reboot Required" if shown.
     void Success(RebootRequired reboot);
-    /// "Message" of a failure. Required: "Reboot Required", where it is shown, precedes it here and follows it in a
-    /// success.
+    /// "Message" of a failure. Required: "Reboot Required", if shown, precedes the message of a failure but follows
+    /// that of a success.
     void Failure(RebootRequired reboot, ResultCode code, const char* message);
 
     /// A structure inside a shape; `fields()` writes its fields.
@@ -69,12 +70,12 @@ public:
         mOut.end_output();
     }
 
-    /// A report of structures with fields of their own, which `rows()` writes.
+    /// A report of structures whose fields differ, written by `rows()`.
     template <typename Rows> void Report(const ReportNames& names, RebootRequired reboot, Rows rows) {
         Frame(
             names, [&] { Success(reboot); }, rows);
     }
-    /// The same with a message of its own, for rows that failures show too.
+    /// Same with an explicit message, for rows that are shown on failure too.
     template <typename Rows> void Report(const ReportNames& names, ResultCode code, const char* message, Rows rows) {
         Frame(
             names, [&] { Message(code, message); }, rows);
@@ -83,7 +84,7 @@ public:
     template <typename Fields> void FieldReport(const ReportNames& names, RebootRequired reboot, Fields fields) {
         Report(names, reboot, [&] { Structure(names.list, fields); });
     }
-    /// A data-block report of a text; null leaves its field empty.
+    /// A data-block report of a text; null leaves the field empty.
     void TextReport(const ReportNames& names, RebootRequired reboot, const char* text);
     void BlockReport(const ReportNames& names, RebootRequired reboot, const ReportBlock& block) {
         TextReport(names, reboot, block.GetText());

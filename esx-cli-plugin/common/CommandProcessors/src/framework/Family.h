@@ -1,8 +1,8 @@
 /// @file
-/// The pattern of a command family: what all families do alike exists here once.
+/// The common base of command families.
 ///
-/// A family is a class of static members, derived from `Family<itself>`, with a table `COMMANDS` and a `FAMILY`. Its
-/// command functions get the family's node as `self` and use it as their serializer.
+/// A family is a class of static members, derived from `Family<itself>`, with a table `COMMANDS` and a `FAMILY`.
+/// Its command functions receive the family's node as `self` and use it as their serializer.
 #pragma once
 
 #include "CodeTable.h"
@@ -24,12 +24,12 @@ protected:
     static void DisplayError(MultipleCmdsProcessor* self, ResultCode code, eOutputFormat format) {
         DisplayReportError(self, code, format, REBOOT_NOT_SHOWN);
     }
-    /// The same for a command that may write to the adapter: "Reboot Required" is false.
+    /// Same for a command that may write to the adapter: "Reboot Required" is false.
     static void DisplaySetError(MultipleCmdsProcessor* self, ResultCode code, eOutputFormat format) {
         DisplayReportError(self, code, format, false);
     }
-    /// The display function `function` of a data-block report, whose lines `fill(block)` writes. Without memory for
-    /// the block it shows that failure, and the command's result stays.
+    /// The display function `function` of a data-block report, whose lines are written by `fill(block)`. If the
+    /// block can't be allocated, shows that failure; the command's result is unchanged.
     template <typename Fill>
     static void DisplayBlock(MultipleCmdsProcessor* self, eOutputFormat format, const char* function,
                              const BlockShape& shape, Fill fill, RebootRequired reboot = REBOOT_NOT_SHOWN,
@@ -44,8 +44,8 @@ protected:
         Document(*self, format).BlockReport(shape.names, reboot, block);
     }
 
-    /// The common function of most commands: `fetch(args, state)` resolves, admits, parses and calls the
-    /// library, and gives a result code; then `display(self, state, format)` describes the state, or
+    /// The common function of most commands: `fetch(args, state)` resolves, admits and parses the arguments, calls
+    /// the library and returns a result code; then `display(self, state, format)` shows the state, or
     /// `displayError(self, code, format)` the failure.
     template <auto fetch, auto display, auto displayError>
     static ResultCode FetchThenDisplay(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
@@ -59,7 +59,7 @@ protected:
         return code;
     }
 
-    /// The same for commands with one document for success and failure: `display(self, state, code, format)`.
+    /// Same for commands with one document for success and failure: `display(self, state, code, format)`.
     template <auto fetch, auto display>
     static ResultCode FetchThenDisplayAlways(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
         StateOf<fetch> state{};
@@ -68,14 +68,14 @@ protected:
         return code;
     }
 
-    /// The same for a `set` of settings that were staged: the state has a `Commit`. The cache file is deleted when
-    /// the document is out, so that nobody loses settings without being told what became of them.
+    /// Same for a `set` of staged settings: the state has a `Commit`. The cache file is deleted only after the
+    /// document is written, so that settings aren't lost without a report.
     template <auto set, auto display, auto displayError>
     static ResultCode CommitThenDisplay(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
         StateOf<set> state{};
         const ResultCode code = set(args, state);
         if (code != RC_SUCCESS || state.commit.isNothingPending) {
-            // Required: where nothing is pending, the document of a failure comes with the result of a success.
+            // Required: if nothing is pending, the document shows a failure but the result is success.
             displayError(self, code, format);
             return code;
         }
@@ -84,8 +84,8 @@ protected:
         return RC_SUCCESS;
     }
 
-    /// The same for a state that holds something of the library's: `release(state)` gives it back when it was
-    /// displayed, and gives a result code. Its failure is described too, as a second document after the first.
+    /// Same for a state with library resources: `release(state)` frees them after the display and returns a result
+    /// code. A failure to release is shown as a second document after the first.
     template <auto fetch, auto display, auto release, auto displayError>
     static ResultCode FetchDisplayRelease(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {
         StateOf<fetch> state{};

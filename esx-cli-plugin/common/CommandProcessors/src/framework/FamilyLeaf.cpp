@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Runs a command and traces it by the names of its functions. A command that fails does not exit in the traces.
+/// Runs a command and traces its functions. For a failed command no exit is traced.
 ResultCode RunCommand(const FamilyDescription& family, const Leaf& row, MultipleCmdsProcessor* node,
                       TavuStringArray& args) {
     const bool isPlain = row.kind == Leaf::PLAIN;
@@ -57,7 +57,7 @@ ResultCode ShowFamilyUsage(const FamilyDescription& family, MultipleCmdsProcesso
                            VX_UINT32 id) {
     const TracedCall traced(family.className, "Usage");
     for (const Leaf& leaf : family.leaves) {
-        // The ids of plain leaves are those of other leaves in places; they have no usage.
+        // Plain leaves have no usage, and may share the ids of other leaves.
         if (leaf.id != id || leaf.kind == Leaf::PLAIN) {
             continue;
         }

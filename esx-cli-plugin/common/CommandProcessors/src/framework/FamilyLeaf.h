@@ -1,5 +1,5 @@
 /// @file
-/// A leaf that a command's row makes, and what it prints beside its document.
+/// A leaf created from a command's row, and what it prints besides its document.
 #pragma once
 
 #include "CmdProcessor.h"
@@ -22,7 +22,7 @@ private:
 /// Prints the heading of a family's help and a line for each child of its node.
 void ShowFamilyHelp(const FamilyDescription& family, MultipleCmdsProcessor* node, TavuStringArray& args);
 
-/// Prints the usage text of the leaf with this id, or the help for that of `help`. `RC_NO_USAGE`, with nothing
-/// printed, for an id without a text.
+/// Prints the usage text of the leaf with this id, or the help for the id of `help`. Returns `RC_NO_USAGE`,
+/// printing nothing, for an id without a text.
 ResultCode ShowFamilyUsage(const FamilyDescription& family, MultipleCmdsProcessor* node, TavuStringArray& args,
                            VX_UINT32 id);

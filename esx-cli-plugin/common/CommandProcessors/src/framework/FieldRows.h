@@ -1,5 +1,5 @@
 /// @file
-/// The fields of a structure as rows: one table for what is written and for the shape of the document.
+/// The fields of a structure as rows: one table for both output and document shape.
 #pragma once
 
 #include "Document.h"
@@ -25,7 +25,7 @@ void WriteFields(Document& document, std::span<const FieldRow<State>> rows, cons
     }
 }
 
-/// The same fields in the shape of a document.
+/// Same fields as a document shape.
 template <typename State, std::size_t N>
 consteval std::array<DocumentField, N> FieldsOf(const FieldRow<State> (&rows)[N]) {
     std::array<DocumentField, N> fields{};

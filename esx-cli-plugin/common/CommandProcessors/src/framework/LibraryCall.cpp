@@ -8,7 +8,7 @@ namespace {
 
 constexpr char LIBRARY_LOG[] = "/var/tmp/vexapi-output.log";
 
-/// Its failure is traced, and no failure of a command.
+/// A failure is traced, but is not a failure of the command.
 constexpr LibraryCall REBOOT_QUESTION = {"VEXAPI_IsRebootRequired", "", "Is Reboot Required failed",
                                          RC_CFG_READ_FAILED};
 

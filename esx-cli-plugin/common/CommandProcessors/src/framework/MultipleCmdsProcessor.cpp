@@ -118,7 +118,7 @@ CmdProcessor* MultipleCmdsProcessor::GetCmdProcessor(MultipleCmdsProcessor*, Tav
 }
 
 void MultipleCmdsProcessor::MakeFamilies(std::span<const FamilyRow> rows) {
-    mFamilies.reserve(rows.size()); // nodes stay where they are: their children refer to them
+    mFamilies.reserve(rows.size()); // nodes must not move: their children refer to them
     for (const FamilyRow& row : rows) {
         mFamilies.emplace_back(this, row);
     }

@@ -1,5 +1,5 @@
 /// @file
-/// A family of commands: an inner node of the tree, and the dispatch through it.
+/// A family of commands: an inner node of the tree, with dispatch.
 #pragma once
 
 #include "CommandRows.h"
@@ -10,36 +10,36 @@
 
 class MultipleCmdsProcessor : public CmdProcessor {
 public:
-    /// The node of a family. The row must outlive it. Its children are made at the first call that asks for them,
-    /// or at once when traces tell of each.
+    /// The node of a family. The row must outlive it. Its children are created on first use, or immediately if
+    /// traces report them.
     MultipleCmdsProcessor(MultipleCmdsProcessor* parent, const FamilyRow& row);
-    /// A node that makes its children itself.
+    /// A node that creates its own children.
     MultipleCmdsProcessor(MultipleCmdsProcessor* parent, const char* name, const char* option, const char* description,
                           bool hidden, VX_UINT32 id, VX_UINT32 flags);
-    MultipleCmdsProcessor(MultipleCmdsProcessor&&) = default; ///< into a vector, before it has children
+    MultipleCmdsProcessor(MultipleCmdsProcessor&&) = default; ///< into a vector, before children exist
     ~MultipleCmdsProcessor() override;
 
     VX_UINT32 IsMultiple() override { return 0; }
-    /// A family can't run and has no usage: both are assertion failures.
+    /// A family can't run and has no usage: calling either is an assertion failure.
     VX_UINT32 PrintUsage(TavuStringArray& args, VX_UINT32 id) override;
     VX_UINT32 DoCmd(TavuStringArray& args) override;
-    /// Lists the children that are not hidden.
+    /// Lists the visible children.
     VX_UINT32 CmdHelp(TavuStringArray& args) override;
 
     /// The children: leaves, then sub-families.
     virtual std::vector<CmdProcessor*>& GetSubCmdProcessors();
 
-    /// Runs a node: 0, or the first result that isn't. Prints the node's usage when its first word is "?"
-    /// (the command then doesn't run) or when the command gives 4, 5 or 6.
+    /// Runs a node. Returns 0 or the first other result. Prints the node's usage if its first word is "?" (the
+    /// command then doesn't run) or if the command returns 4, 5 or 6.
     virtual VX_UINT32 InvokeCmdProcessor(MultipleCmdsProcessor* parent, CmdProcessor* node, TavuStringArray& args);
 
-    /// Finds the node that `args` name and removes the words that select it; null when there is none.
-    /// On a command line, and with two words or more, a family is selected by its option and name, which
-    /// may stand anywhere; a leaf only by the first word that is left. Words that selected a family stay
-    /// removed when nothing is found inside it, and the search goes on with the next child.
+    /// Finds the node that `args` select, and removes the words that select it; null if there is none. On a command
+    /// line with two or more words, a family is selected by its option and name, anywhere on the line; a leaf only
+    /// by the first remaining word. If nothing is found inside a family, the words that selected it stay removed,
+    /// and the search continues with the next child.
     virtual CmdProcessor* GetCmdProcessor(MultipleCmdsProcessor* parent, TavuStringArray& args);
 
-    /// Prints a line for each child that is applicable and usable in this mode.
+    /// Prints a line for each child that is applicable and usable in the current mode.
     void ListChildren(TavuStringArray& args, bool withHidden);
 
 protected:

@@ -1,11 +1,11 @@
 /// @file
-/// Plain output with the command log: everything that is not part of a document is written here.
+/// Plain output, copied to the command log: everything that is not part of a document.
 #pragma once
 
-/// Descriptor of the file that the `log` command opened; -1 when there is none.
+/// Descriptor of the file opened by the `log` command, or -1.
 extern int g_hLogFile;
 
-/// Levels of `Output`. They have no effect but for the silent one.
+/// Levels of `Output`. Only `OUTPUT_LOG_ONLY` has an effect.
 enum OutputLevel : unsigned short {
     OUTPUT_TEXT = 0,
     OUTPUT_NOTE = 10,
@@ -15,15 +15,15 @@ enum OutputLevel : unsigned short {
     OUTPUT_LOG_ONLY = 65535,
 };
 
-/// Prints on standard output, unless the level is `OUTPUT_LOG_ONLY`, and gives the first 4095 characters
-/// to `LogToFile`.
+/// Prints on standard output, unless the level is `OUTPUT_LOG_ONLY`, and passes the first 4095 characters to
+/// `LogToFile`.
 void Output(unsigned short level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-/// Writes the text to the open command log, without a terminator; nothing without one.
+/// Writes the text to the command log, without a terminator. Does nothing if no log is open.
 void LogToFile(const char* text);
 
 /// Prints on standard error and ends the process with status -1.
 [[noreturn]] void Panic(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// A state that the program must never reach: one line on standard error, then `abort`. In every build.
+/// Reports an impossible state with one line on standard error, then calls `abort`. Active in every build.
 [[noreturn]] void FailAssertion(const char* what);

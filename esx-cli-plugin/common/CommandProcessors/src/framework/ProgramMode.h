@@ -8,10 +8,10 @@
 
 /// Bits of `g_uFlags`.
 enum ProgramFlag : VX_UINT32 {
-    FLAG_DEBUG = 1,        ///< "-debug": accepted and stored; nothing reads it
-    FLAG_QUIT = 2,         ///< tested by `main` and the prompt; nothing sets it
+    FLAG_DEBUG = 1,        ///< "-debug": accepted and stored, but unused
+    FLAG_QUIT = 2,         ///< tested by `main` and the prompt; never set
     FLAG_COMMAND_LINE = 4, ///< one command, no prompt
-    FLAG_ENGINEERING = 8,  ///< "-eng": nodes with bit 0 in their flags are usable and shown
+    FLAG_ENGINEERING = 8,  ///< "-eng": nodes with flag bit 0 are usable and listed
     FLAG_BREAK = 16,       ///< SIGQUIT: back to the prompt
 };
 extern std::atomic<VX_UINT32> g_uFlags;

@@ -8,40 +8,39 @@
 #include <memory>
 #include <string_view>
 
-/// A report of many lines in one bounded buffer. The first line begins at once, because in text form it
-/// stands behind the label "Data"; all others are indented with six blanks. A line that the size rule
-/// refuses is left out without a word, and a later shorter one can still go in. Each line is traced at
-/// level 1, whether it goes in or not, and is cut at `TavuString::MAX_FORMATTED` characters. The traces name the
-/// traced function.
+/// A report of many lines in one bounded buffer. The first line is not indented, because in text form it follows
+/// the label "Data"; all others are indented by six blanks. A line that the size rule rejects is silently dropped,
+/// and a later, shorter one can still fit. Each line is traced at level 1, even if dropped, with the names of the
+/// traced function, and is truncated to `TavuString::MAX_FORMATTED` characters.
 class ReportBlock {
 public:
-    /// The size that each append is checked against, as the whole text must stay below it.
+    /// The limit that the whole text must stay below after each append.
     enum class SizeRule {
-        FULL,       ///< the buffer's size: a report fills its buffer
-        SPACE_LEFT, ///< the space that is left in it: a report fills about half, as clients know it
+        FULL,       ///< the buffer size: a report can fill the buffer
+        SPACE_LEFT, ///< the space left: a report fills about half. Required: parsers depend on it
     };
 
     ReportBlock(std::size_t size, SizeRule rule);
 
-    /// False when the buffer could not be had; nothing else may be called then.
+    /// False if the allocation failed; nothing else may be called then.
     bool IsAllocated() const { return mText != nullptr; }
 
-    /// Adds "LABEL: VALUE", with its line end; `lineEnd` is another one where a value brings its own.
+    /// Adds "LABEL: VALUE" and `lineEnd`, which differs for values that contain their own.
     void Line(const char* label, std::string_view value, const char* lineEnd = "\n");
-    /// The same with a value formatted as `printf` does.
+    /// Same with a value formatted as by `printf`.
     void LineF(const char* label, const char* format, ...) __attribute__((format(printf, 3, 4)));
-    /// The same as `Line` at any length: the value of a line that is put together piece by piece is not cut.
+    /// Same as `Line` without truncation, for values assembled piece by piece.
     void UncutLine(const char* label, std::string_view value);
-    /// Adds a line of its own, without a label.
+    /// Adds a line without a label.
     void Heading(const char* text);
-    /// Adds a text as a line, as it stands: no indentation, no line end.
+    /// Adds a text verbatim as a line: no indentation, no line end.
     void BareLine(const char* text);
-    /// Adds a text as it stands, a piece of a line or several lines. It is not traced.
+    /// Adds a text verbatim: part of a line, or several lines. Not traced.
     void Raw(const char* text);
-    /// The same, formatted as `printf` does and cut at 255 characters.
+    /// Same, formatted as by `printf` and truncated to 255 characters.
     void RawF(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-    /// Null when the buffer could not be had.
+    /// Null if the allocation failed.
     const char* GetText() const { return mText.get(); }
 
 private:

@@ -1,27 +1,27 @@
 /// @file
-/// Result codes of commands: one numbering for all families.
+/// Result codes of commands, common to all families.
 ///
-/// A code's meaning is the same everywhere; its text is each family's own. Library statuses are another
-/// numbering and become result codes by a rule of the command that meets them.
+/// A code's meaning is the same everywhere, but each family has its own text for it. Library statuses are numbered
+/// separately; each command maps them to result codes.
 #pragma once
 
 #include "vexapi.h"
 
 enum ResultCode : VX_UINT32 {
     RC_SUCCESS = 0,
-    RC_NO_USAGE = 2,          ///< a usage function got an id that it doesn't know
-    RC_INIT_FAILED = 3,       ///< the root could not start; only traced
+    RC_NO_USAGE = 2,          ///< unknown id passed to a usage function
+    RC_INIT_FAILED = 3,       ///< the root could not start; traced only
     RC_PARAM_ERROR = 4,       ///< too few or wrong arguments; shows usage
     RC_HELP_REQUESTED = 5,    ///< the first argument is a help word; shows usage
     RC_INVALID_PARAMETER = 6, ///< bad identifier or bad value; shows usage
     RC_CMD_NOT_FOUND = 7,     ///< no such command, or it is not applicable
     RC_INVALID_CMD = 8,       ///< the command is not valid in this state
-    RC_EXIT = 9,              ///< ends the prompt, as the next one
+    RC_EXIT = 9,              ///< ends the prompt, like `RC_QUIT`
     RC_QUIT = 10,
     RC_FLASH_UPDATE_FAILED = 11,
-    RC_INVALID_FORMAT = 12,  ///< the serializer was called in no format
+    RC_INVALID_FORMAT = 12,  ///< the serializer was called without a format
     RC_CFG_READ_FAILED = 13, ///< a library read failed
-    RC_HOST_NOT_FOUND = 14,  ///< the library gave no adapter list
+    RC_HOST_NOT_FOUND = 14,  ///< the library returned no adapter list
     RC_NOT_SUPPORTED_BY_SWITCH = 15,
     RC_IMAGE_COMPONENTS_INVALID = 16,
     RC_INVALID_DATA = 17,
@@ -42,7 +42,7 @@ enum ResultCode : VX_UINT32 {
     RC_FLASH_UPDATE_LOCKDOWN = 32,
     RC_MAILBOX_ERROR = 33,
     RC_DIAG_TEST_FAILED = 34,
-    RC_FEATURE_NOT_SUPPORTED = 35, ///< the adapter or port can't do this
+    RC_FEATURE_NOT_SUPPORTED = 35, ///< not supported by the adapter or port
     RC_NOT_SUPPORTED_FOR_NVME = 36,
     RC_MUTUALLY_EXCLUSIVE = 37,
     RC_STATS_READ_FAILED = 38,
@@ -56,7 +56,7 @@ enum ResultCode : VX_UINT32 {
     RC_NO_DATA_AVAILABLE = 46,
     RC_READ_ONLY_MODE = 47,
     RC_UNSUPPORTED_MODE = 48,
-    RC_LIBRARY_FAILED = 50, ///< any library status without a result code of its own
+    RC_LIBRARY_FAILED = 50, ///< any library status without a specific result code
     RC_NOT_SUPPORTED_FOR_VPORT = 51,
     RC_FEATURE_DISABLED = 52,
     RC_NO_BIOS = 53,

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char ASTERISKS[] = "****************************************************\n";
 
-/// How a number prints in XML and in text, by `Serializer::eIntType`.
+/// A number in XML and in text, formatted by `Serializer::eIntType`.
 struct NumberTexts {
     char xml[24];
     char text[24];
@@ -106,7 +106,7 @@ VX_UINT32 Serializer::PutList(const char* xmlType, const Values& values, TextOfV
         if (mFormat == FORMAT_XML) {
             std::printf("<%s>%s</%s>", xmlType, text.c_str(), xmlType);
         } else {
-            std::printf("%s,", text.c_str()); // the last value keeps its comma
+            std::printf("%s,", text.c_str()); // the last value has a comma too
         }
     }
     return Put(nullptr, "\n");

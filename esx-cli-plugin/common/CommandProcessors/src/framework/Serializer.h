@@ -1,14 +1,13 @@
 /// @file
-/// The document that a command writes: XML for `esxcli`, or plain text for a person.
+/// The document written by a command: XML for `esxcli`, or plain text for users.
 #pragma once
 
 #include "TavuString.h"
 #include "vexapi.h"
 
-/// Base of every command node. A command makes the same calls in the same order whatever the format; the
-/// format is fixed by `begin_output` and forgotten by `end_output`. Nothing is escaped: a value goes into
-/// either format as it stands. Every operation gives 0, or `RC_INVALID_FORMAT` when no format is set, and
-/// writes to the standard output of the moment.
+/// Base of every command node. Commands make the same calls in the same order for both formats; `begin_output` sets
+/// the format and `end_output` clears it. Nothing is escaped: values are written verbatim in both formats. Every
+/// operation writes to the current standard output, and returns 0, or `RC_INVALID_FORMAT` if no format is set.
 class Serializer {
 public:
     enum eOutputFormat : VX_UINT32 { FORMAT_NONE = 0, FORMAT_XML = 1, FORMAT_TEXT = 2 };
@@ -19,10 +18,10 @@ public:
     Serializer(Serializer&&) = default;
     virtual ~Serializer() = default;
 
-    /// A value that is no format is kept, so that the calls that follow fail too.
+    /// An invalid format is kept, so that subsequent calls fail too.
     virtual VX_UINT32 begin_output(eOutputFormat format);
     virtual VX_UINT32 end_output();
-    /// An unknown type writes nothing and gives `RC_INVALID_FORMAT`.
+    /// For an unknown type, writes nothing and returns `RC_INVALID_FORMAT`.
     virtual VX_UINT32 begin_list_output(eListType type);
     virtual VX_UINT32 end_list_output();
     virtual VX_UINT32 output_list(const std::vector<TavuString>& values);
@@ -33,29 +32,28 @@ public:
     virtual VX_UINT32 begin_field_output(const char* name);
     virtual VX_UINT32 end_field_output();
     virtual VX_UINT32 output_field(const char* name, const char* value);
-    /// `type` says how many bits of `value` are printed, and how. An unknown type prints the field without
-    /// a number: in text the label then stands without a line end.
+    /// `type` selects how many bits of `value` are printed, and how. For an unknown type, the field is printed
+    /// without a number and, in text, without a line end.
     virtual VX_UINT32 output_field(const char* name, unsigned long long value, eIntType type);
     virtual VX_UINT32 output_field(const char* name, bool value);
-    /// Formats as `printf` does and cuts the text at `length` bytes. `RC_NO_MEMORY` when that many bytes
-    /// are not to be had. A text from outside goes through `output_text` instead.
+    /// Formats like `printf` and truncates the text to `length` bytes. Returns `RC_NO_MEMORY` if that many bytes
+    /// can't be allocated. Use `output_text` for untrusted text.
     virtual VX_UINT32 output_string(unsigned length, const char* format, ...) __attribute__((format(printf, 3, 4)));
 
     VX_UINT32 output_field(const char* name, const TavuString& value) { return output_field(name, value.c_str()); }
 
-    /// A number as `output_field` prints it in this format; empty for an unknown type.
+    /// Formats a number like `output_field`; empty for an unknown type.
     static TavuString NumberText(eOutputFormat format, unsigned long long value, eIntType type);
 
-    /// Writes a whole report. A pair of percent signs prints as one, as in a format: clients know reports
-    /// so. Every other percent sign prints as it stands: no text of a module or of the library is ever
-    /// taken as a conversion.
+    /// Writes a whole report. Required: a pair of percent signs prints as one, as in a format; parsers depend on
+    /// it. Any other percent sign prints verbatim: text of a module or of the library is never used as a format.
     VX_UINT32 output_text(const char* text);
 
 private:
     bool IsFormat() const { return mFormat == FORMAT_XML || mFormat == FORMAT_TEXT; }
-    /// Writes `xml` or `text` by the present format; null writes nothing.
+    /// Writes `xml` or `text`, depending on the current format; null writes nothing.
     VX_UINT32 Put(const char* xml, const char* text) const;
-    /// Writes opening, name and closing of the present format.
+    /// Writes the opening, name and closing for the current format.
     VX_UINT32 PutNamed(const char* xmlOpen, const char* xmlClose, const char* name, const char* textClose) const;
     template <typename Values, typename TextOfValue>
     VX_UINT32 PutList(const char* xmlType, const Values& values, TextOfValue textOfValue) const;

@@ -31,7 +31,7 @@ bool StagedFile::Load() {
 }
 
 bool StagedFile::Read(const char* key, TavuString& value) const {
-    std::vector<char> text(mGroup.maxValue + 1); // a value that fills its size has no terminator of its own
+    std::vector<char> text(mGroup.maxValue + 1); // a value that fills its size is not terminated
     if (FileOps::FindKeyValue(mContent, key, text.data(), mGroup.maxValue, '=') != FileOps::KEY_FOUND) {
         return false;
     }

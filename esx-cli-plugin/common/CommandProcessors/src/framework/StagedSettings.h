@@ -1,7 +1,7 @@
 /// @file
-/// Settings on their way between runs. Each run is a process of its own, so a change that takes several
-/// commands travels through a cache file of the port: `setFile` merges settings into it, `set` lays it over a
-/// fresh read, writes the adapter once, shows what was written and deletes the file.
+/// Settings staged between runs. Each run is a separate process, so a change that takes several commands is
+/// collected in a cache file per port: `setFile` merges settings into it; `set` applies it to freshly read
+/// settings, writes the adapter once, shows what was written and deletes the file.
 #pragma once
 
 #include "CmdLineParser.h"
@@ -13,42 +13,45 @@
 #include <optional>
 #include <span>
 
-/// Settings by key, in the order in which they are written.
+/// Settings by key, in the order of writing.
 using StagedValues = std::map<TavuString, TavuString>;
 
-/// A group of settings. The functions are those that traces name.
+/// A group of settings. The functions are names in traces.
 struct StagedGroup {
-    const char* name; ///< begins the names of its cache files
+    const char* name; ///< prefix of its cache files' names
     const char* createFunction;
     const char* updateFunction;
     const char* readFunction;
-    /// Longest value that is read; what is longer is cut there.
+    /// Longest value; longer ones are truncated.
     unsigned long maxValue = 512;
 };
 
-/// A port's cache file of one group of settings.
+/// The cache file of a port for one group of settings.
 class StagedFile {
 public:
     /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it.
     StagedFile(const StagedGroup& group, const char* identifier);
 
     bool IsPresent() const;
-    /// The same for a `set`, which traces that nothing is pending.
+    /// Same for a `set`, which traces that nothing is pending.
     bool IsPending() const;
 
-    /// Reads the whole file for `Read`. False, with nothing read and a trace, when it can't be read to its end.
+    /// Reads the whole file for `Read`. If it can't be read completely, reads nothing, traces that and returns
+    /// false.
     bool Load();
-    /// True, with the value stored, when the file had the key when it was loaded.
+    /// Stores the value of a key. Returns false if the loaded file did not have it.
     bool Read(const char* key, TavuString& value) const;
 
-    /// Writes the settings one by one. 0, or the result code of the first that fails; those before it stay.
+    /// Writes the settings one by one. Returns 0, or the result code of the first failure; earlier settings stay
+    /// written.
     ResultCode Merge(const StagedValues& values) const;
-    /// A failure is only traced.
+    /// Failures are only traced.
     void Delete() const;
 
-    /// Makes the file of settings that were just read. 0, or the result code of the failure, which it traces.
+    /// Creates the file from freshly read settings. Returns 0, or the result code of a failure, which it traces.
     ResultCode Create(const StagedValues& values) const;
-    /// Lets `update(file)` validate options and merge them. 0, or the result code of the failure, which it traces.
+    /// Calls `update(file)` to validate options and merge them. Returns 0, or the result code of a failure, which
+    /// it traces.
     template <typename Merge> ResultCode Update(Merge update) {
         const ResultCode code = [&] {
             const TracedCall traced(mGroup.updateFunction);
@@ -59,8 +62,8 @@ public:
         }
         return code;
     }
-    /// Loads the file and lets `overlay(file)` take what it holds. 0, or the result code of a file that can't be
-    /// read, with nothing taken.
+    /// Loads the file and calls `overlay(file)` to apply it. Returns 0, or the result code if the file can't be
+    /// read; nothing is applied then.
     template <typename Overlay> ResultCode ReadBack(Overlay overlay) {
         const TracedCall traced(mGroup.readFunction);
         if (!Load()) {
@@ -76,16 +79,16 @@ private:
     TavuString mContent;
 };
 
-/// A field of a record in a cache file, as a row.
+/// Row: a field of a record in a cache file.
 template <typename Record> struct StagedKey {
     const char* key;
     TavuString (*write)(const Record& record);
-    /// Stores the value of a text; one that is out of range changes nothing.
+    /// Parses and stores a value; out-of-range values are ignored.
     void (*read)(Record& record, const char* text);
 };
 
-/// A number in a field of any width. `accepts` tells which numbers are taken when read; all others are
-/// dropped without a word, so that a damaged file can't make an illegal record.
+/// A number in a field of any width. Numbers that `accepts` rejects are silently ignored when read, so that a
+/// damaged file can't produce an invalid record.
 template <typename Record, auto field, auto accepts> constexpr StagedKey<Record> NumberKey(const char* key) {
     return {key,
             [](const Record& record) {
@@ -106,7 +109,7 @@ template <VX_UINT32 limit> bool IsBelow(VX_UINT32 number) {
     return number < limit;
 }
 
-/// Gathers all fields of a record.
+/// Collects all fields of a record.
 template <typename Record>
 void CollectSettings(std::span<const StagedKey<Record>> keys, const Record& record, StagedValues& values) {
     for (const StagedKey<Record>& row : keys) {
@@ -114,7 +117,7 @@ void CollectSettings(std::span<const StagedKey<Record>> keys, const Record& reco
     }
 }
 
-/// Lays a cache file over a record. A key that the file doesn't have leaves its field as it is.
+/// Applies a cache file to a record. Fields whose keys are missing from the file are unchanged.
 template <typename Record>
 void ReadStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> keys, Record& record) {
     for (const StagedKey<Record>& row : keys) {
@@ -125,9 +128,9 @@ void ReadStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> k
     }
 }
 
-/// The course of `setFile` after the fresh read: makes the file of what `collect(values)` gathers if there is
-/// none, lets `update(file)` validate and merge the command's options, and then `overlay(file)` take what the
-/// file holds. A refusal leaves the file with the settings as they were read, or as earlier commands left it.
+/// The steps of `setFile` after the fresh read. If there is no file, creates it from what `collect(values)`
+/// collects. Then calls `update(file)` to validate and merge the command's options, and `overlay(file)` to apply
+/// the file. A rejected update leaves the file as created here or by earlier commands.
 template <typename Collect, typename Update, typename Overlay>
 ResultCode StageSettings(StagedFile file, Collect collect, Update update, Overlay overlay) {
     if (!file.IsPresent()) {
@@ -143,7 +146,7 @@ ResultCode StageSettings(StagedFile file, Collect collect, Update update, Overla
     return file.ReadBack(overlay);
 }
 
-/// The same for settings that are the fields of one record.
+/// Same for settings that are fields of one record.
 template <typename Record, typename Update>
 ResultCode StageSettings(StagedFile file, std::span<const StagedKey<Record>> keys, Record& record, Update update) {
     return StageSettings(
@@ -151,17 +154,17 @@ ResultCode StageSettings(StagedFile file, std::span<const StagedKey<Record>> key
         [&](const StagedFile& staged) { ReadStagedFile(staged, keys, record); });
 }
 
-/// What a `set` leaves to be done when its document is out.
+/// What a `set` does after writing its document.
 struct Commit {
-    bool isNothingPending = false;  ///< there is no cache file, and nothing was written
-    std::optional<StagedFile> file; ///< whose settings were written
+    bool isNothingPending = false;  ///< there is no cache file; nothing was written
+    std::optional<StagedFile> file; ///< the file whose settings were written
 
-    /// Deletes the file, unless the document didn't get out.
+    /// Deletes the file, unless writing the document failed.
     void Finish() const;
 };
 
-/// The course of `set` after the fresh read: lets `overlay(file)` take what the file holds, and `write()` write it
-/// and give a result code. A failure keeps the file, so that the command can be repeated.
+/// The steps of `set` after the fresh read: calls `overlay(file)` to apply the file, and `write()` to write the
+/// settings and return a result code. On failure the file is kept, so that the command can be repeated.
 template <typename Overlay, typename Write>
 ResultCode CommitSettings(StagedFile file, Commit& commit, Overlay overlay, Write write) {
     commit.isNothingPending = !file.IsPending();

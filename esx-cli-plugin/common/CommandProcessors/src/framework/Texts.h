@@ -1,5 +1,5 @@
 /// @file
-/// Words that no family words otherwise.
+/// Texts common to all families.
 #pragma once
 
 inline constexpr char OUT_MESSAGE[] = "Message";

@@ -1,16 +1,16 @@
 /// @file
-/// Names in traces. A trace names the class and the function whose step it tells: the common function of the command
-/// that runs, or the operation inside it that has a name of its own. The helpers that take these steps don't know it.
+/// Names in traces. A trace names a class and a function: the common function of the running command, or a named
+/// operation inside it. Helpers that trace steps don't know these names.
 #pragma once
 
 #include "TavuDebug.h"
 
-/// Names a class and a function in the traces of its lifetime. Nested instances shadow the outer one. The names
-/// must outlive it.
+/// Sets the class and function named in traces during its lifetime. Nested instances shadow the outer one. The
+/// names must outlive it.
 class TracedFunction {
 public:
     TracedFunction(const char* className, const char* function);
-    /// Of the class of the outer one.
+    /// Takes the class from the outer instance.
     explicit TracedFunction(const char* function);
     ~TracedFunction();
     TracedFunction(const TracedFunction&) = delete;
@@ -21,10 +21,10 @@ private:
     const char* mOuterFunction;
 };
 
-/// Traces "CLASS::FUNCTION: TEXT", with the names of the innermost traced function.
+/// Traces "CLASS::FUNCTION: TEXT" with the names of the innermost traced function.
 void TraceStep(unsigned level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-/// A traced function whose entry and exit are traced at level 1, whatever its result.
+/// A traced function that traces its entry and exit at level 1, whatever its result.
 class TracedCall {
 public:
     TracedCall(const char* className, const char* function) : mFunction(className, function) { TraceEntry(); }

@@ -31,7 +31,7 @@ const char* ArgText(const TavuStringArray& args, std::size_t index) {
 
 char** ParseCommandLineToArgv(const char* line, int& argc) {
     argc = 0;
-    // At most one word begins at every second character, and a word is never longer than its source.
+    // Words begin at most at every second character, and a word is never longer than its source.
     const std::size_t length = std::strlen(line);
     const std::size_t pointers = length / 2 + 2;
     auto** const argv = static_cast<char**>(std::malloc(pointers * sizeof(char*) + length + 1));

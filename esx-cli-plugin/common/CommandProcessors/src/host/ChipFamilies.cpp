@@ -6,7 +6,7 @@ namespace {
 
 constexpr VX_UINT16 VENDOR_ID = 0x1D0C;
 
-/// Ids in a row of a family's table; an id of 0 stands for any.
+/// Ids in a row of a family's table; 0 matches any id.
 struct ChipIds {
     VX_UINT16 device;
     VX_UINT16 subVendor;

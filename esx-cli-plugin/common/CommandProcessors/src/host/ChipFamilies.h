@@ -1,6 +1,6 @@
 /// @file
-/// The predicates that sort chips into families, by the ids of PCI configuration space. A chip of another
-/// vendor than 0x1D0C is in no family. The sets overlap on purpose: 0x8031, say, is a 10G chip and a Rowan.
+/// Predicates that classify chips into families by their PCI ids. Chips of vendors other than 0x1D0C belong to no
+/// family. The sets overlap deliberately: 0x8031, for example, is both a 10G chip and a Rowan.
 #pragma once
 
 #include "vexapi.h"

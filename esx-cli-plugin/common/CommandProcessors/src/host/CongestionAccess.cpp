@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Bits of `FeatureFlags`: what driver and firmware support.
+/// Bits of `FeatureFlags`: support in driver and firmware.
 constexpr VX_UINT32 FEATURE_FIRST_GENERATION = 1U << 23;
 constexpr VX_UINT32 FEATURE_SECOND_GENERATION = 1U << 26;
 
@@ -56,7 +56,7 @@ ResultCode AskFeature(_vexapi_protocol_t& protocol) {
 
 struct CongestionAdmission {
     std::span<const CongestionRefusal> refusals;
-    bool needsFeature; ///< the library is asked whether it is on
+    bool needsFeature; ///< whether to ask the library if it is on
 };
 constinit const CongestionAdmission ADMIT_EITHER_GENERATION = {EITHER_GENERATION, true};
 constinit const CongestionAdmission ADMIT_SECOND_GENERATION = {SECOND_GENERATION, true};

@@ -1,27 +1,27 @@
 /// @file
-/// What the commands of congestion management ask before they answer, and the library calls that ports and
-/// targets share. A target is asked for by the port that sees it.
+/// Preconditions of the congestion management commands, and the library calls shared by ports and targets. A target
+/// is looked up through the port that sees it.
 #pragma once
 
 #include "LibraryCall.h"
 #include "TracedFunction.h"
 #include "vexapi.h"
 
-/// What a port must be for a command of congestion management. Each kind has its own order of refusals.
+/// Preconditions of a congestion management command on its port. Each kind checks them in its own order.
 struct CongestionAdmission;
-/// Statistics of either generation.
+/// For statistics of either generation.
 extern const CongestionAdmission ADMIT_EITHER_GENERATION;
-/// Checks and the clearing of statistics.
+/// For checks, and for clearing statistics.
 extern const CongestionAdmission ADMIT_SECOND_GENERATION;
-/// The profile: it can be had while the feature is off.
+/// For the profile, which is available even if the feature is off.
 extern const CongestionAdmission ADMIT_PROFILE;
 
-/// `RC_SUCCESS`, the code of the first refusal that applies, or, where the feature must be on,
-/// `RC_FEATURE_DISABLED` when it isn't and `RC_CFG_READ_FAILED` without an answer of the library.
+/// Returns `RC_SUCCESS` or the code of the first refusal that applies. If the feature must be on, returns
+/// `RC_FEATURE_DISABLED` if it is off and `RC_CFG_READ_FAILED` if the library can't tell.
 ResultCode AdmitCongestion(const CongestionAdmission& admission, _vexapi_protocol_t& protocol);
 
-/// The same for what the first argument names: `resolve` finds it, and `object` is its word in the trace of
-/// a failure, "phy port" or "target".
+/// Same for the object of the first argument, found by `resolve`. `object` names it in the trace of a failure: "phy
+/// port" or "target".
 template <typename Entry>
 ResultCode AdmitCongestion(const CongestionAdmission& admission, const char* object,
                            ResultCode (*resolve)(const TavuStringArray& args, Entry& entry),
@@ -34,13 +34,13 @@ ResultCode AdmitCongestion(const CongestionAdmission& admission, const char* obj
     return AdmitCongestion(admission, *entry.protocol);
 }
 
-/// Whether the port keeps a list of 64-bit counters, and not only the last events: the second generation counts
-/// where it has both.
+/// Whether the port has a list of 64-bit counters, not only the last events. A port with both generations uses the
+/// second.
 bool HasSecondGeneration(const _vexapi_protocol_t& protocol);
 
-/// Reads the counters of the second generation, of the port and all its targets. On success there is a head,
-/// which `ReleaseCongestionList` takes back; `RC_STATS_READ_FAILED` for a failure and for no head.
+/// Reads the second-generation counters of the port and all its targets. On success the list is not empty, and
+/// `ReleaseCongestionList` must release it. Returns `RC_STATS_READ_FAILED` for a failure and for an empty list.
 ResultCode ReadCongestionList(_vexapi_protocol_t& protocol, _VEXAPI_SANCONGTMGMTV2*& list);
 
-/// Gives the list back; null is no list. `RC_STATS_CLEAR_FAILED` when the library fails at it.
+/// Releases the list; null is ignored. Returns `RC_STATS_CLEAR_FAILED` if the library fails.
 ResultCode ReleaseCongestionList(_VEXAPI_SANCONGTMGMTV2* list);

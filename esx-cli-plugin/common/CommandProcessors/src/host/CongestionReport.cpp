@@ -13,7 +13,7 @@ constexpr char OUT_WARNING_COUNT[] = "Congestion Warning Count";
 
 constexpr char RULE_LINE[] = "-----------------------------------";
 constexpr const char* MITIGATION_HEADING[] = {RULE_LINE, "Congestion Mitigation", RULE_LINE};
-/// The blank behind the word is part of the heading.
+/// The trailing blank is part of the heading.
 constexpr const char* NOTIFICATIONS_HEADING[] = {RULE_LINE, "Rx Fabric Performance Impact ", "Notifications",
                                                  RULE_LINE};
 
@@ -38,8 +38,8 @@ constexpr CongestionCounter ALARMS[] = {
     {OUT_ALARM_COUNT, &Node::AlarmCount},
     {OUT_WARNING_COUNT, &Node::WarningCount},
 };
-/// "Up" stands ahead of "Down" and "Bottomed Out" ahead of "Returned Busy", unlike in the record: clients know
-/// it so.
+/// Required: "Up" precedes "Down" and "Bottomed Out" precedes "Returned Busy", unlike in the record; parsers depend
+/// on it.
 constexpr CongestionCounter MITIGATION[] = {
     {"Cleared Congestion Count", &Node::ClearedCongestionCount}, {"Throttled Up Count", &Node::ThrottledUpCount},
     {"Throttled Down Count", &Node::ThrottledDownCount},         {"Bottomed Out Count", &Node::BottomedOutCount},
@@ -88,8 +88,7 @@ void AddPresence(ReportBlock& block, const char* label, VX_UINT8 events) {
     block.Line(label, events != 0 ? "Yes" : "No");
 }
 
-/// A value whose known bits are all clear, yet isn't zero, gives an empty line without a label: clients know it
-/// so.
+/// Required: a non-zero value without known bits prints an empty line without a label; parsers depend on it.
 void AddNotifications(ReportBlock& block, std::span<const CodeText> words, VX_UINT16 flags) {
     TavuString text = flags == 0 ? "None" : "";
     for (const CodeText& word : words) {

@@ -1,17 +1,17 @@
 /// @file
-/// What the reports of adapters and ports share about the flash.
+/// Flash information common to the reports of adapters and ports.
 #pragma once
 
 #include "ReportBlock.h"
 #include "vexapi.h"
 
-/// What a memo block begins with.
+/// Signature of a memo block.
 inline constexpr std::string_view FLASH_MEMO_SIGNATURE = "FMBS";
 
-/// The chips whose flash has a memo block.
+/// Whether the chip's flash has a memo block.
 bool HasFlashMemoBlock(__CHIPPROPERTY chip);
 
-/// Adds a line for each component that the flash of a chip of this family may hold. `absentSoftRomLabel` is
-/// the label of the PEP SoftROM line when there is none.
+/// Adds a line for each component that the flash of this chip's family can contain. `absentSoftRomLabel` is the
+/// label of the PEP SoftROM line if there is no PEP SoftROM.
 void AddFlashComponents(ReportBlock& block, __CHIPPROPERTY chip, const _VEXAPI_FlashComponentVersion& components,
                         const char* absentSoftRomLabel);

@@ -6,11 +6,11 @@
 #include "HostTree.h"
 #include "MultipleCmdsProcessor.h"
 
-/// What a `list` leaf does before its document: `RC_SUCCESS` with the host stored; `RC_HELP_REQUESTED` for a help
-/// word, `RC_HOST_NOT_FOUND` without an adapter list.
+/// Preparation of a `list` leaf. Returns `RC_SUCCESS` and the host; `RC_HELP_REQUESTED` for a help word;
+/// `RC_HOST_NOT_FOUND` without an adapter list.
 ResultCode AdmitList(const TavuStringArray& args, const VX_ADAPTER_LIST*& host);
 
-/// A list whose structures `rows(document, host)` writes. Where it is not admitted there is no document.
+/// Writes a list whose structures `rows(document, host)` writes. If `AdmitList` refuses, there is no document.
 template <typename Rows>
 ResultCode ListHost(MultipleCmdsProcessor* self, const TavuStringArray& args, Serializer::eOutputFormat format,
                     Rows rows) {

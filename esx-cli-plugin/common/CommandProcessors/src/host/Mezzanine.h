@@ -1,8 +1,8 @@
 /// @file
-/// A question that several commands ask before they admit a port.
+/// Check for mezzanine adapters, used by several commands.
 #pragma once
 
 #include "LibraryCall.h"
 
-/// Asks, as `CallLibrary` does, whether a port belongs to a mezzanine adapter.
+/// Queries, through `CallLibrary`, whether a port belongs to a mezzanine adapter.
 ResultCode AskMezzanine(const LibraryCall& what, VX_PORT_HANDLE& handle, bool& isMezzanine);

@@ -1,5 +1,5 @@
 /// @file
-/// The lines that name a port or a target at the head of most reports on it.
+/// The lines with names of a port or target that begin most reports.
 #pragma once
 
 #include "ReportBlock.h"

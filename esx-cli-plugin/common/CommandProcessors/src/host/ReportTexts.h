@@ -1,5 +1,5 @@
 /// @file
-/// Texts of values that several reports show.
+/// Texts of values shown in several reports.
 #pragma once
 
 #include "BoundedText.h"
@@ -13,7 +13,7 @@
 /// `PortState`.
 inline constexpr CodeText PORT_STATE_TEXTS[] = {{1, "Online"}, {3, "Offline"}};
 
-/// The text, or "NA" for an empty one.
+/// The text, or "NA" if empty.
 constexpr std::string_view OrNa(std::string_view text) {
     return text.empty() ? std::string_view(OUT_NA) : text;
 }
@@ -23,15 +23,15 @@ TavuString WwnText(const VX_UINT8 (&name)[8]);
 /// A Fibre Channel port id, "xx:xx:xx".
 TavuString PortIdText(const VX_UINT8 (&id)[3]);
 
-/// An NVMe host identifier, 32 digits, or "NA" when all bytes are zero.
+/// An NVMe host identifier as 32 digits, or "NA" if all bytes are zero.
 TavuString HostIdText(const VX_UINT8 (&id)[16]);
 
-/// "MAJOR.MINOR.SUB", the last two in two digits at least.
+/// "MAJOR.MINOR.SUB", the last two with at least two digits.
 TavuString VersionText(VX_UINT8 major, VX_UINT8 minor, VX_UINT8 sub);
 inline TavuString VersionText(const VX_UINT8 (&version)[3]) {
     return VersionText(version[0], version[1], version[2]);
 }
-/// The same, or "NA" when all numbers are zero: there is no such image.
+/// Same, or "NA" if all numbers are zero: there is no such image.
 TavuString ImageVersionText(const VX_UINT8 (&version)[3]);
 TavuString ImageVersionText(const VX_FLASH_COMPONENT& component);
 /// "MAJOR.MINOR", or "NA".

@@ -9,12 +9,12 @@
 
 namespace {
 
-/// What stands ahead of the first "_" or "'" of an identifier.
+/// The text before the first "_" or "'" of an identifier.
 TavuString PrefixOf(const char* identifier) {
     return {identifier, std::strcspn(identifier, "'_")};
 }
 
-/// Without regard to case, of a record's array and a word.
+/// Compares a record's array with a word, ignoring case.
 template <std::size_t N> bool EqualsNoCase(const char (&array)[N], const TavuString& word) {
     const std::string_view text = BoundedText(array);
     return text.size() == word.size() && word.CompareNoCase(TavuString(text).c_str()) == 0;
@@ -38,7 +38,7 @@ ResultCode GetPhyPortFromPortString(const TavuStringArray& args, PortEntry& entr
         TraceStep(TRACE_DEBUG, "Adapter List is NULL");
         return RC_HOST_NOT_FOUND;
     }
-    // The prefix passes in any letter case, yet only the exact text of a port finds it.
+    // The prefix is accepted in any letter case, but only the exact identifier finds the port.
     VX_UINT8 wwpn[8];
     if (!ParsePortIdentifier(identifier, wwpn)) {
         return RC_INVALID_PARAMETER;
@@ -78,7 +78,7 @@ ResultCode GetPhyPortFromAdapterString(const TavuStringArray& args, AdapterEntry
     const TavuString model = identifier.Tokenize("_", position);
     const TavuString serialNumber = identifier.Tokenize("_", position);
     if (prefix.CompareNoCase("Adapter") != 0) {
-        // The name of another class in this trace is how support staff know the line.
+        // Required: this trace names another class; support staff know the line by it.
         TavuDebug::Print(TRACE_DEBUG, "AdapterDefaultCfgCmdsProcessor::%s: Invalid Adapter identifier %s", __func__,
                          identifier.c_str());
         return RC_INVALID_PARAMETER;
@@ -88,7 +88,7 @@ ResultCode GetPhyPortFromAdapterString(const TavuStringArray& args, AdapterEntry
         TraceStep(TRACE_DEBUG, "Adapter List is NULL");
         return RC_HOST_NOT_FOUND;
     }
-    // The walk does not stop at a match: a later record with the same model and serial number wins.
+    // The walk continues after a match: a later record with the same model and serial number wins.
     for (_vexapi_adapter_t* record = BeginWalk("Adapter", host); record != nullptr; record = record->pNext) {
         if (!EqualsNoCase(record->Model, model) || !EqualsNoCase(record->SerialNumber, serialNumber) ||
             record->pPhyPortList == nullptr) {

@@ -24,13 +24,13 @@ char* WriteWwn(char* text, const VX_UINT8 (&name)[8]) {
     return text + WWN_LENGTH;
 }
 
-/// Gives the end of what it writes, which is the terminator.
+/// Returns the end of the written text, which is its terminator.
 char* WriteTarget(char* text, const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
     text = WriteWwn(Write(text, PORT_PART), protocol.WWPN);
     return WriteWwn(Write(text, TARGET_PART), target.PortName);
 }
 
-/// These read what the writers above write, and give the position behind it, or null. A null `text` stays
+/// These parse what the functions above write, and return the position after it, or null. A null `text` yields
 /// null.
 const char* Read(const char* text, std::string_view part) {
     const bool isThere = text != nullptr && std::strncmp(text, part.data(), part.size()) == 0;
@@ -43,7 +43,7 @@ const char* ReadTarget(const char* text, TargetName& name) {
     return text != nullptr ? ReadWwn(text, name.targetWwpn) : nullptr;
 }
 
-/// The words of an identifier, empty from the first part on that has another form.
+/// The words of an identifier; empty from the first malformed part on.
 struct IdentifierWords {
     explicit IdentifierWords(const char* identifier) {
         std::sscanf(identifier,
@@ -55,7 +55,7 @@ struct IdentifierWords {
     char lun[9] = "";
 };
 
-/// What is wrong with the words of an identifier, or null.
+/// The malformed part of an identifier, or null.
 const char* WrongPartOf(const char* identifier, IdentifierKind kind) {
     const IdentifierWords words(identifier);
     if (CompareNoCase(words.port, "FC") != 0) {

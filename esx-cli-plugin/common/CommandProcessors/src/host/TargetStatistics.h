@@ -4,5 +4,5 @@
 
 #include "Resolvers.h"
 
-/// Reads the counters of a target from the port that sees it. `RC_STATS_READ_FAILED` when the library fails at it.
+/// Reads the counters of a target from the port that sees it. Returns `RC_STATS_READ_FAILED` if the library fails.
 ResultCode ReadTargetStatistics(const TargetEntry& entry, __STATISTICS& counters);

@@ -25,7 +25,7 @@ constexpr Command FCLunCmdsProcessor::COMMANDS[] = {
 
 constinit const FamilyDescription FCLunCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
-    .helpWord = "FC Target", // the heading is that of `target`: clients know it so
+    .helpWord = "FC Target", // Required: the heading is that of `target`; parsers depend on it
     .leaves = LEAVES_OF<COMMANDS>,
 };
 

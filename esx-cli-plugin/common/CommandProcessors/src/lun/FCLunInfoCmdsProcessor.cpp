@@ -17,8 +17,8 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
 
-/// The bytes in use, joined by colons: none for the length 0. Bytes that are all zero are no identifier,
-/// whatever the length; a length above the array's counts as that.
+/// The used bytes, joined by colons; empty for length 0. Bytes that are all zero are not an identifier, whatever
+/// the length; the length is limited to the array's.
 TavuString WorldwideIdText(const _tagVEXAPI_SDMLun& lun) {
     if (IsZero(lun.WorldwideId)) {
         return OUT_NA;

@@ -3,11 +3,11 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// Size of a LUN in megabytes. Whole blocks of 1024 are counted first, so fewer than 1024 blocks, however
-/// large, have the size 0: clients know it so.
+/// Size of a LUN in megabytes. Required: whole groups of 1024 blocks are counted first, so fewer than 1024 blocks,
+/// however large, have size 0; parsers depend on it.
 VX_UINT64 LunSizeInMegabytes(VX_UINT64 blockCount, VX_UINT32 blockSize);
 
-/// `lun -v info`: everything that the tool knows about a LUN or a namespace, as one report.
+/// `lun -v info`: everything known about a LUN or namespace, as one report.
 class FCLunInfoCmdsProcessor final : public Family<FCLunInfoCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -33,7 +33,7 @@ constexpr BootTarget BOOT_TARGET_FIELDS[BOOT_TARGETS] = {
     {&Parameters::Alt7BootPortName, &Parameters::Alt7BootLunNumber},
 };
 
-/// The flags in the cache file. The boot targets stand beside them.
+/// The flags in the cache file, which also contains the boot targets.
 constexpr StagedKey<Parameters> FLAG_KEYS[] = {
     NumberKey<Parameters, &Parameters::DisableBIOS, IsBelow<2>>("Disable_BIOS"),
     NumberKey<Parameters, &Parameters::EnableFabricAssignBootLun, IsBelow<2>>("Fabric_Assigned_Boot_Lun"),
@@ -62,7 +62,7 @@ TavuString Decimal(VX_UINT32 number) {
     return text;
 }
 
-/// Whether the group keeps NVMe boot entries for this port, and whether it works on them in this mode.
+/// Whether the group has NVMe boot entries for this port, and whether it uses them in this mode.
 bool HasNvmeEntries(const BootGroup& group, const BootSettings& boot) {
     return group.isExtended && IsUefiCapableAdapter(boot.Chip());
 }
@@ -79,7 +79,7 @@ void CollectNvmeEntry(unsigned number, const VX_NVME_BOOT_ENTRY& entry, StagedVa
     values[NvmeBootKey(number, NVME_WWPN)] = WwnText(entry.TargetWWPN);
 }
 
-/// A key that the file doesn't have, and a flag out of range, leave the field as it is.
+/// Keys missing from the file, and flags out of range, leave the field unchanged.
 void ReadNvmeEntry(const StagedFile& file, unsigned number, VX_NVME_BOOT_ENTRY& entry) {
     TavuString text;
     const auto read = [&](const char* field) { return file.Read(NvmeBootKey(number, field).c_str(), text); };
@@ -121,7 +121,7 @@ void CollectBootSettings(const BootGroup& group, const BootSettings& boot, Stage
     }
 }
 
-/// Lays the file over the settings. Names are scanned without a check, and LUNs keep their low 16 bits.
+/// Applies the file to the settings. Names are parsed without validation, and LUNs truncated to their low 16 bits.
 void ReadBootFile(const BootGroup& group, const StagedFile& file, BootSettings& boot) {
     TavuString text;
     if (file.Read(KEY_BOOT_MODE, text)) {
@@ -157,7 +157,7 @@ ResultCode OnlyNvme(VX_UINT8 mode) {
     return mode == BOOT_NVME ? RC_SUCCESS : RC_PARAM_ERROR;
 }
 
-/// What a flag does, as a row. The adapter is looked at first, then the mode, then the word.
+/// Row: a flag option. The adapter is checked first, then the mode, then the value.
 struct FlagOption {
     const Argument& argument;
     const char* key;
@@ -249,7 +249,7 @@ void AddNvmeEntries(ReportBlock& block, const BootSettings& boot) {
     }
 }
 
-/// The opening of `get` and `setFile`. The mode is looked at before any library call.
+/// Common start of `get` and `setFile`. The mode is checked before any library call.
 ResultCode Open(const BootGroup& group, const TavuStringArray& args, BootSettings& boot) {
     ResultCode code = GetPhysicalPortFromPortString(args, boot.entry);
     if (code == RC_SUCCESS) {
@@ -258,7 +258,7 @@ ResultCode Open(const BootGroup& group, const TavuStringArray& args, BootSetting
     if (code != RC_SUCCESS) {
         return code;
     }
-    // The library's mode is switched before the ROM is looked at.
+    // The library's mode is switched before the ROM is checked.
     if (IsUefiCapableAdapter(boot.Chip())) {
         code = CallLibrary(group.calls.switchMode, [&]() -> VX_UINT32 {
             const VX_UINT8 current = VEXAPI_GetBfsConfigMode();
@@ -278,7 +278,7 @@ ResultCode Open(const BootGroup& group, const TavuStringArray& args, BootSetting
     return ReadRecord(group, boot);
 }
 
-/// The NVMe boot entries, where the mode has any.
+/// Reads the NVMe boot entries, if the mode has any.
 ResultCode ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
     if (!UsesNvmeEntries(group, boot)) {
         return RC_SUCCESS;
@@ -287,7 +287,7 @@ ResultCode ReadNvmeEntries(const BootGroup& group, BootSettings& boot) {
                        [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
 }
 
-/// No transaction: when the entries can't be written, the boot settings are in place already.
+/// Not a transaction: if writing the entries fails, the boot settings are already written.
 ResultCode WriteBootSettings(const BootGroup& group, BootSettings& boot) {
     ResultCode code =
         CallLibrary(group.calls.write, [&] { return VEXAPI_SetBootDeviceInfo(boot.Handle(), &boot.parameters); });
@@ -299,7 +299,7 @@ ResultCode WriteBootSettings(const BootGroup& group, BootSettings& boot) {
     if (code != RC_SUCCESS) {
         return code;
     }
-    boot.nvme = {}; // the library fills cleared records only
+    boot.nvme = {}; // the library requires a zeroed record
     return CallLibrary(group.calls.readBackNvme,
                        [&] { return VEXAPI_GetNVMeBootDeviceEntries(boot.Handle(), &boot.nvme); });
 }
@@ -344,7 +344,7 @@ ResultCode StageBootSettings(const BootGroup& group, const TavuStringArray& args
     if (const ResultCode code = ReadNvmeEntries(group, boot); code == RC_FILE_ERROR) {
         return code;
     } else if (code != RC_SUCCESS) {
-        boot.nvme = {}; // entries that the library can't read count as empty here, where `get` refuses
+        boot.nvme = {}; // unreadable entries count as empty here, while `get` fails
     }
     const auto update = [&](const StagedFile& file) {
         StagedValues values;

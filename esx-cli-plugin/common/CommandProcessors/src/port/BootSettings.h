@@ -1,6 +1,6 @@
 /// @file
-/// What the groups of boot settings share: their rules, their cache files and their reports. A group says in
-/// its `BootGroup` what differs.
+/// Common rules, cache files and reports of the groups of boot settings. A group's `BootGroup` states how it
+/// differs.
 #pragma once
 
 #include "CmdLineParser.h"
@@ -13,10 +13,10 @@
 /// Boot-from-SAN modes in the library's numbering.
 enum BootMode : VX_UINT8 { BOOT_BIOS = 1, BOOT_UEFI = 2, BOOT_NVME = 4 };
 
-/// Boot settings of a port, and what a command finds out about it.
+/// Boot settings of a port, and related state of a command.
 struct BootSettings {
     PortEntry entry;
-    VX_UINT8 mode = BOOT_BIOS; ///< `BootMode`, or any number that a file holds
+    VX_UINT8 mode = BOOT_BIOS; ///< `BootMode`, or any number from a file
     _VEXAPI_HBAParameters parameters{};
     _VEXAPI_FcNVMeBootParams nvme{};
     RebootRequired reboot;
@@ -36,11 +36,11 @@ struct BootCalls {
     LibraryCall readBackNvme;
 };
 
-/// The boot mode of `bootconfig` is an option, that of `bootconfigext` the second argument.
+/// The boot mode is an option in `bootconfig`, and the second argument in `bootconfigext`.
 inline constexpr CodeText BOOT_MODE_WORDS[] = {{BOOT_BIOS, "BIOS"}, {BOOT_UEFI, "UEFI"}, {BOOT_NVME, "NVME"}};
 inline constexpr std::span<const CodeText> PLAIN_BOOT_MODES{BOOT_MODE_WORDS, 2};
 
-/// The flags that both groups take, and the one that only `bootconfigext` has.
+/// The flags common to both groups, and the one that only `bootconfigext` has.
 inline constexpr Argument BOOT_FLAGS[] = {
     {"--enable-bfs", "-a", "whether the adapter's boot code runs", ArgumentKind::WORD, false, INVERTED_FLAG_WORDS},
     {"--fabric-assigned-boot-lun", "-f", "whether the fabric assigns the boot LUN", ArgumentKind::WORD, false,
@@ -64,16 +64,16 @@ consteval std::array<Argument, M + std::size(BOOT_FLAGS) + N> BootArguments(cons
     return all;
 }
 
-/// What is particular to a group.
+/// Properties of a group.
 struct BootGroup {
     BootCalls calls;
     BlockShape shape;
-    /// Reads the mode among the words.
+    /// Parses the mode.
     ResultCode (*readMode)(const TavuStringArray& args, BootSettings& boot);
-    /// Whether the library's mode must be switched before boot settings are read.
+    /// Whether the library's mode must be switched before reading boot settings.
     bool (*mustSwitchMode)(VX_UINT8 current, VX_UINT8 wanted);
     StagedFile (*file)(const char* identifier);
-    /// The number of a mode in the cache file, and back.
+    /// Converts a mode to its number in the cache file, and back.
     VX_UINT32 (*modeInFile)(VX_UINT8 mode);
     VX_UINT8 (*modeFromFile)(VX_UINT32 number);
     /// Checks and stages the options that name boot targets.
@@ -81,20 +81,20 @@ struct BootGroup {
     bool isExtended; ///< has NVMe settings
 };
 
-/// The whole of `get`, of `setFile` and of `set`, but for their documents. A failing `set` keeps the file, so
-/// that the command can be repeated.
+/// `get`, `setFile` and `set` without their documents. If `set` fails, the file is kept, so that the command can be
+/// repeated.
 ResultCode GetBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 ResultCode StageBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 ResultCode CommitBootSettings(const BootGroup& group, const TavuStringArray& args, BootSettings& boot);
 
-/// Traces a refused option, whose name has two dashes before it, and gives `code`.
+/// Traces a rejected option, with two dashes before its name, and returns `code`.
 ResultCode RefuseBootOption(const char* longName, const TavuString& value, ResultCode code);
 
-/// Stages a boot target in the keys of entry `number`; an entry above 7 has none, and nothing is staged.
+/// Stages a boot target in the keys of entry `number`; nothing is staged for numbers above 7.
 void StageBootTarget(VX_UINT32 number, const TavuString& wwpn, const TavuString& lun, StagedValues& values);
 
-/// An NVMe qualified name as it is staged: up to its first white space, control character or "#", where a reader
-/// of the cache file would cut it anyway. So no name can bring lines of its own into the file.
+/// The staged form of an NVMe qualified name: up to its first white space, control character or "#", where a reader
+/// of the cache file would cut it anyway. So a name can't inject lines into the file.
 TavuString StagedName(std::string_view name);
 
 /// Key of an NVMe boot entry's field.
@@ -106,14 +106,14 @@ inline constexpr char NVME_NAMESPACE_ID[] = "NamespaceID";
 inline constexpr char NVME_WWNN[] = "WWNN";
 inline constexpr char NVME_WWPN[] = "WWPN";
 
-/// The target of a port with this name, or null; the LUN or namespace of a target with this number, or null.
+/// The port's target with this name, or null; the target's LUN or namespace with this number, or null.
 const _tagVEXAPI_SDMTarget* FindBootTarget(const BootSettings& boot, const VX_UINT8 (&wwpn)[8]);
 const _tagVEXAPI_SDMLun* FindBootLun(const _tagVEXAPI_SDMTarget& target, long number);
 
-/// The lines of the report: the layout of the BIOS, of UEFI, or of NVMe. A mode that is none has that of UEFI.
+/// Adds the report in the layout of the BIOS, UEFI or NVMe. An unknown mode has the layout of UEFI.
 void AddBootSettings(ReportBlock& block, const BootSettings& boot);
 
-/// A group's family. `Self` gives a `GROUP` beside its `FAMILY`.
+/// Family of a group. `Self` provides a `GROUP` in addition to its `FAMILY`.
 template <typename Self> class BootFamily : public Family<Self> {
     using Base = Family<Self>;
 

@@ -13,7 +13,7 @@ ResultCode Refuse(const char* why, ResultCode code) {
     return code;
 }
 
-/// Custom data, "c-c-c-c-c-c-c-c": what stands behind it is cut off.
+/// Custom data, "c-c-c-c-c-c-c-c"; anything after it is cut off.
 bool ReadCustomData(const TavuString& value, VX_UINT8 (&data)[8]) {
     constexpr std::size_t LENGTH = 15;
     char text[LENGTH + 1] = {};
@@ -50,7 +50,7 @@ ResultCode ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits
     if (std::find(limits.dataSizes.begin(), limits.dataSizes.end(), parameters.DataSize) == limits.dataSizes.end()) {
         return Refuse("Invalid data size", RC_INVALID_PARAMETER);
     }
-    FindWord(FRAME_TEST_ON_ERROR_WORDS, ArgText(args, 4), parameters.OnError); // any other word means to ignore errors
+    FindWord(FRAME_TEST_ON_ERROR_WORDS, ArgText(args, 4), parameters.OnError); // any other word: ignore errors
     return RC_SUCCESS;
 }
 
@@ -75,7 +75,7 @@ bool CountFrameTest(const DiagTestParams& parameters, const char* testName, VX_U
               index);
     ++(isPassed ? counts.successes : counts.failures);
     const bool isStopped = !isPassed && parameters.OnError == FRAME_TEST_STOP;
-    // A stop shows the index of the failed iteration, one less than the calls made.
+    // After a stop, this is the index of the failed iteration, one less than the calls made.
     counts.iterations = isStopped ? index : index + 1;
     return !isStopped && counts.iterations != counts.increment;
 }

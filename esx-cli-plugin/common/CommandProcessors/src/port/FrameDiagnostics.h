@@ -1,5 +1,5 @@
 /// @file
-/// What the loopback and the read/write buffer test share: their arguments, their loop and their texts.
+/// Common arguments, loop and texts of the loopback and the read/write buffer test.
 #pragma once
 
 #include "CodeTable.h"
@@ -11,12 +11,12 @@
 #include <cstring>
 #include <span>
 
-/// The limits of a test. Its words are the port, the test count, the test increment, the data size, what to do
-/// on an error, words of its own, and last the data pattern.
+/// Limits of a test. Its arguments are the port, the test count, the test increment, the data size, the action on
+/// error, any of its own, and last the data pattern.
 struct FrameTestLimits {
     VX_UINT32 maxCount; ///< of the test count and of the test increment
     std::span<const VX_UINT32> dataSizes;
-    std::size_t patternIndex; ///< of the data pattern among the words
+    std::size_t patternIndex; ///< of the data pattern in the arguments
 };
 
 inline constexpr VX_UINT32 FRAME_TEST_STOP = 1;
@@ -24,7 +24,7 @@ inline constexpr CodeText FRAME_TEST_ON_ERROR_WORDS[] = {{0, "Ignore"}, {FRAME_T
 
 inline constexpr VX_UINT32 FRAME_TEST_PATTERN_CUSTOM = 4;
 inline constexpr VX_UINT32 FRAME_TEST_PATTERN_FIXED = 5;
-/// The fixed patterns reach the library as the ASCII digits of their words, not as bits.
+/// The library receives the fixed patterns as the ASCII digits of their words, not as binary.
 inline constexpr CodeText FRAME_TEST_PATTERN_WORDS[] = {
     {0, "Random"},
     {1, "CRPAT"},
@@ -39,7 +39,7 @@ inline constexpr CodeText FRAME_TEST_PATTERN_WORDS[] = {
     {FRAME_TEST_PATTERN_CUSTOM, "Custom"},
 };
 
-/// The arguments of a test. The data sizes are each test's own.
+/// Arguments of a test. Each test has its own data sizes.
 constexpr Argument FrameTestCountArgument(const FrameTestLimits& limits) {
     return {"count", nullptr, "frames of one iteration", ArgumentKind::NUMBER, true, {}, 1, limits.maxCount};
 }
@@ -61,37 +61,37 @@ inline constexpr Argument FRAME_TEST_DATA = {"--data-pattern", "-d",
                                              "data for the pattern Custom, eight characters with hyphens between them",
                                              ArgumentKind::TEXT};
 
-/// How often a test was run, and what came of it.
+/// Iterations of a test, and their outcome.
 struct FrameTestCounts {
-    VX_UINT32 increment = 0;  ///< library calls asked for
-    VX_UINT32 iterations = 0; ///< as reports show them: those asked for, or the index of the one that stopped the test
+    VX_UINT32 increment = 0;  ///< requested library calls
+    VX_UINT32 iterations = 0; ///< as reported: the requested ones, or the index of the one that stopped the test
     VX_UINT32 successes = 0;
     VX_UINT32 failures = 0;
 };
 
-/// Reads the words up to what to do on an error. `RC_INVALID_PARAMETER` for too few words and for a number out
-/// of range. A test count whose low 32 bits have the top bit set passes, as it is compared with its sign; the
-/// test increment isn't.
+/// Parses the arguments up to the action on error. Returns `RC_INVALID_PARAMETER` for missing arguments and numbers
+/// out of range. A test count with the top bit of its low 32 bits set is accepted, because it is compared as
+/// signed; the test increment isn't.
 ResultCode ReadFrameTestWords(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters,
                               FrameTestCounts& counts);
 
-/// Reads the data pattern; a word that is none means random data. `RC_INVALID_FORMAT` for custom data that is
-/// not of eight characters with "-" between them.
+/// Parses the data pattern; an unknown word means random data. Returns `RC_INVALID_FORMAT` unless custom data is
+/// eight characters separated by "-".
 ResultCode ReadFrameTestPattern(const TavuStringArray& args, const FrameTestLimits& limits, DiagTestParams& parameters);
 
-/// True when a test's verdict is "Success", terminator included.
+/// True if a test's verdict is "Success", including the terminator.
 template <std::size_t N> bool IsTestPassed(const char (&status)[N]) {
     constexpr char PASSED[] = "Success";
     static_assert(N >= sizeof PASSED);
     return std::memcmp(status, PASSED, sizeof PASSED) == 0;
 }
 
-/// Counts the outcome of iteration `index`. False when the test ends with it.
+/// Counts the outcome of iteration `index`. Returns false if it ends the test.
 bool CountFrameTest(const DiagTestParams& parameters, const char* testName, VX_UINT32 index, bool isPassed,
                     FrameTestCounts& counts);
 
-/// Runs the iterations. `iterate(isPassed)` makes one library call and gives a result code; one that isn't 0
-/// ends the test and is given back.
+/// Runs the iterations. `iterate(isPassed)` makes one library call and returns a result code; if not 0, that ends
+/// the test and is returned.
 template <typename Iterate>
 ResultCode RunFrameTest(const DiagTestParams& parameters, const char* testName, FrameTestCounts& counts,
                         Iterate iterate) {
@@ -106,7 +106,7 @@ ResultCode RunFrameTest(const DiagTestParams& parameters, const char* testName, 
     }
 }
 
-/// "Message" of a result code; each test words `RC_PARAM_ERROR` itself.
+/// "Message" of a result code; `RC_PARAM_ERROR` has a different text in each test.
 constexpr auto FrameTestResultTexts(const char* paramError) {
     return std::to_array<CodeText>({
         {RC_PARAM_ERROR, paramError},

@@ -13,7 +13,7 @@ constexpr char KEY_OPERATION_MODE[] = "Operation_Mode";
 
 constexpr VX_UINT32 CONNECTION_LOOP_ONLY = 0;
 constexpr VX_UINT32 MODE_EVERY_COMPLETION = 0;
-/// Codes of `DataRate`, whose order is not that of speed.
+/// Codes of `DataRate`, which are not in order of speed.
 constexpr VX_UINT32 RATE_AUTO = 2;
 constexpr VX_UINT32 RATE_8_GBPS = 4;
 
@@ -30,8 +30,8 @@ template <auto field, auto accepts> constexpr StagedKey<Parameters> Key(const ch
     return NumberKey<Parameters, field, accepts>(key);
 }
 
-/// The updater of cache files finds a key anywhere in a line: "Hard_Loop_ID" and "Enable_Hard_Loop_Id" stay
-/// apart by the case of their last letters alone.
+/// The updater of cache files finds a key anywhere in a line: "Hard_Loop_ID" and "Enable_Hard_Loop_Id" are
+/// distinguished only by the case of their last letters.
 constexpr StagedKey<Parameters> KEYS[] = {
     Key<&Parameters::ConnetionOptions, IsBelow<3>>(KEY_CONNECTION_OPTIONS),
     Key<&Parameters::DataRate, IsBelow<8>>(KEY_DATA_RATE),
@@ -57,7 +57,7 @@ constexpr StagedKey<Parameters> KEYS[] = {
     Key<&Parameters::PortDownRetryCount, IsBelow<256>>("Port_Down_Retry_Count"),
 };
 
-/// What an option is checked against, and where it is staged.
+/// Context of an option's check, and where it is staged.
 struct Staging {
     const StagedFile& file;
     const _vexapi_protocol_t& protocol;
@@ -65,7 +65,7 @@ struct Staging {
 
     __CHIPPROPERTY Chip() const { return protocol.ChipProperty; }
     void Set(const char* key, VX_UINT32 number) const { values[key].Format("%u", number); }
-    /// A number in the file alone.
+    /// Reads a number from the file only.
     bool InFile(const char* key, VX_UINT32& number) const {
         TavuString text;
         if (!file.Read(key, text)) {
@@ -74,7 +74,7 @@ struct Staging {
         number = ParseNumber(text.c_str());
         return true;
     }
-    /// A number that an earlier option of this command has staged.
+    /// Reads a number staged by an earlier option of this command.
     bool InCommand(const char* key, VX_UINT32& number) const {
         const auto staged = values.find(key);
         if (staged == values.end()) {
@@ -85,7 +85,7 @@ struct Staging {
     }
 };
 
-/// What an option does, as a row. `stage` checks the value and stages it.
+/// Row: an option. `stage` checks the value and stages it.
 struct Option {
     const Argument& argument;
     const char* key;
@@ -116,15 +116,15 @@ ResultCode StageWord(const Option& option, const char* value, const Staging& sta
     return RC_SUCCESS;
 }
 
-/// Adapters on which a loop excludes data rates of 16 Gbps and above.
+/// Adapters on which loop topology excludes data rates of 16 Gbps and above.
 bool LoopExcludes16Gbps(__CHIPPROPERTY chip) {
     return IsRowanFCAdapter(chip) || IsUefiCapableAdapter(chip);
 }
 
 constexpr VX_UINT8 SUPPORTS_64_GBPS = 0x80;
 
-/// Looks at the data rate of the file alone, unlike the rule of the data rate: this option is examined
-/// first, and a command that lowers the rate and asks for a loop at once is refused.
+/// Checks the data rate in the file only, unlike the check of the data rate itself: this option is checked first,
+/// and a command that both lowers the rate and selects a loop is rejected.
 ResultCode StageConnectionOptions(const Option& option, const char* value, const Staging& staging) {
     if (CompareNoCase(value, OUT_POINT_TO_POINT_ONLY) != 0 && IsMapleAdapter(staging.Chip())) {
         return RC_INVALID_PARAMETER;
@@ -139,7 +139,7 @@ ResultCode StageConnectionOptions(const Option& option, const char* value, const
     return StageWord(option, value, staging);
 }
 
-/// A data rate that can be set, with its bit of `SupportedSpeeds`. 10 Gbps is none: it is shown, never set.
+/// A settable data rate, with its bit of `SupportedSpeeds`. 10 Gbps can be shown but not set.
 struct DataRate {
     VX_UINT8 bit;
     const char* word;
@@ -156,7 +156,7 @@ constexpr DataRate DATA_RATES[] = {
     {0x01, OUT_1GBPS, 0, false},
 };
 
-/// Adapters that take a part of their speeds only.
+/// Some adapters accept only some of their speeds.
 bool IsRateAllowed(__CHIPPROPERTY chip, const char* value) {
     if (Is16GN4FCOnlyAdapter(chip)) {
         return IsOneOf(value, {OUT_AUTO, OUT_8GBPS, OUT_16GBPS});
@@ -167,7 +167,7 @@ bool IsRateAllowed(__CHIPPROPERTY chip, const char* value) {
     return !IsMezz16GAdapter(chip) || IsOneOf(value, {OUT_AUTO, OUT_16GBPS});
 }
 
-/// Whether this command asks for a loop, or, when it says nothing of the topology, the file does.
+/// Whether this command selects a loop or, if it does not set the topology, the file does.
 bool IsLoopAskedFor(const Staging& staging) {
     VX_UINT32 connection = CONNECTION_LOOP_ONLY + 1;
     return (staging.InCommand(KEY_CONNECTION_OPTIONS, connection) ||
@@ -200,7 +200,7 @@ ResultCode StageDataRate(const Option& option, const char* value, const Staging&
     return RC_SUCCESS;
 }
 
-/// Mode 0 has no use for the timer, and stages it as 0.
+/// Mode 0 doesn't use the timer, and stages it as 0.
 ResultCode StageOperationMode(const Option& option, const char* value, const Staging& staging) {
     const ResultCode code = StageWord(option, value, staging);
     VX_UINT32 mode = 0;
@@ -220,7 +220,7 @@ ResultCode StageFrameSize(const Option& option, const char* value, const Staging
     return RC_SUCCESS;
 }
 
-/// In mode 0, of this command or else of the file, only 0 is legal, and nothing is staged.
+/// In mode 0, set by this command or else in the file, only 0 is valid, and nothing is staged.
 ResultCode StageInterruptDelayTimer(const Option& option, const char* value, const Staging& staging) {
     const VX_UINT32 timer = ParseNumber(value);
     if (timer > option.argument.maximum) {
@@ -244,7 +244,7 @@ consteval const Argument& Of(std::string_view name) {
     return OptionOf(HBA_PARAMS_ARGUMENTS, name);
 }
 
-/// In the order in which they are examined.
+/// In the order of their checks.
 constexpr Option OPTIONS[] = {
     {Of("--connection-options"), KEY_CONNECTION_OPTIONS, StageConnectionOptions},
     {Of("--data-rate"), KEY_DATA_RATE, StageDataRate},
@@ -270,7 +270,7 @@ constexpr Option OPTIONS[] = {
 };
 static_assert(std::size(OPTIONS) == std::size(HBA_PARAMS_ARGUMENTS) - 1);
 
-/// The adapter is looked at ahead of the value.
+/// Checks the adapter before the value.
 ResultCode StageOption(const Option& option, const char* value, const Staging& staging) {
     const bool isSupported = option.isSupported == nullptr || option.isSupported(staging.Chip());
     const ResultCode code = isSupported ? option.stage(option, value, staging) : RC_FEATURE_NOT_SUPPORTED;

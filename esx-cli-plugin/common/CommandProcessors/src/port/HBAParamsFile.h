@@ -1,6 +1,5 @@
 /// @file
-/// NVRAM parameters of a port on their way between runs: the keys of their cache file, and the options that
-/// change them.
+/// Staged NVRAM parameters of a port: the keys of their cache file, and the options that change them.
 #pragma once
 
 #include "CmdLineParser.h"
@@ -8,7 +7,7 @@
 #include "StagedSettings.h"
 #include "vexapi.h"
 
-/// Words of parameters, as options take them and reports show them.
+/// Values of parameters in options and reports.
 inline constexpr char OUT_LOOP_ONLY[] = "Loop_Only";
 inline constexpr char OUT_POINT_TO_POINT_ONLY[] = "Point_To_Point_Only";
 inline constexpr char OUT_LOOP_PREFERRED[] = "Loop_Preferred_Otherwise_Point_To_Point";
@@ -27,7 +26,7 @@ inline constexpr char OUT_TIMER_EXPIRES_OR_IDLE[] = "Interrupt_When_Interrupt_De
 
 inline constexpr CodeText HBA_CONNECTIONS[] = {
     {0, OUT_LOOP_ONLY}, {1, OUT_POINT_TO_POINT_ONLY}, {2, OUT_LOOP_PREFERRED}};
-/// In the library's order, which is not that of speed.
+/// In the library's order, not by speed.
 inline constexpr CodeText HBA_DATA_RATES[] = {
     {0, OUT_1GBPS}, {1, OUT_2GBPS},  {2, OUT_AUTO},   {3, OUT_4GBPS},
     {4, OUT_8GBPS}, {5, OUT_16GBPS}, {6, OUT_32GBPS}, {7, OUT_64GBPS},
@@ -36,12 +35,12 @@ inline constexpr CodeText HBA_OPERATION_MODES[] = {
     {0, OUT_EVERY_COMPLETION}, {5, OUT_TIMER_EXPIRES}, {6, OUT_TIMER_EXPIRES_OR_IDLE}};
 inline constexpr CodeText HBA_FRAME_SIZES[] = {{512, "512"}, {1024, "1024"}, {2048, "2048"}, {2112, "2112"}};
 
-/// Which adapters have a parameter.
+/// Whether an adapter has a parameter.
 bool HasHardLoopId(__CHIPPROPERTY chip);
 bool HasOperationMode(__CHIPPROPERTY chip);
 bool HasLR(__CHIPPROPERTY chip);
 
-/// The arguments of `setFile`: the port, then the options in the order in which they are examined.
+/// Arguments of `setFile`: the port, then the options in the order of their checks.
 inline constexpr Argument HBA_PARAMS_ARGUMENTS[] = {
     PORT_ARGUMENT,
     {"--connection-options", "-c", "topology", ArgumentKind::WORD, false, HBA_CONNECTIONS},
@@ -69,13 +68,13 @@ inline constexpr Argument HBA_PARAMS_ARGUMENTS[] = {
     {"--virtual-lane", "-j", "whether virtual lanes are on", ArgumentKind::WORD, false, FLAG_WORDS},
 };
 
-/// The cache file of the port that the user typed as `identifier`.
+/// Cache file of the port that the user typed as `identifier`.
 StagedFile HBAParamsFile(const char* identifier);
 
 /// The keys of the file, in the order of its lines.
 std::span<const StagedKey<_VEXAPI_HBAParameters>> HBAParamsKeys();
 
-/// Checks the options among `args` in a fixed order and merges them into the file: all or nothing. Gives the
-/// result code of the first refusal; an option that is absent does nothing.
+/// Checks the options in `args` in a fixed order and merges all or none of them into the file. Returns the result
+/// code of the first rejection; absent options are ignored.
 ResultCode UpdateHBAParamsInFile(const TavuStringArray& args, const StagedFile& file,
                                  const _vexapi_protocol_t& protocol);

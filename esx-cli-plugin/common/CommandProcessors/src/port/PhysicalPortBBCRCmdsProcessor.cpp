@@ -117,7 +117,7 @@ ResultCode PhysicalPortBBCRCmdsProcessor::Set(const TavuStringArray& args, BBCRI
     if (const ResultCode code = Get(args, info); code != RC_SUCCESS) {
         return code;
     }
-    info.reboot = true; // always: the library isn't asked
+    info.reboot = true; // always; the library isn't asked
     const auto overlay = [&](const StagedFile& file) { ReadStagedFile(file, Keys(), info); };
     return CommitSettings(BBCRFile(ArgText(args, 0)), info.commit, overlay, [&] {
         return CallLibrary(WRITE_BBCR, [&] {

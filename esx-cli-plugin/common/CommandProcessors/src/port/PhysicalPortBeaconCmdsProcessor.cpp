@@ -55,7 +55,7 @@ constexpr Argument SET_ARGUMENTS[] = {
 
 } // namespace
 
-// Required: the usage function of the twins is another family's, whose ids and texts are the same.
+// Required: the twins use another family's usage function, which has the same ids and texts.
 constexpr Command PhysicalPortBeaconCmdsProcessor::COMMANDS[] = {
     {.names = Names<"get", "CmdGet">(),
      .description = "get Orvane adapter's Beacon information",
@@ -87,7 +87,7 @@ ResultCode PhysicalPortBeaconCmdsProcessor::Get(const TavuStringArray& args, VEX
     return code == RC_SUCCESS ? ReadState(entry, state) : code;
 }
 
-/// The state is read back: the document shows what the adapter says now, not what was asked for.
+/// Reads the state back: the document shows the adapter's current state, not the requested one.
 ResultCode PhysicalPortBeaconCmdsProcessor::Set(const TavuStringArray& args, VEXAPI_BEACON_TYPE& state) {
     PortEntry entry;
     ResultCode code = AdmitPort(args, entry);

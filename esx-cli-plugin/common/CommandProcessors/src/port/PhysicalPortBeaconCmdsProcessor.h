@@ -3,7 +3,7 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `port -s beacon`: the blinking of a port's LEDs that lets somebody find an adapter in a rack.
+/// `port -s beacon`: blinking of a port's LEDs, to locate an adapter in a rack.
 class PhysicalPortBeaconCmdsProcessor final : public Family<PhysicalPortBeaconCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -30,7 +30,7 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_EFI, "Failed, Adapter does not have ROM UEFI"},
 };
 
-/// Only a clear difference between BIOS and UEFI is switched; other modes of the library are left alone.
+/// Switches only between BIOS and UEFI; other modes of the library are left alone.
 bool MustSwitchMode(VX_UINT8 current, VX_UINT8 wanted) {
     return (current == BOOT_BIOS && wanted == BOOT_UEFI) || (current == BOOT_UEFI && wanted == BOOT_BIOS);
 }
@@ -41,7 +41,7 @@ StagedFile BootConfigFile(const char* identifier) {
     return {GROUP, identifier};
 }
 
-/// The file knows two modes: 1 is UEFI, any other number the BIOS.
+/// Modes in the file: 1 is UEFI, any other number the BIOS.
 VX_UINT32 ModeInFile(VX_UINT8 mode) {
     return mode == BOOT_UEFI ? 1 : 0;
 }
@@ -61,7 +61,7 @@ constexpr Argument DRIVE_OPTIONS[] = {
 constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT, MODE};
 constexpr auto SET_FILE_ARGUMENTS = BootArguments(GET_ARGUMENTS, DRIVE_OPTIONS);
 
-/// The mode is an option, and the BIOS without it.
+/// The mode is an option; the default is the BIOS.
 ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
     TavuString word;
     boot.mode = BOOT_BIOS;
@@ -77,8 +77,8 @@ ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
 
 constexpr VX_UINT32 FIRST_UEFI_DRIVE = 4;
 
-/// Stages a drive, "xx:xx:xx:xx:xx:xx:xx:xx-LUN", that names a discovered target and LUN, or clears it with a
-/// name of zeros. A value without a LUN takes that of the drive before it: `lun` carries over, and begins as
+/// Stages a drive, "xx:xx:xx:xx:xx:xx:xx:xx-LUN", which names a discovered target and LUN, or clears it if the name
+/// is all zeros. Required: a value without a LUN takes that of the previous drive, carried over in `lun`, initially
 /// 0; users rely on it.
 ResultCode StageDrive(VX_UINT32 number, const char* value, const BootSettings& boot, int& lun, StagedValues& values) {
     VX_UINT8 wwpn[8] = {};

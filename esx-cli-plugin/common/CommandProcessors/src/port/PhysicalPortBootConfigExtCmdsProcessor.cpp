@@ -12,7 +12,7 @@ constexpr char CLASS_NAME[] = "PhysicalPortBootConfigExtCmdsProcessor";
 constexpr BlockShape OUT_SHAPE = {
     {"BootConfigInfo", "BootConfig", "BootConfigList"}, 8192, ReportBlock::SizeRule::FULL};
 
-/// Three wordings differ from those of `bootconfig`.
+/// Three texts differ from those of `bootconfig`.
 constexpr CodeText RESULT_TEXTS[] = {
     {RC_PARAM_ERROR, "Failed, Boot parameter requires valid boot mode option"},
     {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
@@ -44,7 +44,7 @@ StagedFile BootConfigExtFile(const char* identifier) {
     return {GROUP, identifier};
 }
 
-/// The file holds the library's number, and any number is taken back.
+/// The file contains the library's number; any number is accepted back.
 VX_UINT32 ModeInFile(VX_UINT8 mode) {
     return mode;
 }
@@ -53,9 +53,9 @@ VX_UINT8 ModeFromFile(VX_UINT32 number) {
 }
 
 constexpr Argument MODE = {"mode", nullptr, "what boots", ArgumentKind::WORD, true, BOOT_MODE_WORDS};
-constexpr char MODE_OPTION[] = "--boot-mode"; // as traces name the mode
+constexpr char MODE_OPTION[] = "--boot-mode"; // in traces
 
-/// The mode is the second argument, and has no default.
+/// The mode is the second argument, without a default.
 ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
     const char* word = ArgText(args, 1);
     const bool isUefi = CompareNoCase(word, "UEFI") == 0;
@@ -79,25 +79,24 @@ constexpr Argument ENTRY_OPTIONS[] = {NVME_BOOT_FLAG, TARGET_NUMBER, TARGET_WWPN
 constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT, MODE};
 constexpr auto SET_FILE_ARGUMENTS = BootArguments(GET_ARGUMENTS, ENTRY_OPTIONS);
 
-/// The four options that describe one boot target together.
+/// The four options that together describe one boot target.
 struct BootTargetOptions {
     std::optional<VX_UINT32> number;
     std::optional<TavuString> wwpn;
     std::optional<VX_UINT16> disk;
     std::optional<VX_UINT32> isEnabled;
-    const _tagVEXAPI_SDMTarget* target = nullptr; ///< null for a name of zeros, which clears the entry
+    const _tagVEXAPI_SDMTarget* target = nullptr; ///< null if the name is all zeros, which clears the entry
 };
 
-/// Which value an option has, if it is given.
+/// The value of an option, if given.
 std::optional<TavuString> OptionValue(const TavuStringArray& args, const Argument& option) {
     TavuString value;
     return CmdLineParser::GetOption(args, option, value) ? std::optional<TavuString>(value) : std::nullopt;
 }
 
-/// Checks each option for itself, in order. The target is looked up before it is asked whether the options are
-/// complete.
+/// Checks each option separately, in order. The target is looked up before checking that the options are complete.
 ResultCode ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
-    constexpr VX_UINT32 LAST_BIOS_TARGET = 3; // on adapters without UEFI too: their only mode is that of the BIOS
+    constexpr VX_UINT32 LAST_BIOS_TARGET = 3; // also on adapters without UEFI, whose only mode is the BIOS
     if (const auto number = OptionValue(args, TARGET_NUMBER)) {
         options.number = ParseNumber(number->c_str());
         if (*options.number > LAST_BIOS_TARGET && boot.mode == BOOT_BIOS) {
@@ -134,12 +133,12 @@ ResultCode ReadBootTargetOptions(const TavuStringArray& args, const BootSettings
     return RC_SUCCESS;
 }
 
-/// All options of the mode together, or none of them.
+/// Requires all options of the mode or none of them.
 ResultCode CheckComplete(const BootSettings& boot, const BootTargetOptions& options, bool& isGiven) {
     const bool isNvme = boot.mode == BOOT_NVME;
     const int wanted = isNvme ? 4 : 3;
     const int given = (options.number ? 1 : 0) + (options.wwpn ? 1 : 0) + (options.disk ? 1 : 0) +
-                      (options.isEnabled ? 1 : 0); // outside NVMe mode the last one is refused already
+                      (options.isEnabled ? 1 : 0); // rejected earlier outside NVMe mode
     isGiven = given == wanted;
     if (given == 0 || isGiven) {
         return RC_SUCCESS;
@@ -159,12 +158,12 @@ void StageNvmeTarget(const BootTargetOptions& options, const TavuString& disk, S
     stage(NVME_ENABLE, *options.isEnabled != 0 ? "1" : "0");
     stage(NVME_WWPN, *options.wwpn);
     stage(NVME_NAMESPACE_ID, disk);
-    stage(NVME_WWNN, target != nullptr ? WwnText(target->NodeName) : *options.wwpn); // zeros
+    stage(NVME_WWNN, target != nullptr ? WwnText(target->NodeName) : *options.wwpn); // all zeros
     stage(NVME_NQN, target != nullptr ? StagedName(BoundedText(target->StorageNqn)) : TavuString());
     stage(NVME_CONTROLLER_ID, controller);
 }
 
-/// Stages one boot target. A number above 7 succeeds and changes no entry that anybody reads.
+/// Stages one boot target. A number above 7 succeeds, but changes no entry that is ever read.
 ResultCode StageTarget(const TavuStringArray& args, const BootSettings& boot, StagedValues& values) {
     BootTargetOptions options;
     if (const ResultCode code = ReadBootTargetOptions(args, boot, options); code != RC_SUCCESS) {

@@ -2,8 +2,8 @@
 
 #include "BootSettings.h"
 
-/// `port -s bootconfigext`: booting from SAN, from NVMe over Fibre Channel too. Changes are staged by
-/// `setFile`, one boot target a command, in a cache file, and written by `set`.
+/// `port -s bootconfigext`: booting from SAN, including NVMe over Fibre Channel. Changes are staged in a cache file
+/// by `setFile`, one boot target per command, and written by `set`.
 class PhysicalPortBootConfigExtCmdsProcessor final : public BootFamily<PhysicalPortBootConfigExtCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -11,7 +11,7 @@ constexpr char OUT_RESULT[] = "CTDiagResult";
 constexpr char OUT_DIAG_TEST[] = "Diagnostic Test";
 constexpr char OUT_TEST_RESULT[] = "Test Result";
 
-/// Test types; 0 stands for a word that is none.
+/// Test types; 0 for any other word.
 constexpr CodeText TEST_TYPES[] = {{1, "CTPing"}, {2, "CTFCTraceRoute"}};
 
 constexpr LibraryCall CT_TEST = {"VEXAPI_DiagnosticsCTCommand", "", "CT Diag failed", RC_DIAG_TEST_FAILED};
@@ -56,7 +56,7 @@ ResultCode PhysicalPortCTDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* 
     return code;
 }
 
-/// The test's word comes first, ahead of the port and of a help word.
+/// The test type is checked first, before the port and a help word.
 ResultCode PhysicalPortCTDiagCmdsProcessor::Run(const TavuStringArray& args, VX_UINT32& testType) {
     if (!FindWord(TEST_TYPES, ArgText(args, 1), testType)) {
         return RC_INVALID_PARAMETER;

@@ -77,7 +77,7 @@ ResultCode PhysicalPortCmdsProcessor::CmdUpdateNvramCommon(MultipleCmdsProcessor
     return code;
 }
 
-/// The command but for its document. `rebootRequired` is only written on success.
+/// The command without its document. `rebootRequired` is only written on success.
 ResultCode PhysicalPortCmdsProcessor::UpdateNvram(const TavuStringArray& args, bool& rebootRequired) {
     PortEntry entry;
     if (const ResultCode code = GetPhysicalPortFromPortString(args, entry); code != RC_SUCCESS) {

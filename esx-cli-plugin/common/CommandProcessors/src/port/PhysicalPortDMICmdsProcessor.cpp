@@ -14,7 +14,7 @@ constexpr char OUT_DMI_A0_DATA[] = "Dmi A0Data In Hex";
 constexpr char OUT_DMI_A2_DATA[] = "Dmi A2Data In Hex";
 constexpr char OUT_SFP_FW_UPDATE[] = "SFPFirmwareUpdate";
 
-/// The one vendor whose transceivers can be updated.
+/// The only vendor whose transceivers can be updated.
 constexpr char OUT_WTD[] = "WTD";
 
 constexpr CodeText RESULT_TEXTS[] = {
@@ -66,7 +66,7 @@ bool IsEmpty(const _VEXAPI_SFP_DATA& data) {
     return std::all_of(std::begin(data.Data), std::end(data.Data), [](VX_UINT8 byte) { return byte == 0; });
 }
 
-/// A page as hexadecimal bytes, each with a blank behind it.
+/// A page as hexadecimal bytes, each followed by a blank.
 TavuString HexText(const VX_UINT8* page) {
     constexpr char DIGITS[] = "0123456789abcdef";
     TavuString text;
@@ -165,7 +165,7 @@ ResultCode PhysicalPortDMICmdsProcessor::CmdUpdateCommon(MultipleCmdsProcessor* 
     return code;
 }
 
-/// An empty bay is a document that says failure, while the command's result stays 0: clients know it so.
+/// Required: for an empty bay the document shows a failure, but the command's result is 0; parsers depend on it.
 void PhysicalPortDMICmdsProcessor::DisplayDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data,
                                                   eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);
@@ -180,11 +180,11 @@ void PhysicalPortDMICmdsProcessor::DisplayDMIInfo(MultipleCmdsProcessor* self, c
         report.PrintSFPDMI(true);
         report.PrintSFP();
     }
-    // Without memory for the block it is a success without data.
+    // If the block can't be allocated, this is a success without data.
     Document(*self, format).BlockReport(OUT_NAMES, REBOOT_NOT_SHOWN, block);
 }
 
-/// The same holds for an empty bay here.
+/// An empty bay is handled in the same way.
 void PhysicalPortDMICmdsProcessor::DisplayRawDMIInfo(MultipleCmdsProcessor* self, const _VEXAPI_SFP_DATA& data,
                                                      eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);

@@ -2,7 +2,7 @@
 
 #include "Family.h"
 
-/// `port -s dmi`: the memory of a port's transceiver, decoded or as it stands, and the update of its firmware.
+/// `port -s dmi`: the memory of a port's transceiver, decoded or raw, and the update of its firmware.
 class PhysicalPortDMICmdsProcessor final : public Family<PhysicalPortDMICmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

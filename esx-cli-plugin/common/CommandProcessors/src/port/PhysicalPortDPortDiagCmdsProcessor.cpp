@@ -53,7 +53,7 @@ constexpr VX_UINT16 MAILBOX_FAILED = 0x4005;
 constexpr VX_UINT8 PHASE_PASSED = 1;
 
 constexpr VX_UINT32 STATUS_BFS_MODE = 132;
-/// Of the test's second form.
+/// Statuses of the test's second form.
 constexpr StatusResult TEST_STATUSES[] = {
     {2, RC_INVALID_PARAMETER},      {29, RC_NOT_SUPPORTED_FOR_VPORT}, {38, RC_FEATURE_NOT_SUPPORTED},
     {129, RC_UNSUPPORTED_MODE},     {130, RC_LINK_UP_REQUIRED},       {131, RC_UNSUPPORTED_SPEED},
@@ -69,7 +69,7 @@ constexpr CodeText PHASE_RESULTS[] = {
     {78, "Not Supported"},    {79, "Not Supported"},  {115, "Memory Error"},
 };
 
-/// Why a test failed: the low four bits of the second mailbox word.
+/// Reasons of a failed test: the low four bits of the second mailbox word.
 constexpr VX_UINT32 LAST_REASON_WITH_POWERS = 6;
 constexpr VX_UINT32 REASON_NO_DYNAMIC_MODE = 5;
 constexpr CodeText REASONS[] = {
@@ -84,7 +84,8 @@ constexpr CodeText REASONS[] = {
 constexpr unsigned MAILBOX_LOW_BITS = 0xF;
 constexpr unsigned MAILBOX_HAS_REASON = 2;
 
-/// `log10f` of libm, which is loaded here: every start of the program would pay for it, and no other command needs it.
+/// `log10f` of libm, loaded on demand: only this command needs it, and linking it would slow down every start of
+/// the program.
 float Log10(float value) {
     using Function = float (*)(float);
     static const auto function = reinterpret_cast<Function>(dlsym(dlopen(LIBM_SO, RTLD_LAZY), "log10f"));
@@ -124,7 +125,7 @@ void AddDistance(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& resul
     block.LineF("Cable Link Distance", "%u meters", swapint(result.CableLinkDistance));
 }
 
-/// The remote powers have no guard against 0: the report then shows an infinite value.
+/// The remote powers are not checked for 0, which prints as infinity.
 void AddPassedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& result) {
     const unsigned short tx = swapshort(result.LocalTxPower);
     const unsigned short rx = swapshort(result.LocalRxPower);
@@ -161,7 +162,7 @@ void AddFailedPart(ReportBlock& block, const _VEXAPI_DiagnosticsDPortResult& res
     AddPowers(block, "Ingress Power", ingress, 0.0F, 0.0F);
 }
 
-/// The flat document of `get` and `set`, of their failures too.
+/// The flat document of `get` and `set`, including failures.
 void WriteMode(MultipleCmdsProcessor* self, Serializer::eOutputFormat format, ResultCode code, const char* message,
                RebootRequired reboot, bool isDiagnostic) {
     const TracedCall traced(CLASS_NAME, "DisplayDPortDiagInfo");
@@ -184,8 +185,8 @@ constexpr Argument SET_ARGUMENTS[] = {
 
 } // namespace
 
-// Required: the usage function of two twins is another family's, whose ids differ: `getcli` shows the usage of
-// `set`, and `setcli` none.
+// Required: two twins use another family's usage function, whose ids differ: `getcli` shows the usage of `set`, and
+// `setcli` none.
 constexpr Command PhysicalPortDPortDiagCmdsProcessor::COMMANDS[] = {
     {.names = Names<"get", "CmdGet">(),
      .description = "get Orvane adapter port's DPortDiag information",
@@ -242,7 +243,7 @@ ResultCode PhysicalPortDPortDiagCmdsProcessor::Get(const TavuStringArray& args, 
     return code == RC_SUCCESS ? ReadMode(entry, mode.isDiagnostic) : code;
 }
 
-/// Shows the mode as it is read back.
+/// Shows the mode that is read back.
 ResultCode PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, DPortMode& mode) {
     PortEntry entry;
     ResultCode code = AdmitPort(args, entry);
@@ -265,7 +266,7 @@ ResultCode PhysicalPortDPortDiagCmdsProcessor::Set(const TavuStringArray& args, 
     });
 }
 
-/// The document says "Success" whatever the phases say: pass or fail stands in the report.
+/// The document says "Success" whatever the phases' results: pass or fail is in the report.
 ResultCode PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                             eOutputFormat format) {
     PortEntry entry;
@@ -285,7 +286,7 @@ ResultCode PhysicalPortDPortDiagCmdsProcessor::CmdRunCommon(MultipleCmdsProcesso
         const VX_UINT32 status = VEXAPI_DiagnosticDPortTestV2(handle, &result);
         code = ResultOf(RUN_TEST, status);
         if (status == STATUS_BFS_MODE) {
-            DisplayError(self, code, format); // into the library's log, ahead of the one that is seen
+            DisplayError(self, code, format); // to the library's log; the visible one follows
         }
     } else {
         result = VEXAPI_DiagnosticDPortTest(handle, &result);
@@ -362,7 +363,7 @@ void PhysicalPortDPortDiagCmdsProcessor::DisplayDPortDiagResult(MultipleCmdsProc
                                                                 const _VEXAPI_DiagnosticsDPortResult& result,
                                                                 eOutputFormat format) {
     DisplayBlock(self, format, __func__, OUT_SHAPE, [&](ReportBlock& block) {
-        // The two times bring their line ends with them.
+        // Both times include a line end.
         block.Line("Start Time", BoundedText(result.StartTime), "");
         block.Line("Stop Time", BoundedText(result.StopTime), "");
         AddPhase(block, "HBA Port", result.HbaPortValue, result.HbaPortStatus);

@@ -3,17 +3,17 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// Byte order of the big-endian fields of a diagnostic port result.
+/// Swap the bytes of the big-endian fields of a diagnostic port result.
 unsigned short swapshort(unsigned short value);
 unsigned int swapint(unsigned int value);
 
-/// Optical power in dBm of a value in units of 0.1 microwatt, in single precision; minus infinity for 0.
+/// Optical power in dBm from units of 0.1 microwatt, in single precision; minus infinity for 0.
 float DportPowerDbm(unsigned short power);
 
 /// Text of a phase's result code.
 const char* GetDportTestResult(VX_UINT32 code);
 
-/// `port -s dportdiag`: the diagnostic port, a mode in which adapter and switch test their link.
+/// `port -s dportdiag`: the diagnostic port, a mode in which the adapter and the switch test their link.
 class PhysicalPortDPortDiagCmdsProcessor final : public Family<PhysicalPortDPortDiagCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -57,7 +57,7 @@ constinit const FamilyDescription PhysicalPortFCEchoCmdsProcessor::FAMILY = {
     .resultTexts = PING_RESULT_TEXTS,
 };
 
-/// The rows are written in failures too.
+/// Rows are written on failure too.
 ResultCode PhysicalPortFCEchoCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                          eOutputFormat format) {
     Echo echo;
@@ -78,7 +78,7 @@ ResultCode PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Ech
     return destinationType != DESTINATION_NONE ? SendFrames(echo, destinationType) : RC_TARGET_NOT_FOUND;
 }
 
-/// The result is that of the last frame, not of the worst: a failure that is followed by a success is none.
+/// Returns the result of the last frame, not of the worst: a failure followed by a success is lost.
 ResultCode PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 destinationType) {
     constexpr VX_UINT32 ONE_FRAME = 1;
     const PingRequest& request = echo.request;

@@ -14,7 +14,7 @@ public:
 private:
     struct Echo {
         PingRequest request;
-        std::vector<_VEXAPI_ECHO_RESULTS> frames; ///< those that were sent, failed ones too
+        std::vector<_VEXAPI_ECHO_RESULTS> frames; ///< sent frames, including failed ones
     };
 
     static ResultCode CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);

@@ -48,7 +48,7 @@ ResultCode PhysicalPortFCPingCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* 
     return code;
 }
 
-/// One library call for the whole test: count and stop are handled behind it.
+/// Makes one library call for the whole test; the library handles count and stop.
 ResultCode PhysicalPortFCPingCmdsProcessor::Run(const TavuStringArray& args) {
     PingRequest request;
     ResultCode code = AdmitPingPort(args, request);

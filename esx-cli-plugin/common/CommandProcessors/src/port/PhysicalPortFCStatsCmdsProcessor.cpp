@@ -95,7 +95,7 @@ ResultCode PhysicalPortFCStatsCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor*
     } else if (CompareNoCase(mode, MODE_FIRMWARE) == 0) {
         DisplayFCFWStats(self, *entry.protocol, format);
     } else {
-        // The document tells the failure, yet the result is success, so that no usage follows; `reset` differs.
+        // The document shows the failure, but the result is success, so no usage follows, unlike in `reset`.
         TraceStep(TRACE_DEBUG, "Invalid mode=%s", mode);
         DisplayError(self, RC_INVALID_PARAMETER, format);
     }

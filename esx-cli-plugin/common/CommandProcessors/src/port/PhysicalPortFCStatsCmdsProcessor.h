@@ -8,7 +8,7 @@ struct PortCounter {
     VX_UINT32 _vexapi_protocol_t::*count;
 };
 
-/// `port -s stats`: a port's counters, as the adapter tree delivered them.
+/// `port -s stats`: a port's counters from the adapter tree.
 class PhysicalPortFCStatsCmdsProcessor final : public Family<PhysicalPortFCStatsCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

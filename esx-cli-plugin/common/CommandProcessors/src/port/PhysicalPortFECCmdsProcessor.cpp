@@ -129,7 +129,7 @@ ResultCode PhysicalPortFECCmdsProcessor::Set(const TavuStringArray& args, FecSta
         return code;
     }
     fec.status = EffectiveFecStatus(fec.isMezzanine, *fec.protocol, fec.status);
-    // A status goes to the library before the reset's word is looked at: a bad word then leaves it written.
+    // The status is written before the word of the reset is checked, so it stays written if that word is invalid.
     TavuString value;
     if (CmdLineParser::GetOption(args, OptionOf(SET_ARGUMENTS, "--fec-status"), value)) {
         code = ChangeStatus(value, fec);
@@ -173,7 +173,7 @@ ResultCode PhysicalPortFECCmdsProcessor::ReadCounters(FecState& fec) {
 }
 
 ResultCode PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, FecState& fec) {
-    // A port without a choice refuses even a misspelt word so.
+    // On a port whose status is fixed, even a misspelt word is rejected this way.
     if (!IsFecChangeAllowed(fec.isMezzanine, *fec.protocol)) {
         TraceStep(TRACE_DEBUG, "Modification of fec-status is supported at 16Gbps and Unknown speed for "
                                "non-mezz adapters only");
@@ -188,7 +188,7 @@ ResultCode PhysicalPortFECCmdsProcessor::ChangeStatus(const TavuString& value, F
                        [&] { return VEXAPI_FCSetFECSupportInfo(&fec.protocol->PortHandle, fec.status); });
 }
 
-/// The counters read before stay what the document shows; only the next `get` sees the reset.
+/// The document shows the counters read before; the reset is first visible in the next `get`.
 ResultCode PhysicalPortFECCmdsProcessor::ResetCounters(const TavuString& value, FecState& fec) {
     if (value.CompareNoCase(OUT_RESET) != 0) {
         TraceStep(TRACE_DEBUG, "reset=%s not supported", value.c_str());
@@ -204,7 +204,7 @@ void PhysicalPortFECCmdsProcessor::DisplayFECInfo(MultipleCmdsProcessor* self, c
     Document document(*self, format);
     document.FieldReport(OUT_NAMES, fec.reboot, [&] {
         document.Field(OUT_FEC_STATUS, fec.status != 0 ? OUT_TRUE : OUT_FALSE);
-        // The counters have 64 bits; the low 32 are shown.
+        // Of 64 bits, the low 32 are shown.
         document.Field(OUT_CORRECTABLE_ERRORS, fec.entries->CorrectableFecErrors, INT_U32);
         document.Field(OUT_UNCORRECTABLE_ERRORS, fec.entries->UncorrectableFecErrors, INT_U32);
     });

@@ -66,7 +66,7 @@ ResultCode PhysicalPortFwDumpCmdsProcessor::CmdGetCommon(MultipleCmdsProcessor* 
     return code;
 }
 
-/// The dump is fetched before the file is opened. An existing file is overwritten.
+/// Fetches the dump before opening the file. Overwrites an existing file.
 ResultCode PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& args) {
     PortEntry entry;
     if (const ResultCode code = GetPhyPortFromPortString(args, entry); code != RC_SUCCESS) {
@@ -91,7 +91,7 @@ ResultCode PhysicalPortFwDumpCmdsProcessor::WriteDump(const TavuStringArray& arg
         return RC_FILE_ERROR;
     }
     if (size > 0) {
-        // A dump that can't be written whole is no failure of the command: clients know it so.
+        // Required: an incomplete write is not a failure of the command; clients depend on it.
         static_cast<void>(std::fwrite(dump.get(), 1, size, file));
     }
     std::fclose(file);

@@ -14,7 +14,7 @@ constexpr ReportNames OUT_NAMES = {"HBAParametersInfo", "HBAParameters", "HBAPar
 constexpr char OUT_RESTORE_DEFAULTS[] = "RestoreDefaultsInfo";
 constexpr char OUT_SAVE[] = "HBAParametersSave";
 
-/// A file that can't be opened is not among them, and reads as unknown.
+/// A file that can't be opened has no text here, and reads as unknown.
 constexpr CodeText RESULT_TEXTS[] = {
     {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
     {RC_CFG_READ_FAILED, "Failed, NVRAM read failed"},
@@ -33,12 +33,12 @@ constexpr CodeText RESULT_TEXTS[] = {
 constexpr LibraryCall READ_PARAMETERS = {"VEXAPI_GetHBAParamsInfo", "", "Get HBA Params failed", RC_CFG_READ_FAILED};
 constexpr LibraryCall WRITE_PARAMETERS = {"VEXAPI_UpdateHBAParameters", "", "Update HBA Params failed",
                                           RC_CFG_UPDATE_FAILED};
-/// A write, and yet its failure is told as that of a read: clients know it so.
+/// Required: the failure of this write is reported as a failed read; parsers depend on it.
 constexpr LibraryCall RESTORE_DEFAULTS = {"VEXAPI_RestoreDefaultNVRAM", "", "Restore Default NVRAM failed",
                                           RC_CFG_READ_FAILED};
 constexpr LibraryCall SAVE_NVRAM = {"VEXAPI_SaveSingleAdapterNVRAMToFile", "", "Save NVRAM failed", RC_CFG_READ_FAILED};
 
-/// On converged Rowan adapters the code of 16 Gbps stands for 10.
+/// On converged Rowan adapters the code of 16 Gbps means 10.
 const char* DataRateText(VX_UINT32 rate, __CHIPPROPERTY chip) {
     constexpr VX_UINT32 RATE_16_GBPS = 5;
     return rate == RATE_16_GBPS && IsRowanCNAAdapter(chip) ? OUT_10GBPS : TextOf(HBA_DATA_RATES, rate, OUT_UNKNOWN);
@@ -48,7 +48,7 @@ const char* EnabledText(bool isEnabled) {
     return isEnabled ? OUT_TRUE : OUT_FALSE;
 }
 
-/// "true" or "false", or "NA" on an adapter that doesn't have the setting.
+/// "true" or "false", or "NA" if the adapter doesn't have the setting.
 const char* EnabledOrNa(bool hasSetting, bool isEnabled) {
     return hasSetting ? EnabledText(isEnabled) : OUT_NA;
 }
@@ -60,15 +60,15 @@ constexpr FieldRow<Params> Text(const char* label, TavuString (*text)(const Para
 constexpr FieldRow<Params> Number(const char* label, VX_UINT32 (*number)(const Params& params)) {
     return NumberField<Params>(label, number);
 }
-/// A parameter as it stands.
+/// A raw parameter.
 template <auto field> constexpr FieldRow<Params> Number(const char* label) {
     return Number(label, [](const Params& params) { return VX_UINT32{params.parameters.*field}; });
 }
-/// The same for a flag.
+/// A flag.
 template <auto field> constexpr FieldRow<Params> Flag(const char* label) {
     return Text(label, [](const Params& params) -> TavuString { return EnabledText(params.parameters.*field != 0); });
 }
-/// The same for a flag that only some adapters have.
+/// A flag that only some adapters have.
 template <auto field, auto hasSetting> constexpr FieldRow<Params> Flag(const char* label) {
     return Text(label, [](const Params& params) -> TavuString {
         return EnabledOrNa(hasSetting(params.Chip()), params.parameters.*field != 0);
@@ -185,7 +185,7 @@ ResultCode PhysicalPortHBAParamsCmdsProcessor::Get(const TavuStringArray& args, 
     return code == RC_SUCCESS ? ReadParameters(params.entry, params.parameters) : code;
 }
 
-/// Shows the pending state: the port's parameters as they will be after `set`.
+/// Shows the pending state: the parameters as they will be after `set`.
 ResultCode PhysicalPortHBAParamsCmdsProcessor::SetFile(const TavuStringArray& args, HBAParams& params) {
     const ResultCode code = Get(args, params);
     if (code != RC_SUCCESS) {
@@ -217,7 +217,7 @@ ResultCode PhysicalPortHBAParamsCmdsProcessor::RestoreDefaults(const TavuStringA
     if (const ResultCode code = GetPhysicalPortFromPortString(args, entry); code != RC_SUCCESS) {
         return code;
     }
-    // One opening of the log for both calls.
+    // The log is opened once for both calls.
     ResultCode code = RC_SUCCESS;
     const ResultCode called = MakeLibraryCalls([&] {
         code = ResultOf(RESTORE_DEFAULTS, VEXAPI_RestoreDefaultNVRAM(&entry.protocol->PortHandle));

@@ -43,12 +43,11 @@ constexpr CodeText PORT_SPEEDS[] = {
     {1, "1 Gbps"},   {2, "2 Gbps"},   {4, "4 Gbps"},   {8, "8 Gbps"},
     {16, "10 Gbps"}, {22, "16 Gbps"}, {50, "32 Gbps"}, {100, "64 Gbps"},
 };
-/// Bits of `SupportedSpeeds`, the first set one counting: 10 Gbps stands ahead of 8, and 1 and 2 Gbps count
-/// for nothing.
+/// Bits of `SupportedSpeeds`, of which the first set one counts: 10 Gbps precedes 8, and 1 and 2 Gbps are ignored.
 constexpr CodeText MAXIMUM_SPEEDS[] = {
     {0x80, "64 Gbps"}, {0x40, "32 Gbps"}, {0x20, "16 Gbps"}, {0x04, "10 Gbps"}, {0x10, "8 Gbps"}, {0x08, "4 Gbps"},
 };
-/// The same bits in the order of the list of supported speeds, where 10 stands behind 8.
+/// The same bits in the order of the list of supported speeds, in which 10 follows 8.
 constexpr CodeText SUPPORTED_SPEEDS[] = {
     {0x01, "1 "}, {0x02, "2 "}, {0x08, "4 "}, {0x10, "8 "}, {0x04, "10 "}, {0x20, "16 "}, {0x40, "32 "}, {0x80, "64 "},
 };
@@ -68,7 +67,7 @@ TavuString SupportedSpeeds(VX_UINT8 speeds) {
     return text + "Gbps";
 }
 
-/// The state of a lockdown reads "false" whatever it is as long as its status is 0: clients know it so.
+/// Required: a lockdown with status 0 reads "false" whatever its state; parsers depend on it.
 const char* LockdownText(VX_UINT32 status) {
     static constexpr CodeText TEXTS[] = {
         {0, OUT_FALSE},
@@ -146,14 +145,15 @@ void PhysicalPortInfoCmdsProcessor::DisplayPortInfo(MultipleCmdsProcessor* self,
         block.Line("Port Speed", TextOf(PORT_SPEEDS, protocol.PortSpeed, OUT_UNKNOWN));
         block.Line("Port ID", PortIdText(protocol.PortId));
         if (isUefiCapable || IsRowanAdapter(chip)) {
-            // Below zero it prints as the large unsigned number that the same bits make: clients know it so.
+            // Required: a negative temperature prints as the unsigned number with the same bits; parsers depend on
+            // it.
             block.LineF("Temperature In Celsius", "%u", static_cast<unsigned>(int{info.temperature.Temperature}));
         }
         block.Line("Flash Firmware Version", ImageVersionText(protocol.FlashFwVersion));
         block.Line("Flash BIOS Version", OrNa(BoundedText(protocol.BiosVersion)));
         block.Line("Flash FCode Version", ImageVersionText(protocol.FlashFCodeVersion));
         block.Line("Flash EFI Version", ImageVersionText(protocol.FlashEfiVersion));
-        // The label of an absent PEP SoftROM differs from that of a present one: clients match on it.
+        // Required: the label of an absent PEP SoftROM differs from that of a present one; parsers match on it.
         AddFlashComponents(block, chip, info.components, "Flash MPI SoftROM Version");
         block.Line("Running Firmware Version", OrNa(BoundedText(protocol.RunningFwVersion)));
         if (isUefiCapable) {

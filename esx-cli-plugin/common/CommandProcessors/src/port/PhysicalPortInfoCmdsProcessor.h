@@ -4,14 +4,14 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `port -s info`: everything that the tool knows about a port, as one report.
+/// `port -s info`: everything known about a port, as one report.
 class PhysicalPortInfoCmdsProcessor final : public Family<PhysicalPortInfoCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;
     static const Command COMMANDS[];
 
 private:
-    /// A record that the library fails to fill stays zero, and the report shows that.
+    /// A record that the library can't fill stays zero, and is reported as such.
     struct PortInfo {
         PortEntry entry;
         _VEXAPI_BoardThermalTemp temperature{};

@@ -22,7 +22,7 @@ constexpr VX_UINT32 LOOPBACK_FCOE_ECHO = 3;
 constexpr CodeText LOOPBACK_WORDS[] = {
     {4, "Internal"}, {LOOPBACK_FCOE_ECHO, "FCoE_Echo"}, {2, "External"}, {LOOPBACK_INTERNAL_10BIT, "Internal_10bit"}};
 
-/// A word that is none acts as "Internal_10bit", which only the older chips know.
+/// An unknown word acts as "Internal_10bit", which only older chips support.
 ResultCode ReadLoopbackType(const char* word, __CHIPPROPERTY chip, VX_UINT32& type) {
     FindWord(LOOPBACK_WORDS, word, type);
     const bool isSupported = type == LOOPBACK_INTERNAL_10BIT ? Is4GAdapter(chip) || Is8GAdapter(chip)
@@ -80,7 +80,7 @@ constinit const FamilyDescription PhysicalPortLoopbackCmdsProcessor::FAMILY = {
     .report = OUT_NAMES,
 };
 
-/// The result is success even where every iteration failed: pass or fail stands in the report.
+/// Succeeds even if every iteration failed: pass or fail is in the report.
 ResultCode PhysicalPortLoopbackCmdsProcessor::Run(const TavuStringArray& args, Loopback& loopback) {
     PortEntry entry;
     DiagTestParams parameters{};

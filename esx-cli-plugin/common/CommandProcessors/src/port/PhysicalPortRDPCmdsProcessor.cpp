@@ -10,7 +10,7 @@ namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortRDPCmdsProcessor";
 
-/// The data field has a label of its own.
+/// The data field has a special label.
 constexpr ReportNames OUT_NAMES = {"RDPInformation", "Read Diagnostics Parameters Data", "RDPDataList", "RDPInfo"};
 
 constexpr LibraryCall READ_RDP = {"VEXAPI_DiagnosticsRDPTest", "", "RDP Test failed", RC_DIAG_TEST_FAILED};
@@ -40,7 +40,7 @@ constinit const FamilyDescription PhysicalPortRDPCmdsProcessor::FAMILY = {
     .report = OUT_NAMES,
 };
 
-/// The size that the library gives back is of no use: the payload tells its own length.
+/// The size returned by the library is not used: the payload contains its own length.
 ResultCode PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payload& payload) {
     PingRequest request;
     if (const ResultCode code = AdmitPingPort(args, request); code != RC_SUCCESS) {
@@ -52,7 +52,7 @@ ResultCode PhysicalPortRDPCmdsProcessor::Get(const TavuStringArray& args, Payloa
     });
 }
 
-/// Without memory for the report the document holds no data, and still says "Success".
+/// If the report can't be allocated, the document has no data but still says "Success".
 void PhysicalPortRDPCmdsProcessor::DisplayRDPInfo(MultipleCmdsProcessor* self, const Payload& payload,
                                                   eOutputFormat format) {
     const TracedCall traced(CLASS_NAME, __func__);

@@ -2,7 +2,7 @@
 
 #include "Family.h"
 
-/// `port -s rdp`: the diagnostic parameters that a port's link partner tells.
+/// `port -s rdp`: diagnostic parameters of a port's link partner.
 class PhysicalPortRDPCmdsProcessor final : public Family<PhysicalPortRDPCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

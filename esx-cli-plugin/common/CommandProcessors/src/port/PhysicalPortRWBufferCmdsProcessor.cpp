@@ -16,12 +16,12 @@ constexpr auto RESULT_TEXTS = FrameTestResultTexts("Failed, RWBuffer type not su
 constexpr VX_UINT32 DATA_SIZES[] = {8, 16, 32, 64, 128};
 constexpr FrameTestLimits LIMITS = {10000, DATA_SIZES, 5};
 
-/// A list that can't be released is no failure of the command.
+/// Failing to release a list is not a failure of the command.
 void Release(_VEXAPI_ReadWriteBufferTestResult* results) {
     TraceStatus("VEXAPI_FreeRWBufferTestResultList", VEXAPI_FreeRWBufferTestResultList(results));
 }
 
-/// A row: one result, and the counts of the run, which every row repeats.
+/// A row: one result, and the counts of the run, repeated in every row.
 struct Row {
     const _VEXAPI_ReadWriteBufferTestResult& result;
     const FrameTestCounts& counts;
@@ -71,7 +71,7 @@ constinit const FamilyDescription PhysicalPortRWBufferCmdsProcessor::FAMILY = {
     .report = OUT_NAMES,
 };
 
-/// The last list is shown and then released; a release that can't be made adds a second document.
+/// Shows the last list and then releases it; if that fails, adds a second document.
 ResultCode PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                            eOutputFormat format) {
     RWBuffer buffer;
@@ -89,7 +89,7 @@ ResultCode PhysicalPortRWBufferCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor
     return code;
 }
 
-/// Leaves the last iteration's list to the caller, on a failure too.
+/// The caller releases the last iteration's list, even on failure.
 ResultCode PhysicalPortRWBufferCmdsProcessor::Run(const TavuStringArray& args, RWBuffer& buffer) {
     PortEntry entry;
     DiagTestParams parameters{};

@@ -11,7 +11,7 @@ public:
 
 private:
     struct RWBuffer {
-        _VEXAPI_ReadWriteBufferTestResult* results = nullptr; ///< of the last iteration; the library's
+        _VEXAPI_ReadWriteBufferTestResult* results = nullptr; ///< of the last iteration; owned by the library
         FrameTestCounts counts;
     };
 

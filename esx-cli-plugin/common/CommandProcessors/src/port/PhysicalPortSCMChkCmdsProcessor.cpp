@@ -25,7 +25,7 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
 };
 
-/// By `ScmFabricFlags`, the first that applies counting. Without a completed registration nothing else does.
+/// Text of `ScmFabricFlags`; the first that applies counts. Without a completed registration no other flag does.
 const char* FabricConnection(VX_UINT8 flags) {
     constexpr VX_UINT8 IS_REGISTERED = 0x01;
     constexpr VX_UINT8 IS_BROCADE = 0x02;

@@ -3,8 +3,8 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `port -s scmchk`: whether a port is congested now, and how its fabric connection is set up. For ports of the
-/// second generation only.
+/// `port -s scmchk`: whether a port is congested now, and how its fabric connection is set up. Only for
+/// second-generation ports.
 class PhysicalPortSCMChkCmdsProcessor final : public Family<PhysicalPortSCMChkCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

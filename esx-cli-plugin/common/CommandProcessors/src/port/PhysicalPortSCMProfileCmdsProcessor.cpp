@@ -14,8 +14,8 @@ constexpr BlockShape OUT_SHAPE = {
 constexpr char OUT_DRIVER_SETTINGS[] = "Driver_Settings";
 constexpr char OUT_NVRAM[] = "NVRAM";
 
-/// A port whose firmware lacks the feature reads "Failed, Unknown", and the text of a virtual port has a
-/// capital that the other congestion commands don't have: clients know both.
+/// Required: a port whose firmware lacks the feature reads "Failed, Unknown", and the text for a virtual port has a
+/// capital letter that the other congestion commands don't have; parsers depend on both.
 constexpr CodeText RESULT_TEXTS[] = {
     {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
     {RC_CFG_READ_FAILED, "Failed, NVRAM read failed"},
@@ -36,11 +36,11 @@ constexpr LibraryCall CHANGE_PROFILE = {"VEXAPI_SetSCMRProfile", " before set", 
 constexpr LibraryCall READ_BACK = {"VEXAPI_GetSCMRProfile", "", "Get SCMR Profile failed after set",
                                    RC_CFG_READ_FAILED};
 
-/// `ControlFlag`: who rules the profile. Any value but 0 is NVRAM.
+/// `ControlFlag`: what controls the profile. Any value but 0 is NVRAM.
 constexpr VX_UINT8 CONTROL_DRIVER = 0;
 constexpr VX_UINT8 CONTROL_NVRAM = 1;
 
-/// `Profile`, as reports show it and as "--activation" takes it.
+/// `Profile`, in reports and in "--activation".
 constexpr CodeText ACTIVATIONS[] = {
     {0, "Monitor_Only"}, {1, "Conservative"}, {2, "Moderate"}, {3, "Aggressive"}, {4, "Defensive"},
 };
@@ -92,8 +92,8 @@ ResultCode PhysicalPortSCMProfileCmdsProcessor::Get(const TavuStringArray& args,
     return code == RC_SUCCESS ? ReadProfile(READ_PROFILE, port) : code;
 }
 
-/// The profile is read back: the document shows what the port says now, not what was asked for. Without an
-/// option it is written as it was read.
+/// Reads the profile back: the document shows the port's current one, not the requested one. Without options, it is
+/// written as read.
 ResultCode PhysicalPortSCMProfileCmdsProcessor::Set(const TavuStringArray& args, PortProfile& port) {
     ResultCode code = Get(args, port);
     if (code == RC_SUCCESS) {
@@ -111,8 +111,8 @@ ResultCode PhysicalPortSCMProfileCmdsProcessor::ReadProfile(const LibraryCall& c
     return CallLibrary(call, [&] { return VEXAPI_GetSCMRProfile(&port.entry.protocol->PortHandle, &port.profile); });
 }
 
-/// Both values are looked at ahead of the refusal of both options. Restoring leaves the level as it was, and
-/// the bytes without a known meaning are never touched.
+/// Checks both values before rejecting the use of both options. Restoring keeps the level, and bytes of unknown
+/// meaning are never changed.
 ResultCode PhysicalPortSCMProfileCmdsProcessor::ApplyOptions(const TavuStringArray& args,
                                                              _VEXAPI_SCMRProfile& profile) {
     TavuString value;

@@ -4,8 +4,8 @@
 #include "LibraryCall.h"
 #include "Resolvers.h"
 
-/// `port -s scmprofile`: how a port reacts to congestion, by the driver's settings or by NVRAM. Writes at once,
-/// without a cache file.
+/// `port -s scmprofile`: how a port reacts to congestion, controlled by the driver's settings or by NVRAM. Changes
+/// are written immediately, without a cache file.
 class PhysicalPortSCMProfileCmdsProcessor final : public Family<PhysicalPortSCMProfileCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -11,7 +11,7 @@ constexpr BlockShape OUT_SHAPE = {
     {"PortFWCMStatistics", "Port FWCM Stats", "PortFWCMStatsList"}, 8192, ReportBlock::SizeRule::SPACE_LEFT};
 constexpr char OUT_CLEAR_STRUCT_NAME[] = "FWCMStatisticsClear";
 
-/// Without memory a report reads "Failed, Unknown": clients know it so.
+/// Required: a report that can't be allocated reads "Failed, Unknown"; parsers depend on it.
 constexpr CodeText RESULT_TEXTS[] = {
     {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
     {RC_CFG_READ_FAILED, "Failed, FWCM settings read error"},
@@ -27,7 +27,7 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port"},
     {RC_FEATURE_DISABLED, "Failed, Feature disabled on the port"},
 };
-/// What `clear` has beside those.
+/// Additional texts of `clear`.
 constexpr CodeText CLEAR_RESULT_TEXTS[] = {
     {RC_SUCCESS, OUT_SUCCESS},
     {RC_NO_MEMORY, "Failed, Memory Error"},
@@ -35,7 +35,7 @@ constexpr CodeText CLEAR_RESULT_TEXTS[] = {
 
 constexpr LibraryCall RESET_STATISTICS = {"VEXAPI_SANCongMgmtResetStatistics", "", "Get SCM Reset Statistics failed",
                                           RC_LIBRARY_FAILED};
-/// Status of a reset that driver or firmware can't do.
+/// Status of a reset that the driver or firmware doesn't support.
 constexpr VX_UINT32 STATUS_UNSUPPORTED_DRIVER = 118;
 
 ResultCode AdmitPort(const CongestionAdmission& admission, const TavuStringArray& args, PortEntry& entry) {
@@ -73,7 +73,7 @@ constinit const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
 ResultCode PhysicalPortSCMStatsCmdsProcessor::Get(const TavuStringArray& args, Statistics& statistics) {
     const ResultCode code = AdmitPort(ADMIT_EITHER_GENERATION, args, statistics.entry);
     if (code != RC_SUCCESS || !HasSecondGeneration(*statistics.entry.protocol)) {
-        return code; // the first generation keeps everything in the port's record
+        return code; // the first generation has everything in the port's record
     }
     return ReadCongestionList(*statistics.entry.protocol, statistics.list);
 }

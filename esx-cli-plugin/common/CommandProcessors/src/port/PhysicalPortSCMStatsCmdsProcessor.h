@@ -3,8 +3,8 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `port -s scmstats`: what a port has counted of fabric congestion. `clear` clears the counters of its
-/// targets, in the second generation only.
+/// `port -s scmstats`: fabric congestion statistics of a port. `clear` clears the counters of its targets, in the
+/// second generation only.
 class PhysicalPortSCMStatsCmdsProcessor final : public Family<PhysicalPortSCMStatsCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

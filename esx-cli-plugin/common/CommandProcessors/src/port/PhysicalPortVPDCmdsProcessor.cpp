@@ -41,8 +41,8 @@ constexpr VpdKeyword VPD_KEYWORDS[] = {
     {"V4", "Bios Version"},       {"V5", "FCode Version"},         {"V9", "Multi Boot Version"},
 };
 
-/// Length of the value behind an item's header. The header of a section is an item of its own: the
-/// keywords inside are walked like any other item.
+/// Length of the value after an item's header. The header of a section is an item of its own: the keywords inside
+/// are walked like any other item.
 std::size_t ValueLength(Bytes item) {
     switch (item[0]) {
     case vpd::IDENTIFIER_STRING:
@@ -78,7 +78,7 @@ void MapFieldData(Bytes item, std::size_t length, VpdMap& map) {
         const TavuString key(item.Text(0, 2));
         TavuString& text = map[key];
         if (key == "RV" || key == "RW") {
-            // The first byte of the value, whatever its length: the next item's where that is 0.
+            // The first byte of the value, regardless of its length: if that is 0, it is the next item's.
             const unsigned byte = item[vpd::HEADER_SIZE];
             text.Format("%02x", byte);
             trace.Format(" \"%2.2s\"  %02x\n", key.c_str(), byte);
@@ -91,8 +91,8 @@ void MapFieldData(Bytes item, std::size_t length, VpdMap& map) {
     TraceItem(trace);
 }
 
-/// Collects over the life of the process: at the prompt, a second port's report keeps the keywords that only
-/// the first one had.
+/// Accumulates during the life of the process: at the prompt, the report of a second port includes keywords that
+/// only the first one had.
 VpdMap& ProcessVpdMap() {
     static auto* const map = new VpdMap;
     return *map;

@@ -5,18 +5,19 @@
 
 #include <map>
 
-/// Keywords of vital product data and their values, sorted by keyword.
+/// Keywords of vital product data and their values.
 using VpdMap = std::map<TavuString, TavuString>;
 
-/// Walks the items of PCI vital product data (PCI Local Bus Specification) into `map`; a later item replaces
-/// an earlier one of the same keyword.
+/// Walks the items of PCI vital product data (PCI Local Bus Specification) into `map`; a later item replaces an
+/// earlier one with the same keyword.
 ///
-/// Clients know this walk, which isn't the specification's (see `decoders::DecodeVpd`): sections are headers without
-/// an end, small resources are keywords, and a keyword that begins with "x" ends the walk, because that is the byte of
-/// the end tag. Only the start of an item is held against `size`: a value may lie behind it, as far as `buffer` goes.
+/// Required: this walk, which differs from the specification's (see `decoders::DecodeVpd`); parsers depend on it.
+/// Sections are headers without an end, small resources are keywords, and a keyword that begins with "x" ends the
+/// walk, because that is the byte of the end tag. Only the start of an item is checked against `size`: a value may
+/// extend beyond it, to the end of `buffer`.
 void MapVpdData(decoders::Bytes buffer, std::size_t size, VpdMap& map);
 
-/// Description of a keyword; empty for one that is not reported.
+/// Description of a keyword; empty if it is not reported.
 const char* GetVPDKeyVal(const TavuString& key);
 
 /// `port -s vpd`: an adapter's vital product data.

@@ -1,6 +1,5 @@
 /// @file
-/// What the tests that send something to a remote port share: their arguments, the lookup of the target and
-/// the texts of their results.
+/// Common arguments, target lookup and result texts of the tests that send something to a remote port.
 #pragma once
 
 #include "CodeTable.h"
@@ -26,18 +25,18 @@ struct PingRequest {
     VX_UINT32 stopOnError = 0; ///< 1 or 0
 };
 
-/// Resolves the port; a virtual port and one whose link is down are refused, in this order.
+/// Resolves the port. Rejects a virtual port first, then one whose link is down.
 ResultCode AdmitPingPort(const TavuStringArray& args, PingRequest& request);
 
-/// Reads the words from `first` on: the remote name, the count, and whether to stop on an error, "true" or
-/// anything else. A name that is cut short has zeros in its place. `RC_INVALID_PARAMETER` for too few words
-/// and for a count outside 1 to 65535.
+/// Parses the words from `first` on: the remote name, the count, and whether to stop on an error ("true", or
+/// anything else for no). Missing bytes of a name are zero. Returns `RC_INVALID_PARAMETER` for missing words and
+/// for a count outside 1 to 65535.
 ResultCode ReadPingWords(const TavuStringArray& args, std::size_t first, PingRequest& request);
 
-/// True when the port sees a target of the requested name.
+/// True if the port sees a target with the requested name.
 bool IsPingTarget(const PingRequest& request);
 
-/// Scratch buffer that the library asks for; nobody reads it.
+/// Size of a scratch buffer that the library requires; its content is not used.
 inline constexpr VX_UINT32 PING_BUFFER_SIZE = 256;
 
 /// "Test Result" or "Message" of a result code.

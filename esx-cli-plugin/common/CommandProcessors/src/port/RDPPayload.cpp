@@ -23,15 +23,15 @@ constexpr VX_UINT16 Low(VX_UINT32 word) {
     return static_cast<VX_UINT16>(word);
 }
 
-/// Three pieces: of a head that doesn't fit whole into the report, the lines that fit are shown.
+/// Three pieces: if a head doesn't fit as a whole, those of its lines that fit are shown.
 void AppendHead(ReportBlock& report, const char* title, const char* before = "") {
     report.RawF("%s%s\n", before, DASHES);
     report.RawF("%s\n", title);
     report.RawF("%s\n", DASHES);
 }
 
-/// Moves from a descriptor's tag over its value words: `take(index, word)` for each. The cursor ends on the last
-/// of them.
+/// Moves from a descriptor's tag over its value words, calling `take(index, word)` for each. The cursor ends on the
+/// last of them.
 template <typename Take> void ForEachValue(RDPCursor& cursor, Take take) {
     cursor.Move(RDPCursor::WORD);
     const VX_UINT32 count = cursor.GetWord() / RDPCursor::WORD;
@@ -42,11 +42,11 @@ template <typename Take> void ForEachValue(RDPCursor& cursor, Take take) {
     }
 }
 
-/// A descriptor's lines by the index of its words. Each format takes one word; counters print with a sign.
+/// A descriptor's lines by word index. Each format takes one word; counters are printed as signed.
 struct WordLines {
     const char* title;
     std::span<const char* const> formats;
-    const char* later; ///< of the words behind the known ones
+    const char* later; ///< for words after the known ones
 };
 
 void AppendLine(ReportBlock& report, const WordLines& lines, VX_UINT32 index, VX_UINT32 word) {
@@ -61,7 +61,7 @@ void DecodeDiagParamsDescriptorData(RDPCursor& cursor, ReportBlock& report) {
     report.RawF("Descriptor Len: %d Bytes\n", static_cast<int>(length));
     for (VX_UINT32 index = 0; index < length / RDPCursor::WORD && cursor.IsInside(); ++index) {
         cursor.Move(RDPCursor::WORD);
-        // Each value is read one byte further out of step than the one before: clients know these values.
+        // Required: each value is read one more byte off than the one before; parsers depend on the values.
         report.RawF("Descriptor Value: 0x%08X\n", cursor.GetWord(index));
     }
     report.RawF("\n");
@@ -73,7 +73,7 @@ const char* OnOff(bool isOn) {
 
 void DecodeSFPFlagInfo(VX_UINT16 flags, ReportBlock& report) {
     const auto bit = [flags](unsigned number) { return (flags >> number & 1) != 0; };
-    // A third kind, LL 1550 nm, has both low bits set, and so reads as the second: clients know it so.
+    // Required: a third kind, LL 1550 nm, has both low bits set and so reads as the second; parsers depend on it.
     if ((flags & 0xF) == 1) {
         report.RawF("\tPort Tx Type: Short Wave Laser\n");
     } else if (bit(1)) {
@@ -82,7 +82,7 @@ void DecodeSFPFlagInfo(VX_UINT16 flags, ReportBlock& report) {
     report.RawF("\tConnector Type: %s\n", bit(4) && bit(6) ? "SFP+" : "Other");
     report.RawF("\tOptical Port: %s\n", OnOff(bit(4)));
     report.RawF("\tSFP Diagnostics Parameters not valid: %s\n", OnOff(bit(5)));
-    // The labels of the two cases differ: clients match on them.
+    // Required: the labels of the two cases differ; parsers match on them.
     report.RawF("\tFEC Active%s: %s\n", bit(15) ? " Port" : "", OnOff(bit(15)));
 }
 
@@ -91,7 +91,7 @@ void DecodeSFPDiagParamDescriptorData(RDPCursor& cursor, ReportBlock& report) {
     ForEachValue(cursor, [&](VX_UINT32 index, VX_UINT32 word) {
         switch (index) {
         case 0:
-            report.RawF("Temperature: %d (C)\n", static_cast<int>(word >> 24)); // without its sign and fraction
+            report.RawF("Temperature: %d (C)\n", static_cast<int>(word >> 24)); // ignores the sign and the fraction
             report.RawF("Vcc: %.09f V\n", static_cast<double>(VoltageCalc(Low(word))));
             break;
         case 1:
@@ -193,7 +193,7 @@ void DecodeBufferCreditsStatusDescriptorData(RDPCursor& cursor, ReportBlock& rep
                     {"Buffer Credits Status Information", FORMATS, "Buffer Credits Status Value: 0x%08X\n"});
 }
 
-/// What an optical element descriptor is about: its function flags, the whole word.
+/// An optical element descriptor, identified by its function flags, the whole word.
 struct OpticalElement {
     VX_UINT32 flags;
     const char* name;
@@ -229,7 +229,7 @@ void DecodeOpticalElementData(RDPCursor& cursor, ReportBlock& report) {
     const VX_UINT16 highWarning = value.BigU16(4);
     const VX_UINT16 lowWarning = value.BigU16(6);
     const VX_UINT32 flags = value.BigU32(8);
-    // By FC-LS the kind of element is in the four high bits alone.
+    // By FC-LS only the four high bits give the kind of element.
     const auto* element = std::find_if(std::begin(OPTICAL_ELEMENTS), std::end(OPTICAL_ELEMENTS),
                                        [flags](const OpticalElement& row) { return row.flags == flags; });
     if (element != std::end(OPTICAL_ELEMENTS)) {
@@ -253,8 +253,8 @@ void DecodeOpticalElementData(RDPCursor& cursor, ReportBlock& report) {
     report.RawF("\n");
 }
 
-/// A zero byte among the characters ends the piece there, and its line end is lost with it: the next label runs
-/// on behind it.
+/// A zero byte in the characters ends the piece there and drops its line end: the next label continues on the same
+/// line.
 void AppendCharacters(ReportBlock& report, const char* label, Bytes value, std::size_t offset, std::size_t size,
                       const char* lineEnd) {
     const std::string_view text = value.Text(offset, size);
@@ -319,7 +319,7 @@ Bytes RDPCursor::Value() const {
 void ParseRDPDataBuffer(Bytes payload, ReportBlock& report, bool& isVendorMatch) {
     const TracedFunction traced("PhysicalPortRDPCmdsProcessor", __func__);
     RDPCursor cursor(payload);
-    // The length counts from the start of the payload, its own four bytes included.
+    // The length is from the start of the payload, including its own four bytes.
     const VX_UINT32 listEnd = cursor.GetWord();
     if (listEnd < SMALLEST_LIST) {
         return;
@@ -355,7 +355,7 @@ char* rdp::DecodePortSpeedCapabilities(VX_UINT16 capabilities, char* text, std::
 }
 
 int rdp::DecodePortOperatingSpeed(VX_UINT16 speed) {
-    const int lowest = __builtin_ffs(speed) - 1; // -1 without any bit
+    const int lowest = __builtin_ffs(speed) - 1; // -1 if no bit is set
     const int first = descriptors::FIRST_SPEED_BIT;
     return lowest < first ? 0 : static_cast<int>(descriptors::SPEEDS[lowest - first]);
 }

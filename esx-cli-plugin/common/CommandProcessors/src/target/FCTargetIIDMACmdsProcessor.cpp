@@ -28,11 +28,11 @@ constexpr CodeText RESULT_TEXTS[] = {
 };
 
 constexpr LibraryCall READ_SPEED = {"VEXAPI_GetTargetLinkSpeed", "", "Get Link Speed failed", RC_CFG_READ_FAILED};
-/// The trace of a failing change tells of a read: it has always read so.
+/// Required: the trace of a failed change says "Get".
 constexpr LibraryCall CHANGE_SPEED = {"VEXAPI_SetTargetLinkSpeed", "", "Get Link Speed failed", RC_CFG_UPDATE_FAILED};
 
-/// A rate in its three forms. `level` ranks what an adapter can do, by its highest bit of `SupportedSpeeds`.
-/// 10 Gbps has no level and no bit that counts: it can be shown and never be set.
+/// A rate in its three forms. `level` ranks the rates of an adapter, by its highest bit of `SupportedSpeeds`. 10
+/// Gbps has neither level nor usable bit: it can be shown but not set.
 struct Rate {
     const char* word;
     VX_UINT32 code; ///< the library's
@@ -46,7 +46,7 @@ constexpr Rate RATES[] = {
 };
 constexpr const Rate& SLOWEST = *std::rbegin(RATES);
 
-/// The first rate for which `predicate(rate)` holds, or `fallback`.
+/// The first rate that satisfies `predicate(rate)`, or `fallback`.
 template <typename Predicate> constexpr Rate FindRate(Predicate predicate, const Rate& fallback) {
     const auto* const rate = std::find_if(std::begin(RATES), std::end(RATES), predicate);
     return rate != std::end(RATES) ? *rate : fallback;
@@ -56,12 +56,12 @@ Rate RateOfCode(VX_UINT32 code) {
     return FindRate([code](const Rate& rate) { return rate.code == code; }, {OUT_UNKNOWN, code, NO_LEVEL, 0});
 }
 
-/// Every word that is no rate counts as 1 Gbps: clients know it so.
+/// Required: any other word counts as 1 Gbps; clients depend on it.
 Rate RateOfWord(const char* word) {
     return FindRate([word](const Rate& rate) { return CompareNoCase(word, rate.word) == 0; }, SLOWEST);
 }
 
-/// The highest rate of an adapter; code 0 and no level without any.
+/// The highest rate of an adapter; code 0 and no level if there is none.
 Rate MaximumRate(VX_UINT8 supportedSpeeds) {
     return FindRate([supportedSpeeds](const Rate& rate) { return (supportedSpeeds & rate.bit) != 0; },
                     {OUT_UNKNOWN, 0, NO_LEVEL, 0});
@@ -102,7 +102,7 @@ constinit const FamilyDescription FCTargetIIDMACmdsProcessor::FAMILY = {
     .report = OUT_SHAPE.names,
 };
 
-/// A rate above the adapter's highest is shown as that one.
+/// A rate above the adapter's highest is shown as the highest.
 ResultCode FCTargetIIDMACmdsProcessor::Get(const TavuStringArray& args, LinkSpeed& speed) {
     ResultCode code = ResolveTarget(args, speed.entry);
     if (code == RC_SUCCESS) {
@@ -129,7 +129,7 @@ ResultCode FCTargetIIDMACmdsProcessor::Set(const TavuStringArray& args, LinkSpee
         TraceStep(TRACE_DEBUG, "Command not supported for this adapter");
         return RC_INVALID_CMD;
     }
-    // A missing word is refused; only a misspelt one counts as 1 Gbps.
+    // A missing word is rejected; only a misspelt one counts as 1 Gbps.
     if (args.size() < 2) {
         return RC_INVALID_PARAMETER;
     }

@@ -3,8 +3,8 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `target -v iidma`: the highest rate at which the port sends to a target. Writes at once, without a cache
-/// file.
+/// `target -v iidma`: the highest rate at which the port sends to a target. Changes are written immediately,
+/// without a cache file.
 class FCTargetIIDMACmdsProcessor final : public Family<FCTargetIIDMACmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -27,7 +27,7 @@ constexpr CodeText RESULT_TEXTS[] = {
     {RC_NO_MEMORY, "Failed, Memory Error"},
 };
 
-/// SCSI peripheral device types other than that of a disk, which is 0.
+/// SCSI peripheral device types other than disk, which is 0.
 constexpr CodeText DEVICE_TYPES[] = {
     {1, "Tape"}, {4, "Optical"}, {5, "CDROM"}, {8, "Changer"}, {12, "RAID"}, {13, "SAF-TE"},
 };
@@ -35,10 +35,10 @@ constexpr CodeText DEVICE_TYPES[] = {
 /// Bit of the port's `SecurityFlags`.
 constexpr VX_UINT32 SECURITY_EXTENDED = 1;
 
-/// An NQN that fills its array loses its last character: clients know it so.
+/// Required: an NQN that fills its array loses its last character; parsers depend on it.
 constexpr std::size_t MAX_NQN = sizeof(_tagVEXAPI_SDMTarget::StorageNqn) - 1;
 
-/// What is known about the authentication between port and target.
+/// Authentication between port and target.
 struct Authentication {
     const char* remoteType = OUT_UNKNOWN;
     const char* sessionState = OUT_NA;
@@ -49,7 +49,7 @@ bool IsSamePort(const VX_UINT8 (&name)[8], const VX_UINT8 (&id)[3], const _tagVE
     return IsSameWwn(name, target.PortName) && std::memcmp(id, target.PortId, sizeof id) == 0;
 }
 
-/// Of the first authentication block.
+/// From the first authentication block.
 Authentication AuthenticationByState(const _tagVEXAPI_SDMTarget& target) {
     static constexpr CodeText ROLES[] = {{1, OUT_TARGET}, {2, OUT_INITIATOR}, {3, OUT_BOTH_ROLES}};
     constexpr VX_UINT8 LAST_STEP = 5;
@@ -65,7 +65,7 @@ Authentication AuthenticationByState(const _tagVEXAPI_SDMTarget& target) {
     return result;
 }
 
-/// Of the second authentication block.
+/// From the second authentication block.
 Authentication AuthenticationBySession(const _tagVEXAPI_SDMTarget& target) {
     static constexpr CodeText ROLES[] = {{1, OUT_INITIATOR}, {2, OUT_TARGET}, {3, OUT_BOTH_ROLES}};
     static constexpr CodeText SESSION_STATES[] = {
@@ -79,7 +79,8 @@ Authentication AuthenticationBySession(const _tagVEXAPI_SDMTarget& target) {
             (target.SecFlags & IS_SECURE) != 0 ? OUT_ENABLED : OUT_DISABLED};
 }
 
-/// The second block counts when it is this target's and the port has extended security, then the first one.
+/// Uses the second block if the port has extended security and the block is this target's, else the first one if it
+/// is this target's.
 Authentication AuthenticationOf(const _vexapi_protocol_t& protocol, const _tagVEXAPI_SDMTarget& target) {
     if ((protocol.SecurityFlags & SECURITY_EXTENDED) != 0 && IsSamePort(target.SecPortName, target.SecPortId, target)) {
         return AuthenticationBySession(target);
@@ -104,7 +105,7 @@ const char* LoginStatus(const VX_UINT8 (&flags)[6]) {
     return (flags[0] & 0x40) != 0 ? "Unconfigured" : "Offline";
 }
 
-/// "LUN_0, LUN_1": of the list, at most as many as the target's count says.
+/// "LUN_0, LUN_1": the entries of the list, but no more than the target's count.
 TavuString LunsText(const _tagVEXAPI_SDMTarget& target, const char* prefix) {
     TavuString text;
     VX_UINT32 left = target.LunCount;
@@ -166,7 +167,7 @@ void FCTargetInfoCmdsProcessor::DisplayTargetInfo(MultipleCmdsProcessor* self, c
             block.LineF("Storage Controller ID", "0x%x", target.StorageControllerId);
         }
         block.LineF(isNvme ? "Namespace Count" : "Lun Count", "%u", target.LunCount);
-        // A line that the block can't hold is left out whole: of very many LUNs none is shown.
+        // A line that doesn't fit is dropped whole: if there are too many LUNs, none is shown.
         block.UncutLine(isNvme ? "Namespaces" : "Luns", LunsText(target, isNvme ? "NSID_" : "LUN_"));
         block.Line("Remote Type", authentication.remoteType);
         block.Line("Session State", authentication.sessionState);

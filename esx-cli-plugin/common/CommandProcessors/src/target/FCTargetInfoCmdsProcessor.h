@@ -3,8 +3,7 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `target -v info`: everything that the tool knows about a target, as one report. All of it comes out of the
-/// records; the library is not asked.
+/// `target -v info`: everything known about a target, as one report, from the adapter tree alone.
 class FCTargetInfoCmdsProcessor final : public Family<FCTargetInfoCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

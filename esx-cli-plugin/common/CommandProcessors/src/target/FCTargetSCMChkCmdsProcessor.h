@@ -3,8 +3,7 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `target -v scmchk`: whether the way to a target is congested now. For targets behind ports of the second
-/// generation only.
+/// `target -v scmchk`: whether the path to a target is congested now. Only for targets of second-generation ports.
 class FCTargetSCMChkCmdsProcessor final : public Family<FCTargetSCMChkCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

@@ -3,8 +3,7 @@
 #include "Family.h"
 #include "Resolvers.h"
 
-/// `target -v scmstats`: what has been counted of congestion on the way to a target. Its port decides which
-/// generation of the feature counts.
+/// `target -v scmstats`: congestion statistics of the path to a target, in the generation that its port supports.
 class FCTargetSCMStatsCmdsProcessor final : public Family<FCTargetSCMStatsCmdsProcessor> {
 public:
     static const FamilyDescription FAMILY;

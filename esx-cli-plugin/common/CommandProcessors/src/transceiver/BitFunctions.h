@@ -1,5 +1,5 @@
 /// @file
-/// Questions about bits.
+/// Bit queries.
 #pragma once
 
 #include "vexapi.h"

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// ASCII only, whatever the locale: bytes above 127 are neither letters nor digits.
+/// ASCII only, regardless of the locale: bytes above 127 are neither letters nor digits.
 bool IsAlphanumeric(char character) {
     return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
            (character >= 'a' && character <= 'z');

@@ -1,17 +1,17 @@
 /// @file
-/// The fields of a transceiver's memory, in the order in which the report shows them. Sources: SFF-8472 for the
-/// SFP family; SFF-8636, upper page 00h, for the QSFP family.
+/// The fields of a transceiver's memory, in report order. Sources: SFF-8472 for the SFP family; SFF-8636, upper
+/// page 00h, for the QSFP family.
 #pragma once
 
 #include "CodeTables.h"
 #include "ModuleImage.h"
 
-/// How a field prints.
+/// Output format of a field.
 enum eFieldType : VX_UINT16 {
     FieldBitCode = 92,   ///< one byte: the names of all set bits on one line
     FieldHeading = 93,   ///< a heading line, no data
     FieldSkip = 94,      ///< reserved bytes: nothing
-    FieldBitList = 95,   ///< one byte: a line for each row of the decode table, with that bit's state
+    FieldBitList = 95,   ///< one byte: a line with the bit's state for each row of the decode table
     FieldByteTable = 96, ///< one byte, looked up by exact value
     FieldHex4 = 97,      ///< four bytes as one hexadecimal number
     FieldHex2 = 98,      ///< two bytes as one hexadecimal number
@@ -29,8 +29,8 @@ struct FieldTable {
 inline constexpr VX_UINT16 HEADING_OFFSET = 65534;
 inline constexpr VX_UINT16 END_OF_FIELDS = 65535;
 
-/// SFP family: address A0h, then A2h. "MCU Version" and "Debug MCU Version" show the same byte, the latter out of
-/// order: clients know it so.
+/// SFP family: address A0h, then A2h. Required: "MCU Version" and "Debug MCU Version" show the same byte, the
+/// latter out of order; parsers depend on it.
 inline constexpr FieldTable FieldIndxTable[] = {
     {HEADING_OFFSET, "\nOptical Transceiver Digital Diagnostic Data:", nullptr, 0, FieldHeading},
     {HEADING_OFFSET, "\nAddress A0", nullptr, 0, FieldHeading},
@@ -158,8 +158,8 @@ inline constexpr FieldTable FieldIndxTable[] = {
     {END_OF_FIELDS, "", nullptr, 0, FieldRaw},
 };
 
-/// QSFP family: upper page 00h. "Ethernet Speed" has no decode table here, and byte 222 repeats the label of byte
-/// 140: clients know it so.
+/// QSFP family: upper page 00h. Required: "Ethernet Speed" has no decode table, and byte 222 repeats the label of
+/// byte 140; parsers depend on it.
 inline constexpr FieldTable FieldIndxTableQSFP[] = {
     {HEADING_OFFSET, "\nOptical Transceiver Digital Diagnostic Data:", nullptr, 0, FieldHeading},
     {HEADING_OFFSET, "\nAddress A0", nullptr, 0, FieldHeading},

@@ -25,8 +25,8 @@ TavuString BitCode(VX_UINT8 byte, const SfpTable* table) {
     return code;
 }
 
-/// The byte that the standard asks for only where the other one is FFh comes first here, and four lanes' rates are
-/// divided into Gbps by 1024.
+/// The byte that the standard uses only if the other one is FFh comes first here, and the rate of four lanes is
+/// converted to Gbps by dividing by 1024.
 TavuString QsfpSpeed(const ModuleImage& image) {
     const unsigned exact = image[sff8636::SIGNALING_RATE_250];
     const unsigned rate = exact != 0 ? exact * 250U : image[sff8636::SIGNALING_RATE] * 100U;
@@ -45,7 +45,7 @@ TavuString QsfpSpeed(const ModuleImage& image) {
     return speed += "\n";
 }
 
-/// Codes of "Extended Compliance Codes" that stand for 64 Gbps in modules of an older compliance.
+/// Codes of "Extended Compliance Codes" that mean 64 Gbps in modules of an older compliance.
 bool Is64GCode(int code) {
     return code == 81 || code == 82 || code == 128;
 }
@@ -69,8 +69,8 @@ MediaInformation DescribeSfp(const ModuleImage& image) {
         speed = speeds;
     }
 
-    // Two dashes can only come up below: the test never holds. Clients know this order, in which an Ethernet module
-    // has a media type like "-M5--" and no speed.
+    // Two dashes can only arise below, so this condition is never true. Required: parsers depend on this order,
+    // which gives an Ethernet module a media type like "-M5--" and no speed.
     if (mediaType.find("--") != TavuString::npos) {
         const VX_UINT8 ethernetCode = image[sff8472::ETHERNET_10G_COMPLIANCE];
         const TavuString ethernet = BitCode(ethernetCode, EthernetSpeedTbl);

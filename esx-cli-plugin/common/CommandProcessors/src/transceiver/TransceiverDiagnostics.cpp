@@ -25,12 +25,12 @@ enum Quantity : int { TEMPERATURE, VOLTAGE, TX_BIAS, TX_POWER, RX_POWER };
 
 using Values = float[5];
 
-/// 2 to the power of a normal double's exponent. (The mathematics library is not worth loading for it.)
+/// 2 to the power of a normal double's exponent, without loading the mathematics library.
 double PowerOfTwo(int exponent) {
     return std::bit_cast<double>(static_cast<VX_UINT64>(1023 + exponent) << 52);
 }
 
-/// A quantity whose bytes are plain numbers.
+/// A quantity whose bytes are linear in its value.
 struct LinearQuantity {
     Quantity quantity;
     float (*calculate)(VX_UINT16 count);
@@ -50,8 +50,8 @@ void SetLinear(Values& values, Bytes a2, const LinearQuantity& quantity) {
                    [&](std::size_t offset) { return quantity.calculate(a2.BigU16(offset)); });
 }
 
-/// The first byte of a threshold counts degrees and is the low one, and the second is no fraction: bit 0 of it halves
-/// the number. By SFF-8472 the first byte is the high one and signed.
+/// The first byte is the low one and counts degrees. The second byte is not a fraction: its bit 0 halves the
+/// number. By SFF-8472 the first byte is the high one, and signed.
 float HighTemperature(Bytes a2, std::size_t offset) {
     const int v = a2.LittleS16(offset);
     if (findbit(static_cast<VX_UINT32>(v), 8, true) == 1) {
@@ -60,7 +60,7 @@ float HighTemperature(Bytes a2, std::size_t offset) {
     return static_cast<float>(v);
 }
 
-/// Below zero from 128 degrees on, as a high threshold never is: the same bytes give two temperatures.
+/// Negative from 128 degrees on, unlike a high threshold: the same bytes give two different temperatures.
 float LowTemperature(Bytes a2, std::size_t offset) {
     const int v = a2.LittleS16(offset);
     const auto bits = static_cast<VX_UINT32>(v);
@@ -72,7 +72,7 @@ float LowTemperature(Bytes a2, std::size_t offset) {
 
 void SetTemperatures(Values& values, Bytes a2) {
     const MonitoredField& field = sff8472::TEMPERATURE;
-    // Both bytes count as unsigned: the value is never below zero. By SFF-8472 it is signed.
+    // Both bytes are unsigned: the value is never negative. By SFF-8472 it is signed.
     values[0] = static_cast<float>(a2[field.value]) + static_cast<float>(a2[field.value + 1]) * 0.00390625f;
     values[1] = HighTemperature(a2, field.highAlarm);
     values[2] = HighTemperature(a2, field.highWarning);
@@ -93,7 +93,7 @@ float int_bits_to_float(VX_UINT32 bits) {
     if (exponent == 255) {
         return isNegative ? -3.4028235e38f : 3.4028235e38f;
     }
-    // Below the smallest normal value the scale is 0 before it is doubled.
+    // For subnormal values the scale underflows to 0 before it is doubled.
     auto scale = static_cast<float>(PowerOfTwo(exponent - 150));
     if (exponent == 0) {
         scale *= 2.0f;
@@ -120,17 +120,17 @@ void TransceiverDiagnostics::CalculateDMIData(const ModuleImage& image) {
         SetLinear(valueArray[row.quantity], a2, row);
     }
 
-    // By SFF-8472 the first byte of the temperature's offset is the high one, and offsets count in the raw numbers'
-    // units, not in degrees, volts and milliamperes.
+    // By SFF-8472 the first byte of the temperature's offset is the high one, and offsets are in raw units, not in
+    // degrees, volts and milliamperes.
     slopeArray[TEMPERATURE] = SlopeAt(a2, sff8472::TEMPERATURE_SLOPE);
     offsetArray[TEMPERATURE] = static_cast<float>(a2.LittleS16(sff8472::TEMPERATURE_OFFSET));
     slopeArray[VOLTAGE] = SlopeAt(a2, sff8472::VOLTAGE_SLOPE);
     offsetArray[VOLTAGE] = static_cast<float>(a2.BigS16(sff8472::VOLTAGE_OFFSET));
-    // The last byte alone: a slope of 1 in the first byte counts as none.
+    // Only the last byte counts: a slope of 1 in the first byte is ignored.
     slopeArray[TX_BIAS] = static_cast<float>(a2[sff8472::BIAS_SLOPE + 1]);
     offsetArray[TX_BIAS] = static_cast<float>(a2[sff8472::BIAS_OFFSET + 1]);
     slopeArray[TX_POWER] = SlopeAt(a2, sff8472::TRANSMIT_POWER_SLOPE);
-    offsetArray[TX_POWER] = 0.0f; // clients know no offset here
+    offsetArray[TX_POWER] = 0.0f; // Required: parsers depend on the missing offset
 
     for (std::size_t power = 0; power < std::size(rxPowerArray); ++power) {
         rxPowerArray[power] = int_bits_to_float(a2.BigU32(sff8472::RX_POWER_0 - 4 * power));
@@ -152,14 +152,15 @@ float TransceiverDiagnostics::getValueAt(int row, int column) const {
     const float x = valueArray[quantity][row == ROW_VALUE ? 0 : row - 1];
     if (column == COLUMN_RX_POWER) {
         const float(&rx)[5] = rxPowerArray;
-        // No powers of x, unlike SFF-8472, and four times the value where nothing is calibrated: clients know both.
+        // Required: no powers of x, unlike SFF-8472, and four times the value if uncalibrated; parsers depend on
+        // both.
         if (std::all_of(rx, rx + 5, [](float coefficient) { return coefficient == 0.0f; })) {
             return x + x + x + x + rx[0];
         }
         return rx[4] * x + rx[3] * x + rx[2] * x + rx[1] * x + rx[0];
     }
-    // No slope means no calibration, and the offset goes with it. Whether the module says that it is externally
-    // calibrated counts for nothing.
+    // Without a slope there is no calibration, and the offset is ignored. The module's external calibration flag is
+    // not used.
     return slopeArray[quantity] == 0.0f ? x : slopeArray[quantity] * x + offsetArray[quantity];
 }
 
@@ -176,12 +177,12 @@ const char* TransceiverDiagnostics::getDMIStatusAt(int row, int column, const ch
     const float value = getValueAt(ROW_VALUE, column);
     const float highWarning = getValueAt(ROW_HIGH_WARNING, column);
     const float lowWarning = getValueAt(ROW_LOW_WARNING, column);
-    // At a level counts as beyond it; by SFF-8472 it doesn't.
+    // A value equal to a threshold has crossed it; by SFF-8472 it hasn't.
     if (value >= getValueAt(ROW_HIGH_ALARM, column)) {
         return STATUS_FAULT;
     }
     if (column != COLUMN_RX_POWER) {
-        // The low alarm is never looked at: the low warning is the level of the fault.
+        // The low alarm is not used: the low warning is the threshold of the fault.
         if (value <= lowWarning) {
             return STATUS_FAULT;
         }

@@ -1,19 +1,19 @@
 /// @file
 /// The diagnostic page of a transceiver in physical values.
 ///
-/// Every step is single precision, in the stated order, unless it says double. The live temperature, the temperature
-/// thresholds, calibration and the verdicts depart from SFF-8472 on purpose: these are the values that clients know.
-/// `decoders::DecodeSfpDiagnostics` has the standard's.
+/// Required: every step is single precision, in the stated order, unless stated to be double; and the live
+/// temperature, the temperature thresholds, calibration and verdicts deviate from SFF-8472. Parsers depend on these
+/// values. For the standard's values see `decoders::DecodeSfpDiagnostics`.
 #pragma once
 
 #include "ModuleImage.h"
 
-/// The IEEE 754 single of these bits, as a receive power coefficient. Infinities and NaNs become the largest finite
-/// value with their sign, and what is below the smallest normal value becomes 0.
+/// The IEEE 754 single with these bits, for a receive power coefficient. Infinities and NaNs become the largest
+/// finite value with their sign; subnormal values become 0.
 float int_bits_to_float(VX_UINT32 bits);
 
-/// The two bytes of a slope as decimal numbers with a point between them. So the second byte is no fraction of 256: 1
-/// and 128 give 1.128, where SFF-8472 has 1.5.
+/// Joins the two bytes of a slope as decimal numbers with a decimal point. So the second byte is not a fraction of
+/// 256: 1 and 128 yield 1.128, where SFF-8472 has 1.5.
 float buildSlope(VX_UINT8 first, VX_UINT8 second);
 
 /// Rows of `getValueAt`. The status is a row too.
@@ -36,13 +36,14 @@ enum DiagnosticColumn : int {
 /// The diagnostic values of one module of the SFP family.
 class TransceiverDiagnostics {
 public:
-    /// Reads the values of the image. Nothing changes for a module of the QSFP family: it has no such page.
+    /// Calculates the values of an image. Does nothing for a QSFP module, which has no such page.
     void CalculateDMIData(const ModuleImage& image);
 
-    /// The calibrated value. 0.0 for any other row or column. In the status row: 0.0 normal, -0.1 warning, -0.2 fault.
+    /// The calibrated value; 0.0 for an invalid row or column. In the status row: 0.0 normal, -0.1 warning, -0.2
+    /// fault.
     float getValueAt(int row, int column) const;
 
-    /// "Normal", "Warning" or "Fault". `destination` is the result for column 0.
+    /// "Normal", "Warning" or "Fault". Returns `destination` for column 0.
     const char* getDMIStatusAt(int row, int column, const char* destination) const;
 
 private:

@@ -13,7 +13,7 @@ constexpr char DASHES[] = "\n---------------------------------------------------
 
 constexpr std::string_view ORVANE = "Orvane";
 
-/// Bytes of a raw field on one line.
+/// Bytes per line of a raw field.
 constexpr std::size_t RAW_BYTES_PER_LINE = 8;
 
 } // namespace
@@ -44,7 +44,7 @@ void TransceiverReport::PrintField(const FieldTable& row) {
     case FieldSkip:
         break;
     case FieldBitList:
-        mOutput.RawF("%31s", row.Name); // the label has a colon of its own
+        mOutput.RawF("%31s", row.Name); // the label includes a colon
         PrintBitTableData(row);
         break;
     case FieldByteTable:

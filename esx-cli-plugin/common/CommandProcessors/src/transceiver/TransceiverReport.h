@@ -4,20 +4,20 @@
 #include "ReportBlock.h"
 #include "TransceiverDiagnostics.h"
 
-/// The report of one transceiver, appended to a block piece by piece. A piece has at most 255 characters; one that
-/// doesn't fit is lost, and a later shorter one can still go in.
+/// The report of one transceiver, appended to a block in pieces of at most 255 characters. A piece that doesn't fit
+/// is dropped, and a later, shorter one can still fit.
 ///
-/// A report is made by `CalculateDMIData`, `PrintSFPDMI` and `PrintSFP`, in this order.
+/// To make a report, call `CalculateDMIData`, `PrintSFPDMI` and `PrintSFP`, in this order.
 class TransceiverReport {
 public:
     TransceiverReport(ReportBlock& output, const ModuleImage& image) : mOutput(output), mImage(image) {}
 
     void CalculateDMIData() { mDiagnostics.CalculateDMIData(mImage); }
 
-    /// The media information and, for an SFP module that monitors itself, the summary of its diagnostics.
+    /// The media information and, for an SFP module with diagnostics, their summary.
     void PrintSFPDMI(bool showsInstalled);
 
-    /// All fields of the module's table. A code without a row prints its label alone, never the text of the end row.
+    /// All fields of the module's table. A code without a row prints only its label, never the text of the end row.
     void PrintSFP();
 
 private:
