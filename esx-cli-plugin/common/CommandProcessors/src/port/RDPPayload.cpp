@@ -261,6 +261,20 @@ void AppendCharacters(ReportBlock& report, const char* label, Bytes value, std::
     report.RawF("%s%.*s%s", label, static_cast<int>(text.size()), text.data(), text.size() == size ? lineEnd : "");
 }
 
+struct ProductField {
+    const char* label;
+    std::size_t offset;
+    std::size_t size;
+    const char* lineEnd;
+};
+constexpr ProductField PRODUCT_FIELDS[] = {
+    {"Vendor Name: ", descriptors::VENDOR_NAME, descriptors::VENDOR_NAME_SIZE, "\n"},
+    {"Part Number: ", descriptors::PART_NUMBER, descriptors::PART_NUMBER_SIZE, "\n"},
+    {"Serial Number: ", descriptors::SERIAL_NUMBER, descriptors::SERIAL_NUMBER_SIZE, "\n"},
+    {"Revision: ", descriptors::REVISION, descriptors::REVISION_SIZE, ""},
+    {"\nDate: ", descriptors::DATE_CODE, descriptors::DATE_CODE_SIZE, "\n"},
+};
+
 void DecodeOpticalProductDataDescriptor(RDPCursor& cursor, ReportBlock& report) {
     namespace product = descriptors;
     constexpr VX_UINT32 KNOWN_WORDS = (product::DATE_CODE + product::DATE_CODE_SIZE) / RDPCursor::WORD;
@@ -271,14 +285,9 @@ void DecodeOpticalProductDataDescriptor(RDPCursor& cursor, ReportBlock& report) 
             report.RawF("Optical Product Data Descriptor Value: 0x%08X\n", word);
         }
     });
-    const auto append = [&](const char* label, std::size_t offset, std::size_t size, const char* lineEnd) {
-        AppendCharacters(report, label, value, offset, size, lineEnd);
-    };
-    append("Vendor Name: ", product::VENDOR_NAME, product::VENDOR_NAME_SIZE, "\n");
-    append("Part Number: ", product::PART_NUMBER, product::PART_NUMBER_SIZE, "\n");
-    append("Serial Number: ", product::SERIAL_NUMBER, product::SERIAL_NUMBER_SIZE, "\n");
-    append("Revision: ", product::REVISION, product::REVISION_SIZE, "");
-    append("\nDate: ", product::DATE_CODE, product::DATE_CODE_SIZE, "\n");
+    for (const ProductField& field : PRODUCT_FIELDS) {
+        AppendCharacters(report, field.label, value, field.offset, field.size, field.lineEnd);
+    }
     report.RawF("\n");
 }
 
@@ -328,7 +337,11 @@ void ParseRDPDataBuffer(Bytes payload, ReportBlock& report, bool& isVendorMatch)
         if (cursor.GetWord() == descriptors::OPTICAL_PRODUCT) {
             const TavuString vendor(cursor.Value().Text(descriptors::VENDOR_NAME, descriptors::VENDOR_NAME_SIZE));
             isVendorMatch = vendor.find("CISCO") != TavuString::npos;
-            TraceStep(TRACE_INFORMATION, "Vendor Name: %s", vendor.c_str());
+            for (const ProductField& field : PRODUCT_FIELDS) {
+                const char* const label = field.label + (*field.label == '\n' ? 1 : 0);
+                TraceStep(TRACE_INFORMATION, "%s%s", label,
+                          TavuString(cursor.Value().Text(field.offset, field.size)).c_str());
+            }
             break;
         }
     }
