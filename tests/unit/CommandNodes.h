@@ -2,10 +2,10 @@
 /// Small command trees whose nodes are scripted and tell what was called of them.
 #pragma once
 
+#include "MultipleCmdsProcessor.h"
 #include "Output.h"
 #include "ProgramMode.h"
 #include "Words.h"
-#include "MultipleCmdsProcessor.h"
 
 #include <string>
 #include <vector>
