@@ -2,10 +2,11 @@
 /// Standard output of the program under test, and commands run as its command line runs them.
 #pragma once
 
+#include "MainCmdsProcessor.h"
 #include "Output.h"
 #include "ProgramMode.h"
+#include "ResultCodes.h"
 #include "Words.h"
-#include "MainCmdsProcessor.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -50,7 +51,7 @@ private:
 };
 
 struct CommandRun {
-    VX_UINT32 code = 0;             ///< what the command gave
+    ResultCode code = RC_SUCCESS;   ///< what the command gave
     std::string output;             ///< what went to standard output
     bool wasLeftRedirected = false; ///< the command ended inside its redirection
 };
@@ -64,9 +65,9 @@ inline CommandRun RunCommand(const TavuStringArray& words, VX_UINT32 flags = 0) 
         Capture capture;
         MainCmdsProcessor* const root = MainCmdsProcessor::getMainCmdsProcessor();
         TavuStringArray args = words;
-        run.code = root->Initialize(args);
-        if (run.code == 0) {
-            run.code = root->DoCmd(args);
+        run.code = static_cast<ResultCode>(root->Initialize(args));
+        if (run.code == RC_SUCCESS) {
+            run.code = static_cast<ResultCode>(root->DoCmd(args));
         }
         root->Uninitialize(args);
         MainCmdsProcessor::destroyMainCmdsProcessor();

@@ -72,7 +72,7 @@ TEST(FakeLibraryTest, GivesTheBuiltTree) {
 TEST(CaptureTest, RunsACommandInItsSession) {
     FakeLibrary::Reset();
     const CommandRun run = RunCommand("no such command");
-    EXPECT_EQ(run.code, 7u);
+    EXPECT_EQ(run.code, RC_CMD_NOT_FOUND);
     EXPECT_EQ(run.output, "Unknown command or invalid target identifier!\r\n");
     EXPECT_FALSE(run.wasLeftRedirected);
     EXPECT_EQ(FakeLibrary::Get().calls,

@@ -74,7 +74,7 @@ TEST_F(TargetInfoTest, ReportsAScsiTarget) {
     };
     for (const Format& format : FORMATS) {
         const CommandRun run = RunTarget("info", format.Leaf("get"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, format.Block(STRUCTURE, FIELD, LIST, TextOfLines(expected)));
         EXPECT_EQ(PortCalls(), Calls{}); // everything comes out of the records
     }
@@ -473,17 +473,19 @@ TEST_F(TargetLunsTest, LineOfLunsIsNotCut) {
 
 struct ErrorCase {
     const char* arguments;
-    VX_UINT32 code;
+    ResultCode code;
     const char* message;
 };
 
 TEST_F(TargetInfoTest, Errors) {
     static constexpr ErrorCase CASES[] = {
-        {"", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:02", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, "Failed, Invalid parameter"},
-        {" help", 5, "Failed, Unknown"},
+        {"", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:02", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" help", RC_HELP_REQUESTED, "Failed, Unknown"},
     };
     for (const ErrorCase& row : CASES) {
         for (const Format& format : FORMATS) {
@@ -496,7 +498,7 @@ TEST_F(TargetInfoTest, Errors) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunTarget("info", format.Leaf("get"));
-        EXPECT_EQ(run.code, 14u);
+        EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(run.output, ErrorOf(format, STRUCTURE, FIELD, "Failed, Host not found"));
     }
 }
