@@ -186,6 +186,7 @@ TEST_F(LibraryCallTest, TracesAFailingRebootQuestion) {
 }
 
 TEST_F(LibraryCallTest, TakesASilentLibraryForAReboot) {
+    Fake().Succeed({"IsRebootRequired"});
     EXPECT_TRUE(IsRebootRequired()); // status 0, and the answer is left as it was
     EXPECT_EQ(Fake().calls, (Strings{"VEXAPI_IsRebootRequired()"}));
 }

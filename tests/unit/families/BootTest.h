@@ -119,6 +119,9 @@ protected:
         }
         AddTargets();
 
+        if (group.isExtended) {
+            Fake().Succeed({"GetNVMeBootDeviceEntries"});
+        }
         Fake().onGetBfsConfigMode = [this] {
             Chatter();
             return bfsMode;

@@ -138,6 +138,10 @@ TEST_F(CongestionCheckTest, ReportsATarget) {
 /// What the commands of this group refuse, and in which order.
 class CongestionRefusalTest : public CongestionTest {
 protected:
+    CongestionRefusalTest() {
+        Fake().Succeed({"GetPortStatisticsFC", "GetSCMRProfile", "SetSCMRProfile", "SANCongMgmtResetStatistics"});
+    }
+
     struct Order {
         const CongestionCommand* command;
         VX_UINT32 features;  ///< any of these bits will do

@@ -382,6 +382,7 @@ TEST_F(SecondGenerationTest, TellsALogThatCantBeOpenedForTheReleaseInASecondDocu
 class CongestionClearTest : public CongestionTest {};
 
 TEST_F(CongestionClearTest, ClearsTheTargets) {
+    Fake().Succeed({"SANCongMgmtResetStatistics"});
     port->FeatureFlags = FIRST_GENERATION | SECOND_GENERATION;
     for (const Format& format : FORMATS) {
         const CommandRun run = RunCongestion(PORT_CLEAR, format);

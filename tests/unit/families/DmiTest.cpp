@@ -37,6 +37,7 @@ class DmiTest : public FamilyTest {
 protected:
     DmiTest() {
         port->DriverFeatureFlags = DRIVER_CAN_UPDATE;
+        Fake().Succeed({"SfpModuleFirmwareUpdate"});
         Insert(LoadImage("finisar-ftlx8571-auj0rcj"));
     }
 

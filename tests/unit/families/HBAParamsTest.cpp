@@ -606,6 +606,7 @@ TEST_F(HBAParamsTest, RestoreDefaultsLeavesThePendingFile) {
 }
 
 TEST_F(HBAParamsTest, Saves) {
+    Fake().Succeed({"SaveSingleAdapterNVRAMToFile"});
     Stage(SNAPSHOT);
     for (const Format& format : FORMATS) {
         CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt more");

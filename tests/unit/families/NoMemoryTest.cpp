@@ -26,6 +26,7 @@ protected:
 };
 
 TEST_F(NoMemoryTest, ReportsShowIt) {
+    Fake().Succeed({"GetFlashComponentVersion", "GetAdapterAsicBoardTemperature", "GetLockdownStatus"});
     Fake().onGetAdapterFlashMemoBlock = [](VX_PORT_HANDLE*, VX_SFlashMemoBlock* block) {
         std::memcpy(block->Signature, "FMBS", 4);
         return 0u;
