@@ -412,7 +412,7 @@ TEST_F(FileOpsTest, PresentIsARegularFile) {
     EXPECT_EQ(FileOps::IsFilePresent(folder.Path("pipe")), 0);
 }
 
-TEST_F(FileOpsTest, Deletes) {
+TEST_F(FileOpsTest, DeletesAFileAndTracesAMissingOneAsTheUpdater) {
     const TraceLog log("4");
     const std::string path = folder.Write("present", "Speed=8\n");
     EXPECT_EQ(FileOps::DeleteFile(path), RC_SUCCESS);

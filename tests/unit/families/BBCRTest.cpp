@@ -357,7 +357,7 @@ TEST_F(BBCRTest, FilesEditedByHand) {
     EXPECT_EQ(Staged(), "BBCR_Status=0\nBBCR_Count=3\n");
 }
 
-TEST_F(BBCRTest, Failures) {
+TEST_F(BBCRTest, AFailingReadEndsEveryLeaf) {
     for (const Format& format : FORMATS) {
         for (const std::string leaf : {"get", "setFile", "set"}) {
             RemoveFiles();
@@ -366,6 +366,13 @@ TEST_F(BBCRTest, Failures) {
             EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
             EXPECT_EQ(run.output, Error(format, READ_FAILED, leaf == "set"));
             EXPECT_EQ(Staged(), "no file");
+        }
+    }
+}
+
+TEST_F(BBCRTest, CallsNothingWithoutTheRedirection) {
+    for (const Format& format : FORMATS) {
+        for (const std::string leaf : {"get", "setFile", "set"}) {
             Stage(SNAPSHOT);
             {
                 NoFiles files;
@@ -378,6 +385,12 @@ TEST_F(BBCRTest, Failures) {
             Fake().onGetAdapterList = nullptr;
             EXPECT_EQ(Staged(), SNAPSHOT);
         }
+    }
+}
+
+TEST_F(BBCRTest, AFailingWriteKeepsTheFile) {
+    for (const Format& format : FORMATS) {
+        Stage(SNAPSHOT);
         Fake().ReturnInTurn("VEXAPI_FCSetBBCSupportInfo", {1});
         const CommandRun run = Run(format.Leaf("set"));
         EXPECT_EQ(run.code, RC_CFG_UPDATE_FAILED);
@@ -386,8 +399,11 @@ TEST_F(BBCRTest, Failures) {
         EXPECT_EQ(Staged(), SNAPSHOT);
         EXPECT_EQ(Run(format.Leaf("set")).code, RC_SUCCESS);
         EXPECT_EQ(Staged(), "no file");
+    }
+}
 
-        // The redirection ahead of the write
+TEST_F(BBCRTest, WritesNothingWithoutTheRedirectionAheadOfTheWrite) {
+    for (const Format& format : FORMATS) {
         Stage(SNAPSHOT);
         const auto read = Fake().onFCGetBBCSupportInfoEx;
         {

@@ -160,7 +160,7 @@ TEST_F(BeaconTest, AdmissionComesInOrder) {
     }
 }
 
-TEST_F(BeaconTest, LibraryFailures) {
+TEST_F(BeaconTest, AFailingCallEndsGetAndSet) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_GetAdapterBeaconStatus", {status});
         Expect("get", "", RC_CFG_READ_FAILED, "Failed, Beacon read failed", "Unknown", {mezz, get});

@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(BootConfigExtOptionsTest, FcNvme) {
+TEST_F(BootConfigExtOptionsTest, FcNvmeIsTakenInNvmeModeOnly) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
         for (const Mode mode : Modes()) {
@@ -292,7 +292,7 @@ TEST_F(BootConfigExtOptionsTest, TargetsAndDisks) {
 }
 
 /// The namespace is the number that was found: the low 16 bits of the word.
-TEST_F(BootConfigExtOptionsTest, Namespaces) {
+TEST_F(BootConfigExtOptionsTest, NamespacesAreReadIn16Bits) {
     for (const auto& [word, number] : {std::pair{"1", "1"}, {"3", "3"}, {"65537", "1"}, {"300x", "300"}}) {
         std::array<std::string, 6> values = EntryOfTarget();
         values[3] = number;

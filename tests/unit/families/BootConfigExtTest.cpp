@@ -55,7 +55,7 @@ TEST_F(BootConfigExtTest, NvmeDocumentIsByteExact) {
                                              "</output>\n");
 }
 
-TEST_F(BootConfigExtTest, Modes) {
+TEST_F(BootConfigExtTest, TheSecondWordIsTheMode) {
     struct Case {
         std::string words;
         ResultCode code;
@@ -111,7 +111,7 @@ TEST_F(BootConfigExtTest, Modes) {
 }
 
 /// The library is switched whenever it is in another mode.
-TEST_F(BootConfigExtTest, LibraryModes) {
+TEST_F(BootConfigExtTest, TheLibraryIsSwitchedFromEveryOtherMode) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI, NVME}) {
             bfsMode = static_cast<VX_UINT8>(current);

@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(BootConfigTest, Modes) {
+TEST_F(BootConfigTest, TheOptionIsTheModeAndBiosWithoutIt) {
     struct Case {
         const char* words;
         ResultCode code;
@@ -75,7 +75,7 @@ TEST_F(BootConfigTest, Modes) {
 }
 
 /// Only BIOS and UEFI are exchanged; what else the library is in is left alone.
-TEST_F(BootConfigTest, LibraryModes) {
+TEST_F(BootConfigTest, TheLibraryIsSwitchedBetweenBiosAndUefiOnly) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI}) {
             bfsMode = static_cast<VX_UINT8>(current);

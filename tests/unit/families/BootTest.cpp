@@ -413,7 +413,7 @@ TEST_P(BootTest, BootTargetsEditedByHand) {
     }
 }
 
-TEST_P(BootTest, FailingReads) {
+TEST_P(BootTest, AFailingReadLeavesTheFile) {
     Fake().Return("VEXAPI_GetBootDeviceInfo", 1);
     for (const Format& format : FORMATS) {
         for (const char* const leaf : {"get", "setFile", "set"}) {

@@ -307,7 +307,7 @@ TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
     }
 }
 
-TEST_F(CongestionRefusalTest, Traces) {
+TEST_F(CongestionRefusalTest, TracesWhyAPortIsRefused) {
     const TraceLog log("4");
     const auto tracesOf = [&](const CongestionCommand& command) {
         unlink(TraceLog::Path());

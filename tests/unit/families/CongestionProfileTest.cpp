@@ -184,7 +184,7 @@ TEST_F(CongestionProfileTest, NeedsTheLogForEachCall) {
     EXPECT_EQ(PortCalls(), (Calls{Call("GetSCMRProfile"), Call("SetSCMRProfile")}));
 }
 
-TEST_F(CongestionProfileTest, Traces) {
+TEST_F(CongestionProfileTest, TracesRefusedOptionsAndFailingCalls) {
     const TraceLog log("4");
     const auto tracesOf = [&](const std::string& options) {
         unlink(TraceLog::Path());

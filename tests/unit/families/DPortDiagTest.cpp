@@ -540,7 +540,7 @@ TEST_F(DPortDiagTest, WithoutMemoryForTheReport) {
     }
 }
 
-TEST_F(DPortDiagTest, Traces) {
+TEST_F(DPortDiagTest, TracesTheStatusOfAFailingCall) {
     const TraceLog log("4");
     const std::string by = "DEBUG: PhysicalPortDPortDiagCmdsProcessor::";
     Fake().Return("VEXAPI_ConfigureAdapterDPortSettings", 7);

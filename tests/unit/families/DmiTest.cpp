@@ -201,7 +201,7 @@ TEST_F(DmiTest, UpdatePassesThePathAndTheNumberTwo) {
     }
 }
 
-TEST_F(DmiTest, UpdateStatuses) {
+TEST_F(DmiTest, UpdateGivesEveryStatusItsCodeAndText) {
     struct Status {
         VX_UINT32 status;
         ResultCode code;
@@ -237,7 +237,7 @@ TEST_F(DmiTest, UpdateStatuses) {
 }
 
 /// The checks in their order: each case fails where it stands and in all that come behind.
-TEST_F(DmiTest, UpdateAdmission) {
+TEST_F(DmiTest, UpdateRefusesInOrder) {
     struct Case {
         const char* what;
         std::string words;
@@ -318,17 +318,21 @@ TEST_F(DmiTest, UpdateTakesTheVendorInAnyCase) {
     EXPECT_EQ(run.code, RC_SFP_VENDOR_UNSUPPORTED);
 }
 
-TEST_F(DmiTest, UpdateElsewhere) {
+TEST_F(DmiTest, UpdateFailsWithoutAHost) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunDmi(format, "update", file + " WTD");
         EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(run.output, UpdateDocument(format, "Failed, Host not found"));
     }
-    Fake().host.hasList = true;
-    // A virtual port is no obstacle.
+}
+
+TEST_F(DmiTest, UpdateTakesAVirtualPort) {
     port->PortInterfaceType = 3;
     EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, RC_SUCCESS);
+}
+
+TEST_F(DmiTest, UpdateCallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = RunDmi(TEXT, "update", file + " WTD");

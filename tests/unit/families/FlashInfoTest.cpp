@@ -193,13 +193,16 @@ TEST_F(FlashInfoTest, ChipsWithAMemoBlock) {
     }
 }
 
-TEST_F(FlashInfoTest, Failures) {
+TEST_F(FlashInfoTest, TellsAFailingRead) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_GetAdapterFlashMemoBlock", {status});
         const CommandRun run = RunAdapter("flashinfo", "getcli");
         EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
         EXPECT_EQ(run.output, Error(TEXT, "Failed, Flash Info read failed"));
     }
+}
+
+TEST_F(FlashInfoTest, RefusesHelpAndAnAdapterThatIsNotThere) {
     EXPECT_EQ(Run("-t adapter -s flashinfo get").output, Error(XML, "Failed, Invalid parameter"));
     const CommandRun invalid = Run("-t adapter -s flashinfo getcli FC_x");
     EXPECT_EQ(invalid.code, RC_INVALID_PARAMETER);
@@ -207,17 +210,24 @@ TEST_F(FlashInfoTest, Failures) {
     const CommandRun help = Run("-t adapter -s flashinfo get help");
     EXPECT_EQ(help.code, RC_HELP_REQUESTED);
     EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
+}
+
+TEST_F(FlashInfoTest, FailsWithoutAHost) {
     LoseHost();
     const CommandRun lost = RunAdapter("flashinfo", "get");
     EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
     EXPECT_EQ(lost.output, Error(XML, "Failed, Host not found"));
-    Fake().host.hasList = true;
+}
+
+TEST_F(FlashInfoTest, RefusesAnAdapterWithoutAnFcPort) {
     port->ProtocolType = 3;
     const CommandRun none = RunAdapter("flashinfo", "get");
     EXPECT_EQ(none.code, RC_ADAPTER_NOT_FOUND);
     EXPECT_EQ(none.output, Error(XML, "Failed, Adapter not found"));
     EXPECT_EQ(PortCalls(), Calls{});
-    port->ProtocolType = 0;
+}
+
+TEST_F(FlashInfoTest, CallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun closed = RunAdapter("flashinfo", "get");

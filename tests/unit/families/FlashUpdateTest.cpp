@@ -137,7 +137,7 @@ TEST_F(FlashUpdateTest, RefusedChipLeavesTheRedirectionOpen) {
     EXPECT_EQ(refused, 7 + 6 + 9); // of eleven chips, 4, 5 and 2 are allowed
 }
 
-TEST_F(FlashUpdateTest, StatusTable) {
+TEST_F(FlashUpdateTest, GivesEveryStatusItsCodeAndText) {
     static constexpr struct {
         VX_UINT32 status;
         ResultCode code;

@@ -149,7 +149,7 @@ TEST_F(FrameTestsTest, BothFormatsShowTheSame) {
     }
 }
 
-TEST_F(FrameTestsTest, Numbers) {
+TEST_F(FrameTestsTest, TakesCountsIncrementsAndSizesInTheirRanges) {
     const struct {
         const char* words; ///< test count, test increment, data size
         bool isLoopback;   ///< accepted by the loopback test
@@ -223,7 +223,7 @@ TEST_F(FrameTestsTest, Numbers) {
     }
 }
 
-TEST_F(FrameTestsTest, Words) {
+TEST_F(FrameTestsTest, PassesOnWhatTheWordsStandFor) {
     const struct {
         const char* onError;
         const char* pattern;
@@ -454,7 +454,7 @@ TEST_F(FrameTestsTest, WithoutTheRedirectionNothingIsCalled) {
     }
 }
 
-TEST_F(FrameTestsTest, LoopbackTraces) {
+TEST_F(FrameTestsTest, LoopbackTracesItsRefusalsAndEveryFrame) {
     const TraceLog log("5");
     const auto tracesOf = [&](const std::string& words) {
         unlink(TraceLog::Path());

@@ -71,7 +71,7 @@ TEST_F(FwDumpTest, WritesTheDump) {
     EXPECT_EQ(ReadFile(path), dump.substr(0, 10));
 }
 
-TEST_F(FwDumpTest, StatusTable) {
+TEST_F(FwDumpTest, GivesEveryStatusItsCodeAndText) {
     static constexpr struct {
         VX_UINT32 status;
         ResultCode code;
@@ -154,7 +154,7 @@ TEST_F(FwDumpTest, WithoutTheRedirection) {
     Expect(path, RC_FILE_ERROR, "Failed, File not found", false);
 }
 
-TEST_F(FwDumpTest, ResolverFailures) {
+TEST_F(FwDumpTest, TellsWhyThereIsNoPort) {
     const CommandRun none = Run("-t port -s fwdump get");
     EXPECT_EQ(none.code, RC_INVALID_PARAMETER);
     EXPECT_EQ(none.output, Document(XML, "Failed, Invalid Parameter"));

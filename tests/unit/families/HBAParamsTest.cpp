@@ -422,7 +422,7 @@ TEST_F(HBAParamsTest, RebootIsRequiredWhenTheWordIs1OrCantBeHad) {
     }
 }
 
-TEST_F(HBAParamsTest, FailingReads) {
+TEST_F(HBAParamsTest, AFailingReadLeavesTheFile) {
     Fake().Return("VEXAPI_GetHBAParamsInfo", 1);
     for (const Format& format : FORMATS) {
         for (const char* const leaf : {"get", "setFile", "set"}) {
@@ -605,21 +605,32 @@ TEST_F(HBAParamsTest, RestoreDefaultsLeavesThePendingFile) {
     EXPECT_EQ(FileIdentity(), identity);
 }
 
-TEST_F(HBAParamsTest, Saves) {
+TEST_F(HBAParamsTest, SavesToTheNamedFile) {
     Fake().Succeed({"SaveSingleAdapterNVRAMToFile"});
     Stage(SNAPSHOT);
     for (const Format& format : FORMATS) {
-        CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt more");
+        const CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt more");
         EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, format.Flat("HBAParametersSave", {{"Message", "Success"}}));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("SaveSingleAdapterNVRAMToFile", "\"/tmp/nvram.txt\"")}));
-        // Without a file name the library isn't called.
-        run = Run(format.Leaf("save"));
+    }
+    EXPECT_EQ(Staged(), SNAPSHOT);
+}
+
+TEST_F(HBAParamsTest, SaveNeedsAFileName) {
+    for (const Format& format : FORMATS) {
+        const CommandRun run = Run(format.Leaf("save"));
         EXPECT_EQ(run.code, RC_INVALID_PARAMETER);
         EXPECT_EQ(run.output, SaveError(format, INVALID) + UsageOf(format, "save"));
         EXPECT_EQ(PortCalls(), Calls{});
+    }
+}
+
+TEST_F(HBAParamsTest, SaveTellsAFailingCall) {
+    Stage(SNAPSHOT);
+    for (const Format& format : FORMATS) {
         Fake().ReturnInTurn("VEXAPI_SaveSingleAdapterNVRAMToFile", {1});
-        run = Run(format.Leaf("save"), "/tmp/nvram.txt");
+        const CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt");
         EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
         EXPECT_EQ(run.output, SaveError(format, READ_FAILED));
     }

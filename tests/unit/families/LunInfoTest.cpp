@@ -126,7 +126,7 @@ TEST_F(LunInfoTest, WorldwideIdentifiers) {
     EXPECT_EQ(Lines()[5], "Lun Worldwide Unique ID: 00:00");
 }
 
-TEST_F(LunInfoTest, Errors) {
+TEST_F(LunInfoTest, RefusesHelpAndALunThatIsNotThere) {
     static constexpr struct {
         const char* arguments;
         ResultCode code;
@@ -151,6 +151,9 @@ TEST_F(LunInfoTest, Errors) {
                                       (format.IsXml() ? "" : "Usage: get [port identifier]\r\n"));
         }
     }
+}
+
+TEST_F(LunInfoTest, FailsWithoutAHost) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunLun(format.Leaf("get"));

@@ -86,7 +86,7 @@ TEST_F(PersonalityTest, GetAsksRowanChipsOnly) {
     }
 }
 
-TEST_F(PersonalityTest, GetFails) {
+TEST_F(PersonalityTest, GetTellsWhyItFails) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_GetPersonalityType", {status});
         ExpectGet(RC_CFG_READ_FAILED, "Failed, Personality read failed", "Unknown", {get});
@@ -151,7 +151,7 @@ TEST_F(PersonalityTest, SetRefusesInOrder) {
     }
 }
 
-TEST_F(PersonalityTest, SetFails) {
+TEST_F(PersonalityTest, SetTellsWhyItFails) {
     Fake().Return("VEXAPI_GetPersonalityType", 3);
     ExpectSet("CNA", RC_CFG_READ_FAILED, false, "Failed, Personality read failed", "Unknown", {check, get});
     Fake().Return("VEXAPI_GetPersonalityType", 0);

@@ -245,7 +245,7 @@ TEST_F(PingTestsTest, RefusalsComeInOrder) {
     }
 }
 
-TEST_F(PingTestsTest, LibraryFailures) {
+TEST_F(PingTestsTest, AFailingCallShowsAnEmptyFrame) {
     for (const Kind& kind : KINDS) {
         for (const VX_UINT32 status : {1u, 44u, 0x80000000u}) {
             const std::string function = std::string("VEXAPI_") + kind.function;
@@ -288,7 +288,7 @@ TEST_F(PingTestsTest, CliLeavesPrintNoUsage) {
     }
 }
 
-TEST_F(PingTestsTest, Traces) {
+TEST_F(PingTestsTest, TracesTheStatusOfAFailingCall) {
     const struct {
         const Kind& kind;
         const char* className;
@@ -374,7 +374,7 @@ TEST_F(EchoTest, RedirectionIsOpenedForEachFrame) {
     EXPECT_EQ(PortCalls().size(), 2u);
 }
 
-TEST_F(EchoTest, Texts) {
+TEST_F(EchoTest, PadsShortTimes) {
     const struct {
         VX_UINT32 time;
         const char* shown;
@@ -385,6 +385,9 @@ TEST_F(EchoTest, Texts) {
                       .output.find(std::string("\nResponse Time: ") + row.shown + "\n"),
                   std::string::npos);
     }
+}
+
+TEST_F(EchoTest, ShowsAStatusThatFillsItsArray) {
     Fake().onDiagnosticsEchoElsTest = [](VX_PORT_HANDLE*, const char*, VX_UINT32, VX_UINT32, VX_UINT32,
                                          _VEXAPI_ECHO_RESULTS* result) {
         SetText(result->EchoStatus, std::string(72, '%')); // fills its array

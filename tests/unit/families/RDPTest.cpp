@@ -161,7 +161,7 @@ TEST_F(RDPTest, WithoutMemoryTheReportIsEmpty) {
     }
 }
 
-TEST_F(RDPTest, Traces) {
+TEST_F(RDPTest, TracesStatusesAndUnknownTags) {
     const TraceLog log("5");
     payload[7] = 4; // a tag without a decoder; the words behind it are tags too
     Fake().ReturnInTurn("VEXAPI_DiagnosticsRDPTest", {0, 9});

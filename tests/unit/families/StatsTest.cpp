@@ -104,7 +104,7 @@ TEST_F(StatsTest, CountersAreUnsigned) {
 }
 
 /// `get` says that the mode is invalid and gives 0, so that no usage follows; `reset` gives 6.
-TEST_F(StatsTest, BadModes) {
+TEST_F(StatsTest, BadModesFailButForTheCodeOfGet) {
     for (const char* mode : {"", "Drive", "Drivers", "Firm", "all", "Driver,Firmware"}) {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunPort("stats", format.Leaf("get"), mode);
@@ -150,7 +150,7 @@ TEST_F(StatsTest, ResetFails) {
     EXPECT_EQ(PortCalls(), Calls{});
 }
 
-TEST_F(StatsTest, ResolverFailures) {
+TEST_F(StatsTest, TellsWhyThereIsNoPort) {
     for (const std::string leaf : {"get", "reset"}) {
         EXPECT_EQ(Run("-t port -s stats " + leaf).code, RC_INVALID_PARAMETER);
         const CommandRun unknown = Run("-t port -s stats " + leaf + "cli FC_x Firmware");

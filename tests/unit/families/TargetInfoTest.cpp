@@ -321,7 +321,7 @@ TEST_F(TargetInfoTest, VirtualLanes) {
 }
 
 /// The last case reads "None", and not "NA" as for a port.
-TEST_F(TargetInfoTest, Throttling) {
+TEST_F(TargetInfoTest, ThrottlingIsToldByChipsThatCount) {
     static constexpr struct {
         VX_UINT8 state;
         const char* withBit31;
@@ -345,7 +345,7 @@ TEST_F(TargetInfoTest, Throttling) {
 }
 
 /// Byte 2 bit 1 and byte 4 bit 0 together are ahead of byte 0 bit 6.
-TEST_F(TargetInfoTest, Status) {
+TEST_F(TargetInfoTest, StatusIsReadFromThreeFlags) {
     static constexpr struct {
         VX_UINT8 byte0, byte2, byte4;
         const char* status;
@@ -426,7 +426,7 @@ TEST_F(TargetLunsTest, LinesGoOneByOne) {
 /// "Luns" with n: 6 + 6 + 1 = 13, and n times "LUN_", n - 1 times ", ", 10 numbers of one digit, 90 of two and
 /// n - 100 of three: 4n + 2n - 2 + 10 + 180 + 3n - 300 = 9n - 112; together 9n - 99.
 /// Behind "Luns": 282 + 9n - 99 = 9n + 183.
-TEST_F(TargetLunsTest, Limits) {
+TEST_F(TargetLunsTest, DropsTheLinesThatManyLunsLeaveNoRoomFor) {
     // "Status" takes 22 and stands behind 9n + 183 + 27 + 24 + 28 + 40 + 23 + 27 = 9n + 352:
     // 18n + 704 + 22 < 4096 up to n = 187 (18 * 187 = 3366 < 3370).
     SetLuns(187);
@@ -477,7 +477,7 @@ struct ErrorCase {
     const char* message;
 };
 
-TEST_F(TargetInfoTest, Errors) {
+TEST_F(TargetInfoTest, RefusesHelpAndATargetThatIsNotThere) {
     static constexpr ErrorCase CASES[] = {
         {"", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
         {" FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
@@ -495,6 +495,9 @@ TEST_F(TargetInfoTest, Errors) {
                                       (format.IsXml() ? "" : "Usage: get [port identifier]\r\n"));
         }
     }
+}
+
+TEST_F(TargetInfoTest, FailsWithoutAHost) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunTarget("info", format.Leaf("get"));

@@ -218,7 +218,7 @@ TEST_F(TargetLinkSpeedTest, OrderOfRefusals) {
 }
 
 /// 8 for the chips of 10 Gbps in `set`; `get` asks for no chip.
-TEST_F(TargetLinkSpeedTest, Chips) {
+TEST_F(TargetLinkSpeedTest, ChipsOf10GbpsRefuseSetOnly) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
         const bool is10G = chip.chip == ROWAN_CNA || chip.chip == HAZEL || chip.chip == WILLOW;

@@ -70,15 +70,21 @@ TEST_F(TargetStatsTest, EveryPortIsTaken) {
     }
 }
 
-TEST_F(TargetStatsTest, Errors) {
+TEST_F(TargetStatsTest, RefusesHelpAndATargetThatIsNotThere) {
     ExpectError("", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
     ExpectError(" FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
     ExpectError(" ?x", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
     ExpectError(" -help", RC_HELP_REQUESTED, "Failed, Unknown");
+}
+
+TEST_F(TargetStatsTest, TellsAFailingRead) {
     for (const VX_UINT32 status : {1u, 45u, 118u, 0xFFFFFFFFu}) {
         Fake().Return("VEXAPI_GetPortStatisticsFC", status);
         ExpectError(Argument(), RC_STATS_READ_FAILED, "Failed, Statistics read error");
     }
+}
+
+TEST_F(TargetStatsTest, FailsWithoutAHost) {
     LoseHost();
     ExpectError(Argument(), RC_HOST_NOT_FOUND, "Failed, Host not found");
 }

@@ -363,7 +363,7 @@ TEST_F(VpdTest, ImagesCutAtEveryLength) {
     EXPECT_EQ(RunPort("vpd", "get").output, Document(XML, GOLDEN_ROWS));
 }
 
-TEST_F(VpdTest, Failures) {
+TEST_F(VpdTest, TellsAFailingRead) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().Return("VEXAPI_GetVpd", status);
         for (const Format& format : FORMATS) {
@@ -372,17 +372,25 @@ TEST_F(VpdTest, Failures) {
             EXPECT_EQ(run.output, Error(format, "Failed, VPD failed"));
         }
     }
+}
+
+TEST_F(VpdTest, RefusesHelpAndAPortThatIsNotThere) {
     EXPECT_EQ(Run("-t port -s vpd get").code, RC_INVALID_PARAMETER);
     EXPECT_EQ(Run("-t port -s vpd getcli FC_x").output, Error(TEXT, "Failed, Invalid parameter") + "Usage: get\r\n");
     const CommandRun help = Run("-t port -s vpd get help");
     EXPECT_EQ(help.code, RC_HELP_REQUESTED);
     EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
+}
+
+TEST_F(VpdTest, FailsWithoutAHost) {
     LoseHost();
     const CommandRun lost = RunPort("vpd", "get");
     EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
     EXPECT_EQ(lost.output, Error(XML, "Failed, Host not found"));
     EXPECT_EQ(PortCalls(), Calls{});
-    Fake().host.hasList = true;
+}
+
+TEST_F(VpdTest, CallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun closed = RunPort("vpd", "get");
