@@ -2,10 +2,11 @@
 /// Capture of standard output, and commands run as from the command line.
 #pragma once
 
+#include "MainCmdsProcessor.h"
 #include "Output.h"
 #include "ProgramMode.h"
+#include "ResultCodes.h"
 #include "Words.h"
-#include "MainCmdsProcessor.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -50,9 +51,9 @@ private:
 };
 
 struct CommandRun {
-    VX_UINT32 code = 0;             ///< result of the command
-    std::string output;             ///< standard output
-    bool wasLeftRedirected = false; ///< the command left its redirection open
+    ResultCode code = RC_SUCCESS;   ///< what the command gave
+    std::string output;             ///< what went to standard output
+    bool wasLeftRedirected = false; ///< the command ended inside its redirection
 };
 
 /// Runs one command in its own session, as the command line does. `flags` are added to those of the run.
@@ -64,9 +65,9 @@ inline CommandRun RunCommand(const TavuStringArray& words, VX_UINT32 flags = 0) 
         Capture capture;
         MainCmdsProcessor* const root = MainCmdsProcessor::getMainCmdsProcessor();
         TavuStringArray args = words;
-        run.code = root->Initialize(args);
-        if (run.code == 0) {
-            run.code = root->DoCmd(args);
+        run.code = static_cast<ResultCode>(root->Initialize(args));
+        if (run.code == RC_SUCCESS) {
+            run.code = static_cast<ResultCode>(root->DoCmd(args));
         }
         root->Uninitialize(args);
         MainCmdsProcessor::destroyMainCmdsProcessor();

@@ -2,10 +2,10 @@
 /// Small command trees of scripted nodes that record their calls.
 #pragma once
 
+#include "MultipleCmdsProcessor.h"
 #include "Output.h"
 #include "ProgramMode.h"
 #include "Words.h"
-#include "MultipleCmdsProcessor.h"
 
 #include <string>
 #include <vector>

@@ -22,7 +22,7 @@ template <typename Write> std::string Written(Serializer::eOutputFormat format, 
     const TracedFunction traced("Class", "Function");
     Document document(out, format);
     write(document);
-    EXPECT_EQ(out.end_output(), 12u) << "the document was not ended";
+    EXPECT_EQ(out.end_output(), RC_INVALID_FORMAT) << "the document was not ended";
     return capture.Stop();
 }
 

@@ -101,7 +101,7 @@ protected:
     const TraceLog lock{"0"};
 };
 
-TEST_F(ApiLogTest, Appends) {
+TEST_F(ApiLogTest, AppendsALineForEveryTextButNull) {
     APILog("100%s");
     APILog("two");
     APILog(nullptr);

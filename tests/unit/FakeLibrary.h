@@ -69,12 +69,15 @@ template <typename Value> Value* AllocatedCopy(const std::vector<Value>& values)
 
 /// The library of the test program.
 ///
-/// A function without a script returns 0 (a zeroed record, a null list) and leaves its outputs alone, except that
-/// `VEXAPI_GetAdapterList` returns the tree of `host`. A status set by `Return` or `ReturnInTurn` comes first; a
-/// failure status is returned without touching the outputs. Otherwise the function's hook, if any, fills the
-/// outputs and determines the result.
+/// A status set by `Return` or `ReturnInTurn` comes first; a failing one is given without more, and so the outputs
+/// stay. Else the function's hook, when there is one, fills the outputs and gives the result. A function without a
+/// script refuses the call and leaves its outputs alone, so that a forgotten script never passes for a success. Only
+/// the functions that start and end a session succeed unasked, and `VEXAPI_GetAdapterList` gives the tree of `host`.
 class FakeLibrary {
 public:
+    /// What a function without a script gives; a record or a list of the library then tells of a failure too.
+    static constexpr VX_UINT32 NO_SCRIPT = 0xFA4E;
+
     static FakeLibrary& Get();
     /// Clears tree, scripts and recorded calls.
     static void Reset();
@@ -84,6 +87,12 @@ public:
     /// The next calls return these statuses; later calls return the regular results.
     void ReturnInTurn(const std::string& function, std::deque<VX_UINT32> statuses) {
         mQueues[function] = std::move(statuses);
+    }
+    /// The functions, without their prefix, succeed and leave their outputs alone, unless they have hooks.
+    void Succeed(std::initializer_list<const char*> functions) {
+        for (const char* function : functions) {
+            Return(std::string("VEXAPI_") + function, 0);
+        }
     }
 
     HostBuilder host;
@@ -170,11 +179,24 @@ public:
                 return static_cast<Result>(*status);
             }
         }
-        return hook ? hook(values...) : Result{};
+        if (hook) {
+            return hook(values...);
+        }
+        return SucceedsUnasked(name) ? Result{} : Refusal<Result>();
     }
 
 private:
     std::optional<VX_UINT32> ScriptedStatus(const std::string& function);
+    static bool SucceedsUnasked(const std::string& function);
+    template <typename Result> static Result Refusal() {
+        Result refusal{}; // no list, no boot mode, no word of success
+        if constexpr (std::is_same_v<Result, VX_UINT32>) {
+            refusal = NO_SCRIPT;
+        } else if constexpr (std::is_same_v<Result, _VEXAPI_DiagnosticsDPortResult>) {
+            refusal.Mbx1 = 0x4005; // the mailbox command failed
+        }
+        return refusal;
+    }
 
     std::map<std::string, VX_UINT32> mAlways;
     std::map<std::string, std::deque<VX_UINT32>> mQueues;

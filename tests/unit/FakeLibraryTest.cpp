@@ -6,11 +6,48 @@
 
 namespace {
 
-TEST(FakeLibraryTest, AnswersByScriptThenHookThenZero) {
+/// Whatever its result, a call without a script must not look like a success.
+TEST(FakeLibraryTest, RefusesACallWithoutAScript) {
     FakeLibrary::Reset();
     FakeLibrary& fake = FakeLibrary::Get();
     _vexapi_protocol_t& port = fake.host.AddPort();
     VX_UINT32 status = 7;
+    EXPECT_EQ(VEXAPI_FCGetFECSupportInfo(&port.PortHandle, &status), FakeLibrary::NO_SCRIPT);
+    EXPECT_EQ(status, 7u);
+    DiagTestParams parameters{};
+    EXPECT_STREQ(VEXAPI_DiagnosticsLoopBackTest(&port.PortHandle, &parameters).TestStatus, "");
+    EXPECT_EQ(VEXAPI_DiagnosticsReadWriteBufferTest(&port.PortHandle, &parameters), nullptr);
+    _VEXAPI_DiagnosticsDPortResult result{};
+    EXPECT_EQ(VEXAPI_DiagnosticDPortTest(&port.PortHandle, &result).Mbx1, 0x4005);
+    EXPECT_EQ(VEXAPI_GetBfsConfigMode(), 0);
+    EXPECT_EQ(fake.calls, (std::vector<std::string>{
+                              "VEXAPI_FCGetFECSupportInfo(21:00:0a:0b:0c:0d:00:01)",
+                              "VEXAPI_DiagnosticsLoopBackTest(21:00:0a:0b:0c:0d:00:01)",
+                              "VEXAPI_DiagnosticsReadWriteBufferTest(21:00:0a:0b:0c:0d:00:01)",
+                              "VEXAPI_DiagnosticDPortTest(21:00:0a:0b:0c:0d:00:01)",
+                              "VEXAPI_GetBfsConfigMode()",
+                          }));
+    // The statuses of a script end, and what follows has none.
+    fake.ReturnInTurn("VEXAPI_FCGetFECSupportInfo", {0});
+    EXPECT_EQ(VEXAPI_FCGetFECSupportInfo(&port.PortHandle, &status), 0u);
+    EXPECT_EQ(VEXAPI_FCGetFECSupportInfo(&port.PortHandle, &status), FakeLibrary::NO_SCRIPT);
+}
+
+TEST(FakeLibraryTest, ServesASessionWithoutAScript) {
+    FakeLibrary::Reset();
+    EXPECT_EQ(VEXAPI_Initialize(0, 0), 0u);
+    EXPECT_EQ(VEXAPI_SetToolID(1), 0u);
+    EXPECT_EQ(VEXAPI_SetToolVersion(1, 2, 3, 4), 0u);
+    EXPECT_NE(VEXAPI_GetAdapterList(), nullptr);
+    EXPECT_EQ(VEXAPI_Uninitialize(), 0u);
+}
+
+TEST(FakeLibraryTest, AnswersByScriptThenHook) {
+    FakeLibrary::Reset();
+    FakeLibrary& fake = FakeLibrary::Get();
+    _vexapi_protocol_t& port = fake.host.AddPort();
+    VX_UINT32 status = 7;
+    fake.Succeed({"FCGetFECSupportInfo"});
     EXPECT_EQ(VEXAPI_FCGetFECSupportInfo(&port.PortHandle, &status), 0u);
     EXPECT_EQ(status, 7u);
 
@@ -72,7 +109,7 @@ TEST(FakeLibraryTest, GivesTheBuiltTree) {
 TEST(CaptureTest, RunsACommandInItsSession) {
     FakeLibrary::Reset();
     const CommandRun run = RunCommand("no such command");
-    EXPECT_EQ(run.code, 7u);
+    EXPECT_EQ(run.code, RC_CMD_NOT_FOUND);
     EXPECT_EQ(run.output, "Unknown command or invalid target identifier!\r\n");
     EXPECT_FALSE(run.wasLeftRedirected);
     EXPECT_EQ(FakeLibrary::Get().calls,

@@ -121,7 +121,7 @@ TEST_F(FamilyTest, HasItsLeavesAndThenItsSubFamilies) {
 
 TEST_F(FamilyTest, FetchesAndThenDisplays) {
     EXPECT_EQ(Run(0, {"port"}), "");
-    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(code, RC_SUCCESS);
     EXPECT_EQ(Run(2, {"port"}), "");
     EXPECT_EQ(steps, (Strings{"fetch port", "display fetched as 1", "fetch port", "display fetched as 2"}));
 }
@@ -129,7 +129,7 @@ TEST_F(FamilyTest, FetchesAndThenDisplays) {
 TEST_F(FamilyTest, ShowsTheErrorOfAFailedFetch) {
     fetchResult = RC_CFG_READ_FAILED;
     Run(0, {});
-    EXPECT_EQ(code, 13u);
+    EXPECT_EQ(code, RC_CFG_READ_FAILED);
     EXPECT_EQ(steps, (Strings{"fetch ", "error 13 as 1"}));
 }
 
@@ -156,7 +156,7 @@ const char HELP[] = "\r\nFollowing is the list of available commands in the Samp
 
 TEST_F(FamilyTest, ListsItsChildrenInItsHelp) {
     EXPECT_EQ(Run(1, {}), HELP);
-    EXPECT_EQ(code, 0u);
+    EXPECT_EQ(code, RC_SUCCESS);
     EXPECT_EQ(Run(1, {"?"}), HELP); // the usage of "help" is the help
 }
 

@@ -45,7 +45,7 @@ TEST(BitFunctionsTest, StateOfABit) {
     EXPECT_EQ(findbit(1, -1, true), -1);
 }
 
-TEST(FieldDecodersTest, Trims) {
+TEST(FieldDecodersTest, TrimsTheSeparatorsAtTheEndOrAllOfThem) {
     EXPECT_EQ(Trimmed(RTrimBuf, "a,b,,", ','), "a,b");
     EXPECT_EQ(Trimmed(RTrimBuf, "a, ", ','), "a, ");
     EXPECT_EQ(Trimmed(RTrimBuf, ",,,", ','), ","); // keeps its first
@@ -89,7 +89,7 @@ TEST(FieldDecodersTest, FieldsByOffset) {
     EXPECT_EQ(FieldAt(ModuleImage(sfp.View().Sub(0, 95)), 95)->Offset, 65535);
 }
 
-TEST(FieldDecodersTest, Text) {
+TEST(FieldDecodersTest, ReadsATextWithALetterOrADigitAndElseZero) {
     DecodedText text;
     const auto decode = [&text](const Image& image) -> std::string {
         return GetAsciiData(FieldAt(image.View(), 56), image.View(), text);
@@ -107,7 +107,7 @@ TEST(FieldDecodersTest, Text) {
     EXPECT_EQ(decode(Image().Set(56, {0xC4, 0xE9, 0xFF, 0xAA})), "0"); // above 127: neither letter nor digit
 }
 
-TEST(FieldDecodersTest, BitCodes) {
+TEST(FieldDecodersTest, ReadsTheLastOrEveryBitThatIsListed) {
     DecodedText text;
     const auto decode = [&text](VX_UINT8 byte, bool accumulate) -> std::string {
         std::strcpy(text, "be,fore");
@@ -124,7 +124,7 @@ TEST(FieldDecodersTest, BitCodes) {
     EXPECT_STREQ(GetBitDataCodeTable(0x02, FCTransMediaTbl, text, true), "before");
 }
 
-TEST(FieldDecodersTest, ByteCodes) {
+TEST(FieldDecodersTest, LeavesTheTextForAByteThatIsNotListed) {
     DecodedText text;
     const auto decode = [&text](VX_UINT8 byte) -> std::string {
         std::strcpy(text, "be,fore");

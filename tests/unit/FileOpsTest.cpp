@@ -35,9 +35,6 @@ extern "C" int rename(const char* from, const char* to) noexcept {
 
 namespace {
 
-constexpr unsigned DONE = 0;
-constexpr unsigned FILE_ERROR = 19;
-
 /// Result of a reader, and the value: "<none>" if nothing was written.
 struct Reading {
     int result;
@@ -47,9 +44,9 @@ struct Reading {
 std::ostream& operator<<(std::ostream& out, const Reading& reading) {
     return out << reading.result << " \"" << reading.value << '"';
 }
-const Reading NOT_FOUND = {0, "<none>"};
+const Reading NOT_FOUND = {FileOps::KEY_NOT_FOUND, "<none>"};
 Reading Found(const std::string& value) {
-    return {1, value};
+    return {FileOps::KEY_FOUND, value};
 }
 
 class FileOpsTest : public ::testing::Test {
@@ -68,7 +65,7 @@ protected:
     /// Content of the file after an update.
     std::string Update(const std::string& content, const char* key, const char* value) const {
         const std::string path = folder.Write("update", content);
-        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, key, value), DONE);
+        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, key, value), RC_SUCCESS);
         EXPECT_EQ(ReadFile(path + "_tmp"), std::nullopt);
         return ReadFile(path).value_or("no file");
     }
@@ -137,22 +134,23 @@ TEST_F(FileOpsTest, ReaderTakesAnyDelimiter) {
 TEST_F(FileOpsTest, ReaderRefusesNullAndMissing) {
     const std::string path = folder.Write("read", "Speed=8\n");
     char value[8] = "before";
-    EXPECT_EQ(FileOps::read_key_value(nullptr, "Speed", value, sizeof value, '='), -1);
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), nullptr, value, sizeof value, '='), -1);
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", nullptr, 8, '='), -1);
-    EXPECT_EQ(FileOps::read_key_value(folder.Path("other").c_str(), "Speed", value, sizeof value, '='), -2);
-    EXPECT_EQ(FileOps::read_key_value(nullptr, nullptr, nullptr, 0, '='), -1);
+    EXPECT_EQ(FileOps::read_key_value(nullptr, "Speed", value, sizeof value, '='), FileOps::READ_INVALID);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), nullptr, value, sizeof value, '='), FileOps::READ_INVALID);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", nullptr, 8, '='), FileOps::READ_INVALID);
+    EXPECT_EQ(FileOps::read_key_value(folder.Path("other").c_str(), "Speed", value, sizeof value, '='),
+              FileOps::READ_NO_FILE);
+    EXPECT_EQ(FileOps::read_key_value(nullptr, nullptr, nullptr, 0, '='), FileOps::READ_INVALID);
     EXPECT_STREQ(value, "before");
 }
 
 TEST_F(FileOpsTest, ReaderLeavesAFullValueUnterminated) {
     const std::string path = folder.Write("read", "Speed=abcdefgh\n");
     char value[8] = {'1', '2', '3', '4', '5', '6', '7', '8'};
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, 4, '='), 1);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, 4, '='), FileOps::KEY_FOUND);
     EXPECT_EQ(std::string(value, sizeof value), "abcd5678");
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, 8, '='), 1);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, 8, '='), FileOps::KEY_FOUND);
     EXPECT_EQ(std::string(value, sizeof value), "abcdefgh");
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, 0, '='), 1);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, 0, '='), FileOps::KEY_FOUND);
     EXPECT_EQ(std::string(value, sizeof value), "abcdefgh");
 }
 
@@ -244,9 +242,9 @@ TEST_F(FileOpsTest, UpdaterTakesLongLinesInPieces) {
 
 TEST_F(FileOpsTest, UpdaterCreatesTheFile) {
     const std::string path = folder.Path("new");
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), DONE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), RC_SUCCESS);
     EXPECT_EQ(ReadFile(path), "Speed=8\n");
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Data_Rate", ""), DONE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Data_Rate", ""), RC_SUCCESS);
     EXPECT_EQ(ReadFile(path), "Speed=8\nData_Rate=\n");
     EXPECT_EQ(ReadFile(path + "_tmp"), std::nullopt);
 }
@@ -259,7 +257,7 @@ TEST_F(FileOpsTest, UpdaterOverwritesALeftTemporaryFile) {
 TEST_F(FileOpsTest, UpdaterFailsToCreate) {
     const TraceLog log("4");
     const std::string path = folder.Path("no folder/new");
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), FILE_ERROR);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), RC_FILE_ERROR);
     EXPECT_EQ(TraceLog::Lines(), (std::vector<std::string>{
                                      "DEBUG: FileOps::UpdateKeyValueInFile: File open failed in read mode, creating it",
                                      "DEBUG: FileOps::UpdateKeyValueInFile: File open failed in write mode",
@@ -271,14 +269,14 @@ TEST_F(FileOpsTest, AFullDiskLosesNothing) {
     const std::string path = folder.Write("update", content);
     for (const rlim_t size : {0u, 1u, 12u}) {
         const FullDisk disk(size);
-        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "16"), FILE_ERROR);
+        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "16"), RC_FILE_ERROR);
         EXPECT_EQ(ReadFile(path), content);
         EXPECT_EQ(ReadFile(path + "_tmp"), std::nullopt);
-        EXPECT_EQ(FileOps::UpdateKeyValueInFile(folder.Path("new"), "Speed_of_light", "1"), FILE_ERROR);
+        EXPECT_EQ(FileOps::UpdateKeyValueInFile(folder.Path("new"), "Speed_of_light", "1"), RC_FILE_ERROR);
         EXPECT_EQ(ReadFile(folder.Path("new")), std::nullopt);
     }
     const FullDisk disk(13);
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "16"), DONE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "16"), RC_SUCCESS);
     EXPECT_EQ(ReadFile(path), "A=1\nSpeed=16\n");
 }
 
@@ -286,7 +284,7 @@ TEST_F(FileOpsTest, UpdaterReplacesALinkAtTheTemporaryName) {
     const std::string path = folder.Write("update", "Speed=8\n");
     const std::string target = folder.Write("target", "Speed=7\n");
     ASSERT_EQ(symlink(target.c_str(), (path + "_tmp").c_str()), 0);
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), DONE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_SUCCESS);
     EXPECT_EQ(ReadFile(path), "Speed=9\n");
     EXPECT_EQ(ReadFile(target), "Speed=7\n");
 }
@@ -321,8 +319,9 @@ TEST_F(FileOpsTest, TakesNoFileThatIsNotOurOwn) {
     ASSERT_EQ(::link(hardLinked.c_str(), folder.Path("two").c_str()), 0);
     for (const std::string& path : {link, dangling, pipe, hardLinked}) {
         char value[8] = "before";
-        EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), -2) << path;
-        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR) << path;
+        EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), FileOps::READ_NO_FILE)
+            << path;
+        EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_FILE_ERROR) << path;
     }
     EXPECT_EQ(ReadFile(target), "Speed=8\n");
     EXPECT_EQ(ReadFile(hardLinked), "Speed=8\n");
@@ -335,19 +334,19 @@ TEST_F(FileOpsTest, TakesNoFileWithoutABound) {
     const std::string path = folder.Write("large", "Speed=8\n");
     std::filesystem::resize_file(path, 1 << 20);
     char value[8] = "before";
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), 1);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), FileOps::KEY_FOUND);
     std::filesystem::resize_file(path, (1 << 20) + 1);
-    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), -2);
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR);
+    EXPECT_EQ(FileOps::read_key_value(path.c_str(), "Speed", value, sizeof value, '='), FileOps::READ_NO_FILE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_FILE_ERROR);
     EXPECT_EQ(std::filesystem::file_size(path), (1U << 20) + 1);
 }
 
 TEST_F(FileOpsTest, LetsNobodyElseWriteANewFile) {
     const std::string path = folder.Path("new");
     const mode_t before = umask(0);
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), DONE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "8"), RC_SUCCESS);
     EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0644));
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), DONE);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_SUCCESS);
     EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0644));
     umask(before);
 }
@@ -356,7 +355,7 @@ TEST_F(FileOpsTest, UpdaterKeepsTheOldFileWithoutATemporaryOne) {
     const TraceLog log("4");
     const std::string path = folder.Write("update", "Speed=8\n");
     std::filesystem::create_directory(path + "_tmp");
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_FILE_ERROR);
     EXPECT_EQ(ReadFile(path), "Speed=8\n");
     EXPECT_EQ(TraceLog::Lines(),
               (std::vector<std::string>{"DEBUG: FileOps::UpdateKeyValueInFile: temp file open failed"}));
@@ -366,7 +365,7 @@ TEST_F(FileOpsTest, UpdaterLeavesBothFilesWhenTheOldOneStays) {
     const TraceLog log("4");
     const std::string path = folder.Write("update", "Speed=8\nA=1\n");
     s_removeFails = true;
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_FILE_ERROR);
     EXPECT_EQ(ReadFile(path), "Speed=8\nA=1\n");
     EXPECT_EQ(ReadFile(path + "_tmp"), "Speed=9\nA=1\n");
     EXPECT_EQ(TraceLog::Lines(),
@@ -377,7 +376,7 @@ TEST_F(FileOpsTest, UpdaterLeavesTheTemporaryFileWhenItIsNotRenamed) {
     const TraceLog log("4");
     const std::string path = folder.Write("update", "Speed=8\nA=1\n");
     s_renameFails = true;
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_FILE_ERROR);
     EXPECT_EQ(ReadFile(path), std::nullopt);
     EXPECT_EQ(ReadFile(path + "_tmp"), "Speed=9\nA=1\n");
     EXPECT_EQ(TraceLog::Lines(),
@@ -387,7 +386,7 @@ TEST_F(FileOpsTest, UpdaterLeavesTheTemporaryFileWhenItIsNotRenamed) {
 TEST_F(FileOpsTest, UpdaterRefusesAFolder) {
     const std::string path = folder.Path("folder");
     std::filesystem::create_directory(path);
-    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), FILE_ERROR);
+    EXPECT_EQ(FileOps::UpdateKeyValueInFile(path, "Speed", "9"), RC_FILE_ERROR);
     EXPECT_TRUE(std::filesystem::is_directory(path));
 }
 
@@ -413,13 +412,13 @@ TEST_F(FileOpsTest, PresentIsARegularFile) {
     EXPECT_EQ(FileOps::IsFilePresent(folder.Path("pipe")), 0);
 }
 
-TEST_F(FileOpsTest, Deletes) {
+TEST_F(FileOpsTest, DeletesAFileAndTracesAMissingOneAsTheUpdater) {
     const TraceLog log("4");
     const std::string path = folder.Write("present", "Speed=8\n");
-    EXPECT_EQ(FileOps::DeleteFile(path), DONE);
+    EXPECT_EQ(FileOps::DeleteFile(path), RC_SUCCESS);
     EXPECT_EQ(ReadFile(path), std::nullopt);
     EXPECT_TRUE(TraceLog::Lines().empty());
-    EXPECT_EQ(FileOps::DeleteFile(path), FILE_ERROR);
+    EXPECT_EQ(FileOps::DeleteFile(path), RC_FILE_ERROR);
     // It traces as if it were the updater.
     EXPECT_EQ(TraceLog::Lines(),
               (std::vector<std::string>{"DEBUG: FileOps::UpdateKeyValueInFile: remove file failed"}));

@@ -32,45 +32,48 @@ const Steps WHOLE_RUN = {"IsApplicable", "Initialize", "DoCmd", "Uninitialize"};
 TEST(InvokeCmdProcessorTest, RefusesNoNode) {
     ScriptedFamily family("main", "");
     TavuStringArray args;
-    EXPECT_EQ(family.InvokeCmdProcessor(nullptr, nullptr, args), 7u);
+    EXPECT_EQ(family.InvokeCmdProcessor(nullptr, nullptr, args), RC_CMD_NOT_FOUND);
 }
 
 TEST(InvokeCmdProcessorTest, RefusesANodeThatDoesNotApply) {
-    ExpectRun(Invoke({.applicable = 1}), 7, {"IsApplicable"});
+    ExpectRun(Invoke({.applicable = 1}), RC_CMD_NOT_FOUND, {"IsApplicable"});
 }
 
 TEST(InvokeCmdProcessorTest, RunsAllSteps) {
-    ExpectRun(Invoke({}), 0, WHOLE_RUN);
+    ExpectRun(Invoke({}), RC_SUCCESS, WHOLE_RUN);
 }
 
 TEST(InvokeCmdProcessorTest, EndsANodeThatCouldNotStart) {
-    ExpectRun(Invoke({.initialize = 9, .uninitialize = 8}), 9, {"IsApplicable", "Initialize", "Uninitialize"});
+    ExpectRun(Invoke({.initialize = RC_EXIT, .uninitialize = RC_INVALID_CMD}), RC_EXIT,
+              {"IsApplicable", "Initialize", "Uninitialize"});
 }
 
 TEST(InvokeCmdProcessorTest, GivesTheFirstResultThatIsNotZero) {
-    ExpectRun(Invoke({.uninitialize = 8, .command = 21}), 21, WHOLE_RUN);
-    ExpectRun(Invoke({.uninitialize = 8}), 8, WHOLE_RUN);
+    ExpectRun(Invoke({.uninitialize = RC_INVALID_CMD, .command = RC_ADAPTER_NOT_FOUND}), RC_ADAPTER_NOT_FOUND,
+              WHOLE_RUN);
+    ExpectRun(Invoke({.uninitialize = RC_INVALID_CMD}), RC_INVALID_CMD, WHOLE_RUN);
 }
 
 TEST(InvokeCmdProcessorTest, PrintsUsageForThreeResultsOnly) {
     for (VX_UINT32 result = 1; result < 60; ++result) {
-        const bool hasUsage = result == 4 || result == 5 || result == 6;
-        ExpectRun(Invoke({.uninitialize = 8, .command = result, .id = 3}), result,
+        const bool hasUsage = result == RC_PARAM_ERROR || result == RC_HELP_REQUESTED || result == RC_INVALID_PARAMETER;
+        ExpectRun(Invoke({.uninitialize = RC_INVALID_CMD, .command = result, .id = 3}), result,
                   hasUsage ? Steps{"IsApplicable", "Initialize", "DoCmd", "PrintUsage(3)", "Uninitialize"} : WHOLE_RUN);
     }
 }
 
 TEST(InvokeCmdProcessorTest, AnswersAQuestionMarkWithoutTheCommand) {
     const Steps steps = {"IsApplicable", "Initialize", "PrintUsage(3)", "Uninitialize"};
-    ExpectRun(Invoke({.id = 3}, {"?"}), 0, steps);
-    ExpectRun(Invoke({.uninitialize = 8, .command = 5, .id = 3}, {"?", "x"}), 8, steps);
+    ExpectRun(Invoke({.id = 3}, {"?"}), RC_SUCCESS, steps);
+    ExpectRun(Invoke({.uninitialize = RC_INVALID_CMD, .command = RC_HELP_REQUESTED, .id = 3}, {"?", "x"}),
+              RC_INVALID_CMD, steps);
 }
 
 TEST(InvokeCmdProcessorTest, GivesEveryOtherWordToTheCommand) {
     for (const char* word : {"help", "/?", "-h", "??", "", "? "}) {
-        ExpectRun(Invoke({}, {word}), 0, WHOLE_RUN);
+        ExpectRun(Invoke({}, {word}), RC_SUCCESS, WHOLE_RUN);
     }
-    ExpectRun(Invoke({}, {"x", "?"}), 0, WHOLE_RUN);
+    ExpectRun(Invoke({}, {"x", "?"}), RC_SUCCESS, WHOLE_RUN);
 }
 
 TEST(InvokeCmdProcessorTest, RunsEngineeringNodesInEngineeringModeOnly) {
@@ -87,10 +90,12 @@ TEST(InvokeCmdProcessorTest, RunsEngineeringNodesInEngineeringModeOnly) {
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.nodeFlags << " in mode " << row.mode);
         const RunMode mode(row.mode);
-        const NodeScript script{.uninitialize = 8, .command = 21, .flags = row.nodeFlags};
-        ExpectRun(Invoke(script, {"x"}), row.runs ? 21 : 8, row.runs ? WHOLE_RUN : refused);
+        const NodeScript script{
+            .uninitialize = RC_INVALID_CMD, .command = RC_ADAPTER_NOT_FOUND, .flags = row.nodeFlags};
+        ExpectRun(Invoke(script, {"x"}), row.runs ? RC_ADAPTER_NOT_FOUND : RC_INVALID_CMD,
+                  row.runs ? WHOLE_RUN : refused);
         if (!row.runs) {
-            ExpectRun(Invoke(script, {"?"}), 8, refused);
+            ExpectRun(Invoke(script, {"?"}), RC_INVALID_CMD, refused);
         }
     }
 }
@@ -147,10 +152,10 @@ TEST(CmdProcessorTest, CallsItsFunctionsWithItsParent) {
 TEST(CmdProcessorTest, GivesZeroWithoutFunctions) {
     CmdProcessor node(nullptr, "name", "", "", false, 0, 0);
     TavuStringArray args;
-    EXPECT_EQ(node.Initialize(args), 0u);
-    EXPECT_EQ(node.Uninitialize(args), 0u);
-    EXPECT_EQ(node.IsApplicable(args), 0u);
-    EXPECT_EQ(node.PrintUsage(args, 3), 0u);
+    EXPECT_EQ(node.Initialize(args), RC_SUCCESS);
+    EXPECT_EQ(node.Uninitialize(args), RC_SUCCESS);
+    EXPECT_EQ(node.IsApplicable(args), RC_SUCCESS);
+    EXPECT_EQ(node.PrintUsage(args, 3), RC_SUCCESS);
     EXPECT_FALSE(node.IsHidden());
 }
 
@@ -184,7 +189,7 @@ TEST(MultipleCmdsProcessorDeathTest, AbortsWhenAFamilyIsRun) {
 std::string HelpOf(ScriptedFamily& family) {
     TavuStringArray args;
     Capture capture;
-    EXPECT_EQ(family.CmdHelp(args), 0u);
+    EXPECT_EQ(family.CmdHelp(args), RC_SUCCESS);
     return capture.Stop();
 }
 

@@ -2,6 +2,7 @@
 #include "RDPPayload.h"
 #include "ReportArithmetic.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <string>
@@ -21,6 +22,14 @@ public:
         for (std::size_t i = 0; i < words.size(); ++i) {
             Store(4 + 4 * i, words[i]);
         }
+    }
+    /// The report of the first `size` bytes when others follow.
+    std::string ReportAhead(std::size_t size, VX_UINT8 following) const {
+        std::vector<VX_UINT8> bytes(2 * PAYLOAD_SIZE, following);
+        std::copy_n(mBytes.begin(), size, bytes.begin());
+        ReportBlock report(16384, ReportBlock::SizeRule::FULL);
+        ParseRDPDataBuffer(decoders::Bytes(bytes.data(), size), report, isVendorMatch);
+        return report.GetText();
     }
     /// The report of a buffer of exactly `size` bytes, to detect reads past its end.
     std::string Report(std::size_t size = PAYLOAD_SIZE, std::size_t textSize = 16384) const {
@@ -229,7 +238,7 @@ TEST(RDPPayload, UnknownDescriptorsAreScannedWordByWord) {
 }
 
 /// Lengths are rounded down to words; excessive ones end with the payload.
-TEST(RDPPayload, Lengths) {
+TEST(RDPPayload, LengthsRoundDownToWordsAndEndWithThePayload) {
     EXPECT_EQ(Payload({0x00010005, 7, 1, 2}).Report(), Block("FEC Status Information", "Correctable Blocks: 1\n"));
     for (const VX_UINT32 length : {0x7FFFFFFFu, 0xFFFFFFFCu, 0xFFFFFFFFu}) {
         for (const VX_UINT32 tag :
@@ -245,7 +254,9 @@ TEST(RDPPayload, EveryTruncationStaysInside) {
                            9, 10, 11,         12,         13, 14, 15, 0x00010007, 12,         1,  2, 3},
                           0xFFFFFFFF);
     for (std::size_t size = 0; size <= PAYLOAD_SIZE; ++size) {
-        payload.Report(size);
+        const std::string report = payload.Report(size);
+        EXPECT_EQ(payload.ReportAhead(size, 0x00), report) << size;
+        EXPECT_EQ(payload.ReportAhead(size, 0x41), report) << size;
     }
 }
 

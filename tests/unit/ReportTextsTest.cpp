@@ -1,4 +1,5 @@
 #include "ReportTexts.h"
+#include "ResultCodes.h"
 
 #include <gtest/gtest.h>
 
@@ -84,9 +85,10 @@ TEST(CodeTableTest, FindsTheFirstRowOrTheFallback) {
 }
 
 TEST(CodeTableTest, ReadsAnUnlistedResultCodeAsUnknown) {
-    constexpr CodeText TABLE[] = {{6, "Failed, Invalid parameter"}};
-    EXPECT_STREQ(ResultTextOf(TABLE, 6), "Failed, Invalid parameter");
-    for (const VX_UINT32 code : {0u, 5u, 7u, 50u, 1000u}) {
+    constexpr CodeText TABLE[] = {{RC_INVALID_PARAMETER, "Failed, Invalid parameter"}};
+    EXPECT_STREQ(ResultTextOf(TABLE, RC_INVALID_PARAMETER), "Failed, Invalid parameter");
+    for (const ResultCode code :
+         {RC_SUCCESS, RC_HELP_REQUESTED, RC_CMD_NOT_FOUND, RC_LIBRARY_FAILED, ResultCode{1000}}) {
         EXPECT_STREQ(ResultTextOf(TABLE, code), "Failed, Unknown") << code;
     }
 }

@@ -1,6 +1,7 @@
 #include "Serializer.h"
 #include "Capture.h"
 #include "Limits.h"
+#include "ResultCodes.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,6 @@
 
 namespace {
 
-constexpr VX_UINT32 INVALID_FORMAT = 12;
-constexpr VX_UINT32 NO_MEMORY = 42;
 const auto XML = Serializer::FORMAT_XML;
 const auto TEXT = Serializer::FORMAT_TEXT;
 
@@ -24,7 +23,7 @@ std::string OutputOf(Serializer::eOutputFormat format, const Operation& operatio
         out.begin_output(format);
     }
     Capture capture;
-    EXPECT_EQ(operation(out), 0u);
+    EXPECT_EQ(operation(out), RC_SUCCESS);
     return capture.Stop();
 }
 
@@ -41,11 +40,11 @@ TEST(SerializerTest, BeginsAndEndsADocument) {
     for (const auto format : {XML, TEXT}) {
         Serializer out;
         Capture opening;
-        EXPECT_EQ(out.begin_output(format), 0u);
+        EXPECT_EQ(out.begin_output(format), RC_SUCCESS);
         EXPECT_EQ(opening.Stop(),
                   format == XML ? "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n" : Asterisks());
         Capture closing;
-        EXPECT_EQ(out.end_output(), 0u);
+        EXPECT_EQ(out.end_output(), RC_SUCCESS);
         EXPECT_EQ(closing.Stop(), format == XML ? "</output>\n" : Asterisks());
     }
 }
@@ -78,7 +77,7 @@ TEST(SerializerTest, WritesNothingForAnUnknownListType) {
     opening.Stop();
     Capture capture;
     for (const VX_UINT32 type : {4u, 99u, UINT_MAX}) {
-        EXPECT_EQ(out.begin_list_output(static_cast<Serializer::eListType>(type)), INVALID_FORMAT);
+        EXPECT_EQ(out.begin_list_output(static_cast<Serializer::eListType>(type)), RC_INVALID_FORMAT);
     }
     EXPECT_EQ(capture.Stop(), "");
 }
@@ -230,7 +229,7 @@ TEST(SerializerTest, TellsThatThereIsNoMemory) {
 #endif
         result = out.output_string(UINT_MAX, "text");
     }
-    EXPECT_EQ(result, NO_MEMORY);
+    EXPECT_EQ(result, RC_NO_MEMORY);
     EXPECT_EQ(capture.Stop(), Asterisks());
 }
 
@@ -275,7 +274,7 @@ TEST(SerializerTest, RefusesEveryOperationInNoFormat) {
     Serializer out;
     Capture capture;
     for (const Operation& operation : OPERATIONS) {
-        EXPECT_EQ(operation(out), INVALID_FORMAT);
+        EXPECT_EQ(operation(out), RC_INVALID_FORMAT);
     }
     EXPECT_EQ(capture.Stop(), "");
 }
@@ -288,8 +287,8 @@ TEST(SerializerTest, KeepsAnUnknownFormat) {
             out.begin_output(XML);
             capture.Stop();
             Capture behind;
-            EXPECT_EQ(out.begin_output(static_cast<Serializer::eOutputFormat>(format)), INVALID_FORMAT);
-            EXPECT_EQ(operation(out), INVALID_FORMAT);
+            EXPECT_EQ(out.begin_output(static_cast<Serializer::eOutputFormat>(format)), RC_INVALID_FORMAT);
+            EXPECT_EQ(operation(out), RC_INVALID_FORMAT);
             EXPECT_EQ(behind.Stop(), "");
         }
     }
@@ -303,7 +302,7 @@ TEST(SerializerTest, ForgetsTheFormatAtTheEnd) {
     document.Stop();
     Capture behind;
     for (const Operation& operation : OPERATIONS) {
-        EXPECT_EQ(operation(out), INVALID_FORMAT);
+        EXPECT_EQ(operation(out), RC_INVALID_FORMAT);
     }
     EXPECT_EQ(behind.Stop(), "");
 }

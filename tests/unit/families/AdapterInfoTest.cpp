@@ -90,7 +90,7 @@ constexpr char WHOLE[] = "Manufacturer: Kerrith\n"
 
 TEST_F(AdapterInfoTest, IsByteExact) {
     const CommandRun xml = RunAdapter("info", "get");
-    EXPECT_EQ(xml.code, 0u);
+    EXPECT_EQ(xml.code, RC_SUCCESS);
     EXPECT_EQ(xml.output, "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
                           "<structure typeName=\"AdapterInformation\">\n"
                           "<field name=\"Message\">\n<string>Success</string></field>\n"
@@ -184,7 +184,7 @@ TEST_F(AdapterInfoTest, AbsentSoftRomKeepsItsLabel) {
     EXPECT_EQ(Lines().size(), 24u);
 }
 
-TEST_F(AdapterInfoTest, Types) {
+TEST_F(AdapterInfoTest, NamesEveryTypeOfAnAdapter) {
     static constexpr const char* WORDS[] = {"Unknown",       "Ethernet Adapter", "Fibre Channel Adapter",
                                             "iSCSI Adapter", "Aspen CNA",        "Ethernet CNA",
                                             "FCoE CNA",      "iSCSI CNA",        "RDMA CNA",
@@ -223,7 +223,7 @@ TEST_F(AdapterInfoTest, FamilyFirmwareNeedsASignature) {
 TEST_F(AdapterInfoTest, FailedReadsLeaveZeros) {
     Fake().Return("VEXAPI_GetFlashComponentVersion", 3);
     Fake().Return("VEXAPI_GetAdapterFlashMemoBlock", 3);
-    EXPECT_EQ(RunAdapter("info", "get").code, 0u);
+    EXPECT_EQ(RunAdapter("info", "get").code, RC_SUCCESS);
     EXPECT_EQ(PortCalls(), (Calls{componentCall, blockCall}));
     EXPECT_EQ(LineOf("Flash Preload Firmware Area Version"), "Flash Preload Firmware Area Version: NA");
     EXPECT_EQ(LineOf("Family Firmware Version"), "");
@@ -251,35 +251,43 @@ TEST_F(AdapterInfoTest, TextsMayFillTheirArraysAndHoldPercentSigns) {
     EXPECT_EQ(lines[14], "Flash EFI Version: " + std::string(31, 'e') + "%");
 }
 
-TEST_F(AdapterInfoTest, Failures) {
-    const auto error = [](const Format& format, const std::string& message) {
-        return format.Report("AdapterInformation", {{"Message", message}}, "General Parameters", "");
-    };
-    EXPECT_EQ(Run("-t adapter -s info get").output, error(XML, "Failed, Invalid parameter"));
+std::string Error(const Format& format, const std::string& message) {
+    return format.Report("AdapterInformation", {{"Message", message}}, "General Parameters", "");
+}
+
+TEST_F(AdapterInfoTest, RefusesHelpAndAnAdapterThatIsNotThere) {
+    EXPECT_EQ(Run("-t adapter -s info get").output, Error(XML, "Failed, Invalid parameter"));
     const CommandRun invalid = Run("-t adapter -s info getcli Adapter_x_y");
-    EXPECT_EQ(invalid.code, 6u);
-    EXPECT_EQ(invalid.output, error(TEXT, "Failed, Invalid parameter") + "Usage: get [adapter identifier]\r\n");
+    EXPECT_EQ(invalid.code, RC_INVALID_PARAMETER);
+    EXPECT_EQ(invalid.output, Error(TEXT, "Failed, Invalid parameter") + "Usage: get [adapter identifier]\r\n");
     const CommandRun help = Run("-t adapter -s info get /h");
-    EXPECT_EQ(help.code, 5u);
-    EXPECT_EQ(help.output, error(XML, "Failed, Unknown"));
+    EXPECT_EQ(help.code, RC_HELP_REQUESTED);
+    EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
+}
+
+TEST_F(AdapterInfoTest, FailsWithoutAHost) {
     LoseHost();
     const CommandRun lost = RunAdapter("info", "getcli");
-    EXPECT_EQ(lost.code, 14u);
-    EXPECT_EQ(lost.output, error(TEXT, "Failed, Host not found"));
-    Fake().host.hasList = true;
+    EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
+    EXPECT_EQ(lost.output, Error(TEXT, "Failed, Host not found"));
+}
+
+TEST_F(AdapterInfoTest, RefusesAnAdapterWithoutAnFcPort) {
     for (const VX_UINT32 type : {2u, 3u}) { // it resolves, but has no FC protocol
         port->ProtocolType = type;
         const CommandRun run = RunAdapter("info", "getcli");
-        EXPECT_EQ(run.code, 21u);
-        EXPECT_EQ(run.output, error(TEXT, "Failed, Adapter not found"));
+        EXPECT_EQ(run.code, RC_ADAPTER_NOT_FOUND);
+        EXPECT_EQ(run.output, Error(TEXT, "Failed, Adapter not found"));
         EXPECT_EQ(PortCalls(), Calls{});
     }
-    port->ProtocolType = 0;
+}
+
+TEST_F(AdapterInfoTest, CallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun closed = RunAdapter("info", "get");
-    EXPECT_EQ(closed.code, 19u);
-    EXPECT_EQ(closed.output, error(XML, "Failed, File not found"));
+    EXPECT_EQ(closed.code, RC_FILE_ERROR);
+    EXPECT_EQ(closed.output, Error(XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }
 

@@ -174,10 +174,12 @@ TEST_F(BBCRTest, AdaptersAndVirtualPorts) {
                     RemoveFiles();
                     const CommandRun run = Run(format.Leaf(leaf));
                     // The virtual port is checked before the adapter.
-                    const VX_UINT32 code = type == 3 ? 51 : isSupported ? 0 : 35;
+                    const ResultCode code = type == 3     ? RC_NOT_SUPPORTED_FOR_VPORT
+                                            : isSupported ? RC_SUCCESS
+                                                          : RC_FEATURE_NOT_SUPPORTED;
                     EXPECT_EQ(run.code, code) << chip.name;
-                    EXPECT_EQ(PortCalls(), code == 0 ? ReadCalls() : Calls{});
-                    if (code != 0) {
+                    EXPECT_EQ(PortCalls(), code == RC_SUCCESS ? ReadCalls() : Calls{});
+                    if (code != RC_SUCCESS) {
                         EXPECT_EQ(run.output, Error(format, type == 3 ? NO_VIRTUAL : NOT_SUPPORTED, leaf == "set"));
                         EXPECT_EQ(Staged(), "no file");
                     }
@@ -197,7 +199,7 @@ TEST_F(BBCRTest, PortsThatAreNone) {
             EXPECT_EQ(run("").output, Error(format, INVALID, leaf == "set") + usage);
             EXPECT_EQ(run(" FC_21:00:0a:0b:0c:0d:ff:ff").output, Error(format, INVALID, leaf == "set") + usage);
             EXPECT_EQ(run(" help").output, Error(format, UNKNOWN, leaf == "set") + usage);
-            EXPECT_EQ(run(" help").code, 5u);
+            EXPECT_EQ(run(" help").code, RC_HELP_REQUESTED);
             EXPECT_EQ(run(" ?").output, usage);
             LoseHost();
             EXPECT_EQ(Run(format.Leaf(leaf)).output, Error(format, NO_HOST, leaf == "set"));
@@ -210,7 +212,7 @@ TEST_F(BBCRTest, SetFileBeginsWithASnapshot) {
     for (const Format& format : FORMATS) {
         RemoveFiles();
         const CommandRun run = Run(format.Leaf("setFile"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Document(format, Online("true", 5)));
         EXPECT_EQ(PortCalls(), ReadCalls());
         EXPECT_EQ(Staged(), SNAPSHOT);
@@ -232,12 +234,12 @@ TEST_F(BBCRTest, OptionsTakeTheirRange) {
         for (const std::string value : {"true", "TRUE", "True", "false", "FALSE", "fAlse"}) {
             const bool isTrue = value[0] == 't' || value[0] == 'T';
             Stage("BBCR_Count=5\nBBCR_Status=7\n");
-            EXPECT_EQ(Run("setFile", name + " " + value).code, 0u);
+            EXPECT_EQ(Run("setFile", name + " " + value).code, RC_SUCCESS);
             EXPECT_EQ(Staged(), std::string("BBCR_Count=5\nBBCR_Status=") + (isTrue ? "1\n" : "0\n"));
         }
         for (const std::string value : {"1", "0", "on", "tru", "truee", ""}) {
             Stage(SNAPSHOT);
-            EXPECT_EQ(Run("setFile", name + " " + value + " .").code, 6u); // an empty word is a word
+            EXPECT_EQ(Run("setFile", name + " " + value + " .").code, RC_INVALID_PARAMETER); // an empty word is a word
             EXPECT_EQ(Staged(), SNAPSHOT);
         }
     }
@@ -246,7 +248,7 @@ TEST_F(BBCRTest, OptionsTakeTheirRange) {
             const std::string text = std::to_string(count);
             Stage(SNAPSHOT);
             const CommandRun run = Run("setFilecli", name + " " + text);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(TEXT, Online("true", count)));
             EXPECT_EQ(Staged(), "BBCR_Count=" + text + "\nBBCR_Status=1\n");
         }
@@ -254,13 +256,13 @@ TEST_F(BBCRTest, OptionsTakeTheirRange) {
         for (const auto& [text, count] : std::map<std::string, std::string>{
                  {"abc", "0"}, {"", "0"}, {"4294967297", "1"}, {"4294967311", "15"}, {"7up", "7"}, {"015", "15"}}) {
             Stage(SNAPSHOT);
-            EXPECT_EQ(Run("setFile", name + " " + text + " .").code, 0u) << text;
+            EXPECT_EQ(Run("setFile", name + " " + text + " .").code, RC_SUCCESS) << text;
             EXPECT_EQ(Staged(), "BBCR_Count=" + count + "\nBBCR_Status=1\n") << text;
         }
         for (const std::string text : {"16", "255", "256", "-1", "4294967295", "4294967312", "99999999999999999999"}) {
             Stage(SNAPSHOT);
             const auto identity = FileIdentity();
-            EXPECT_EQ(Run("setFile", name + " " + text).code, 6u) << text;
+            EXPECT_EQ(Run("setFile", name + " " + text).code, RC_INVALID_PARAMETER) << text;
             EXPECT_EQ(Staged(), SNAPSHOT);
             EXPECT_EQ(FileIdentity(), identity);
         }
@@ -276,7 +278,7 @@ TEST_F(BBCRTest, ABadValueOfEitherOptionLeavesTheFile) {
                     Stage(content);
                 }
                 const CommandRun run = Run(format.Leaf("setFile"), options);
-                EXPECT_EQ(run.code, 6u);
+                EXPECT_EQ(run.code, RC_INVALID_PARAMETER);
                 EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, "setFile"));
                 // A file created by this call stays, with the library's values.
                 EXPECT_EQ(Staged(), *content == '\0' ? SNAPSHOT : content);
@@ -285,10 +287,10 @@ TEST_F(BBCRTest, ABadValueOfEitherOptionLeavesTheFile) {
     }
     // An option in last position is absent, and the first of two counts.
     Stage(SNAPSHOT);
-    EXPECT_EQ(Run("setFile", "-b").code, 0u);
-    EXPECT_EQ(Run("setFile", "-c").code, 0u);
+    EXPECT_EQ(Run("setFile", "-b").code, RC_SUCCESS);
+    EXPECT_EQ(Run("setFile", "-c").code, RC_SUCCESS);
     EXPECT_EQ(Staged(), SNAPSHOT);
-    EXPECT_EQ(Run("setFile", "-c 3 -c 16").code, 0u);
+    EXPECT_EQ(Run("setFile", "-c 3 -c 16").code, RC_SUCCESS);
     EXPECT_EQ(Staged(), "BBCR_Count=3\nBBCR_Status=1\n");
 }
 
@@ -299,7 +301,7 @@ TEST_F(BBCRTest, SetWritesTheFileOnce) {
         Run("setFile", "-c 15");
         negotiated = 7;
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         // A reboot is always requested; the library isn't asked.
         EXPECT_EQ(run.output, Document(format, Online("false", 15, 7), true));
         EXPECT_EQ(PortCalls(), SetCalls("0, 15"));
@@ -315,13 +317,13 @@ TEST_F(BBCRTest, SetWithNothingPending) {
                 std::filesystem::create_directory(FilePath());
             }
             const CommandRun run = Run(format.Leaf("set"), "-c 3");
-            EXPECT_EQ(run.code, 0u); // although the document shows a failure
+            EXPECT_EQ(run.code, RC_SUCCESS); // although the document tells of a failure
             EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
             EXPECT_EQ(PortCalls(), ReadCalls());
         }
     }
     Fake().Return("VEXAPI_FCGetBBCSupportInfoEx", 1);
-    EXPECT_EQ(Run("set").code, 13u); // the read comes first
+    EXPECT_EQ(Run("set").code, RC_CFG_READ_FAILED); // the read comes first
 }
 
 TEST_F(BBCRTest, FilesEditedByHand) {
@@ -347,45 +349,61 @@ TEST_F(BBCRTest, FilesEditedByHand) {
     };
     for (const Case& row : cases) {
         Stage(row.content);
-        EXPECT_EQ(Run("set").code, 0u);
+        EXPECT_EQ(Run("set").code, RC_SUCCESS);
         EXPECT_EQ(PortCalls(), SetCalls(row.written)) << row.content;
     }
     Stage("BBCR_Status=0");
-    EXPECT_EQ(Run("setFile", "-c 3").code, 0u);
+    EXPECT_EQ(Run("setFile", "-c 3").code, RC_SUCCESS);
     EXPECT_EQ(Staged(), "BBCR_Status=0\nBBCR_Count=3\n");
 }
 
-TEST_F(BBCRTest, Failures) {
+TEST_F(BBCRTest, AFailingReadEndsEveryLeaf) {
     for (const Format& format : FORMATS) {
         for (const std::string leaf : {"get", "setFile", "set"}) {
             RemoveFiles();
             Fake().ReturnInTurn("VEXAPI_FCGetBBCSupportInfoEx", {1});
             const CommandRun run = Run(format.Leaf(leaf), "-c 3");
-            EXPECT_EQ(run.code, 13u);
+            EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
             EXPECT_EQ(run.output, Error(format, READ_FAILED, leaf == "set"));
             EXPECT_EQ(Staged(), "no file");
+        }
+    }
+}
+
+TEST_F(BBCRTest, CallsNothingWithoutTheRedirection) {
+    for (const Format& format : FORMATS) {
+        for (const std::string leaf : {"get", "setFile", "set"}) {
             Stage(SNAPSHOT);
             {
                 NoFiles files;
                 LoseFiles(files);
                 const CommandRun lost = Run(format.Leaf(leaf), "-c 3");
-                EXPECT_EQ(lost.code, 19u);
+                EXPECT_EQ(lost.code, RC_FILE_ERROR);
                 EXPECT_EQ(lost.output, Error(format, NO_FILE, leaf == "set"));
                 EXPECT_EQ(PortCalls(), Calls{});
             }
             Fake().onGetAdapterList = nullptr;
             EXPECT_EQ(Staged(), SNAPSHOT);
         }
+    }
+}
+
+TEST_F(BBCRTest, AFailingWriteKeepsTheFile) {
+    for (const Format& format : FORMATS) {
+        Stage(SNAPSHOT);
         Fake().ReturnInTurn("VEXAPI_FCSetBBCSupportInfo", {1});
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 20u);
+        EXPECT_EQ(run.code, RC_CFG_UPDATE_FAILED);
         EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true));
         EXPECT_EQ(PortCalls(), SetCalls("1, 5"));
         EXPECT_EQ(Staged(), SNAPSHOT);
-        EXPECT_EQ(Run(format.Leaf("set")).code, 0u);
+        EXPECT_EQ(Run(format.Leaf("set")).code, RC_SUCCESS);
         EXPECT_EQ(Staged(), "no file");
+    }
+}
 
-        // The redirection before the write
+TEST_F(BBCRTest, WritesNothingWithoutTheRedirectionAheadOfTheWrite) {
+    for (const Format& format : FORMATS) {
         Stage(SNAPSHOT);
         const auto read = Fake().onFCGetBBCSupportInfoEx;
         {
@@ -396,7 +414,7 @@ TEST_F(BBCRTest, Failures) {
                 return read(handle, a, b, c, d, text, size);
             };
             const CommandRun lost = Run(format.Leaf("set"));
-            EXPECT_EQ(lost.code, 19u);
+            EXPECT_EQ(lost.code, RC_FILE_ERROR);
             EXPECT_EQ(lost.output, Error(format, NO_FILE, true));
             EXPECT_EQ(PortCalls(), ReadCalls());
         }
@@ -411,7 +429,7 @@ TEST_F(BBCRTest, AFullDiskLosesNothing) {
         const FullDisk disk;
         run = Run("setFile", "-c 3");
     }
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Error(XML, NO_FILE));
     EXPECT_EQ(Staged(), "no file");
     Stage(SNAPSHOT);
@@ -419,7 +437,7 @@ TEST_F(BBCRTest, AFullDiskLosesNothing) {
         const FullDisk disk;
         run = Run("setFile", "-c 3");
     }
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Error(XML, NO_FILE));
     EXPECT_EQ(Staged(), SNAPSHOT);
     EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);

@@ -26,7 +26,7 @@ protected:
     static std::string Document(const Format& format, const std::string& message, const std::string& word) {
         return format.Flat("BeaconInfo", {{"Message", message}, {"Beacon State", word}});
     }
-    void Expect(const std::string& leaf, const std::string& rest, VX_UINT32 code, const std::string& message,
+    void Expect(const std::string& leaf, const std::string& rest, ResultCode code, const std::string& message,
                 const std::string& word, const Calls& calls) const {
         const CommandRun run = RunPort("beacon", leaf, rest);
         EXPECT_EQ(run.code, code) << leaf << " " << rest;
@@ -70,7 +70,7 @@ TEST_F(BeaconTest, ShowsTheState) {
     } CASES[] = {{0, "OFF"}, {1, "ON"}, {2, "Unknown"}, {0x100, "Unknown"}, {0xFFFFFFFF, "Unknown"}};
     for (const auto& row : CASES) {
         state = row.state;
-        Expect("get", "", 0, "Success", row.word, {mezz, get});
+        Expect("get", "", RC_SUCCESS, "Success", row.word, {mezz, get});
         EXPECT_EQ(RunPort("beacon", "getcli").output, Document(TEXT, "Success", row.word));
     }
 }
@@ -78,14 +78,14 @@ TEST_F(BeaconTest, ShowsTheState) {
 TEST_F(BeaconTest, SetTakesOnAndOffInAnyCase) {
     for (const char* word : {"ON", "on", "On", "oN", "ON extra"}) {
         state = 0;
-        Expect("set", word, 0, "Success", "ON", {mezz, on, get});
+        Expect("set", word, RC_SUCCESS, "Success", "ON", {mezz, on, get});
     }
     for (const char* word : {"OFF", "off", "Off", "oFf"}) {
         state = 1;
-        Expect("set", word, 0, "Success", "OFF", {mezz, off, get});
+        Expect("set", word, RC_SUCCESS, "Success", "OFF", {mezz, off, get});
     }
     for (const char* word : {"", "1", "0", "true", "O", "ONE", "OFFF", "beacon"}) {
-        Expect("set", word, 6, "Failed, Invalid parameter", "Unknown", {mezz});
+        Expect("set", word, RC_INVALID_PARAMETER, "Failed, Invalid parameter", "Unknown", {mezz});
     }
 }
 
@@ -93,9 +93,9 @@ TEST_F(BeaconTest, SetTakesOnAndOffInAnyCase) {
 TEST_F(BeaconTest, SetShowsWhatTheAdapterSays) {
     isStubborn = true;
     state = 0;
-    Expect("set", "ON", 0, "Success", "OFF", {mezz, on, get});
+    Expect("set", "ON", RC_SUCCESS, "Success", "OFF", {mezz, on, get});
     state = 2;
-    Expect("set", "OFF", 0, "Success", "Unknown", {mezz, off, get});
+    Expect("set", "OFF", RC_SUCCESS, "Success", "Unknown", {mezz, off, get});
 }
 
 /// The `cli` leaves print the usage of `fec`, whose words are the same.
@@ -111,12 +111,12 @@ TEST_F(BeaconTest, OnlyFlagOneIsAMezzanineAdapter) {
         mezzanineFlag = 1;
         for (const ChipRow& chip : CHIPS) {
             SetChip(*port, chip.chip);
-            Expect(leaf, "on", 35, "Failed, feature not supported", "Unknown", {mezz});
+            Expect(leaf, "on", RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported", "Unknown", {mezz});
         }
         SetChip(*port, BIRCH);
         for (const int flag : {0, 2, 128, 255}) {
             mezzanineFlag = static_cast<VX_UINT8>(flag);
-            EXPECT_EQ(RunPort("beacon", leaf, "on").code, 0u) << flag;
+            EXPECT_EQ(RunPort("beacon", leaf, "on").code, RC_SUCCESS) << flag;
         }
     }
 }
@@ -129,12 +129,12 @@ TEST_F(BeaconTest, ChipsWithABeacon) {
         SCOPED_TRACE(chip.name);
         state = 0;
         if (isAdmitted) {
-            Expect("get", "", 0, "Success", "OFF", {mezz, get});
-            Expect("set", "on", 0, "Success", "ON", {mezz, on, get});
+            Expect("get", "", RC_SUCCESS, "Success", "OFF", {mezz, get});
+            Expect("set", "on", RC_SUCCESS, "Success", "ON", {mezz, on, get});
         } else {
-            Expect("get", "", 35, "Failed, feature not supported", "Unknown", {mezz});
+            Expect("get", "", RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported", "Unknown", {mezz});
             // The chip is checked before the word.
-            Expect("set", "bad", 35, "Failed, feature not supported", "Unknown", {mezz});
+            Expect("set", "bad", RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported", "Unknown", {mezz});
         }
     }
 }
@@ -144,30 +144,31 @@ TEST_F(BeaconTest, AdmissionComesInOrder) {
         // A failed query comes before the checks of the chip and the word.
         SetChip(*port, NO_FAMILY);
         Fake().Return("VEXAPI_IsMezzAdapter", 9);
-        Expect(leaf, "bad", 13, "Failed, Beacon read failed", "Unknown", {mezz});
+        Expect(leaf, "bad", RC_CFG_READ_FAILED, "Failed, Beacon read failed", "Unknown", {mezz});
         port->PortInterfaceType = 3; // before the question
-        Expect(leaf, "bad", 51, "Failed, feature not supported for virtual port", "Unknown", {});
+        Expect(leaf, "bad", RC_NOT_SUPPORTED_FOR_VPORT, "Failed, feature not supported for virtual port", "Unknown",
+               {});
         LoseHost();
-        Expect(leaf, "bad", 14, "Failed, Host not found", "Unknown", {});
+        Expect(leaf, "bad", RC_HOST_NOT_FOUND, "Failed, Host not found", "Unknown", {});
         const CommandRun help = Run("-t port -s beacon " + leaf + " help");
-        EXPECT_EQ(help.code, 5u);
+        EXPECT_EQ(help.code, RC_HELP_REQUESTED);
         EXPECT_EQ(help.output, Document(XML, "Failed, Unknown", "Unknown"));
-        EXPECT_EQ(Run("-t port -s beacon " + leaf).code, 6u);
+        EXPECT_EQ(Run("-t port -s beacon " + leaf).code, RC_INVALID_PARAMETER);
         Fake().Return("VEXAPI_IsMezzAdapter", 0);
         port->PortInterfaceType = 1;
         Fake().host.hasList = true;
     }
 }
 
-TEST_F(BeaconTest, LibraryFailures) {
+TEST_F(BeaconTest, AFailingCallEndsGetAndSet) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_GetAdapterBeaconStatus", {status});
-        Expect("get", "", 13, "Failed, Beacon read failed", "Unknown", {mezz, get});
+        Expect("get", "", RC_CFG_READ_FAILED, "Failed, Beacon read failed", "Unknown", {mezz, get});
         Fake().ReturnInTurn("VEXAPI_UpdateAdapterBeaconStatus", {status});
-        Expect("set", "ON", 20, "Failed, Beacon update failed", "Unknown", {mezz, on});
+        Expect("set", "ON", RC_CFG_UPDATE_FAILED, "Failed, Beacon update failed", "Unknown", {mezz, on});
         // The state has changed, but can't be read back.
         Fake().ReturnInTurn("VEXAPI_GetAdapterBeaconStatus", {status});
-        Expect("set", "ON", 13, "Failed, Beacon read failed", "Unknown", {mezz, on, get});
+        Expect("set", "ON", RC_CFG_READ_FAILED, "Failed, Beacon read failed", "Unknown", {mezz, on, get});
     }
 }
 
@@ -199,7 +200,7 @@ TEST_F(BeaconTest, WithoutTheRedirectionNothingIsCalled) {
             files.Begin();
             return 0u;
         };
-        Expect(row.leaf, "on", 19, "Failed, File not found", "Unknown", row.calls);
+        Expect(row.leaf, "on", RC_FILE_ERROR, "Failed, File not found", "Unknown", row.calls);
     }
 }
 

@@ -39,18 +39,20 @@ protected:
     }
 };
 
-TEST_F(BootConfigExtOptionsTest, FcNvme) {
+TEST_F(BootConfigExtOptionsTest, FcNvmeIsTakenInNvmeModeOnly) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
         for (const Mode mode : Modes()) {
             if (mode != BIOS && !IsUefiCapable(chip.chip)) {
                 continue;
             }
-            const VX_UINT32 code = !IsUefiCapable(chip.chip) ? 35 : mode != NVME ? 4 : 0;
+            const ResultCode code = !IsUefiCapable(chip.chip) ? RC_FEATURE_NOT_SUPPORTED
+                                    : mode != NVME            ? RC_PARAM_ERROR
+                                                              : RC_SUCCESS;
             SCOPED_TRACE(std::string(chip.name) + " mode " + std::to_string(mode));
             for (const char* const word : {"true", "false", "TrUe", "FALSE"}) {
                 for (const char* const name : {"--fc-nvme ", "-m ", "--FC-NVMe ", "-M "}) {
-                    if (code == 0) {
+                    if (code == RC_SUCCESS) {
                         ExpectStaged(mode, std::string(name) + word,
                                      WithLine(Snapshot(mode), "NVMe_Enable", (*word | 0x20) == 't' ? "1" : "0"));
                     } else {
@@ -60,25 +62,25 @@ TEST_F(BootConfigExtOptionsTest, FcNvme) {
                 }
             }
             Stage(Snapshot(mode));
-            ExpectRefused(mode, "-m on", code == 0 ? 6 : code);
+            ExpectRefused(mode, "-m on", code == RC_SUCCESS ? RC_INVALID_PARAMETER : code);
         }
     }
     SetChip(*port, BIRCH);
     nvram.NVMeEnable = 0;
     Stage(Snapshot(NVME));
-    EXPECT_EQ(Run("setFile", "NVME -m true").code, 0u);
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("setFile", "NVME -m true").code, RC_SUCCESS);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     nvram.NVMeEnable = 1;
     EXPECT_TRUE(WasWritten(nvram));
     // Values of 2 and above in a file are ignored.
     for (const char* const number : {"2", "256", "257", "-1"}) {
         Stage(WithLine(Snapshot(BIOS), "NVMe_Enable", number));
-        EXPECT_EQ(Run("set").code, 0u);
+        EXPECT_EQ(Run("set").code, RC_SUCCESS);
         EXPECT_TRUE(WasWritten(nvram)) << number;
     }
     nvram.NVMeEnable = 0;
     Stage("NVMe_Enable=4294967297\n"); // 2^32 + 1
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_EQ(written->NVMeEnable, 1);
 }
 
@@ -98,13 +100,13 @@ TEST_F(BootConfigExtOptionsTest, MixesOfTheFourOptions) {
                         options += std::string(" ") + (isShort ? SHORT[i] : LONG[i]) + " " + words[i];
                     }
                 }
-                VX_UINT32 code = 0;
+                ResultCode code = RC_SUCCESS;
                 std::string content = Snapshot(mode);
                 if (mode == NVME) {
-                    code = mix == 0 || mix == 15 ? 0 : 56;
+                    code = mix == 0 || mix == 15 ? RC_SUCCESS : RC_NEED_ADD_NVME_PARAMS;
                     content = mix == 15 ? WithEntry(content, 2, EntryOfTarget()) : content;
                 } else {
-                    code = mix >= 8 ? 4 : mix == 0 || mix == 7 ? 0 : 55;
+                    code = mix >= 8 ? RC_PARAM_ERROR : mix == 0 || mix == 7 ? RC_SUCCESS : RC_NEED_ADD_FCP_PARAMS;
                     content = mix == 7 ? WithTarget(content, 2, TARGET, "300") : content;
                 }
                 SCOPED_TRACE("mode " + std::to_string(mode) + ": " + options);
@@ -112,9 +114,9 @@ TEST_F(BootConfigExtOptionsTest, MixesOfTheFourOptions) {
                 const CommandRun run = RunIn(mode, "setFile", options);
                 EXPECT_EQ(run.code, code);
                 EXPECT_EQ(Staged(), content);
-                if (code == 55) {
+                if (code == RC_NEED_ADD_FCP_PARAMS) {
                     EXPECT_EQ(run.output, Error(XML, "Failed, Tgt Num, Tgt WWPN, Disk Num required for FCP targets"));
-                } else if (code == 56) {
+                } else if (code == RC_NEED_ADD_NVME_PARAMS) {
                     EXPECT_EQ(run.output, Error(XML, "Failed, Tgt Num, Tgt WWPN, Disk Num, Tgt Enable required for "
                                                      "NVMe targets"));
                 }
@@ -131,8 +133,8 @@ TEST_F(BootConfigExtOptionsTest, NumbersOfFcpTargets) {
             SCOPED_TRACE(option + " mode " + std::to_string(mode));
             if (mode == BIOS && number > 3) {
                 Stage(Snapshot(mode));
-                ExpectRefused(mode, option + rest, 4);
-                ExpectRefused(mode, option, 4); // whatever else is given
+                ExpectRefused(mode, option + rest, RC_PARAM_ERROR);
+                ExpectRefused(mode, option, RC_PARAM_ERROR); // whatever else is given
             } else if (number > 7) {
                 ExpectStaged(mode, option + rest, Snapshot(mode)); // succeeds and stages nothing
             } else {
@@ -143,7 +145,7 @@ TEST_F(BootConfigExtOptionsTest, NumbersOfFcpTargets) {
     // On adapters without UEFI there are only the first four.
     SetChip(*port, ROWAN_FC);
     ExpectStaged(BIOS, "-n 3" + rest, WithTarget(Snapshot(BIOS), 3, TARGET, "3"));
-    ExpectRefused(BIOS, "-n 4" + rest, 4);
+    ExpectRefused(BIOS, "-n 4" + rest, RC_PARAM_ERROR);
     SetChip(*port, BIRCH);
     // Base 10, the low 32 bits, and 0 for text that is not a number
     const std::pair<std::string, unsigned> texts[] = {
@@ -156,7 +158,7 @@ TEST_F(BootConfigExtOptionsTest, NumbersOfFcpTargets) {
     for (const std::string& text : {std::string("-1"), std::string("4294967295"), std::string(100000, '9')}) {
         ExpectStaged(UEFI, "-n " + text + rest, Snapshot(UEFI));
         Stage(Snapshot(BIOS));
-        ExpectRefused(BIOS, "-n " + text + rest, 4);
+        ExpectRefused(BIOS, "-n " + text + rest, RC_PARAM_ERROR);
     }
 }
 
@@ -170,7 +172,7 @@ TEST_F(BootConfigExtOptionsTest, NumbersOfNvmeEntries) {
         // There is no upper limit, but larger entries are never read.
         for (const char* const number : {"8", "10", "4294967295"}) {
             ExpectStaged(NVME, std::string("-n ") + number + rest, Snapshot(NVME) + EntryLines(number, values));
-            EXPECT_EQ(Run("set").code, 0u);
+            EXPECT_EQ(Run("set").code, RC_SUCCESS);
             EXPECT_TRUE(WereWritten(Carried()));
         }
     }
@@ -182,8 +184,8 @@ TEST_F(BootConfigExtOptionsTest, EntriesReachTheLibrary) {
               Document(XML, WithStorage(NvmeLines(), 5,
                                         {"true", "2f:ff:0a:0b:0c:0d:0e:fe", NVME_TARGET,
                                          "nqn.2020-01.org.example:array", "0xbeef", "300"})));
-    EXPECT_EQ(Run("setFile", "NVME -n 2 -p 0 -o 9 -l true").code, 0u);
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("setFile", "NVME -n 2 -p 0 -o 9 -l true").code, RC_SUCCESS);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     _VEXAPI_FcNVMeBootParams expected = Carried();
     VX_NVME_BOOT_ENTRY& entry = expected.BootEntry[5];
     SetBytes(entry.TargetWWNN, {0x2F, 0xFF, 0x0A, 0x0B, 0x0C, 0x0D, 0x0E, 0xFE});
@@ -207,7 +209,7 @@ TEST_F(BootConfigExtOptionsTest, EntriesOfSeveralCommands) {
         content = WithEntry(content, number, EntryOfTarget());
     }
     EXPECT_EQ(Staged(), content);
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_EQ(PortCalls(), NvmeSetCalls());
     EXPECT_EQ(Staged(), "no file");
 }
@@ -217,54 +219,54 @@ TEST_F(BootConfigExtOptionsTest, TargetsAndDisks) {
         Mode mode;
         std::string wwpn;
         std::string disk;
-        VX_UINT32 code;
+        ResultCode code;
         std::string staged; ///< of an FCP entry: its name and LUN
     };
     const std::string zeros(5000, '0');
     const Case cases[] = {
-        {UEFI, TARGET, "0", 0, TARGET + " 0"},
-        {UEFI, TARGET, "65535", 0, TARGET + " 65535"},
-        {BIOS, TARGET, "300", 0, TARGET + " 300"},
-        {UEFI, "50:00:0A:0B:0C:0D:01:01", "3", 0, TARGET + " 3"},
-        {UEFI, "50:0:a:b:c:d:1:1", "3", 0, TARGET + " 3"},
-        {UEFI, zeros + "50:00:0a:0b:0c:0d:01:1201", zeros + "3", 0, TARGET + " 3"},
-        {UEFI, TARGET + "-300", "3", 0, TARGET + " 3"}, // a LUN after the name is ignored
-        {UEFI, TARGET + ":99" + std::string(100000, 'x'), "3", 0, TARGET + " 3"},
+        {UEFI, TARGET, "0", RC_SUCCESS, TARGET + " 0"},
+        {UEFI, TARGET, "65535", RC_SUCCESS, TARGET + " 65535"},
+        {BIOS, TARGET, "300", RC_SUCCESS, TARGET + " 300"},
+        {UEFI, "50:00:0A:0B:0C:0D:01:01", "3", RC_SUCCESS, TARGET + " 3"},
+        {UEFI, "50:0:a:b:c:d:1:1", "3", RC_SUCCESS, TARGET + " 3"},
+        {UEFI, zeros + "50:00:0a:0b:0c:0d:01:1201", zeros + "3", RC_SUCCESS, TARGET + " 3"},
+        {UEFI, TARGET + "-300", "3", RC_SUCCESS, TARGET + " 3"}, // a LUN behind the name is none
+        {UEFI, TARGET + ":99" + std::string(100000, 'x'), "3", RC_SUCCESS, TARGET + " 3"},
         // The disk's low 16 bits
-        {UEFI, TARGET, "65539", 0, TARGET + " 3"},
-        {UEFI, TARGET, "4294967299", 0, TARGET + " 3"},
-        {UEFI, TARGET, "-1", 0, TARGET + " 65535"},
-        {UEFI, TARGET, "3x", 0, TARGET + " 3"},
-        {UEFI, TARGET, "abc", 0, TARGET + " 0"},
-        {UEFI, TARGET, "", 0, TARGET + " 0"},
-        {UEFI, TARGET, "%n", 0, TARGET + " 0"},
+        {UEFI, TARGET, "65539", RC_SUCCESS, TARGET + " 3"},
+        {UEFI, TARGET, "4294967299", RC_SUCCESS, TARGET + " 3"},
+        {UEFI, TARGET, "-1", RC_SUCCESS, TARGET + " 65535"},
+        {UEFI, TARGET, "3x", RC_SUCCESS, TARGET + " 3"},
+        {UEFI, TARGET, "abc", RC_SUCCESS, TARGET + " 0"},
+        {UEFI, TARGET, "", RC_SUCCESS, TARGET + " 0"},
+        {UEFI, TARGET, "%n", RC_SUCCESS, TARGET + " 0"},
         // Disks and targets that aren't there
-        {UEFI, TARGET, "1", 6, ""},
-        {UEFI, TARGET, "65537", 6, ""},
-        {BIOS, TARGET, "4", 6, ""},
-        {UEFI, BARE_TARGET, "0", 6, ""},
-        {UEFI, NO_TARGET, "0", 6, ""},
-        {NVME, NO_TARGET, "1", 6, ""},
-        {NVME, BARE_TARGET, "0", 6, ""},
-        {NVME, NVME_TARGET, "2", 6, ""},
-        {UEFI, "50", "0", 6, ""},
-        {UEFI, "a%s%n", "0", 6, ""},
-        {UEFI, std::string(100000, 'f'), "0", 6, ""},
+        {UEFI, TARGET, "1", RC_INVALID_PARAMETER, ""},
+        {UEFI, TARGET, "65537", RC_INVALID_PARAMETER, ""},
+        {BIOS, TARGET, "4", RC_INVALID_PARAMETER, ""},
+        {UEFI, BARE_TARGET, "0", RC_INVALID_PARAMETER, ""},
+        {UEFI, NO_TARGET, "0", RC_INVALID_PARAMETER, ""},
+        {NVME, NO_TARGET, "1", RC_INVALID_PARAMETER, ""},
+        {NVME, BARE_TARGET, "0", RC_INVALID_PARAMETER, ""},
+        {NVME, NVME_TARGET, "2", RC_INVALID_PARAMETER, ""},
+        {UEFI, "50", "0", RC_INVALID_PARAMETER, ""},
+        {UEFI, "a%s%n", "0", RC_INVALID_PARAMETER, ""},
+        {UEFI, std::string(100000, 'f'), "0", RC_INVALID_PARAMETER, ""},
         // Targets of the other kind, with disks that are there
-        {BIOS, NVME_TARGET, "3", 6, ""},
-        {UEFI, NVME_TARGET, "3", 6, ""},
-        {NVME, TARGET, "3", 6, ""},
+        {BIOS, NVME_TARGET, "3", RC_INVALID_PARAMETER, ""},
+        {UEFI, NVME_TARGET, "3", RC_INVALID_PARAMETER, ""},
+        {NVME, TARGET, "3", RC_INVALID_PARAMETER, ""},
         // Zeros clear the entry, whatever the disk.
-        {UEFI, NO_WWN, "3", 0, std::string(NO_WWN) + " 0"},
-        {BIOS, "0:0:0:0:0:0:0:0", "4", 0, std::string(NO_WWN) + " 0"},
-        {UEFI, "100:200", "65536", 0, std::string(NO_WWN) + " 0"}, // the low 8 bits
-        {UEFI, "xyz", "x", 0, std::string(NO_WWN) + " 0"},
-        {UEFI, "", "", 0, std::string(NO_WWN) + " 0"},
+        {UEFI, NO_WWN, "3", RC_SUCCESS, std::string(NO_WWN) + " 0"},
+        {BIOS, "0:0:0:0:0:0:0:0", "4", RC_SUCCESS, std::string(NO_WWN) + " 0"},
+        {UEFI, "100:200", "65536", RC_SUCCESS, std::string(NO_WWN) + " 0"}, // the low 8 bits
+        {UEFI, "xyz", "x", RC_SUCCESS, std::string(NO_WWN) + " 0"},
+        {UEFI, "", "", RC_SUCCESS, std::string(NO_WWN) + " 0"},
     };
     for (const Case& row : cases) {
         const std::string options =
             "-p " + row.wwpn + " -o " + row.disk + " -n 3" + (row.mode == NVME ? " -l true" : "");
-        if (row.code == 0) {
+        if (row.code == RC_SUCCESS) {
             const std::size_t blank = row.staged.find(' ');
             ExpectStaged(row.mode, options,
                          WithTarget(Snapshot(row.mode), 3, row.staged.substr(0, blank), row.staged.substr(blank + 1)));
@@ -286,11 +288,11 @@ TEST_F(BootConfigExtOptionsTest, TargetsAndDisks) {
     ExpectStaged(NVME, "-n 4 -p 0 -o 9 -l false", WithEntry(Snapshot(NVME), 4, ClearedEntry("0")));
     ExpectStaged(BIOS, "-n 0 -p 0 -o 9", WithTarget(Snapshot(BIOS), 0, NO_WWN, "0"));
     Stage(Snapshot(BIOS));
-    ExpectRefused(BIOS, "-n 0 -p " + TARGET + " -o 0", 6);
+    ExpectRefused(BIOS, "-n 0 -p " + TARGET + " -o 0", RC_INVALID_PARAMETER);
 }
 
 /// The namespace is the number found: the low 16 bits of the word.
-TEST_F(BootConfigExtOptionsTest, Namespaces) {
+TEST_F(BootConfigExtOptionsTest, NamespacesAreReadIn16Bits) {
     for (const auto& [word, number] : {std::pair{"1", "1"}, {"3", "3"}, {"65537", "1"}, {"300x", "300"}}) {
         std::array<std::string, 6> values = EntryOfTarget();
         values[3] = number;
@@ -341,17 +343,20 @@ TEST_F(BootConfigExtOptionsTest, EnableOption) {
             }
             SCOPED_TRACE(std::string(chip.name) + " mode " + std::to_string(mode));
             Stage(Snapshot(mode));
-            const VX_UINT32 code = !IsUefiCapable(chip.chip) ? 35 : mode != NVME ? 4 : 0;
+            const ResultCode code = !IsUefiCapable(chip.chip) ? RC_FEATURE_NOT_SUPPORTED
+                                    : mode != NVME            ? RC_PARAM_ERROR
+                                                              : RC_SUCCESS;
             // On its own it only makes the options incomplete in NVMe mode; an invalid word is reported first.
-            ExpectRefused(mode, "-l true", code == 0 ? 56 : code);
-            ExpectRefused(mode, "-l on", code == 0 ? 6 : code);
-            ExpectRefused(mode, "--boot-target-enable 1 -n 1 -o 300 -p " + NVME_TARGET, code == 0 ? 6 : code);
+            ExpectRefused(mode, "-l true", code == RC_SUCCESS ? RC_NEED_ADD_NVME_PARAMS : code);
+            ExpectRefused(mode, "-l on", code == RC_SUCCESS ? RC_INVALID_PARAMETER : code);
+            ExpectRefused(mode, "--boot-target-enable 1 -n 1 -o 300 -p " + NVME_TARGET,
+                          code == RC_SUCCESS ? RC_INVALID_PARAMETER : code);
         }
     }
     SetChip(*port, BIRCH);
     for (const std::string& word : {std::string(), std::string("%s"), std::string(100000, 't')}) {
         Stage(Snapshot(NVME));
-        ExpectRefused(NVME, "-l " + word + " -n 1 -o 300 -p " + NVME_TARGET, 6);
+        ExpectRefused(NVME, "-l " + word + " -n 1 -o 300 -p " + NVME_TARGET, RC_INVALID_PARAMETER);
     }
 }
 
@@ -360,24 +365,24 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
     struct Case {
         Mode mode;
         std::string options;
-        VX_UINT32 code;
+        ResultCode code;
     };
     const Case cases[] = {
         // Flags, "--fc-nvme", number, name, enable, completeness, disk
-        {BIOS, "-n 4 -p " + NO_TARGET + " -a 1", 6},
-        {UEFI, "-n 4 -p " + NO_TARGET + " -d true -m true", 18},
-        {UEFI, "-p " + NO_TARGET + " -m true", 4},
-        {BIOS, "-n 4 -p " + NO_TARGET + " -l 1", 4},
-        {UEFI, "-p " + NO_TARGET + " -l 1", 6}, // the code of the name, before 4
-        {UEFI, "-n 1 -p " + TARGET + " -o 4 -l 1", 4},
-        {UEFI, "-p " + NO_TARGET, 6}, // and not 55
-        {UEFI, "-p " + TARGET, 55},
-        {UEFI, "-p " + TARGET + " -o 4", 55},
-        {UEFI, "-n 9 -o 4 -p " + TARGET, 6}, // the disk is checked even if nothing is staged
-        {NVME, "-p " + NO_TARGET + " -l 1", 6},
-        {NVME, "-p " + TARGET + " -l 1", 6},
-        {NVME, "-p " + TARGET + " -l true", 56}, // before the target's kind
-        {NVME, "-n 9 -o 2 -l true -p " + NVME_TARGET, 6},
+        {BIOS, "-n 4 -p " + NO_TARGET + " -a 1", RC_INVALID_PARAMETER},
+        {UEFI, "-n 4 -p " + NO_TARGET + " -d true -m true", RC_INVALID_FIELD},
+        {UEFI, "-p " + NO_TARGET + " -m true", RC_PARAM_ERROR},
+        {BIOS, "-n 4 -p " + NO_TARGET + " -l 1", RC_PARAM_ERROR},
+        {UEFI, "-p " + NO_TARGET + " -l 1", RC_INVALID_PARAMETER}, // the name's, ahead of 4
+        {UEFI, "-n 1 -p " + TARGET + " -o 4 -l 1", RC_PARAM_ERROR},
+        {UEFI, "-p " + NO_TARGET, RC_INVALID_PARAMETER}, // and not 55
+        {UEFI, "-p " + TARGET, RC_NEED_ADD_FCP_PARAMS},
+        {UEFI, "-p " + TARGET + " -o 4", RC_NEED_ADD_FCP_PARAMS},
+        {UEFI, "-n 9 -o 4 -p " + TARGET, RC_INVALID_PARAMETER}, // the disk counts even where nothing is staged
+        {NVME, "-p " + NO_TARGET + " -l 1", RC_INVALID_PARAMETER},
+        {NVME, "-p " + TARGET + " -l 1", RC_INVALID_PARAMETER},
+        {NVME, "-p " + TARGET + " -l true", RC_NEED_ADD_NVME_PARAMS}, // ahead of the target's kind
+        {NVME, "-n 9 -o 2 -l true -p " + NVME_TARGET, RC_INVALID_PARAMETER},
     };
     for (const Case& row : cases) {
         Stage(Snapshot(row.mode));
@@ -385,7 +390,7 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
     }
     Stage(Snapshot(NVME));
     const TraceLog log("4");
-    ExpectRefused(NVME, "-n 1 -m %d -p " + NO_TARGET, 6);
+    ExpectRefused(NVME, "-n 1 -m %d -p " + NO_TARGET, RC_INVALID_PARAMETER);
     bool isTraced = false;
     for (const std::string& line : TraceLog::Lines()) {
         isTraced = isTraced || line.ends_with(": fc-nvme=%d not supported");
@@ -397,16 +402,17 @@ TEST_F(BootConfigExtOptionsTest, RefusalsHaveTheirTexts) {
     const char* const paramError = "Failed, Boot parameter requires valid boot mode option";
     const char* const notSupported = "Failed, Feature not supported for this adapter";
     const Refusal refusals[] = {
-        {BIRCH, BIOS, "-n 4", 4, paramError},
-        {BIRCH, UEFI, "-m true", 4, paramError},
-        {BIRCH, UEFI, "-l true", 4, paramError},
-        {BIRCH, NVME, "-n 1 -o 3 -l true -p " + TARGET, 6, INVALID},
-        {BIRCH, UEFI, "-n 1 -o 3 -p " + NVME_TARGET, 6, INVALID}, // 36 belongs to the other group
-        {BIRCH, NVME, "-d true", 18, "Failed, Boot parameter not supported with UEFI boot mode option"},
-        {EIGHT_G, BIOS, "-m true", 35, notSupported},
-        {EIGHT_G, BIOS, "-l true", 35, notSupported},
-        {BIRCH, BIOS, "-n 1", 55, "Failed, Tgt Num, Tgt WWPN, Disk Num required for FCP targets"},
-        {BIRCH, NVME, "-n 1", 56, "Failed, Tgt Num, Tgt WWPN, Disk Num, Tgt Enable required for NVMe targets"},
+        {BIRCH, BIOS, "-n 4", RC_PARAM_ERROR, paramError},
+        {BIRCH, UEFI, "-m true", RC_PARAM_ERROR, paramError},
+        {BIRCH, UEFI, "-l true", RC_PARAM_ERROR, paramError},
+        {BIRCH, NVME, "-n 1 -o 3 -l true -p " + TARGET, RC_INVALID_PARAMETER, INVALID},
+        {BIRCH, UEFI, "-n 1 -o 3 -p " + NVME_TARGET, RC_INVALID_PARAMETER, INVALID}, // 36 is of the other group
+        {BIRCH, NVME, "-d true", RC_INVALID_FIELD, "Failed, Boot parameter not supported with UEFI boot mode option"},
+        {EIGHT_G, BIOS, "-m true", RC_FEATURE_NOT_SUPPORTED, notSupported},
+        {EIGHT_G, BIOS, "-l true", RC_FEATURE_NOT_SUPPORTED, notSupported},
+        {BIRCH, BIOS, "-n 1", RC_NEED_ADD_FCP_PARAMS, "Failed, Tgt Num, Tgt WWPN, Disk Num required for FCP targets"},
+        {BIRCH, NVME, "-n 1", RC_NEED_ADD_NVME_PARAMS,
+         "Failed, Tgt Num, Tgt WWPN, Disk Num, Tgt Enable required for NVMe targets"},
     };
     for (const Refusal& refusal : refusals) {
         ExpectRefusal(refusal);

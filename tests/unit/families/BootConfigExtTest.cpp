@@ -55,33 +55,33 @@ TEST_F(BootConfigExtTest, NvmeDocumentIsByteExact) {
                                              "</output>\n");
 }
 
-TEST_F(BootConfigExtTest, Modes) {
+TEST_F(BootConfigExtTest, TheSecondWordIsTheMode) {
     struct Case {
         std::string words;
-        VX_UINT32 code;
+        ResultCode code;
         Mode mode;
     };
     const Case cases[] = {
-        {"BIOS", 0, BIOS},
-        {"bios", 0, BIOS},
-        {"UEFI", 0, UEFI},
-        {"uEfI", 0, UEFI},
-        {"NVME", 0, NVME},
-        {"nvme", 0, NVME},
-        {"NVMe x", 0, NVME},
+        {"BIOS", RC_SUCCESS, BIOS},
+        {"bios", RC_SUCCESS, BIOS},
+        {"UEFI", RC_SUCCESS, UEFI},
+        {"uEfI", RC_SUCCESS, UEFI},
+        {"NVME", RC_SUCCESS, NVME},
+        {"nvme", RC_SUCCESS, NVME},
+        {"NVMe x", RC_SUCCESS, NVME},
         // The second word counts, whatever follows, and is required.
-        {"BIOS NVME", 0, BIOS},
-        {"BIOS -b UEFI", 0, BIOS},
-        {"", 6, BIOS},
-        {"-b UEFI", 6, BIOS},
-        {"--boot-mode UEFI", 6, BIOS},
-        {"x NVME", 6, BIOS},
-        {"-a true NVME", 6, BIOS},
-        {"UEFI2", 6, BIOS},
-        {"NVM", 6, BIOS},
-        {"4", 6, BIOS},
-        {"%s%n", 6, BIOS},
-        {std::string(100000, 'N'), 6, BIOS},
+        {"BIOS NVME", RC_SUCCESS, BIOS},
+        {"BIOS -b UEFI", RC_SUCCESS, BIOS},
+        {"", RC_INVALID_PARAMETER, BIOS},
+        {"-b UEFI", RC_INVALID_PARAMETER, BIOS},
+        {"--boot-mode UEFI", RC_INVALID_PARAMETER, BIOS},
+        {"x NVME", RC_INVALID_PARAMETER, BIOS},
+        {"-a true NVME", RC_INVALID_PARAMETER, BIOS},
+        {"UEFI2", RC_INVALID_PARAMETER, BIOS},
+        {"NVM", RC_INVALID_PARAMETER, BIOS},
+        {"4", RC_INVALID_PARAMETER, BIOS},
+        {"%s%n", RC_INVALID_PARAMETER, BIOS},
+        {std::string(100000, 'N'), RC_INVALID_PARAMETER, BIOS},
     };
     for (const Case& row : cases) {
         SCOPED_TRACE(row.words.substr(0, 50));
@@ -91,7 +91,7 @@ TEST_F(BootConfigExtTest, Modes) {
                 bfsMode = row.mode;
                 const CommandRun run = Run(format.Leaf(leaf), row.words);
                 EXPECT_EQ(run.code, row.code);
-                if (row.code == 0) {
+                if (row.code == RC_SUCCESS) {
                     EXPECT_EQ(run.output, Document(format, Layout(row.mode)));
                     EXPECT_EQ(PortCalls(), ReadCalls(row.mode));
                     EXPECT_EQ(Staged(), leaf == "get" ? "no file" : Snapshot(row.mode));
@@ -105,13 +105,13 @@ TEST_F(BootConfigExtTest, Modes) {
     }
     // A wrong word is reported on every adapter; the others are rejected if there is only the BIOS.
     SetChip(*port, EIGHT_G);
-    EXPECT_EQ(Run("get", "x").code, 6u);
-    EXPECT_EQ(Run("get", "uefi").code, 8u);
-    EXPECT_EQ(Run("setFile", "nvme").code, 8u);
+    EXPECT_EQ(Run("get", "x").code, RC_INVALID_PARAMETER);
+    EXPECT_EQ(Run("get", "uefi").code, RC_INVALID_CMD);
+    EXPECT_EQ(Run("setFile", "nvme").code, RC_INVALID_CMD);
 }
 
 /// The library is switched if it is in another mode.
-TEST_F(BootConfigExtTest, LibraryModes) {
+TEST_F(BootConfigExtTest, TheLibraryIsSwitchedFromEveryOtherMode) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI, NVME}) {
             bfsMode = static_cast<VX_UINT8>(current);
@@ -178,9 +178,9 @@ TEST_F(BootConfigExtTest, NamesOfAnyKind) {
     EXPECT_EQ(shown.at(6), "Host NQN: %s%n%d");
     EXPECT_EQ(shown.at(11), "Storage 0 NQN: %d%%s");
     // They reach the file and the library unchanged.
-    EXPECT_EQ(Run("setFile", "NVME").code, 0u);
+    EXPECT_EQ(Run("setFile", "NVME").code, RC_SUCCESS);
     EXPECT_NE(Staged().find("\nNVME_0_NQN=%d%%%s\n"), std::string::npos);
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_STREQ(writtenEntries->BootEntry[0].TargetNQN, "%d%%%s");
     // Of 256 characters, the last is replaced by a terminator.
     EXPECT_EQ(writtenEntries->BootEntry[1].TargetNQN, std::string(255, 'n'));
@@ -196,12 +196,12 @@ TEST_F(BootConfigExtTest, EntriesThatCantBeRead) {
     for (const Format& format : FORMATS) {
         bfsMode = NVME;
         CommandRun run = Run(format.Leaf("get"), "NVME");
-        EXPECT_EQ(run.code, 17u);
+        EXPECT_EQ(run.code, RC_INVALID_DATA);
         EXPECT_EQ(run.output, Error(format, NO_NVME));
         EXPECT_EQ(PortCalls(), ReadCalls(NVME));
         // `setFile` continues with empty ones.
         run = Run(format.Leaf("setFile"), "NVME");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Document(format, EmptyNvmeLayout()));
         EXPECT_EQ(PortCalls(), ReadCalls(NVME));
         nvmeLines = EmptyNvmeLines();
@@ -215,12 +215,12 @@ TEST_F(BootConfigExtTest, AdaptersWithoutEntries) {
     for (const ChipRow& row : CHIPS) {
         SetChip(*port, row.chip);
         RemoveFiles();
-        EXPECT_EQ(Run("setFile", "BIOS").code, 0u);
+        EXPECT_EQ(Run("setFile", "BIOS").code, RC_SUCCESS);
         const std::string content = Staged();
         EXPECT_EQ(std::count(content.begin(), content.end(), '\n'), IsUefiCapable(row.chip) ? 72 : 24) << row.name;
         Stage(WithLine(content, "Boot_Mode", "4") + nvmeLines);
         const CommandRun run = Run("set");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         if (!IsUefiCapable(row.chip)) {
             EXPECT_EQ(run.output, Document(XML, EmptyNvmeLayout(), true)) << row.name;
             EXPECT_EQ(PortCalls(), SetCalls()) << row.name;
@@ -240,7 +240,7 @@ TEST_F(BootConfigExtTest, SetWritesBothRecordsOnce) {
         SetText(entries.BootEntry[3].TargetNQN, "nqn.read-back");
         entries.BootEntry[3].TargetFlags = 1;
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         std::vector<Field> lines = WithField(NvmeLines(), "FC NVMe", "false");
         lines = WithField(lines, "Host NQN", "nqn.other");
         lines = WithField(WithField(lines, "Storage 3 NQN", "nqn.read-back"), "Storage 3", "true");
@@ -272,7 +272,7 @@ TEST_F(BootConfigExtTest, ModesInTheFile) {
         writtenEntries.reset();
         Stage(WithLine(Snapshot(NVME), "Boot_Mode", row.number));
         const CommandRun run = Run("set");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         // An unknown mode has the layout of UEFI.
         EXPECT_EQ(run.output, Document(XML, row.mode == 4 ? NvmeLines() : LinesIn(row.mode == 1 ? BIOS : UEFI), true))
             << row.number;
@@ -290,7 +290,7 @@ TEST_F(BootConfigExtTest, EntriesEditedByHand) {
     // The entry's values in the written record, initially zeros.
     const auto entryOf = [this](const std::string& line) {
         Stage("Boot_Mode=4\n" + line + "\n");
-        EXPECT_EQ(Run("set").code, 0u);
+        EXPECT_EQ(Run("set").code, RC_SUCCESS);
         _VEXAPI_FcNVMeBootParams others = *writtenEntries;
         const VX_NVME_BOOT_ENTRY entry = others.BootEntry[5];
         others.BootEntry[5] = {};
@@ -384,7 +384,7 @@ TEST_F(BootConfigExtTest, FailingWritesKeepTheFile) {
             written.reset();
             Fake().Return(row.function, 1);
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 20u) << row.function; // including the read back
+            EXPECT_EQ(run.code, RC_CFG_UPDATE_FAILED) << row.function; // the reading back too
             EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true)) << row.function;
             Calls expected = NvmeSetCalls();
             expected.resize(row.calls);
@@ -418,14 +418,14 @@ TEST_F(BootConfigExtTest, NvmeRedirectionsThatCantBeOpened) {
                 run = Run(format.Leaf(leaf), "NVME");
             }
             Fake().onGetBootDeviceInfo = read;
-            EXPECT_EQ(run.code, 19u) << leaf;
+            EXPECT_EQ(run.code, RC_FILE_ERROR) << leaf;
             EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE));
             EXPECT_EQ(PortCalls(), ReadCalls(BIOS)); // without the call for the entries
             EXPECT_EQ(Staged(), "no file");
         }
         const auto expect = [&](std::size_t calls) {
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 19u);
+            EXPECT_EQ(run.code, RC_FILE_ERROR);
             EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE, true));
             Calls expected = NvmeSetCalls();
             expected.resize(calls);

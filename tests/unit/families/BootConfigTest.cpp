@@ -25,28 +25,28 @@ protected:
     }
 };
 
-TEST_F(BootConfigTest, Modes) {
+TEST_F(BootConfigTest, TheOptionIsTheModeAndBiosWithoutIt) {
     struct Case {
         const char* words;
-        VX_UINT32 code;
+        ResultCode code;
         Mode mode;
     };
     const Case cases[] = {
-        {"", 0, BIOS},
-        {"-b BIOS", 0, BIOS},
-        {"-B bios", 0, BIOS},
-        {"--boot-mode Bios", 0, BIOS},
-        {"-b UEFI", 0, UEFI},
-        {"-b uEfI", 0, UEFI},
-        {"--BOOT-MODE UEFI", 0, UEFI},
-        {"x --boot-mode UEFI -b BIOS", 0, UEFI}, // the first counts
-        {"-b", 0, BIOS},                         // in last position it is absent
-        {"UEFI", 0, BIOS},                       // as is a word without the option's name
-        {"-b NVME", 6, BIOS},
-        {"-b UEFI2", 6, BIOS},
-        {"-b 2", 6, BIOS},
-        {"-b %s%n", 6, BIOS},
-        {"-b --enable-bfs true", 6, BIOS},
+        {"", RC_SUCCESS, BIOS},
+        {"-b BIOS", RC_SUCCESS, BIOS},
+        {"-B bios", RC_SUCCESS, BIOS},
+        {"--boot-mode Bios", RC_SUCCESS, BIOS},
+        {"-b UEFI", RC_SUCCESS, UEFI},
+        {"-b uEfI", RC_SUCCESS, UEFI},
+        {"--BOOT-MODE UEFI", RC_SUCCESS, UEFI},
+        {"x --boot-mode UEFI -b BIOS", RC_SUCCESS, UEFI}, // the first counts
+        {"-b", RC_SUCCESS, BIOS},                         // in last place it is absent
+        {"UEFI", RC_SUCCESS, BIOS},                       // and so is a word without its name
+        {"-b NVME", RC_INVALID_PARAMETER, BIOS},
+        {"-b UEFI2", RC_INVALID_PARAMETER, BIOS},
+        {"-b 2", RC_INVALID_PARAMETER, BIOS},
+        {"-b %s%n", RC_INVALID_PARAMETER, BIOS},
+        {"-b --enable-bfs true", RC_INVALID_PARAMETER, BIOS},
     };
     for (const Case& row : cases) {
         for (const Format& format : FORMATS) {
@@ -55,7 +55,7 @@ TEST_F(BootConfigTest, Modes) {
                 bfsMode = BIOS;
                 const CommandRun run = Run(format.Leaf(leaf), row.words);
                 EXPECT_EQ(run.code, row.code) << row.words;
-                if (row.code == 0) {
+                if (row.code == RC_SUCCESS) {
                     EXPECT_EQ(run.output, Document(format, LinesIn(row.mode))) << row.words;
                     EXPECT_EQ(Staged(), leaf == "get" ? "no file" : Snapshot(row.mode)) << row.words;
                 } else {
@@ -67,15 +67,15 @@ TEST_F(BootConfigTest, Modes) {
         }
     }
     const std::string word(100000, 'U');
-    EXPECT_EQ(Run("get", "-b " + word).code, 6u);
+    EXPECT_EQ(Run("get", "-b " + word).code, RC_INVALID_PARAMETER);
     // A wrong word is reported on every adapter; UEFI is rejected if unsupported.
     SetChip(*port, EIGHT_G);
-    EXPECT_EQ(Run("get", "-b NVME").code, 6u);
-    EXPECT_EQ(Run("get", "-b uefi").code, 8u);
+    EXPECT_EQ(Run("get", "-b NVME").code, RC_INVALID_PARAMETER);
+    EXPECT_EQ(Run("get", "-b uefi").code, RC_INVALID_CMD);
 }
 
 /// Switches only between BIOS and UEFI; other modes of the library are left alone.
-TEST_F(BootConfigTest, LibraryModes) {
+TEST_F(BootConfigTest, TheLibraryIsSwitchedBetweenBiosAndUefiOnly) {
     for (int current = 0; current < 256; ++current) {
         for (const Mode mode : {BIOS, UEFI}) {
             bfsMode = static_cast<VX_UINT8>(current);
@@ -93,7 +93,7 @@ TEST_F(BootConfigTest, LibraryModes) {
     // Without the option, the library is switched to the BIOS, also by `setFile`.
     for (const char* const leaf : {"get", "setFile"}) {
         bfsMode = UEFI;
-        EXPECT_EQ(Run(leaf).code, 0u);
+        EXPECT_EQ(Run(leaf).code, RC_SUCCESS);
         EXPECT_EQ(bfsMode, BIOS);
     }
 }
@@ -130,7 +130,7 @@ TEST_F(BootConfigTest, EveryDriveHasItsOptionAndItsKeys) {
         Stage(Snapshot(UEFI));
         EXPECT_EQ(RunIn(UEFI, "setFile", longName + " " + TARGET + "-65535").output,
                   Document(XML, WithField(WithField(UefiLines(), label + " WWPN", TARGET), label + " LUN", "65535")));
-        EXPECT_EQ(Run("set").code, 0u);
+        EXPECT_EQ(Run("set").code, RC_SUCCESS);
         _VEXAPI_HBAParameters expected = nvram;
         SetBytes(expected.*BOOT_TARGETS[number].wwpn, {0x50, 0x00, 0x0A, 0x0B, 0x0C, 0x0D, 0x01, 0x01});
         expected.*BOOT_TARGETS[number].lun = 65535;
@@ -150,67 +150,67 @@ TEST_F(BootConfigTest, EveryDriveHasItsOptionAndItsKeys) {
 TEST_F(BootConfigTest, DriveValues) {
     struct Case {
         std::string value;
-        VX_UINT32 code;
+        ResultCode code;
         std::string wwpn;
         std::string lun;
     };
     const std::string zeros(5000, '0');
     const Case cases[] = {
-        {TARGET + "-0", 0, TARGET, "0"},
-        {TARGET + "-3", 0, TARGET, "3"},
-        {TARGET + "-65535", 0, TARGET, "65535"},
-        {"50:00:0A:0B:0C:0D:01:01-3", 0, TARGET, "3"},
-        {"50:0:a:b:c:d:1:1-3", 0, TARGET, "3"},
-        {"+50:00:0a:0b:0c:0d:01:01-3", 0, TARGET, "3"},
-        {"1250:ff00:0a:0b:0c:0d:01:01-3", 0, TARGET, "3"}, // the low 8 bits of each number
-        {zeros + "50:00:0a:0b:0c:0d:01:01-" + zeros + "3", 0, TARGET, "3"},
-        {TARGET + "-+3", 0, TARGET, "3"},
-        {TARGET + "-3x", 0, TARGET, "3"},
-        {TARGET + "-3" + std::string(100000, 'x'), 0, TARGET, "3"},
-        {TARGET + "-3-300", 0, TARGET, "3"},
-        {TARGET + "-0x3", 0, TARGET, "0"}, // decimal
+        {TARGET + "-0", RC_SUCCESS, TARGET, "0"},
+        {TARGET + "-3", RC_SUCCESS, TARGET, "3"},
+        {TARGET + "-65535", RC_SUCCESS, TARGET, "65535"},
+        {"50:00:0A:0B:0C:0D:01:01-3", RC_SUCCESS, TARGET, "3"},
+        {"50:0:a:b:c:d:1:1-3", RC_SUCCESS, TARGET, "3"},
+        {"+50:00:0a:0b:0c:0d:01:01-3", RC_SUCCESS, TARGET, "3"},
+        {"1250:ff00:0a:0b:0c:0d:01:01-3", RC_SUCCESS, TARGET, "3"}, // the low 8 bits of each number
+        {zeros + "50:00:0a:0b:0c:0d:01:01-" + zeros + "3", RC_SUCCESS, TARGET, "3"},
+        {TARGET + "-+3", RC_SUCCESS, TARGET, "3"},
+        {TARGET + "-3x", RC_SUCCESS, TARGET, "3"},
+        {TARGET + "-3" + std::string(100000, 'x'), RC_SUCCESS, TARGET, "3"},
+        {TARGET + "-3-300", RC_SUCCESS, TARGET, "3"},
+        {TARGET + "-0x3", RC_SUCCESS, TARGET, "0"}, // decimal
         // The default LUN is 0, which the target has.
-        {TARGET, 0, TARGET, "0"},
-        {TARGET + "-", 0, TARGET, "0"},
-        {TARGET + "-x", 0, TARGET, "0"},
-        {TARGET + "/3", 0, TARGET, "0"},
-        {TARGET + ":3", 0, TARGET, "0"},
-        {TARGET + "-%d", 0, TARGET, "0"},
+        {TARGET, RC_SUCCESS, TARGET, "0"},
+        {TARGET + "-", RC_SUCCESS, TARGET, "0"},
+        {TARGET + "-x", RC_SUCCESS, TARGET, "0"},
+        {TARGET + "/3", RC_SUCCESS, TARGET, "0"},
+        {TARGET + ":3", RC_SUCCESS, TARGET, "0"},
+        {TARGET + "-%d", RC_SUCCESS, TARGET, "0"},
         // Missing LUNs; numbers are not truncated to 16 bits.
-        {TARGET + "-1", 6, "", ""},
-        {TARGET + "-4", 6, "", ""},
-        {TARGET + "--3", 6, "", ""},
-        {TARGET + "-65536", 6, "", ""},
-        {TARGET + "-65539", 6, "", ""}, // 2^16 + 3
-        {BARE_TARGET + "-0", 6, "", ""},
-        {NO_TARGET + "-0", 6, "", ""},
+        {TARGET + "-1", RC_INVALID_PARAMETER, "", ""},
+        {TARGET + "-4", RC_INVALID_PARAMETER, "", ""},
+        {TARGET + "--3", RC_INVALID_PARAMETER, "", ""},
+        {TARGET + "-65536", RC_INVALID_PARAMETER, "", ""},
+        {TARGET + "-65539", RC_INVALID_PARAMETER, "", ""}, // 2^16 + 3
+        {BARE_TARGET + "-0", RC_INVALID_PARAMETER, "", ""},
+        {NO_TARGET + "-0", RC_INVALID_PARAMETER, "", ""},
         // NVMe targets, except for missing LUNs
-        {NVME_TARGET + "-1", 36, "", ""},
-        {NVME_TARGET + "-300", 36, "", ""},
-        {NVME_TARGET + "-0", 6, "", ""},
-        {NVME_TARGET + "-2", 6, "", ""},
+        {NVME_TARGET + "-1", RC_NOT_SUPPORTED_FOR_NVME, "", ""},
+        {NVME_TARGET + "-300", RC_NOT_SUPPORTED_FOR_NVME, "", ""},
+        {NVME_TARGET + "-0", RC_INVALID_PARAMETER, "", ""},
+        {NVME_TARGET + "-2", RC_INVALID_PARAMETER, "", ""},
         // Incomplete names: the remaining bytes are 0.
-        {"50:00:0a:0b:0c:0d:01-3", 6, "", ""},
-        {"50", 6, "", ""},
-        {"50-00-0a-0b-0c-0d-01-01-3", 6, "", ""},
-        {"a%s%n", 6, "", ""},
-        {std::string(100000, 'f'), 6, "", ""},
+        {"50:00:0a:0b:0c:0d:01-3", RC_INVALID_PARAMETER, "", ""},
+        {"50", RC_INVALID_PARAMETER, "", ""},
+        {"50-00-0a-0b-0c-0d-01-01-3", RC_INVALID_PARAMETER, "", ""},
+        {"a%s%n", RC_INVALID_PARAMETER, "", ""},
+        {std::string(100000, 'f'), RC_INVALID_PARAMETER, "", ""},
         // Zeros clear the entry, whatever the LUN.
-        {std::string(NO_WWN) + "-0", 0, NO_WWN, "0"},
-        {std::string(NO_WWN) + "-9", 0, NO_WWN, "0"},
-        {std::string(NO_WWN) + "--1", 0, NO_WWN, "0"},
-        {NO_WWN, 0, NO_WWN, "0"},
-        {"0", 0, NO_WWN, "0"},
-        {"100:200", 0, NO_WWN, "0"}, // the low 8 bits
-        {"xyz", 0, NO_WWN, "0"},
-        {"%n", 0, NO_WWN, "0"},
-        {"", 0, NO_WWN, "0"},
-        {std::string(100000, 'x'), 0, NO_WWN, "0"},
+        {std::string(NO_WWN) + "-0", RC_SUCCESS, NO_WWN, "0"},
+        {std::string(NO_WWN) + "-9", RC_SUCCESS, NO_WWN, "0"},
+        {std::string(NO_WWN) + "--1", RC_SUCCESS, NO_WWN, "0"},
+        {NO_WWN, RC_SUCCESS, NO_WWN, "0"},
+        {"0", RC_SUCCESS, NO_WWN, "0"},
+        {"100:200", RC_SUCCESS, NO_WWN, "0"}, // the low 8 bits
+        {"xyz", RC_SUCCESS, NO_WWN, "0"},
+        {"%n", RC_SUCCESS, NO_WWN, "0"},
+        {"", RC_SUCCESS, NO_WWN, "0"},
+        {std::string(100000, 'x'), RC_SUCCESS, NO_WWN, "0"},
     };
     for (const Case& row : cases) {
         for (const unsigned number : {0u, 3u, 7u}) {
             const std::string options = std::string(DRIVES[number].longName) + " " + row.value + " .";
-            if (row.code == 0) {
+            if (row.code == RC_SUCCESS) {
                 ExpectStaged(UEFI, options, WithDrive(Snapshot(UEFI), number, row.wwpn, row.lun));
             } else {
                 Stage(Snapshot(UEFI));
@@ -222,7 +222,7 @@ TEST_F(BootConfigTest, DriveValues) {
     port->pTargetList = nullptr;
     ExpectStaged(BIOS, "-j " + std::string(NO_WWN) + "-3", WithDrive(Snapshot(BIOS), 0, NO_WWN, "0"));
     Stage(Snapshot(BIOS));
-    ExpectRefused(BIOS, "-j " + TARGET + "-0", 6);
+    ExpectRefused(BIOS, "-j " + TARGET + "-0", RC_INVALID_PARAMETER);
 }
 
 /// A drive without a LUN takes that of the previous drive, in the order of the options' table.
@@ -265,7 +265,7 @@ TEST_F(BootConfigTest, LunsCarryOver) {
     EXPECT_EQ(Staged(), WithDrive(WithDrive(Snapshot(BIOS), 0, TARGET, "300"), 1, TARGET, "0"));
     // A LUN carried over may be missing.
     Stage(Snapshot(BIOS));
-    ExpectRefused(BIOS, "-j " + std::string(NO_WWN) + "-4 -k " + TARGET, 6);
+    ExpectRefused(BIOS, "-j " + std::string(NO_WWN) + "-4 -k " + TARGET, RC_INVALID_PARAMETER);
 }
 
 /// Drives 4 to 7: the adapter is checked first, then the mode, then the value.
@@ -275,11 +275,15 @@ TEST_F(BootConfigTest, DrivesOfUefi) {
         const bool isCapable = IsUefiCapable(chip.chip);
         for (unsigned number = 0; number < 8; ++number) {
             for (const std::string& value : {TARGET + "-3", TARGET + "-4", NVME_TARGET + "-3", std::string(NO_WWN)}) {
-                const VX_UINT32 valueCode = value.ends_with("-4") ? 6 : value.starts_with(NVME_TARGET) ? 36 : 0;
+                const ResultCode valueCode = value.ends_with("-4")            ? RC_INVALID_PARAMETER
+                                             : value.starts_with(NVME_TARGET) ? RC_NOT_SUPPORTED_FOR_NVME
+                                                                              : RC_SUCCESS;
                 const std::string options = std::string(DRIVES[number].shortName) + " " + value;
                 SCOPED_TRACE(chip.name + (" " + options));
                 Stage(Snapshot(BIOS));
-                EXPECT_EQ(RunIn(BIOS, "setFile", options).code, number < 4 ? valueCode : isCapable ? 4u : 35u);
+                EXPECT_EQ(RunIn(BIOS, "setFile", options).code, number < 4  ? valueCode
+                                                                : isCapable ? RC_PARAM_ERROR
+                                                                            : RC_FEATURE_NOT_SUPPORTED);
                 if (isCapable) {
                     Stage(Snapshot(UEFI));
                     EXPECT_EQ(RunIn(UEFI, "setFile", options).code, valueCode);
@@ -293,14 +297,14 @@ TEST_F(BootConfigTest, RefusedDrivesHaveTheirTexts) {
     struct Case {
         Chip chip;
         std::string options;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     };
     const Case cases[] = {
-        {BIRCH, "-n " + TARGET + "-3", 4, "Failed, Boot parameter requires UEFI boot mode option"},
-        {BIRCH, "-j " + TARGET + "-4", 6, INVALID},
-        {EIGHT_G, "-q " + TARGET + "-3", 35, "Failed, Feature not supported for this adapter"},
-        {BIRCH, "-j " + NVME_TARGET + "-3", 36, "Failed, Feature not supported for NVMe target"},
+        {BIRCH, "-n " + TARGET + "-3", RC_PARAM_ERROR, "Failed, Boot parameter requires UEFI boot mode option"},
+        {BIRCH, "-j " + TARGET + "-4", RC_INVALID_PARAMETER, INVALID},
+        {EIGHT_G, "-q " + TARGET + "-3", RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+        {BIRCH, "-j " + NVME_TARGET + "-3", RC_NOT_SUPPORTED_FOR_NVME, "Failed, Feature not supported for NVMe target"},
     };
     for (const Case& row : cases) {
         SetChip(*port, row.chip);
@@ -309,7 +313,9 @@ TEST_F(BootConfigTest, RefusedDrivesHaveTheirTexts) {
             const CommandRun run = Run(format.Leaf("setFile"), row.options);
             EXPECT_EQ(run.code, row.code);
             EXPECT_EQ(run.output,
-                      Error(format, row.message) + (row.code == 4 || row.code == 6 ? UsageOf(format, "setFile") : ""));
+                      Error(format, row.message) + (row.code == RC_PARAM_ERROR || row.code == RC_INVALID_PARAMETER
+                                                        ? UsageOf(format, "setFile")
+                                                        : ""));
             EXPECT_EQ(Staged(), Snapshot(BIOS));
         }
     }
@@ -318,15 +324,15 @@ TEST_F(BootConfigTest, RefusedDrivesHaveTheirTexts) {
 /// Drives are checked after the flags, in the order of their numbers, and nothing is staged before a rejection.
 TEST_F(BootConfigTest, OrderOfDrives) {
     Stage(Snapshot(UEFI));
-    ExpectRefused(UEFI, "-j " + TARGET + "-4 -d true", 18);
-    ExpectRefused(UEFI, "-a true -k " + TARGET + "-3 -l " + TARGET + "-4", 6);
+    ExpectRefused(UEFI, "-j " + TARGET + "-4 -d true", RC_INVALID_FIELD);
+    ExpectRefused(UEFI, "-a true -k " + TARGET + "-3 -l " + TARGET + "-4", RC_INVALID_PARAMETER);
     for (unsigned first = 0; first < 8; ++first) {
         std::string options;
         for (unsigned number = 8; number > first; --number) { // in reverse
             options += DRIVES[number - 1].shortName + (" 1:%d" + std::to_string(number - 1)) + " ";
         }
         const TraceLog log("4");
-        ExpectRefused(UEFI, options, 6);
+        ExpectRefused(UEFI, options, RC_INVALID_PARAMETER);
         std::vector<std::string> refused;
         for (const std::string& line : TraceLog::Lines()) {
             if (line.ends_with(" not supported")) {
@@ -342,7 +348,7 @@ TEST_F(BootConfigTest, OrderOfDrives) {
 TEST_F(BootConfigTest, SetLooksForNoTarget) {
     RunIn(UEFI, "setFile", "-j " + TARGET + "-300");
     port->pTargetList = nullptr;
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     _VEXAPI_HBAParameters expected = nvram;
     SetBytes(expected.BootPortName, {0x50, 0x00, 0x0A, 0x0B, 0x0C, 0x0D, 0x01, 0x01});
     expected.BootLunNumber = 300;
@@ -351,7 +357,7 @@ TEST_F(BootConfigTest, SetLooksForNoTarget) {
 
 TEST_F(BootConfigTest, ClearedEntriesReachTheLibrary) {
     RunIn(UEFI, "setFile", "-j 0 -q " + std::string(NO_WWN) + "-5");
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     _VEXAPI_HBAParameters expected = nvram;
     std::memset(expected.BootPortName, 0, 8);
     expected.BootLunNumber = 0;
@@ -385,8 +391,8 @@ TEST_F(BootConfigTest, ChangesOfSeveralCommands) {
 /// The group has no NVMe settings: they are not in its file, and the library isn't asked.
 TEST_F(BootConfigTest, KnowsNoNvme) {
     Stage(Snapshot(UEFI) + "NVMe_Enable=0\nNVME_0_Enable=1\n");
-    EXPECT_EQ(RunIn(UEFI, "setFile", "-m " + TARGET + "-3 --fc-nvme false").code, 0u); // "-m" is a drive here
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(RunIn(UEFI, "setFile", "-m " + TARGET + "-3 --fc-nvme false").code, RC_SUCCESS); // "-m" is a drive here
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_EQ(PortCalls(), SetCalls());
     EXPECT_EQ(written->NVMeEnable, 1);
     EXPECT_EQ(written->Alt3BootLunNumber, 3);

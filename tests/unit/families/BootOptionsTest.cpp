@@ -31,16 +31,18 @@ TEST_P(BootOptionsTest, FlagOptions) {
             for (const BootFlag& flag : BOOT_FLAGS) {
                 SCOPED_TRACE(std::string(chip.name) + " " + flag.longName + " in mode " + std::to_string(mode));
                 const std::string name = flag.longName;
-                VX_UINT32 code = 0;
+                ResultCode code = RC_SUCCESS;
                 if (name == "--fabric-assigned-boot-lun") {
-                    code = HasFabricLun(chip.chip) ? 0 : 35;
+                    code = HasFabricLun(chip.chip) ? RC_SUCCESS : RC_FEATURE_NOT_SUPPORTED;
                 } else if (name == "--selectable-boot") {
-                    code = mode == BIOS ? 0 : 18;
+                    code = mode == BIOS ? RC_SUCCESS : RC_INVALID_FIELD;
                 } else if (name != "--enable-bfs") {
-                    code = !IsUefiCapable(chip.chip) ? 35 : mode == BIOS ? 4 : 0;
+                    code = !IsUefiCapable(chip.chip) ? RC_FEATURE_NOT_SUPPORTED
+                           : mode == BIOS            ? RC_PARAM_ERROR
+                                                     : RC_SUCCESS;
                 }
                 for (const char* const word : {"true", "false"}) {
-                    if (code == 0) {
+                    if (code == RC_SUCCESS) {
                         ExpectStaged(mode, name + " " + word,
                                      WithLine(Snapshot(mode), flag.key, (*word == 't') != flag.isInverted ? "1" : "0"));
                     } else {
@@ -49,7 +51,7 @@ TEST_P(BootOptionsTest, FlagOptions) {
                     }
                 }
                 Stage(Snapshot(mode));
-                ExpectRefused(mode, name + " maybe", code == 0 ? 6 : code);
+                ExpectRefused(mode, name + " maybe", code == RC_SUCCESS ? RC_INVALID_PARAMETER : code);
             }
         }
     }
@@ -71,17 +73,17 @@ TEST_P(BootOptionsTest, FlagWords) {
              {std::string("1"), std::string("0"), std::string("on"), std::string("tru"), std::string("truee"),
               std::string("true="), std::string("%s%n"), std::string(), std::string(100000, 't')}) {
             Stage(Snapshot(mode));
-            ExpectRefused(mode, longName + " " + word + " .", 6);
+            ExpectRefused(mode, longName + " " + word + " .", RC_INVALID_PARAMETER);
         }
     }
 }
 
 TEST_P(BootOptionsTest, RefusalsHaveTheirTexts) {
     const Refusal refusals[] = {
-        {BIRCH, BIOS, "-g true", 4, group.paramError},
-        {BIRCH, BIOS, "-a 1", 6, INVALID},
-        {BIRCH, UEFI, "-d true", 18, "Failed, Boot parameter not supported with UEFI boot mode option"},
-        {EIGHT_G, BIOS, "-f true", 35, "Failed, Feature not supported for this adapter"},
+        {BIRCH, BIOS, "-g true", RC_PARAM_ERROR, group.paramError},
+        {BIRCH, BIOS, "-a 1", RC_INVALID_PARAMETER, INVALID},
+        {BIRCH, UEFI, "-d true", RC_INVALID_FIELD, "Failed, Boot parameter not supported with UEFI boot mode option"},
+        {EIGHT_G, BIOS, "-f true", RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
     };
     for (const Refusal& refusal : refusals) {
         ExpectRefusal(refusal);
@@ -91,11 +93,11 @@ TEST_P(BootOptionsTest, RefusalsHaveTheirTexts) {
 /// One command is all or nothing: valid options before a rejected one leave the file untouched.
 TEST_P(BootOptionsTest, ARefusalLeavesTheFile) {
     Stage(Snapshot(UEFI));
-    ExpectRefused(UEFI, "-a true -g 1", 6);
-    ExpectRefused(UEFI, "-a true -f false -d true", 18);
-    ExpectRefused(BIOS, "-a true -f false -d false -e true", 4); // nor is the mode staged
+    ExpectRefused(UEFI, "-a true -g 1", RC_INVALID_PARAMETER);
+    ExpectRefused(UEFI, "-a true -f false -d true", RC_INVALID_FIELD);
+    ExpectRefused(BIOS, "-a true -f false -d false -e true", RC_PARAM_ERROR); // nor is the mode staged
     SetChip(*port, EIGHT_G);
-    ExpectRefused(BIOS, "-a true -e true", 35);
+    ExpectRefused(BIOS, "-a true -e true", RC_FEATURE_NOT_SUPPORTED);
 }
 
 /// Options are checked in the order of their table, not of the command. The trace shows which one was rejected;
@@ -112,7 +114,7 @@ TEST_P(BootOptionsTest, OrderOfExamination) {
             options += table[i - 1].second + " %d" + std::to_string(i) + " ";
         }
         const TraceLog log("4");
-        ExpectRefused(UEFI, options, table[first].first == "selectable-boot" ? 18 : 6);
+        ExpectRefused(UEFI, options, table[first].first == "selectable-boot" ? RC_INVALID_FIELD : RC_INVALID_PARAMETER);
         EXPECT_EQ(LinesWith("InFile: "),
                   Calls{"DEBUG: " + ClassName() + "::UpdateBootConfigInFile: " + table[first].first + "=%d" +
                         std::to_string(first + 1) + " not supported"});
@@ -145,7 +147,7 @@ TEST_P(BootOptionsTest, WordsOfACommand) {
     ExpectStaged(BIOS, "--enable-bfs true -a false", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
     // The value is the following word, even another option's name.
     Stage(Snapshot(BIOS));
-    ExpectRefused(BIOS, "-a -d true", 6);
+    ExpectRefused(BIOS, "-a -d true", RC_INVALID_PARAMETER);
     ExpectStaged(BIOS, "-x -a true", WithLine(Snapshot(BIOS), "Disable_BIOS", "0"));
     // Unknown words and malformed options are ignored.
     ExpectStaged(BIOS, "what --enable -aa false -a=true -d false", WithLine(Snapshot(BIOS), "Selectable_Boot", "0"));

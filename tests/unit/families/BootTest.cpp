@@ -127,7 +127,7 @@ TEST_P(BootTest, OlderAdaptersKnowTheBiosAlone) {
                         continue;
                     }
                     const CommandRun run = RunIn(mode, format.Leaf(leaf));
-                    EXPECT_EQ(run.code, 8u) << row.name;
+                    EXPECT_EQ(run.code, RC_INVALID_CMD) << row.name;
                     EXPECT_EQ(run.output, Error(format, group.invalidCmd));
                     EXPECT_EQ(PortCalls(), Calls{});
                     EXPECT_EQ(Staged(), "no file");
@@ -144,7 +144,7 @@ TEST_P(BootTest, RomsOfTheModes) {
             const bool hasRom = (mask & (mode == BIOS ? 8 : 2)) != 0;
             bfsMode = mode;
             const CommandRun run = RunIn(mode, "getcli");
-            EXPECT_EQ(run.code, hasRom ? 0u : mode == BIOS ? 53u : 54u) << mask << " " << +mode;
+            EXPECT_EQ(run.code, hasRom ? RC_SUCCESS : mode == BIOS ? RC_NO_BIOS : RC_NO_EFI) << mask << " " << +mode;
             if (!hasRom) {
                 EXPECT_EQ(run.output, Error(TEXT, mode == BIOS ? "Failed, Adapter does not have ROM BIOS"
                                                                : "Failed, Adapter does not have ROM UEFI"));
@@ -153,14 +153,14 @@ TEST_P(BootTest, RomsOfTheModes) {
         }
     }
     port->OptionRomMask = 0;
-    EXPECT_EQ(RunIn(BIOS, "setFile").code, 53u);
+    EXPECT_EQ(RunIn(BIOS, "setFile").code, RC_NO_BIOS);
     EXPECT_EQ(Staged(), "no file");
     SetChip(*port, EIGHT_G);
-    EXPECT_EQ(RunIn(BIOS, "get").code, 53u);
+    EXPECT_EQ(RunIn(BIOS, "get").code, RC_NO_BIOS);
     EXPECT_EQ(PortCalls(), Calls{});
     // `set` checks neither.
     Stage(Snapshot(BIOS));
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_EQ(PortCalls(), SetCalls());
 }
 
@@ -168,7 +168,7 @@ TEST_P(BootTest, GetNeverLooksAtTheFile) {
     Stage(WithLine(WithLine(Snapshot(UEFI), "Disable_BIOS", "0"), "Selectable_Boot", "0"));
     const auto identity = FileIdentity();
     const CommandRun run = RunIn(BIOS, "get", "--enable-bfs true");
-    EXPECT_EQ(run.code, 0u);
+    EXPECT_EQ(run.code, RC_SUCCESS);
     EXPECT_EQ(run.output, Document(XML, BiosLines()));
     EXPECT_EQ(PortCalls(), ReadCalls());
     EXPECT_EQ(FileIdentity(), identity);
@@ -179,7 +179,7 @@ TEST_P(BootTest, SetFileBeginsWithASnapshot) {
         for (const Mode mode : {BIOS, UEFI}) {
             RemoveFiles();
             const CommandRun run = RunIn(mode, format.Leaf("setFile"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(format, LinesIn(mode))); // no reboot is requested
             EXPECT_EQ(Staged(), Snapshot(mode));
             EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);
@@ -187,7 +187,7 @@ TEST_P(BootTest, SetFileBeginsWithASnapshot) {
         // The same keys on every adapter, except those of NVMe entries
         SetChip(*port, EIGHT_G);
         RemoveFiles();
-        EXPECT_EQ(RunIn(BIOS, format.Leaf("setFile")).code, 0u);
+        EXPECT_EQ(RunIn(BIOS, format.Leaf("setFile")).code, RC_SUCCESS);
         std::string content = Snapshot(BIOS);
         if (group.isExtended) {
             content.erase(content.find(EmptyNvmeLines()), EmptyNvmeLines().size());
@@ -204,7 +204,7 @@ TEST_P(BootTest, SnapshotsAreNotChecked) {
     RunIn(UEFI, "setFile");
     EXPECT_EQ(Staged(), WithLine(WithLine(Snapshot(UEFI), "World_Login", "4711"), "Primary_Boot_Target_LUN", "65535"));
     // Values out of range are not read back, so the library's values stay.
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_TRUE(WasWritten(nvram));
 }
 
@@ -233,10 +233,10 @@ TEST_P(BootTest, ARefusedFirstSetFileLeavesTheSnapshot) {
     for (const Format& format : FORMATS) {
         RemoveFiles();
         const CommandRun run = RunIn(UEFI, format.Leaf("setFile"), "-a true -g maybe");
-        EXPECT_EQ(run.code, 6u);
+        EXPECT_EQ(run.code, RC_INVALID_PARAMETER);
         EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, "setFile"));
         EXPECT_EQ(Staged(), Snapshot(UEFI));
-        EXPECT_EQ(Run(format.Leaf("set")).code, 0u);
+        EXPECT_EQ(Run(format.Leaf("set")).code, RC_SUCCESS);
         EXPECT_TRUE(WasWritten(nvram)); // the snapshot, unchanged
     }
 }
@@ -270,7 +270,7 @@ TEST_P(BootTest, SetWritesTheWholeRecordOnce) {
         }
         Stage(content);
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Document(format, lines, true));
         EXPECT_EQ(PortCalls(), SetCalls());
         EXPECT_TRUE(WasWritten(expected));
@@ -284,7 +284,7 @@ TEST_P(BootTest, SetWritesTheWholeRecordOnce) {
 TEST_P(BootTest, SetReadsNoOptions) {
     Stage(Snapshot(BIOS));
     const CommandRun run = Run("set", "-b UEFI --enable-bfs maybe NVME");
-    EXPECT_EQ(run.code, 0u);
+    EXPECT_EQ(run.code, RC_SUCCESS);
     EXPECT_EQ(run.output, Document(XML, BiosLines(), true));
     EXPECT_TRUE(WasWritten(nvram));
 }
@@ -297,14 +297,14 @@ TEST_P(BootTest, SetWithNothingPending) {
                 std::filesystem::create_directory(FilePath());
             }
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 0u); // although the document shows a failure
+            EXPECT_EQ(run.code, RC_SUCCESS); // although the document tells of a failure
             EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE, true));
             EXPECT_EQ(PortCalls(), Calls{PortCall("GetBootDeviceInfo")});
         }
     }
     // The read comes first.
     Fake().Return("VEXAPI_GetBootDeviceInfo", 1);
-    EXPECT_EQ(Run("set").code, 13u);
+    EXPECT_EQ(Run("set").code, RC_CFG_READ_FAILED);
 }
 
 TEST_P(BootTest, RebootIsRequiredWhenTheWordIs1OrCantBeHad) {
@@ -319,7 +319,7 @@ TEST_P(BootTest, RebootIsRequiredWhenTheWordIs1OrCantBeHad) {
         for (const Format& format : FORMATS) {
             Stage(Snapshot(BIOS));
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(format, BiosLines(), row.isRequired)) << row.status << " " << row.word;
             EXPECT_EQ(Staged(), "no file");
         }
@@ -348,13 +348,13 @@ TEST_P(BootTest, FilesEditedByHand) {
             expected.*flag.field = row.number;
             for (const std::string& key : {std::string(flag.key), InUpperCase(flag.key)}) { // in any letter case
                 Stage(InFile(key + row.text + "\n"));
-                EXPECT_EQ(Run("set").code, 0u);
+                EXPECT_EQ(Run("set").code, RC_SUCCESS);
                 EXPECT_TRUE(WasWritten(expected)) << key << row.text;
             }
         }
         expected.*flag.field = 0; // the first line counts
         Stage(InFile(std::string("# ") + flag.key + "=1\n\n  " + flag.key + "=0\n" + flag.key + "=1"));
-        EXPECT_EQ(Run("set").code, 0u);
+        EXPECT_EQ(Run("set").code, RC_SUCCESS);
         EXPECT_TRUE(WasWritten(expected)) << flag.key;
         nvram.*flag.field = 0;
     }
@@ -394,26 +394,26 @@ TEST_P(BootTest, BootTargetsEditedByHand) {
                 byte = row.bytes[i] < 0 ? byte : static_cast<VX_UINT8>(row.bytes[i]);
             }
             Stage(InFile(TargetKey(number, "WWPN=") + row.text + "\n"));
-            EXPECT_EQ(Run("set").code, 0u);
+            EXPECT_EQ(Run("set").code, RC_SUCCESS);
             EXPECT_TRUE(WasWritten(expected)) << number << " " << row.text;
         }
         for (const LunCase& row : luns) {
             _VEXAPI_HBAParameters expected = nvram;
             expected.*BOOT_TARGETS[number].lun = row.number;
             Stage(InFile(TargetKey(number, "LUN=") + row.text + "\n"));
-            EXPECT_EQ(Run("set").code, 0u);
+            EXPECT_EQ(Run("set").code, RC_SUCCESS);
             EXPECT_TRUE(WasWritten(expected)) << number << " " << row.text;
         }
     }
     // Without a key the library's value is written back.
     for (const char* const content : {"", "Alternate_Boot_Target_8_LUN=1\nWorld_Logins=1\n", "%s%n\n"}) {
         Stage(content);
-        EXPECT_EQ(Run("set").code, 0u);
+        EXPECT_EQ(Run("set").code, RC_SUCCESS);
         EXPECT_TRUE(WasWritten(nvram)) << content;
     }
 }
 
-TEST_P(BootTest, FailingReads) {
+TEST_P(BootTest, AFailingReadLeavesTheFile) {
     Fake().Return("VEXAPI_GetBootDeviceInfo", 1);
     for (const Format& format : FORMATS) {
         for (const char* const leaf : {"get", "setFile", "set"}) {
@@ -424,7 +424,7 @@ TEST_P(BootTest, FailingReads) {
                     Stage(content);
                 }
                 const CommandRun run = RunIn(BIOS, format.Leaf(leaf), isSet ? "" : "-a true");
-                EXPECT_EQ(run.code, 13u);
+                EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
                 EXPECT_EQ(run.output, Error(format, READ_FAILED, isSet));
                 EXPECT_EQ(PortCalls(), isSet ? Calls{PortCall("GetBootDeviceInfo")} : ReadCalls());
                 EXPECT_EQ(Staged(), content.empty() ? "no file" : content);
@@ -441,7 +441,7 @@ TEST_P(BootTest, AModeThatCantBeSwitched) {
                 port->OptionRomMask = 0; // checked after it
                 bfsMode = mode == BIOS ? UEFI : BIOS;
                 const CommandRun run = RunIn(mode, format.Leaf(leaf));
-                EXPECT_EQ(run.code, 13u);
+                EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
                 EXPECT_EQ(run.output, Error(format, READ_FAILED));
                 EXPECT_EQ(PortCalls(), (Calls{"VEXAPI_GetBfsConfigMode()",
                                               "VEXAPI_SetBfsConfigMode(" + std::to_string(mode) + ")"}));
@@ -458,7 +458,7 @@ TEST_P(BootTest, AFailingWriteKeepsTheFile) {
         const auto identity = FileIdentity();
         Fake().Return("VEXAPI_SetBootDeviceInfo", 1);
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 20u);
+        EXPECT_EQ(run.code, RC_CFG_UPDATE_FAILED);
         EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("GetBootDeviceInfo"), PortCall("SetBootDeviceInfo")}));
         EXPECT_EQ(Staged(), content);
@@ -479,7 +479,7 @@ TEST_P(BootTest, RedirectionsThatCantBeOpened) {
         Stage(Snapshot(BIOS));
         for (const std::string leaf : {"get", "setFile", "set"}) {
             const auto expect = [&](const CommandRun& run, const Calls& calls) {
-                EXPECT_EQ(run.code, 19u) << leaf;
+                EXPECT_EQ(run.code, RC_FILE_ERROR) << leaf;
                 EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE, leaf == "set")) << leaf;
                 EXPECT_EQ(PortCalls(), calls) << leaf;
             };
@@ -517,7 +517,7 @@ TEST_P(BootTest, RedirectionsThatCantBeOpened) {
                 return write(handle, parameters);
             };
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(format, BiosLines(), true));
             EXPECT_EQ(PortCalls(), (Calls{PortCall("GetBootDeviceInfo"), PortCall("SetBootDeviceInfo")}));
         }
@@ -533,13 +533,13 @@ TEST_P(BootTest, FilesThatCantBeWritten) {
         RemoveFiles();
         std::filesystem::create_directory(FilePath()); // not a file, and none can be created
         CommandRun run = RunIn(BIOS, format.Leaf("setFile"));
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE));
         RemoveFiles();
         Stage(Snapshot(BIOS));
         std::filesystem::create_directory(FilePath() + "_tmp");
         run = RunIn(BIOS, format.Leaf("setFile"), "-a true");
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, Error(format, UNKNOWN_FAILURE));
         EXPECT_EQ(Staged(), Snapshot(BIOS));
     }
@@ -553,7 +553,7 @@ TEST_P(BootTest, ReportsThatFindNoMemory) {
                 const RefusedBlock refused(group.blockSize);
                 run = RunIn(BIOS, format.Leaf(leaf));
             }
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Error(format, "Failed, Memory Error")); // never with the reboot field
         }
         EXPECT_EQ(Staged(), "no file");
@@ -563,13 +563,13 @@ TEST_P(BootTest, ReportsThatFindNoMemory) {
 TEST_P(BootTest, PortsThatAreNone) {
     struct Case {
         std::string identifier;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     };
-    const Case cases[] = {{"FC_21:00:0a:0b:0c:0d:ff:ff", 6, INVALID},
-                          {"%s%n%n", 6, INVALID},
-                          {std::string(100000, 'F'), 6, INVALID},
-                          {"help", 5, UNKNOWN_FAILURE}};
+    const Case cases[] = {{"FC_21:00:0a:0b:0c:0d:ff:ff", RC_INVALID_PARAMETER, INVALID},
+                          {"%s%n%n", RC_INVALID_PARAMETER, INVALID},
+                          {std::string(100000, 'F'), RC_INVALID_PARAMETER, INVALID},
+                          {"help", RC_HELP_REQUESTED, UNKNOWN_FAILURE}};
     for (const Format& format : FORMATS) {
         for (const std::string leaf : {"get", "setFile", "set"}) {
             const std::string start = std::string("-t port -s ") + group.family + " " + format.Leaf(leaf);
@@ -579,10 +579,10 @@ TEST_P(BootTest, PortsThatAreNone) {
                 EXPECT_EQ(run.output, Error(format, row.message, leaf == "set") + UsageOf(format, leaf));
                 EXPECT_EQ(PortCalls(), Calls{});
             }
-            EXPECT_EQ(FamilyTest::Run(start).code, 6u);
+            EXPECT_EQ(FamilyTest::Run(start).code, RC_INVALID_PARAMETER);
             LoseHost();
             const CommandRun run = RunIn(BIOS, format.Leaf(leaf));
-            EXPECT_EQ(run.code, 14u);
+            EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
             EXPECT_EQ(run.output, Error(format, "Failed, Host not found", leaf == "set"));
             Fake().host.hasList = true;
         }
@@ -594,7 +594,7 @@ TEST_P(BootTest, VirtualPortsHaveNone) {
     for (const Format& format : FORMATS) {
         for (const std::string leaf : {"get", "setFile", "set"}) {
             const CommandRun run = Run(format.Leaf(leaf), "-b none"); // before the mode
-            EXPECT_EQ(run.code, 51u);
+            EXPECT_EQ(run.code, RC_NOT_SUPPORTED_FOR_VPORT);
             EXPECT_EQ(run.output, Error(format, "Failed, Feature not supported for virtual port", leaf == "set"));
             EXPECT_EQ(PortCalls(), Calls{});
             EXPECT_EQ(Staged(), "no file");

@@ -119,6 +119,9 @@ protected:
         }
         AddTargets();
 
+        if (group.isExtended) {
+            Fake().Succeed({"GetNVMeBootDeviceEntries"});
+        }
         Fake().onGetBfsConfigMode = [this] {
             Chatter();
             return bfsMode;
@@ -266,13 +269,13 @@ protected:
         Chip chip;
         Mode mode;
         std::string options;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     };
     /// Expects its document in both formats, followed by the usage if there is one; the file is unchanged.
     void ExpectRefusal(const Refusal& refusal) const {
         SetChip(*port, refusal.chip);
-        const bool hasUsage = refusal.code == 4 || refusal.code == 6;
+        const bool hasUsage = refusal.code == RC_PARAM_ERROR || refusal.code == RC_INVALID_PARAMETER;
         for (const Format& format : FORMATS) {
             Stage(Snapshot(refusal.mode));
             const CommandRun run = RunIn(refusal.mode, format.Leaf("setFile"), refusal.options);
@@ -287,7 +290,7 @@ protected:
     }
 
     /// Expects `setFile` to be rejected, with the file unchanged.
-    void ExpectRefused(Mode mode, const std::string& options, VX_UINT32 code) const {
+    void ExpectRefused(Mode mode, const std::string& options, ResultCode code) const {
         const std::string before = Staged();
         const auto identity = FileIdentity();
         EXPECT_EQ(RunIn(mode, "setFile", options).code, code) << options.substr(0, 200);
@@ -297,7 +300,7 @@ protected:
     /// Runs `setFile` on a fresh snapshot, and expects this file.
     void ExpectStaged(Mode mode, const std::string& options, const std::string& content) const {
         Stage(Snapshot(mode));
-        EXPECT_EQ(RunIn(mode, "setFile", options).code, 0u) << options.substr(0, 200);
+        EXPECT_EQ(RunIn(mode, "setFile", options).code, RC_SUCCESS) << options.substr(0, 200);
         EXPECT_EQ(Staged(), content) << options.substr(0, 200);
     }
 

@@ -113,11 +113,11 @@ protected:
         FakeLibrary::Reset();
         root = MainCmdsProcessor::getMainCmdsProcessor();
         TavuStringArray none;
-        EXPECT_EQ(root->Initialize(none), 0u);
+        EXPECT_EQ(root->Initialize(none), RC_SUCCESS);
     }
     ~CommandTreeTest() override {
         TavuStringArray none;
-        EXPECT_EQ(root->Uninitialize(none), 0u);
+        EXPECT_EQ(root->Uninitialize(none), RC_SUCCESS);
         MainCmdsProcessor::destroyMainCmdsProcessor();
     }
 
@@ -313,12 +313,12 @@ TEST_F(CommandTreeTest, UsageOfAnUnknownIdIsTwo) {
                              "port vpd getcli", "port fec getcli", "port fwdump getcli", "port beacon help"}) {
         TavuStringArray none;
         ASSERT_NE(Find(path), nullptr) << path;
-        EXPECT_EQ(Find(path)->PrintUsage(none, MAX_ID), 2u) << path;
+        EXPECT_EQ(Find(path)->PrintUsage(none, MAX_ID), RC_NO_USAGE) << path;
         EXPECT_EQ(UsageText(*Find(path), MAX_ID), "") << path;
     }
     // 4 is an id of a leaf of `port`, but its usage function doesn't know it.
     TavuStringArray none;
-    EXPECT_EQ(Find("port updatenvramcli")->PrintUsage(none, 4), 2u);
+    EXPECT_EQ(Find("port updatenvramcli")->PrintUsage(none, 4), RC_NO_USAGE);
 }
 
 /// A question mark after a leaf prints its usage, and the command doesn't run.
@@ -335,7 +335,7 @@ TEST(CommandUsageTest, QuestionMarkAsksForTheUsageOnly) {
         FakeLibrary::Reset();
         const bool isRoot = *leaf.family == '\0';
         const CommandRun run = RunCommand(line);
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         std::string expected = ExpectedText(leaf).value_or("?");
         if (isRoot && IsHelpLeaf(leaf)) {
             expected += "\nFor a complete help. Please refer to ORFC_ESXCLI_Readme.txt in the same folder.\r\n";

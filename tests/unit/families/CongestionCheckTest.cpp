@@ -22,7 +22,7 @@ protected:
                       const std::vector<std::string>& lines) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunCongestion(command, format);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, format.Block(command.structure, command.field, list, TextOfLines(lines)));
             EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled")}));
         }
@@ -138,6 +138,10 @@ TEST_F(CongestionCheckTest, ReportsATarget) {
 /// Refusals of the commands of this group, in order.
 class CongestionRefusalTest : public CongestionTest {
 protected:
+    CongestionRefusalTest() {
+        Fake().Succeed({"GetPortStatisticsFC", "GetSCMRProfile", "SetSCMRProfile", "SANCongMgmtResetStatistics"});
+    }
+
     struct Order {
         const CongestionCommand* command;
         VX_UINT32 features;  ///< any of these bits will do
@@ -173,25 +177,25 @@ TEST_F(CongestionRefusalTest, ComesInOrder) {
                     port->PortInterfaceType = static_cast<VX_UINT16>(type);
                     const bool lacksFirmware = (flags & order.features) == 0;
                     const bool isVirtual = type == 3;
-                    VX_UINT32 code = 0;
+                    ResultCode code = RC_SUCCESS;
                     if (!isCapable) {
-                        code = 35;
+                        code = RC_FEATURE_NOT_SUPPORTED;
                     } else if (lacksFirmware && isVirtual) {
-                        code = order.isVirtualFirst ? 51 : 45;
+                        code = order.isVirtualFirst ? RC_NOT_SUPPORTED_FOR_VPORT : RC_UNSUPPORTED_FW;
                     } else if (lacksFirmware || isVirtual) {
-                        code = isVirtual ? 51 : 45;
+                        code = isVirtual ? RC_NOT_SUPPORTED_FOR_VPORT : RC_UNSUPPORTED_FW;
                     }
                     SCOPED_TRACE(std::string(order.command->name) + " on " + chip.name + ", flags " +
                                  std::to_string(flags) + ", type " + std::to_string(type));
-                    if (code != 0) {
+                    if (code != RC_SUCCESS) {
                         ExpectFailure(*order.command, code,
-                                      code == 35   ? NO_CHIP
-                                      : code == 45 ? order.noFirmware
-                                                   : order.noVirtual,
+                                      code == RC_FEATURE_NOT_SUPPORTED ? NO_CHIP
+                                      : code == RC_UNSUPPORTED_FW      ? order.noFirmware
+                                                                       : order.noVirtual,
                                       {});
                     } else {
                         nodes = {PortNode()};
-                        EXPECT_EQ(RunCongestion(*order.command, XML).code, 0u);
+                        EXPECT_EQ(RunCongestion(*order.command, XML).code, RC_SUCCESS);
                     }
                 }
             }
@@ -207,20 +211,20 @@ TEST_F(CongestionRefusalTest, AsksForTheFeature) {
         nodes = {PortNode()};
         feature = 0;
         if (order.asksFeature) {
-            ExpectFailure(*order.command, 52, "Failed, Feature disabled on the port", {ask});
+            ExpectFailure(*order.command, RC_FEATURE_DISABLED, "Failed, Feature disabled on the port", {ask});
         } else {
-            EXPECT_EQ(RunCongestion(*order.command, XML).code, 0u);
+            EXPECT_EQ(RunCongestion(*order.command, XML).code, RC_SUCCESS);
             const Calls calls = PortCalls();
             EXPECT_EQ(std::find(calls.begin(), calls.end(), ask), calls.end());
         }
         for (const int value : {1, 2, 0x80, 0xFF}) {
             feature = static_cast<VX_UINT8>(value);
-            EXPECT_EQ(RunCongestion(*order.command, XML).code, 0u);
+            EXPECT_EQ(RunCongestion(*order.command, XML).code, RC_SUCCESS);
         }
         if (order.asksFeature) {
             for (const VX_UINT32 status : {1u, 118u, 0x20000075u}) {
                 Fake().Return("VEXAPI_IsFWCMFeatureEnabled", status);
-                ExpectFailure(*order.command, 13, "Failed, FWCM settings read error", {ask});
+                ExpectFailure(*order.command, RC_CFG_READ_FAILED, "Failed, FWCM settings read error", {ask});
             }
             Fake().Return("VEXAPI_IsFWCMFeatureEnabled", 0);
         }
@@ -233,7 +237,7 @@ TEST_F(CongestionRefusalTest, NeedsTheLogForTheFirstQuestion) {
             NoFiles files;
             LoseFiles(files);
             const CommandRun run = RunCongestion(*command, format);
-            EXPECT_EQ(run.code, 19u) << command->name;
+            EXPECT_EQ(run.code, RC_FILE_ERROR) << command->name;
             EXPECT_EQ(run.output, FailureOf(*command, format, "Failed, File not found")) << command->name;
             EXPECT_EQ(PortCalls(), Calls{}) << command->name;
         }
@@ -249,17 +253,17 @@ TEST_F(CongestionRefusalTest, TellsWhatTheResolverTells) {
             for (const char* identifier : {"", " nosuch", " FC_21:00:0a:0b:0c:0d:00:99",
                                            " FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:99"}) {
                 const CommandRun run = Run(line + identifier);
-                EXPECT_EQ(run.code, 6u);
+                EXPECT_EQ(run.code, RC_INVALID_PARAMETER);
                 EXPECT_EQ(run.output, FailureOf(*command, format, "Failed, Invalid parameter") + usage);
             }
             CommandRun run = Run(line + " help");
-            EXPECT_EQ(run.code, 5u);
+            EXPECT_EQ(run.code, RC_HELP_REQUESTED);
             EXPECT_EQ(run.output, FailureOf(*command, format, UNKNOWN) + usage);
             EXPECT_EQ(Run(line + " ?").output, usage);
             Fake().host.hasList = false;
             run = RunCongestion(*command, format);
             Fake().host.hasList = true;
-            EXPECT_EQ(run.code, 14u);
+            EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
             EXPECT_EQ(run.output, FailureOf(*command, format, "Failed, Host not found"));
         }
     }
@@ -292,7 +296,7 @@ TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
                 released = 0;
                 const RefusedBlock fault(row.size);
                 const CommandRun run = RunCongestion(*row.command, format);
-                EXPECT_EQ(run.code, 0u) << row.command->name;
+                EXPECT_EQ(run.code, RC_SUCCESS) << row.command->name;
                 EXPECT_EQ(run.output, FailureOf(*row.command, format, row.message)) << row.command->name;
                 EXPECT_EQ(released, flags == SECOND_GENERATION && row.size == 8192 ? 1 : 0) << row.command->name;
                 const std::vector<std::string> traces = TraceLog::Steps();
@@ -303,7 +307,7 @@ TEST_F(CongestionRefusalTest, ShowsThatThereIsNoMemoryForTheReport) {
     }
 }
 
-TEST_F(CongestionRefusalTest, Traces) {
+TEST_F(CongestionRefusalTest, TracesWhyAPortIsRefused) {
     const TraceLog log("4");
     const auto tracesOf = [&](const CongestionCommand& command) {
         unlink(TraceLog::Path());

@@ -43,7 +43,7 @@ protected:
     void ExpectWritten(const std::string& options, VX_UINT8 control, VX_UINT8 level) {
         SCOPED_TRACE(options);
         written.reset();
-        EXPECT_EQ(RunCongestion(PROFILE_SET, XML, options).code, 0u);
+        EXPECT_EQ(RunCongestion(PROFILE_SET, XML, options).code, RC_SUCCESS);
         EXPECT_EQ(PortCalls(), setCalls);
         ASSERT_TRUE(written.has_value());
         Profile expected = kept;
@@ -53,7 +53,7 @@ protected:
             << int{written->ControlFlag} << " " << int{written->Profile};
     }
     /// Expects `set` with these options to change nothing.
-    void ExpectRefusal(const std::string& options, VX_UINT32 code, const std::string& message) const {
+    void ExpectRefusal(const std::string& options, ResultCode code, const std::string& message) const {
         SCOPED_TRACE(options);
         ExpectFailure(PROFILE_SET, code, message, {Call("GetSCMRProfile")}, options);
     }
@@ -66,7 +66,7 @@ protected:
 TEST_F(CongestionProfileTest, ReportsTheProfile) {
     for (const Format& format : FORMATS) {
         const CommandRun run = RunCongestion(PROFILE_GET, format);
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Report(format, "true", "NVRAM", "Moderate"));
         EXPECT_EQ(PortCalls(), (Calls{Call("GetSCMRProfile")}));
     }
@@ -101,7 +101,7 @@ TEST_F(CongestionProfileTest, WritesWhatTheOptionsSay) {
 
 TEST_F(CongestionProfileTest, FindsOptionsAheadOfTheIdentifier) {
     // The first argument is always the identifier.
-    EXPECT_EQ(Run("-t port -s scmprofile set -a Moderate " + Id(*port)).code, 6u);
+    EXPECT_EQ(Run("-t port -s scmprofile set -a Moderate " + Id(*port)).code, RC_INVALID_PARAMETER);
     EXPECT_EQ(PortCalls(), Calls{});
 }
 
@@ -113,14 +113,14 @@ TEST_F(CongestionProfileTest, RefusesOtherValues) {
                                 // The restore value is checked first, and each value before the use of both.
                                 "--restore x --activation y", "--restore x --activation Moderate",
                                 "--restore Driver_Settings --activation y"}) {
-        ExpectRefusal(options, 6, INVALID);
+        ExpectRefusal(options, RC_INVALID_PARAMETER, INVALID);
     }
     EXPECT_FALSE(written.has_value());
 }
 
 TEST_F(CongestionProfileTest, RefusesBothOptions) {
-    ExpectRefusal("--restore Driver_Settings --activation Moderate", 37, EXCLUSIVE);
-    ExpectRefusal("-a Moderate -r Driver_Settings", 37, EXCLUSIVE);
+    ExpectRefusal("--restore Driver_Settings --activation Moderate", RC_MUTUALLY_EXCLUSIVE, EXCLUSIVE);
+    ExpectRefusal("-a Moderate -r Driver_Settings", RC_MUTUALLY_EXCLUSIVE, EXCLUSIVE);
     EXPECT_FALSE(written.has_value());
 }
 
@@ -140,18 +140,18 @@ TEST_F(CongestionProfileTest, TellsWhatTheLibraryRefuses) {
     const std::string set = Call("SetSCMRProfile");
     for (const VX_UINT32 status : {1u, 118u, 0x20000075u}) {
         Fake().Return("VEXAPI_GetSCMRProfile", status);
-        ExpectFailure(PROFILE_GET, 13, "Failed, NVRAM read failed", {get});
-        ExpectFailure(PROFILE_SET, 13, "Failed, NVRAM read failed", {get}, "-a Moderate");
+        ExpectFailure(PROFILE_GET, RC_CFG_READ_FAILED, "Failed, NVRAM read failed", {get});
+        ExpectFailure(PROFILE_SET, RC_CFG_READ_FAILED, "Failed, NVRAM read failed", {get}, "-a Moderate");
         // The profile is read before the options.
-        ExpectFailure(PROFILE_SET, 13, "Failed, NVRAM read failed", {get}, "-a x");
+        ExpectFailure(PROFILE_SET, RC_CFG_READ_FAILED, "Failed, NVRAM read failed", {get}, "-a x");
         Fake().Return("VEXAPI_GetSCMRProfile", 0);
         Fake().Return("VEXAPI_SetSCMRProfile", status);
-        ExpectFailure(PROFILE_SET, 20, "Failed, NVRAM update failed", {get, set}, "-a Moderate");
+        ExpectFailure(PROFILE_SET, RC_CFG_UPDATE_FAILED, "Failed, NVRAM update failed", {get, set}, "-a Moderate");
         Fake().Return("VEXAPI_SetSCMRProfile", 0);
         for (const Format& format : FORMATS) {
             Fake().ReturnInTurn("VEXAPI_GetSCMRProfile", {0, status});
             const CommandRun run = RunCongestion(PROFILE_SET, format, "-a Moderate");
-            EXPECT_EQ(run.code, 13u);
+            EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
             EXPECT_EQ(run.output, FailureOf(PROFILE_SET, format, "Failed, NVRAM read failed"));
             EXPECT_EQ(PortCalls(), setCalls);
         }
@@ -168,7 +168,7 @@ TEST_F(CongestionProfileTest, NeedsTheLogForEachCall) {
             return read(handle, profile);
         };
         const CommandRun run = RunCongestion(PROFILE_SET, XML, "-a Moderate");
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, FailureOf(PROFILE_SET, XML, "Failed, File not found"));
         EXPECT_EQ(PortCalls(), (Calls{Call("GetSCMRProfile")}));
     }
@@ -179,12 +179,12 @@ TEST_F(CongestionProfileTest, NeedsTheLogForEachCall) {
         return 0u;
     };
     const CommandRun run = RunCongestion(PROFILE_SET, XML, "-a Moderate");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, FailureOf(PROFILE_SET, XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), (Calls{Call("GetSCMRProfile"), Call("SetSCMRProfile")}));
 }
 
-TEST_F(CongestionProfileTest, Traces) {
+TEST_F(CongestionProfileTest, TracesRefusedOptionsAndFailingCalls) {
     const TraceLog log("4");
     const auto tracesOf = [&](const std::string& options) {
         unlink(TraceLog::Path());

@@ -16,7 +16,7 @@ protected:
     void ExpectReport(const CongestionCommand& command, const std::vector<std::string>& lines) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunCongestion(command, format);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Block(command, format, lines));
             EXPECT_FALSE(run.wasLeftRedirected);
         }
@@ -175,7 +175,7 @@ TEST_F(FirstGenerationTest, NamesTheStateOfThePort) {
 TEST_F(FirstGenerationTest, FailsWithoutATargetsStatistics) {
     for (const VX_UINT32 status : {1u, 0x20000075u}) {
         Fake().Return("VEXAPI_GetPortStatisticsFC", status);
-        ExpectFailure(TARGET_STATISTICS, 38, "Failed, Statistics read error",
+        ExpectFailure(TARGET_STATISTICS, RC_STATS_READ_FAILED, "Failed, Statistics read error",
                       {Call("IsFWCMFeatureEnabled"), Call("GetPortStatisticsFC", "0, 2, 50:00:0a:0b:0c:0d:01:01")});
     }
 }
@@ -188,7 +188,7 @@ TEST_F(FirstGenerationTest, NeedsTheLogForATargetsStatistics) {
         return 0u;
     };
     const CommandRun run = RunCongestion(TARGET_STATISTICS, XML);
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, FailureOf(TARGET_STATISTICS, XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled")}));
 }
@@ -316,11 +316,11 @@ TEST_F(SecondGenerationTest, FailsWithoutAList) {
         nodes = {PortNode()};
         for (const VX_UINT32 status : {1u, 118u, 0x20000075u}) {
             Fake().Return("VEXAPI_GetSCMRStatisticsList", status);
-            ExpectFailure(*command, 38, "Failed, Statistics read error", asked);
+            ExpectFailure(*command, RC_STATS_READ_FAILED, "Failed, Statistics read error", asked);
         }
         Fake().Return("VEXAPI_GetSCMRStatisticsList", 0);
         nodes.clear();
-        ExpectFailure(*command, 38, "Failed, Statistics read error", asked);
+        ExpectFailure(*command, RC_STATS_READ_FAILED, "Failed, Statistics read error", asked);
     }
     EXPECT_EQ(released, 0);
 }
@@ -334,7 +334,7 @@ TEST_F(SecondGenerationTest, NeedsTheLogForTheList) {
             return 0u;
         };
         const CommandRun run = RunCongestion(*command, XML);
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, FailureOf(*command, XML, "Failed, File not found"));
         EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled")}));
     }
@@ -350,11 +350,11 @@ TEST_F(SecondGenerationTest, TellsAFailingReleaseInASecondDocument) {
         for (const VX_UINT32 status : {1u, 118u}) {
             Fake().Return("VEXAPI_FreeSCMRStatisticsList", status);
             CommandRun run = RunCongestion(PORT_STATISTICS, format);
-            EXPECT_EQ(run.code, 39u);
+            EXPECT_EQ(run.code, RC_STATS_CLEAR_FAILED);
             EXPECT_EQ(run.output,
                       portReport + FailureOf(PORT_STATISTICS, format, "Failed, Statistics list clear error"));
             run = RunCongestion(TARGET_STATISTICS, format);
-            EXPECT_EQ(run.code, 39u);
+            EXPECT_EQ(run.code, RC_STATS_CLEAR_FAILED);
             EXPECT_EQ(run.output, report + FailureOf(TARGET_STATISTICS, format, "Failed, Statistics list clear error"));
             EXPECT_EQ(PortCalls(), calls);
         }
@@ -373,7 +373,7 @@ TEST_F(SecondGenerationTest, TellsALogThatCantBeOpenedForTheReleaseInASecondDocu
         };
         const CommandRun run = RunCongestion(*command, XML);
         Fake().onGetSCMRStatisticsList = list;
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, report + FailureOf(*command, XML, "Failed, File not found"));
         EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled"), Call("GetSCMRStatisticsList")}));
     }
@@ -382,10 +382,11 @@ TEST_F(SecondGenerationTest, TellsALogThatCantBeOpenedForTheReleaseInASecondDocu
 class CongestionClearTest : public CongestionTest {};
 
 TEST_F(CongestionClearTest, ClearsTheTargets) {
+    Fake().Succeed({"SANCongMgmtResetStatistics"});
     port->FeatureFlags = FIRST_GENERATION | SECOND_GENERATION;
     for (const Format& format : FORMATS) {
         const CommandRun run = RunCongestion(PORT_CLEAR, format);
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, format.Flat("FWCMStatisticsClear", {{"Message", "Success"}}));
         EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled"), Call("SANCongMgmtResetStatistics")}));
     }
@@ -394,11 +395,12 @@ TEST_F(CongestionClearTest, ClearsTheTargets) {
 TEST_F(CongestionClearTest, TellsWhyItCant) {
     static constexpr struct {
         VX_UINT32 status;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     } CASES[] = {
-        {118, 45, NO_FIRMWARE}, {117, 50, UNKNOWN},        {119, 50, UNKNOWN},
-        {1, 50, UNKNOWN},       {0x20000076, 50, UNKNOWN}, {0xFFFFFFFF, 50, UNKNOWN},
+        {118, RC_UNSUPPORTED_FW, NO_FIRMWARE},    {117, RC_LIBRARY_FAILED, UNKNOWN},
+        {119, RC_LIBRARY_FAILED, UNKNOWN},        {1, RC_LIBRARY_FAILED, UNKNOWN},
+        {0x20000076, RC_LIBRARY_FAILED, UNKNOWN}, {0xFFFFFFFF, RC_LIBRARY_FAILED, UNKNOWN},
     };
     for (const auto& row : CASES) {
         Fake().Return("VEXAPI_SANCongMgmtResetStatistics", row.status);
@@ -415,7 +417,7 @@ TEST_F(CongestionClearTest, NeedsTheLog) {
         return 0u;
     };
     const CommandRun run = RunCongestion(PORT_CLEAR, XML);
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, FailureOf(PORT_CLEAR, XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), (Calls{Call("IsFWCMFeatureEnabled")}));
 }

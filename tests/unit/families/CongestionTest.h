@@ -153,11 +153,11 @@ protected:
                    (command.isTarget ? TargetId(*port, *target) : Id(*port)) + (rest.empty() ? "" : " " + rest));
     }
     /// Expects, in both formats, a code, the document of a failure, and the calls until then.
-    void ExpectFailure(const CongestionCommand& command, VX_UINT32 code, const std::string& message, const Calls& calls,
-                       const std::string& rest = "") const {
+    void ExpectFailure(const CongestionCommand& command, ResultCode code, const std::string& message,
+                       const Calls& calls, const std::string& rest = "") const {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunCongestion(command, format, rest);
-            const bool hasUsage = !format.IsXml() && (code == 5 || code == 6);
+            const bool hasUsage = !format.IsXml() && (code == RC_HELP_REQUESTED || code == RC_INVALID_PARAMETER);
             EXPECT_EQ(run.code, code) << command.name;
             EXPECT_EQ(run.output, FailureOf(command, format, message) + (hasUsage ? command.usage : ""))
                 << command.name;

@@ -152,7 +152,7 @@ protected:
     static std::string Error(const std::string& leaf, const std::string& message) {
         return leaf == "run" ? RunError(XML, message) : ModeDocument(XML, leaf == "set", message);
     }
-    void Expect(const CommandRun& run, VX_UINT32 code, const std::string& document, const Calls& calls) const {
+    void Expect(const CommandRun& run, ResultCode code, const std::string& document, const Calls& calls) const {
         EXPECT_EQ(run.code, code);
         EXPECT_EQ(run.output, document);
         EXPECT_EQ(PortCalls(), calls);
@@ -160,7 +160,7 @@ protected:
     }
     std::string ReportOf(const Format& format = TEXT) const {
         const CommandRun run = RunPort("dportdiag", format.Leaf("run"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         return run.output;
     }
     static std::string Block(const Format& format, const std::string& text) {
@@ -218,8 +218,8 @@ TEST_F(DPortDiagTest, GetShowsTheMode) {
     for (const VX_UINT32 answer : {0u, 1u, 2u, 0xFFFFFFFFu}) {
         mode = answer;
         for (const Format& format : FORMATS) {
-            Expect(RunPort("dportdiag", format.Leaf("get")), 0, ModeDocument(format, false, "Success", answer != 0),
-                   {IS_MEZZ, CHECK});
+            Expect(RunPort("dportdiag", format.Leaf("get")), RC_SUCCESS,
+                   ModeDocument(format, false, "Success", answer != 0), {IS_MEZZ, CHECK});
         }
     }
 }
@@ -243,15 +243,15 @@ TEST_F(DPortDiagTest, SetShowsTheModeThatIsReadBack) {
         Fake().Return("VEXAPI_IsRebootRequired", row.rebootStatus);
         for (const Format& format : FORMATS) {
             SCOPED_TRACE(row.word);
-            Expect(RunPort("dportdiag", format.Leaf("set"), row.word), 0,
+            Expect(RunPort("dportdiag", format.Leaf("set"), row.word), RC_SUCCESS,
                    ModeDocument(format, true, "Success", row.mode != 0, row.isRebootShown),
                    {IS_MEZZ, row.isEnabled ? ENABLE : DISABLE, CHECK, REBOOT});
         }
     }
     for (const char* word : {"on", "1", "tru", "truee", "no"}) {
-        Expect(RunPort("dportdiag", "set", word), 6, ModeDocument(XML, true, INVALID), {IS_MEZZ});
+        Expect(RunPort("dportdiag", "set", word), RC_INVALID_PARAMETER, ModeDocument(XML, true, INVALID), {IS_MEZZ});
     }
-    Expect(RunPort("dportdiag", "set"), 6, ModeDocument(XML, true, INVALID), {IS_MEZZ});
+    Expect(RunPort("dportdiag", "set"), RC_INVALID_PARAMETER, ModeDocument(XML, true, INVALID), {IS_MEZZ});
 }
 
 TEST_F(DPortDiagTest, AdmissionIsTheSameForAll) {
@@ -260,31 +260,31 @@ TEST_F(DPortDiagTest, AdmissionIsTheSameForAll) {
         const std::string leaf = name;
         SCOPED_TRACE(leaf);
         const auto run = [&](const std::string& word) { return Run("-t port -s dportdiag " + leaf + " " + word); };
-        Expect(run("FC_21:00:0a:0b:0c:0d:00:99"), 6, Error(leaf, INVALID), {});
-        Expect(run("help"), 5, Error(leaf, UNKNOWN), {});
+        Expect(run("FC_21:00:0a:0b:0c:0d:00:99"), RC_INVALID_PARAMETER, Error(leaf, INVALID), {});
+        Expect(run("help"), RC_HELP_REQUESTED, Error(leaf, UNKNOWN), {});
         mezzanineFlag = 1;
-        Expect(run(id), 35, Error(leaf, NOT_SUPPORTED), {IS_MEZZ});
+        Expect(run(id), RC_FEATURE_NOT_SUPPORTED, Error(leaf, NOT_SUPPORTED), {IS_MEZZ});
         mezzanineFlag = 0;
         for (const VX_UINT32 status : {1u, 35u, 0x80000000u}) {
             Fake().ReturnInTurn("VEXAPI_IsMezzAdapter", {status});
-            Expect(run(id), 13, Error(leaf, READ_FAILED), {IS_MEZZ});
+            Expect(run(id), RC_CFG_READ_FAILED, Error(leaf, READ_FAILED), {IS_MEZZ});
         }
         for (const ChipRow& chip : CHIPS) {
             SetChip(*port, chip.chip);
             const bool isSupported =
                 chip.chip == ROWAN_FC || chip.chip == LARCH || chip.chip == ALDER || chip.chip == BIRCH;
             if (isSupported) {
-                EXPECT_EQ(run(id + " true").code, 0u) << chip.name;
+                EXPECT_EQ(run(id + " true").code, RC_SUCCESS) << chip.name;
             } else {
-                Expect(run(id + " true"), 35, Error(leaf, NOT_SUPPORTED), {IS_MEZZ});
+                Expect(run(id + " true"), RC_FEATURE_NOT_SUPPORTED, Error(leaf, NOT_SUPPORTED), {IS_MEZZ});
             }
         }
         port->PortInterfaceType = 3; // before the adapter
-        Expect(run(id), 51, Error(leaf, NO_VIRTUAL), {});
+        Expect(run(id), RC_NOT_SUPPORTED_FOR_VPORT, Error(leaf, NO_VIRTUAL), {});
         port->PortInterfaceType = 1;
         SetChip(*port, BIRCH);
         LoseHost();
-        Expect(run(id), 14, Error(leaf, NO_HOST), {});
+        Expect(run(id), RC_HOST_NOT_FOUND, Error(leaf, NO_HOST), {});
         Fake().host.hasList = true;
     }
 }
@@ -292,7 +292,8 @@ TEST_F(DPortDiagTest, AdmissionIsTheSameForAll) {
 TEST_F(DPortDiagTest, AFailingChangeEndsSet) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_ConfigureAdapterDPortSettings", {status});
-        Expect(RunPort("dportdiag", "set", "true"), 20, ModeDocument(XML, true, UPDATE_FAILED), {IS_MEZZ, ENABLE});
+        Expect(RunPort("dportdiag", "set", "true"), RC_CFG_UPDATE_FAILED, ModeDocument(XML, true, UPDATE_FAILED),
+               {IS_MEZZ, ENABLE});
     }
 }
 
@@ -321,7 +322,7 @@ TEST_F(DPortDiagTest, WithoutTheRedirectionNothingIsCalled) {
             After("");
             return FakeLibrary::Get().host.List();
         };
-        Expect(RunPort("dportdiag", row.leaf, "true"), 19, Error(row.leaf, NO_FILE), row.calls);
+        Expect(RunPort("dportdiag", row.leaf, "true"), RC_FILE_ERROR, Error(row.leaf, NO_FILE), row.calls);
         files = nullptr;
     }
 }
@@ -332,11 +333,13 @@ TEST_F(DPortDiagTest, RunNeedsModeLinkAndSpeed) {
         VX_UINT32 mode;
         VX_UINT8 state;
         VX_UINT32 speed;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     } cases[] = {
-        {0, 3, 8, 48, MODE},      {0, 1, 100, 48, MODE}, {1, 3, 8, 43, NO_LINK}, {1, 0, 22, 43, NO_LINK},
-        {1, 2, 100, 43, NO_LINK}, {1, 1, 8, 44, SPEED},  {1, 1, 16, 44, SPEED},  {2, 1, 21, 44, SPEED},
+        {0, 3, 8, RC_UNSUPPORTED_MODE, MODE},      {0, 1, 100, RC_UNSUPPORTED_MODE, MODE},
+        {1, 3, 8, RC_LINK_UP_REQUIRED, NO_LINK},   {1, 0, 22, RC_LINK_UP_REQUIRED, NO_LINK},
+        {1, 2, 100, RC_LINK_UP_REQUIRED, NO_LINK}, {1, 1, 8, RC_UNSUPPORTED_SPEED, SPEED},
+        {1, 1, 16, RC_UNSUPPORTED_SPEED, SPEED},   {2, 1, 21, RC_UNSUPPORTED_SPEED, SPEED},
     };
     for (const auto& row : cases) {
         mode = row.mode;
@@ -349,19 +352,28 @@ TEST_F(DPortDiagTest, RunNeedsModeLinkAndSpeed) {
     port->PortState = 1;
     for (const VX_UINT32 speed : {22u, 50u, 100u, 0xFFFFFFFFu}) {
         port->PortSpeed = speed;
-        EXPECT_EQ(RunPort("dportdiag", "run").code, 0u) << speed;
+        EXPECT_EQ(RunPort("dportdiag", "run").code, RC_SUCCESS) << speed;
     }
 }
 
 TEST_F(DPortDiagTest, StatusesOfTheSecondForm) {
     const struct {
         VX_UINT32 status;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     } cases[] = {
-        {2, 6, INVALID},    {29, 51, NO_VIRTUAL}, {38, 35, NOT_SUPPORTED}, {129, 48, MODE},
-        {130, 43, NO_LINK}, {131, 44, SPEED},     {132, 40, BFS_MODE},     {1, 50, UNKNOWN},
-        {3, 50, UNKNOWN},   {133, 50, UNKNOWN},   {128, 50, UNKNOWN},      {0x80000000, 50, UNKNOWN},
+        {2, RC_INVALID_PARAMETER, INVALID},
+        {29, RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL},
+        {38, RC_FEATURE_NOT_SUPPORTED, NOT_SUPPORTED},
+        {129, RC_UNSUPPORTED_MODE, MODE},
+        {130, RC_LINK_UP_REQUIRED, NO_LINK},
+        {131, RC_UNSUPPORTED_SPEED, SPEED},
+        {132, RC_BFS_MODE, BFS_MODE},
+        {1, RC_LIBRARY_FAILED, UNKNOWN},
+        {3, RC_LIBRARY_FAILED, UNKNOWN},
+        {133, RC_LIBRARY_FAILED, UNKNOWN},
+        {128, RC_LIBRARY_FAILED, UNKNOWN},
+        {0x80000000, RC_LIBRARY_FAILED, UNKNOWN},
     };
     result.Mbx1 = 0x4005; // ignored
     for (const auto& row : cases) {
@@ -398,13 +410,13 @@ TEST_F(DPortDiagTest, FailedMailboxCommands) {
         for (const auto& row : cases) {
             result.Mbx2 = row.status;
             for (const Format& format : FORMATS) {
-                Expect(RunPort("dportdiag", format.Leaf("run")), 33, RunError(format, row.message),
+                Expect(RunPort("dportdiag", format.Leaf("run")), RC_MAILBOX_ERROR, RunError(format, row.message),
                        {IS_MEZZ, CHECK, flags == SECOND_FORM ? SECOND_TEST : FIRST_TEST});
             }
         }
     }
     result.Mbx1 = 0x4006;
-    EXPECT_EQ(RunPort("dportdiag", "run").code, 0u);
+    EXPECT_EQ(RunPort("dportdiag", "run").code, RC_SUCCESS);
 }
 
 /// The first form shows only the phases, even if the record has powers.
@@ -523,12 +535,12 @@ TEST_F(DPortDiagTest, WithoutMemoryForTheReport) {
             const RefusedBlock refused(2048);
             run = RunPort("dportdiag", format.Leaf("run"));
         }
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, RunError(format, UNKNOWN));
     }
 }
 
-TEST_F(DPortDiagTest, Traces) {
+TEST_F(DPortDiagTest, TracesTheStatusOfAFailingCall) {
     const TraceLog log("4");
     const std::string by = "DEBUG: PhysicalPortDPortDiagCmdsProcessor::";
     Fake().Return("VEXAPI_ConfigureAdapterDPortSettings", 7);

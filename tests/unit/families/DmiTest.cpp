@@ -37,6 +37,7 @@ class DmiTest : public FamilyTest {
 protected:
     DmiTest() {
         port->DriverFeatureFlags = DRIVER_CAN_UPDATE;
+        Fake().Succeed({"SfpModuleFirmwareUpdate"});
         Insert(LoadImage("finisar-ftlx8571-auj0rcj"));
     }
 
@@ -62,7 +63,7 @@ protected:
 TEST_F(DmiTest, GetIsTheReportAsOneText) {
     for (const Format& format : FORMATS) {
         const CommandRun run = RunDmi(format, "get");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, ReportDocument(format, ReportOf(LoadImage("finisar-ftlx8571-auj0rcj"))));
         EXPECT_EQ(PortCalls(), Calls{Call("GetSFPData")});
     }
@@ -85,7 +86,7 @@ TEST_F(DmiTest, GetrawIsBothPagesInHexadecimal) {
     Insert(image);
     for (const Format& format : FORMATS) {
         const CommandRun run = RunDmi(format, "getraw");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, RawDocument(format, a0, a2));
         EXPECT_EQ(PortCalls(), Calls{Call("GetSFPData")});
     }
@@ -96,7 +97,7 @@ TEST_F(DmiTest, EmptyBayIsAFailureWithResultZero) {
     for (const Format& format : FORMATS) {
         for (const char* leaf : {"get", "getraw"}) {
             const CommandRun run = RunDmi(format, leaf);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(format, "Failed, Data not available"));
         }
     }
@@ -134,17 +135,19 @@ TEST_F(DmiTest, FailuresOfReading) {
         const char* what;
         std::function<void(DmiTest&)> prepare;
         std::string words;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
         bool showsUsage;
         bool asks; ///< whether the library is asked for the module
     };
     const Failure FAILURES[] = {
-        {"no identifier", [](DmiTest&) {}, "", 6, "Failed, Invalid parameter", true, false},
-        {"no such port", [](DmiTest&) {}, " FC_21:00:0a:0b:0c:0d:00:77", 6, "Failed, Invalid parameter", true, false},
-        {"help", [](DmiTest&) {}, " help", 5, "Failed, Unknown", true, false},
-        {"no host", [](DmiTest&) { LoseHost(); }, " " + Id(*port), 14, "Failed, Host not found", false, false},
-        {"status", [](DmiTest&) { Fake().Return("VEXAPI_GetSFPData", 113); }, " " + Id(*port), 13,
+        {"no identifier", [](DmiTest&) {}, "", RC_INVALID_PARAMETER, "Failed, Invalid parameter", true, false},
+        {"no such port", [](DmiTest&) {}, " FC_21:00:0a:0b:0c:0d:00:77", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter", true, false},
+        {"help", [](DmiTest&) {}, " help", RC_HELP_REQUESTED, "Failed, Unknown", true, false},
+        {"no host", [](DmiTest&) { LoseHost(); }, " " + Id(*port), RC_HOST_NOT_FOUND, "Failed, Host not found", false,
+         false},
+        {"status", [](DmiTest&) { Fake().Return("VEXAPI_GetSFPData", 113); }, " " + Id(*port), RC_CFG_READ_FAILED,
          "Failed, SFP DMI data read failed", false, true},
     };
     for (const Failure& failure : FAILURES) {
@@ -168,7 +171,7 @@ TEST_F(DmiTest, ReadingWithoutTheLibrarysLog) {
         NoFiles files;
         LoseFiles(files);
         const CommandRun run = RunDmi(format, "get");
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, Document(format, "Failed, File not found"));
         EXPECT_EQ(PortCalls(), Calls{});
     }
@@ -180,7 +183,7 @@ TEST_F(DmiTest, EveryPortIsRead) {
         SetChip(*port, chip.chip);
         port->PortInterfaceType = 3;
         port->PortState = 3;
-        EXPECT_EQ(RunDmi(TEXT, "get").code, 0u) << chip.name;
+        EXPECT_EQ(RunDmi(TEXT, "get").code, RC_SUCCESS) << chip.name;
         EXPECT_EQ(PortCalls(), Calls{Call("GetSFPData")}) << chip.name;
     }
 }
@@ -192,35 +195,35 @@ TEST_F(DmiTest, UpdatePassesThePathAndTheNumberTwo) {
             return 0u;
         };
         const CommandRun run = RunDmi(format, "update", file + " WTD");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, UpdateDocument(format, "Success"));
         EXPECT_EQ(PortCalls(), Calls{Call("SfpModuleFirmwareUpdate", "\"" + file + "\", 2")});
     }
 }
 
-TEST_F(DmiTest, UpdateStatuses) {
+TEST_F(DmiTest, UpdateGivesEveryStatusItsCodeAndText) {
     struct Status {
         VX_UINT32 status;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     };
     const Status STATUSES[] = {
-        {0, 0, "Success"},
-        {1, 50, "Failed, Unknown"},
-        {100, 50, "Failed, Unknown"},
-        {101, 22, "Failed, File open error"},
-        {102, 50, "Failed, Unknown"},
-        {107, 30, "Failed, Checksum error"},
-        {113, 35, "Failed, Feature not supported for adapter"},
-        {114, 21, "Failed, Adapter not found"},
-        {115, 50, "Failed, Unknown"},
-        {118, 45, "Failed, Feature not supported by driver"},
-        {143, 50, "Failed, Unknown"},
-        {144, 59, "Failed, SFP FW update failed"},
-        {145, 58, "Failed, SFP Vendor mismatched"},
-        {146, 57, "Failed, SFP FW update not supported for this SFP vendor"},
-        {147, 50, "Failed, Unknown"},
-        {0xFFFFFFFF, 50, "Failed, Unknown"},
+        {0, RC_SUCCESS, "Success"},
+        {1, RC_LIBRARY_FAILED, "Failed, Unknown"},
+        {100, RC_LIBRARY_FAILED, "Failed, Unknown"},
+        {101, RC_FILE_OPEN_ERROR, "Failed, File open error"},
+        {102, RC_LIBRARY_FAILED, "Failed, Unknown"},
+        {107, RC_CHECKSUM_ERROR, "Failed, Checksum error"},
+        {113, RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for adapter"},
+        {114, RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+        {115, RC_LIBRARY_FAILED, "Failed, Unknown"},
+        {118, RC_UNSUPPORTED_FW, "Failed, Feature not supported by driver"},
+        {143, RC_LIBRARY_FAILED, "Failed, Unknown"},
+        {144, RC_SFP_FW_UPDATE_FAILED, "Failed, SFP FW update failed"},
+        {145, RC_SFP_VENDOR_MISMATCHED, "Failed, SFP Vendor mismatched"},
+        {146, RC_SFP_VENDOR_UNSUPPORTED, "Failed, SFP FW update not supported for this SFP vendor"},
+        {147, RC_LIBRARY_FAILED, "Failed, Unknown"},
+        {0xFFFFFFFF, RC_LIBRARY_FAILED, "Failed, Unknown"},
     };
     for (const Status& row : STATUSES) {
         for (const Format& format : FORMATS) {
@@ -234,36 +237,36 @@ TEST_F(DmiTest, UpdateStatuses) {
 }
 
 /// The checks in order: each case fails one check and all later ones.
-TEST_F(DmiTest, UpdateAdmission) {
+TEST_F(DmiTest, UpdateRefusesInOrder) {
     struct Case {
         const char* what;
         std::string words;
         Chip chip;
         VX_UINT8 driver;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
         bool showsUsage;
     };
     const std::string id = Id(*port);
     const std::string missing = folder.Path("missing");
     const Case CASES[] = {
-        {"no word", "", ALDER, 0, 6, "Failed, Invalid parameter", true},
-        {"help", " help", ALDER, 0, 5, "Failed, Unknown", true},
-        {"no such port", " FC_21:00:0a:0b:0c:0d:00:77 " + missing + " other", ALDER, 0, 6, "Failed, Invalid parameter",
-         true},
-        {"one word", " " + id, ALDER, 0, 6, "Failed, Invalid parameter", true},
-        {"two words", " " + id + " " + missing, ALDER, 0, 6, "Failed, Invalid parameter", true},
-        {"no file", " " + id + " " + missing + " other", ALDER, 0, 19, "Failed, File not found", false},
-        {"empty path", " " + id + "  other", ALDER, 0, 19, "Failed, File not found", false},
-        {"another vendor", " " + id + " " + file + " other", ALDER, 0, 57,
+        {"no word", "", ALDER, 0, RC_INVALID_PARAMETER, "Failed, Invalid parameter", true},
+        {"help", " help", ALDER, 0, RC_HELP_REQUESTED, "Failed, Unknown", true},
+        {"no such port", " FC_21:00:0a:0b:0c:0d:00:77 " + missing + " other", ALDER, 0, RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter", true},
+        {"one word", " " + id, ALDER, 0, RC_INVALID_PARAMETER, "Failed, Invalid parameter", true},
+        {"two words", " " + id + " " + missing, ALDER, 0, RC_INVALID_PARAMETER, "Failed, Invalid parameter", true},
+        {"no file", " " + id + " " + missing + " other", ALDER, 0, RC_FILE_ERROR, "Failed, File not found", false},
+        {"empty path", " " + id + "  other", ALDER, 0, RC_FILE_ERROR, "Failed, File not found", false},
+        {"another vendor", " " + id + " " + file + " other", ALDER, 0, RC_SFP_VENDOR_UNSUPPORTED,
          "Failed, SFP FW update not supported for this SFP vendor", false},
-        {"a longer vendor", " " + id + " " + file + " WTDX", ALDER, 0, 57,
+        {"a longer vendor", " " + id + " " + file + " WTDX", ALDER, 0, RC_SFP_VENDOR_UNSUPPORTED,
          "Failed, SFP FW update not supported for this SFP vendor", false},
-        {"another chip", " " + id + " " + file + " WTD", ALDER, 0, 35, "Failed, Feature not supported for adapter",
-         false},
-        {"another driver", " " + id + " " + file + " WTD", BIRCH, 0, 45, "Failed, Feature not supported by driver",
-         false},
-        {"other flags of the driver", " " + id + " " + file + " WTD", BIRCH, 0xFD, 45,
+        {"another chip", " " + id + " " + file + " WTD", ALDER, 0, RC_FEATURE_NOT_SUPPORTED,
+         "Failed, Feature not supported for adapter", false},
+        {"another driver", " " + id + " " + file + " WTD", BIRCH, 0, RC_UNSUPPORTED_FW,
+         "Failed, Feature not supported by driver", false},
+        {"other flags of the driver", " " + id + " " + file + " WTD", BIRCH, 0xFD, RC_UNSUPPORTED_FW,
          "Failed, Feature not supported by driver", false},
     };
     for (const Case& row : CASES) {
@@ -300,34 +303,40 @@ TEST_F(DmiTest, UpdateTracesAFailingStatus) {
 TEST_F(DmiTest, UpdateOnBirchOnly) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
-        EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, chip.chip == BIRCH ? 0u : 35u) << chip.name;
+        EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code,
+                  chip.chip == BIRCH ? RC_SUCCESS : RC_FEATURE_NOT_SUPPORTED)
+            << chip.name;
     }
 }
 
 TEST_F(DmiTest, UpdateTakesTheVendorInAnyCase) {
     for (const char* vendor : {"WTD", "wtd", "Wtd", "wTd"}) {
-        EXPECT_EQ(RunDmi(TEXT, "update", file + " " + vendor).code, 0u) << vendor;
+        EXPECT_EQ(RunDmi(TEXT, "update", file + " " + vendor).code, RC_SUCCESS) << vendor;
     }
     // A trailing blank is part of the word.
     const CommandRun run = RunCommand({"-t", "port", "-s", "dmi", "update", Id(*port).c_str(), file.c_str(), "WTD "});
-    EXPECT_EQ(run.code, 57u);
+    EXPECT_EQ(run.code, RC_SFP_VENDOR_UNSUPPORTED);
 }
 
-TEST_F(DmiTest, UpdateElsewhere) {
+TEST_F(DmiTest, UpdateFailsWithoutAHost) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunDmi(format, "update", file + " WTD");
-        EXPECT_EQ(run.code, 14u);
+        EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(run.output, UpdateDocument(format, "Failed, Host not found"));
     }
-    Fake().host.hasList = true;
-    // A virtual port is accepted.
+}
+
+TEST_F(DmiTest, UpdateTakesAVirtualPort) {
     port->PortInterfaceType = 3;
-    EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, 0u);
+    EXPECT_EQ(RunDmi(TEXT, "update", file + " WTD").code, RC_SUCCESS);
+}
+
+TEST_F(DmiTest, UpdateCallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = RunDmi(TEXT, "update", file + " WTD");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, UpdateDocument(TEXT, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }

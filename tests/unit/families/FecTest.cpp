@@ -109,7 +109,7 @@ protected:
         }
         return format.Report("FECInfo", fields, "FEC", "");
     }
-    void ExpectSet(const std::string& options, VX_UINT32 code, const std::string& document) const {
+    void ExpectSet(const std::string& options, ResultCode code, const std::string& document) const {
         const CommandRun run = RunPort("fec", "set", options);
         EXPECT_EQ(run.code, code) << options;
         EXPECT_EQ(run.output, document) << options;
@@ -187,7 +187,7 @@ TEST_F(FecTest, GetShowsTheEffectiveStatus) {
                     libraryStatus = status;
                     const bool isOn = flag == 1 || row.decided.value_or(status) != 0;
                     const CommandRun run = RunPort("fec", format.Leaf("get"));
-                    EXPECT_EQ(run.code, 0u);
+                    EXPECT_EQ(run.code, RC_SUCCESS);
                     EXPECT_EQ(run.output, Shown(format, isOn ? "true" : "false")) << row.speed << " flag " << +flag;
                 }
             }
@@ -209,13 +209,13 @@ TEST_F(FecTest, ShowsTheLow32BitsOfTheCounters) {
 TEST_F(FecTest, SetWithoutOptionsShowsTheStatus) {
     for (const Format& format : FORMATS) {
         const CommandRun run = RunPort("fec", format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Shown(format, "true", false));
     }
     EXPECT_EQ(PortCalls(), (Calls{GET_FEC, GET_STATS, IS_MEZZ})); // the order differs from `get`
     // An option without a value is ignored.
-    ExpectSet("--fec-status", 0, Shown(XML, "true", false));
-    ExpectSet("-r", 0, Shown(XML, "true", false));
+    ExpectSet("--fec-status", RC_SUCCESS, Shown(XML, "true", false));
+    ExpectSet("-r", RC_SUCCESS, Shown(XML, "true", false));
     EXPECT_EQ(PortCalls(), (Calls{GET_FEC, GET_STATS, IS_MEZZ}));
 }
 
@@ -236,7 +236,7 @@ TEST_F(FecTest, SetWritesAndResets) {
         {"-f true -f false", "true", {SET_ON}}, // the first counts
     };
     for (const auto& row : cases) {
-        ExpectSet(row.options, 0, Shown(XML, row.status, true));
+        ExpectSet(row.options, RC_SUCCESS, Shown(XML, row.status, true));
         Calls calls = {GET_FEC, GET_STATS, IS_MEZZ};
         calls.insert(calls.end(), row.written.begin(), row.written.end());
         EXPECT_EQ(PortCalls(), calls) << row.options;
@@ -247,19 +247,19 @@ TEST_F(FecTest, SetRefusesInOrder) {
     const struct {
         VX_UINT32 speed;
         const char* options;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
         Calls written;
     } cases[] = {
-        {22, "-f on", 6, INVALID, {}},
-        {22, "-f truee", 6, INVALID, {}},
-        {22, "-f -r reset", 6, INVALID, {}}, // the next word is the value, whatever it is
-        {8, "-f true", 47, READ_ONLY, {}},
-        {8, "-f on", 47, READ_ONLY, {}}, // before the value
-        {50, "-f false -r reset", 47, READ_ONLY, {}},
-        {22, "-r other", 6, INVALID, {}},
-        {8, "-r res", 6, INVALID, {}},
-        {22, "-f true -r other", 6, INVALID, {SET_ON}}, // the status is still written
+        {22, "-f on", RC_INVALID_PARAMETER, INVALID, {}},
+        {22, "-f truee", RC_INVALID_PARAMETER, INVALID, {}},
+        {22, "-f -r reset", RC_INVALID_PARAMETER, INVALID, {}}, // the next word is the value, whatever it is
+        {8, "-f true", RC_READ_ONLY_MODE, READ_ONLY, {}},
+        {8, "-f on", RC_READ_ONLY_MODE, READ_ONLY, {}}, // ahead of the value
+        {50, "-f false -r reset", RC_READ_ONLY_MODE, READ_ONLY, {}},
+        {22, "-r other", RC_INVALID_PARAMETER, INVALID, {}},
+        {8, "-r res", RC_INVALID_PARAMETER, INVALID, {}},
+        {22, "-f true -r other", RC_INVALID_PARAMETER, INVALID, {SET_ON}}, // the status is written all the same
     };
     for (const auto& row : cases) {
         port->PortSpeed = row.speed;
@@ -270,13 +270,13 @@ TEST_F(FecTest, SetRefusesInOrder) {
     }
     // A reset needs no permission.
     port->PortSpeed = 8;
-    ExpectSet("-r reset", 0, Shown(XML, "false", true));
+    ExpectSet("-r reset", RC_SUCCESS, Shown(XML, "false", true));
     mezzanineFlag = 1;
-    ExpectSet("-f true", 47, Error(XML, true, READ_ONLY));
+    ExpectSet("-f true", RC_READ_ONLY_MODE, Error(XML, true, READ_ONLY));
     // Not online: any speed can be changed.
     mezzanineFlag = 2;
     port->PortState = 3;
-    ExpectSet("-f false", 0, Shown(XML, "false", true));
+    ExpectSet("-f false", RC_SUCCESS, Shown(XML, "false", true));
 }
 
 /// A rejected call of a `cli` leaf prints its usage after the document.
@@ -291,29 +291,29 @@ TEST_F(FecTest, CliLeavesPrintTheirUsage) {
 TEST_F(FecTest, AdmissionComesFirst) {
     for (const bool isSet : {false, true}) {
         const std::string leaf = isSet ? "set" : "get";
-        const auto expect = [&](const CommandRun& run, VX_UINT32 code, const char* message) {
+        const auto expect = [&](const CommandRun& run, ResultCode code, const char* message) {
             EXPECT_EQ(run.code, code) << message;
             EXPECT_EQ(run.output, Error(XML, isSet, message));
             EXPECT_EQ(PortCalls(), Calls{});
         };
-        expect(Run("-t port -s fec " + leaf), 6, INVALID);
-        expect(Run("-t port -s fec " + leaf + " FC_21:00:0a:0b:0c:0d:00:99"), 6, INVALID);
-        expect(Run("-t port -s fec " + leaf + " help"), 5, "Failed, Unknown");
+        expect(Run("-t port -s fec " + leaf), RC_INVALID_PARAMETER, INVALID);
+        expect(Run("-t port -s fec " + leaf + " FC_21:00:0a:0b:0c:0d:00:99"), RC_INVALID_PARAMETER, INVALID);
+        expect(Run("-t port -s fec " + leaf + " help"), RC_HELP_REQUESTED, "Failed, Unknown");
         for (const ChipRow& chip : CHIPS) {
             SetChip(*port, chip.chip);
             port->PortInterfaceType = 1;
             if (chip.chip == ROWAN_FC || chip.chip == LARCH || chip.chip == ALDER || chip.chip == BIRCH) {
-                EXPECT_EQ(RunPort("fec", leaf).code, 0u) << chip.name;
+                EXPECT_EQ(RunPort("fec", leaf).code, RC_SUCCESS) << chip.name;
             } else {
-                expect(RunPort("fec", leaf), 35, NOT_SUPPORTED);
+                expect(RunPort("fec", leaf), RC_FEATURE_NOT_SUPPORTED, NOT_SUPPORTED);
             }
             port->PortInterfaceType = 3; // before the chip
-            expect(RunPort("fec", leaf), 51, NO_VIRTUAL);
+            expect(RunPort("fec", leaf), RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL);
         }
         port->PortInterfaceType = 1;
         SetChip(*port, BIRCH);
         LoseHost();
-        expect(RunPort("fec", leaf), 14, "Failed, Host not found");
+        expect(RunPort("fec", leaf), RC_HOST_NOT_FOUND, "Failed, Host not found");
         Fake().host.hasList = true;
     }
 }
@@ -322,23 +322,33 @@ TEST_F(FecTest, LibraryFailuresEndTheCommand) {
     const struct {
         const char* function;
         const char* options;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
         Calls get; ///< calls up to then; empty: not in `get`
         Calls set;
     } cases[] = {
-        {"VEXAPI_FCGetFECSupportInfo", "-f true", 13, READ_FAILED, {GET_FEC}, {GET_FEC}},
-        {"VEXAPI_GetFWPrivateStats", "-f true", 13, READ_FAILED, {GET_FEC, IS_MEZZ, GET_STATS}, {GET_FEC, GET_STATS}},
-        {"VEXAPI_IsMezzAdapter", "-f true", 13, READ_FAILED, {GET_FEC, IS_MEZZ}, {GET_FEC, GET_STATS, IS_MEZZ}},
+        {"VEXAPI_FCGetFECSupportInfo", "-f true", RC_CFG_READ_FAILED, READ_FAILED, {GET_FEC}, {GET_FEC}},
+        {"VEXAPI_GetFWPrivateStats",
+         "-f true",
+         RC_CFG_READ_FAILED,
+         READ_FAILED,
+         {GET_FEC, IS_MEZZ, GET_STATS},
+         {GET_FEC, GET_STATS}},
+        {"VEXAPI_IsMezzAdapter",
+         "-f true",
+         RC_CFG_READ_FAILED,
+         READ_FAILED,
+         {GET_FEC, IS_MEZZ},
+         {GET_FEC, GET_STATS, IS_MEZZ}},
         {"VEXAPI_FCSetFECSupportInfo",
          "-f true -r reset",
-         20,
+         RC_CFG_UPDATE_FAILED,
          UPDATE_FAILED,
          {},
          {GET_FEC, GET_STATS, IS_MEZZ, SET_ON}},
         {"VEXAPI_ResetFECCounters",
          "-f true -r reset",
-         20,
+         RC_CFG_UPDATE_FAILED,
          UPDATE_FAILED,
          {},
          {GET_FEC, GET_STATS, IS_MEZZ, SET_ON, RESET}},
@@ -372,7 +382,7 @@ TEST_F(FecTest, CountersThatAreNoneAreAFailure) {
         count_ = row.count;
         for (const bool isSet : {false, true}) {
             const CommandRun run = RunPort("fec", isSet ? "set" : "get", isSet ? "-f true" : "");
-            EXPECT_EQ(run.code, 13u);
+            EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
             EXPECT_EQ(run.output, Error(XML, isSet, READ_FAILED));
         }
     }
@@ -420,7 +430,7 @@ TEST_F(FecTest, WithoutTheRedirectionNothingIsCalled) {
             return after("stats"), 0u;
         };
         const CommandRun run = RunPort("fec", row.isSet ? "set" : "get", row.isSet ? "-f true -r reset" : "");
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, Error(XML, row.isSet, NO_FILE));
         EXPECT_EQ(PortCalls(), row.calls);
     }

@@ -52,7 +52,7 @@ constexpr char WHOLE[] = "MBI Version: 02.21.100\n"
 
 TEST_F(FlashInfoTest, IsByteExact) {
     const CommandRun xml = RunAdapter("flashinfo", "get");
-    EXPECT_EQ(xml.code, 0u);
+    EXPECT_EQ(xml.code, RC_SUCCESS);
     EXPECT_EQ(xml.output, "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
                           "<structure typeName=\"AdapterFlashInformation\">\n"
                           "<field name=\"Message\">\n<string>Success</string></field>\n"
@@ -87,12 +87,12 @@ TEST_F(FlashInfoTest, SignatureNeedsOneCharacter) {
             block.Signature[i] = (places >> i & 1) != 0 ? "FMBS"[i] : "MFSB"[i];
         }
         const CommandRun run = RunAdapter("flashinfo", "get");
-        EXPECT_EQ(run.code, places == 0 ? 31u : 0u) << places;
+        EXPECT_EQ(run.code, places == 0 ? RC_SIGNATURE_ERROR : RC_SUCCESS) << places;
         EXPECT_EQ(run.output, places == 0 ? Error(XML, "Failed, Flash Signature Error")
                                           : XML.Block("AdapterFlashInformation", "Flash Info", "FlashInfoList", WHOLE));
     }
     std::memcpy(block.Signature, "fmbs", 4); // case-sensitive
-    EXPECT_EQ(RunAdapter("flashinfo", "get").code, 31u);
+    EXPECT_EQ(RunAdapter("flashinfo", "get").code, RC_SIGNATURE_ERROR);
     block = {};
     EXPECT_EQ(RunAdapter("flashinfo", "getcli").output, Error(TEXT, "Failed, Flash Signature Error"));
     // A block of zeros but for one character prints its zeros; the zero bytes of the date end that piece before
@@ -185,7 +185,7 @@ TEST_F(FlashInfoTest, ChipsWithAMemoBlock) {
         SetChip(*port, chip.chip);
         const bool has = chip.chip == ROWAN_FC || chip.chip == LARCH || chip.chip == ALDER || chip.chip == BIRCH;
         const CommandRun run = RunAdapter("flashinfo", "get");
-        EXPECT_EQ(run.code, has ? 0u : 35u) << chip.name;
+        EXPECT_EQ(run.code, has ? RC_SUCCESS : RC_FEATURE_NOT_SUPPORTED) << chip.name;
         if (!has) {
             EXPECT_EQ(run.output, Error(XML, "Failed, feature not supported for this adapter")) << chip.name;
             EXPECT_EQ(PortCalls(), Calls{});
@@ -193,35 +193,45 @@ TEST_F(FlashInfoTest, ChipsWithAMemoBlock) {
     }
 }
 
-TEST_F(FlashInfoTest, Failures) {
+TEST_F(FlashInfoTest, TellsAFailingRead) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_GetAdapterFlashMemoBlock", {status});
         const CommandRun run = RunAdapter("flashinfo", "getcli");
-        EXPECT_EQ(run.code, 13u);
+        EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
         EXPECT_EQ(run.output, Error(TEXT, "Failed, Flash Info read failed"));
     }
+}
+
+TEST_F(FlashInfoTest, RefusesHelpAndAnAdapterThatIsNotThere) {
     EXPECT_EQ(Run("-t adapter -s flashinfo get").output, Error(XML, "Failed, Invalid parameter"));
     const CommandRun invalid = Run("-t adapter -s flashinfo getcli FC_x");
-    EXPECT_EQ(invalid.code, 6u);
+    EXPECT_EQ(invalid.code, RC_INVALID_PARAMETER);
     EXPECT_EQ(invalid.output, Error(TEXT, "Failed, Invalid parameter") + "Usage: get [adapter identifier]\r\n");
     const CommandRun help = Run("-t adapter -s flashinfo get help");
-    EXPECT_EQ(help.code, 5u);
+    EXPECT_EQ(help.code, RC_HELP_REQUESTED);
     EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
+}
+
+TEST_F(FlashInfoTest, FailsWithoutAHost) {
     LoseHost();
     const CommandRun lost = RunAdapter("flashinfo", "get");
-    EXPECT_EQ(lost.code, 14u);
+    EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
     EXPECT_EQ(lost.output, Error(XML, "Failed, Host not found"));
-    Fake().host.hasList = true;
+}
+
+TEST_F(FlashInfoTest, RefusesAnAdapterWithoutAnFcPort) {
     port->ProtocolType = 3;
     const CommandRun none = RunAdapter("flashinfo", "get");
-    EXPECT_EQ(none.code, 21u);
+    EXPECT_EQ(none.code, RC_ADAPTER_NOT_FOUND);
     EXPECT_EQ(none.output, Error(XML, "Failed, Adapter not found"));
     EXPECT_EQ(PortCalls(), Calls{});
-    port->ProtocolType = 0;
+}
+
+TEST_F(FlashInfoTest, CallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun closed = RunAdapter("flashinfo", "get");
-    EXPECT_EQ(closed.code, 19u);
+    EXPECT_EQ(closed.code, RC_FILE_ERROR);
     EXPECT_EQ(closed.output, Error(XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }

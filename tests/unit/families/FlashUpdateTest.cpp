@@ -44,7 +44,7 @@ protected:
         return Run("-t adapter " + format.Leaf("update") + " Adapter_ORV2_S1 " + file + (kind.empty() ? "" : " ") +
                    kind);
     }
-    void Expect(const std::string& kind, VX_UINT32 code, bool reboot, const std::string& message,
+    void Expect(const std::string& kind, ResultCode code, bool reboot, const std::string& message,
                 const Calls& calls) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = Update(format, kind);
@@ -89,9 +89,9 @@ TEST_F(FlashUpdateTest, KindsAndChips) {
             const bool runsAtOnce =
                 std::string(kind.word) == "MBI" && (chip.chip == LARCH || chip.chip == ALDER || chip.chip == BIRCH);
             status = 0;
-            Expect(kind.word, 0, !runsAtOnce, "Success", {WriteCall(kind)});
+            Expect(kind.word, RC_SUCCESS, !runsAtOnce, "Success", {WriteCall(kind)});
             status = 201;
-            Expect(kind.word, 0, true, "Success", {WriteCall(kind)});
+            Expect(kind.word, RC_SUCCESS, true, "Success", {WriteCall(kind)});
         }
     }
 }
@@ -123,7 +123,7 @@ TEST_F(FlashUpdateTest, RefusedChipLeavesTheRedirectionOpen) {
             for (const Format& format : FORMATS) {
                 const std::uintmax_t start = LibraryLogSize();
                 const CommandRun run = Update(format, kind.word);
-                EXPECT_EQ(run.code, 35u);
+                EXPECT_EQ(run.code, RC_FEATURE_NOT_SUPPORTED);
                 EXPECT_EQ(run.output, "");
                 EXPECT_TRUE(run.wasLeftRedirected);
                 EXPECT_EQ(PortCalls(), Calls{});
@@ -137,48 +137,48 @@ TEST_F(FlashUpdateTest, RefusedChipLeavesTheRedirectionOpen) {
     EXPECT_EQ(refused, 7 + 6 + 9); // of eleven chips, 4, 5 and 2 are allowed
 }
 
-TEST_F(FlashUpdateTest, StatusTable) {
+TEST_F(FlashUpdateTest, GivesEveryStatusItsCodeAndText) {
     static constexpr struct {
         VX_UINT32 status;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     } CASES[] = {
-        {3, 19, "Failed, Flash File not found"},
-        {40, 42, "Failed, Memory Error"},
-        {101, 22, "Failed, File Open Error"},
-        {102, 25, "Failed, File read Error"},
-        {103, 23, "Failed, File not Valid"},
-        {104, 26, "Failed, Invalid SSID"},
-        {105, 27, "Failed, Corrupted File"},
-        {106, 29, "Failed, Invalid File Size"},
-        {107, 30, "Failed, Checksum Error"},
-        {108, 17, "Failed, Invalid data"},
-        {110, 18, "Failed, Invalid Serial Number"},
-        {111, 31, "Failed, Invalid Signature"},
-        {113, 35, "Failed, Feature not supported for this adapter"},
-        {114, 21, "Failed, Adapter not found"},
-        {121, 35, "Failed, Feature not supported for this adapter"},
-        {133, 32, "Failed, Flash Update disabled as FW lockdown mode enabled"},
-        {522, 16, "Failed, Flash Image Components Validation Error"},
+        {3, RC_FILE_ERROR, "Failed, Flash File not found"},
+        {40, RC_NO_MEMORY, "Failed, Memory Error"},
+        {101, RC_FILE_OPEN_ERROR, "Failed, File Open Error"},
+        {102, RC_FILE_READ_ERROR, "Failed, File read Error"},
+        {103, RC_FILE_NOT_VALID, "Failed, File not Valid"},
+        {104, RC_SSID_NOT_FOUND, "Failed, Invalid SSID"},
+        {105, RC_FILE_CORRUPTED, "Failed, Corrupted File"},
+        {106, RC_FILE_SIZE_INVALID, "Failed, Invalid File Size"},
+        {107, RC_CHECKSUM_ERROR, "Failed, Checksum Error"},
+        {108, RC_INVALID_DATA, "Failed, Invalid data"},
+        {110, RC_INVALID_FIELD, "Failed, Invalid Serial Number"},
+        {111, RC_SIGNATURE_ERROR, "Failed, Invalid Signature"},
+        {113, RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+        {114, RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+        {121, RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+        {133, RC_FLASH_UPDATE_LOCKDOWN, "Failed, Flash Update disabled as FW lockdown mode enabled"},
+        {522, RC_IMAGE_COMPONENTS_INVALID, "Failed, Flash Image Components Validation Error"},
         // Values adjacent to the rows, and at the ends:
-        {1, 11, "Failed, Flash Update Error"},
-        {2, 11, "Failed, Flash Update Error"},
-        {4, 11, "Failed, Flash Update Error"},
-        {39, 11, "Failed, Flash Update Error"},
-        {41, 11, "Failed, Flash Update Error"},
-        {100, 11, "Failed, Flash Update Error"},
-        {109, 11, "Failed, Flash Update Error"},
-        {112, 11, "Failed, Flash Update Error"},
-        {115, 11, "Failed, Flash Update Error"},
-        {120, 11, "Failed, Flash Update Error"},
-        {122, 11, "Failed, Flash Update Error"},
-        {132, 11, "Failed, Flash Update Error"},
-        {134, 11, "Failed, Flash Update Error"},
-        {200, 11, "Failed, Flash Update Error"},
-        {202, 11, "Failed, Flash Update Error"},
-        {521, 11, "Failed, Flash Update Error"},
-        {523, 11, "Failed, Flash Update Error"},
-        {0xFFFFFFFF, 11, "Failed, Flash Update Error"},
+        {1, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {2, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {4, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {39, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {41, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {100, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {109, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {112, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {115, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {120, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {122, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {132, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {134, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {200, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {202, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {521, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {523, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+        {0xFFFFFFFF, RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
     };
     SetChip(*port, LARCH); // every kind is allowed
     for (const auto& row : CASES) {
@@ -192,11 +192,11 @@ TEST_F(FlashUpdateTest, StatusTable) {
 TEST_F(FlashUpdateTest, KindsInAnyCase) {
     SetChip(*port, ALDER);
     for (const char* word : {"mbi", "Mbi", "MBI extra"}) {
-        Expect(word, 0, false, "Success", {WriteCall(KINDS[0])});
+        Expect(word, RC_SUCCESS, false, "Success", {WriteCall(KINDS[0])});
     }
-    Expect("brdcfg", 0, true, "Success", {WriteCall(KINDS[1])});
-    Expect("FWPRELOAD", 0, true, "Success", {WriteCall(KINDS[2])});
-    Expect("pepCFG", 0, true, "Success", {WriteCall(KINDS[3])});
+    Expect("brdcfg", RC_SUCCESS, true, "Success", {WriteCall(KINDS[1])});
+    Expect("FWPRELOAD", RC_SUCCESS, true, "Success", {WriteCall(KINDS[2])});
+    Expect("pepCFG", RC_SUCCESS, true, "Success", {WriteCall(KINDS[3])});
 }
 
 /// An invalid kind is not a usage error on any chip.
@@ -204,7 +204,7 @@ TEST_F(FlashUpdateTest, UnknownKindIsAFailedUpdate) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
         for (const char* word : {"MB", "MBIs", "BrdCfg2", "all", "0"}) {
-            Expect(word, 11, false, "Failed, Flash Update Error", {});
+            Expect(word, RC_FLASH_UPDATE_FAILED, false, "Failed, Flash Update Error", {});
         }
     }
 }
@@ -213,19 +213,19 @@ TEST_F(FlashUpdateTest, WithoutAnFcProtocolTheUpdateFails) {
     for (const VX_UINT32 type : {2u, 3u}) {
         port->ProtocolType = type;
         for (const Kind& kind : KINDS) {
-            Expect(kind.word, 11, false, "Failed, Flash Update Error", {});
+            Expect(kind.word, RC_FLASH_UPDATE_FAILED, false, "Failed, Flash Update Error", {});
         }
     }
 }
 
 TEST_F(FlashUpdateTest, RefusesInOrder) {
-    const auto expect = [](const std::string& words, VX_UINT32 code, const std::string& message) {
+    const auto expect = [](const std::string& words, ResultCode code, const std::string& message) {
         const CommandRun xml = Run("-t adapter update" + words);
         EXPECT_EQ(xml.code, code) << words;
         EXPECT_EQ(xml.output, Document(XML, false, message)) << words;
         const CommandRun text = Run("-t adapter updatecli" + words);
         EXPECT_EQ(text.code, code) << words;
-        const bool showsUsage = code >= 4 && code <= 6;
+        const bool showsUsage = code >= RC_PARAM_ERROR && code <= RC_INVALID_PARAMETER;
         EXPECT_EQ(text.output,
                   Document(TEXT, false, message) + (showsUsage ? "Usage: [identifier] [flashfile]\r\n" : ""))
             << words;
@@ -235,35 +235,35 @@ TEST_F(FlashUpdateTest, RefusesInOrder) {
     const std::string missing = folder.Path("none");
     // The words are counted first.
     constexpr char TOO_FEW[] = "Failed, Invalid Number of parameters";
-    expect("", 4, TOO_FEW);
-    expect(" help", 4, TOO_FEW);
-    expect(" Adapter_ORV2_S1", 4, TOO_FEW);
-    expect(id + missing, 4, TOO_FEW);
-    expect(id + file, 4, TOO_FEW);
+    expect("", RC_PARAM_ERROR, TOO_FEW);
+    expect(" help", RC_PARAM_ERROR, TOO_FEW);
+    expect(" Adapter_ORV2_S1", RC_PARAM_ERROR, TOO_FEW);
+    expect(id + missing, RC_PARAM_ERROR, TOO_FEW);
+    expect(id + file, RC_PARAM_ERROR, TOO_FEW);
     LoseHost();
-    expect(id + file, 4, TOO_FEW);
+    expect(id + file, RC_PARAM_ERROR, TOO_FEW);
     // Then the identifier.
-    expect(id + missing + " MBI", 14, "Failed, Host not found");
+    expect(id + missing + " MBI", RC_HOST_NOT_FOUND, "Failed, Host not found");
     Fake().host.hasList = true;
-    expect(" help " + missing + " MBI", 5, "Failed, Unknown");
-    expect(" Adapter_x_y " + missing + " MBI", 6, "Failed, Invalid parameter");
-    expect(" FC_21 " + file + " MBI", 6, "Failed, Invalid parameter");
+    expect(" help " + missing + " MBI", RC_HELP_REQUESTED, "Failed, Unknown");
+    expect(" Adapter_x_y " + missing + " MBI", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
+    expect(" FC_21 " + file + " MBI", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
     // Then the file, before kind and chip: a Birch takes no board configuration.
-    expect(id + missing + " MBI", 19, "Failed, Flash File not found");
-    expect(id + missing + " BrdCfg", 19, "Failed, Flash File not found");
-    expect(id + missing + " bad", 19, "Failed, Flash File not found");
+    expect(id + missing + " MBI", RC_FILE_ERROR, "Failed, Flash File not found");
+    expect(id + missing + " BrdCfg", RC_FILE_ERROR, "Failed, Flash File not found");
+    expect(id + missing + " bad", RC_FILE_ERROR, "Failed, Flash File not found");
 }
 
 TEST_F(FlashUpdateTest, VirtualPortIsAdmitted) {
     port->PortInterfaceType = 3;
-    Expect("MBI", 0, false, "Success", {WriteCall(KINDS[0])});
+    Expect("MBI", RC_SUCCESS, false, "Success", {WriteCall(KINDS[0])});
 }
 
 TEST_F(FlashUpdateTest, WithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = Update(XML, "PEPCfg"); // before the chip
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Document(XML, false, "Failed, Flash File not found"));
     EXPECT_FALSE(run.wasLeftRedirected);
     EXPECT_EQ(PortCalls(), Calls{});

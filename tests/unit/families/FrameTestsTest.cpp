@@ -104,7 +104,7 @@ protected:
     static std::string Error(const Kind& kind, const Format& format, const std::string& message) {
         return format.Report(kind.structure, {{"Message", message}}, kind.field, "");
     }
-    void ExpectRefusal(const Kind& kind, const CommandRun& run, VX_UINT32 code, const std::string& message) const {
+    void ExpectRefusal(const Kind& kind, const CommandRun& run, ResultCode code, const std::string& message) const {
         EXPECT_EQ(run.code, code);
         EXPECT_EQ(run.output, Error(kind, XML, message));
         EXPECT_FALSE(run.wasLeftRedirected);
@@ -142,14 +142,14 @@ TEST_F(FrameTestsTest, BothFormatsShowTheSame) {
         for (const Format& format : FORMATS) {
             const CommandRun run =
                 RunTest(kind, std::string("1 2 8 Ignore ") + kind.typeWord + "Random", format.Leaf("run"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Shown(kind, format, "Success", 2, 2, 0));
             EXPECT_FALSE(run.wasLeftRedirected);
         }
     }
 }
 
-TEST_F(FrameTestsTest, Numbers) {
+TEST_F(FrameTestsTest, TakesCountsIncrementsAndSizesInTheirRanges) {
     const struct {
         const char* words; ///< test count, test increment, data size
         bool isLoopback;   ///< accepted by the loopback test
@@ -211,19 +211,19 @@ TEST_F(FrameTestsTest, Numbers) {
             SCOPED_TRACE(std::string(kind.family) + " " + row.words);
             const CommandRun run = RunWith(kind, std::string(row.words) + " Stop", "Random");
             if (IsLoopback(kind) ? row.isLoopback : row.isBuffer) {
-                EXPECT_EQ(run.code, 0u);
+                EXPECT_EQ(run.code, RC_SUCCESS);
                 ASSERT_EQ(seen.size(), 1u);
                 EXPECT_EQ(seen[0].TestCount, row.count);
                 EXPECT_EQ(seen[0].TestCountCopy, row.count);
                 EXPECT_EQ(seen[0].DataSize, row.size);
             } else {
-                ExpectRefusal(kind, run, 6, INVALID);
+                ExpectRefusal(kind, run, RC_INVALID_PARAMETER, INVALID);
             }
         }
     }
 }
 
-TEST_F(FrameTestsTest, Words) {
+TEST_F(FrameTestsTest, PassesOnWhatTheWordsStandFor) {
     const struct {
         const char* onError;
         const char* pattern;
@@ -264,7 +264,7 @@ TEST_F(FrameTestsTest, Words) {
         for (const auto& row : cases) {
             SCOPED_TRACE(std::string(kind.family) + " " + row.onError + " " + row.pattern);
             const CommandRun run = RunWith(kind, std::string("1 1 8 ") + row.onError, row.pattern);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             ASSERT_EQ(seen.size(), 1u);
             EXPECT_EQ(seen[0].OnError, row.onErrorValue);
             EXPECT_EQ(seen[0].DataPatternType, row.type);
@@ -275,7 +275,8 @@ TEST_F(FrameTestsTest, Words) {
             EXPECT_EQ(seen[0].ConnectionMode, IsLoopback(kind) ? 2 : 0);
         }
         for (const char* value : {"12345678", "1-2-3-4-5-6-7", "1-2-3-4-5-6-7_8", "1_2-3-4-5-6-7-8", "12", "-"}) {
-            ExpectRefusal(kind, RunWith(kind, "1 1 8 Ignore", std::string("Custom -d ") + value), 12, NOT_SEPARATED);
+            ExpectRefusal(kind, RunWith(kind, "1 1 8 Ignore", std::string("Custom -d ") + value), RC_INVALID_FORMAT,
+                          NOT_SEPARATED);
         }
     }
 }
@@ -297,43 +298,43 @@ TEST_F(FrameTestsTest, LoopbackTypes) {
                                                      : true;
             const CommandRun run = RunTest(LOOPBACK, std::string("1 1 8 Ignore ") + row.word + " Random");
             if (isSupported) {
-                EXPECT_EQ(run.code, 0u);
+                EXPECT_EQ(run.code, RC_SUCCESS);
                 ASSERT_EQ(seen.size(), 1u);
                 EXPECT_EQ(seen[0].LoopbackType, row.type);
             } else {
-                ExpectRefusal(LOOPBACK, run, 4, NO_LOOPBACK_TYPE);
+                ExpectRefusal(LOOPBACK, run, RC_PARAM_ERROR, NO_LOOPBACK_TYPE);
             }
         }
-        EXPECT_EQ(RunTest(RWBUFFER, "1 1 8 Ignore Random").code, 0u) << chip.name; // any chip
+        EXPECT_EQ(RunTest(RWBUFFER, "1 1 8 Ignore Random").code, RC_SUCCESS) << chip.name; // any chip
     }
 }
 
 /// The first refusal that applies is shown: virtual port, number of words, then the words in their order.
 TEST_F(FrameTestsTest, RefusalsComeInOrder) {
-    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "0 0 9 x Internal_10bit Custom -d x"), 6, INVALID);
-    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "1 1 9 x Internal_10bit Custom -d x"), 6, INVALID);
-    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "1 1 8 x Internal_10bit Custom -d x"), 4, NO_LOOPBACK_TYPE);
-    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "1 1 8 x External Custom -d x"), 12, NOT_SEPARATED);
+    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "0 0 9 x Internal_10bit Custom -d x"), RC_INVALID_PARAMETER, INVALID);
+    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "1 1 9 x Internal_10bit Custom -d x"), RC_INVALID_PARAMETER, INVALID);
+    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "1 1 8 x Internal_10bit Custom -d x"), RC_PARAM_ERROR, NO_LOOPBACK_TYPE);
+    ExpectRefusal(LOOPBACK, RunTest(LOOPBACK, "1 1 8 x External Custom -d x"), RC_INVALID_FORMAT, NOT_SEPARATED);
     for (const Kind& kind : KINDS) {
         const std::string id = Id(*port);
         const std::string words[] = {"1", "1", "8", "Ignore", "Internal", "Random"};
         std::string line = "-t port -s " + std::string(kind.family) + " run " + id;
         for (std::size_t count = 0; count < (IsLoopback(kind) ? 6u : 5u); ++count) {
-            ExpectRefusal(kind, Run(line), 6, INVALID);
+            ExpectRefusal(kind, Run(line), RC_INVALID_PARAMETER, INVALID);
             line += " " + words[count];
         }
         const std::string start = "-t port -s " + std::string(kind.family) + " run ";
         const std::string rest = std::string(" 1 1 8 Ignore ") + kind.typeWord + "Random";
-        ExpectRefusal(kind, Run(start + "FC_21:00:0a:0b:0c:0d:00:99" + rest), 6, INVALID);
-        ExpectRefusal(kind, Run(start + "help" + rest), 5, "Failed, Unknown");
+        ExpectRefusal(kind, Run(start + "FC_21:00:0a:0b:0c:0d:00:99" + rest), RC_INVALID_PARAMETER, INVALID);
+        ExpectRefusal(kind, Run(start + "help" + rest), RC_HELP_REQUESTED, "Failed, Unknown");
         port->PortInterfaceType = 3;
-        ExpectRefusal(kind, RunTest(kind, "0"), 51, NO_VIRTUAL);
+        ExpectRefusal(kind, RunTest(kind, "0"), RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL);
         port->PortInterfaceType = 1;
         port->PortState = 3; // no link is needed
-        EXPECT_EQ(RunTest(kind, rest.substr(1)).code, 0u);
+        EXPECT_EQ(RunTest(kind, rest.substr(1)).code, RC_SUCCESS);
         port->PortState = 1;
         LoseHost();
-        ExpectRefusal(kind, RunTest(kind, rest.substr(1)), 14, "Failed, Host not found");
+        ExpectRefusal(kind, RunTest(kind, rest.substr(1)), RC_HOST_NOT_FOUND, "Failed, Host not found");
         Fake().host.hasList = true;
     }
 }
@@ -379,7 +380,7 @@ TEST_F(FrameTestsTest, LoopAndStopRules) {
                 statuses.emplace_back(*step == 'T' ? "Success" : "Failed");
             }
             const CommandRun run = RunWith(kind, "5 " + std::to_string(row.increment) + " 8 " + row.onError, "Random");
-            EXPECT_EQ(run.code, 0u); // whatever the iterations say
+            EXPECT_EQ(run.code, RC_SUCCESS); // whatever the iterations say
             EXPECT_EQ(seen.size(), row.calls);
             // The last iteration's result is shown with the counts of all.
             EXPECT_EQ(run.output, Shown(kind, XML, statuses.back(), row.iterations, row.successes, row.failures));
@@ -446,14 +447,14 @@ TEST_F(FrameTestsTest, WithoutTheRedirectionNothingIsCalled) {
             Fake().onDiagnosticsLoopBackTest = loopback;
             Fake().onDiagnosticsReadWriteBufferTest = buffer;
             Fake().onGetAdapterList = nullptr;
-            EXPECT_EQ(run.code, 19u);
+            EXPECT_EQ(run.code, RC_FILE_ERROR);
             EXPECT_EQ(run.output, Error(kind, XML, NO_FILE));
             EXPECT_EQ(seen.size(), callsBefore) << kind.family;
         }
     }
 }
 
-TEST_F(FrameTestsTest, LoopbackTraces) {
+TEST_F(FrameTestsTest, LoopbackTracesItsRefusalsAndEveryFrame) {
     const TraceLog log("5");
     const auto tracesOf = [&](const std::string& words) {
         unlink(TraceLog::Path());
@@ -548,7 +549,7 @@ TEST_F(RWBufferTest, ShowsEveryNodeOfTheLastList) {
 TEST_F(RWBufferTest, NoListIsAFailure) {
     hasList = false;
     const CommandRun run = RunTest(RWBUFFER, "1 3 8 Ignore Random");
-    EXPECT_EQ(run.code, 13u);
+    EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
     EXPECT_EQ(run.output, Error(RWBUFFER, XML, "Failed, DPortDiag read failed"));
     EXPECT_EQ(PortCalls(), (Calls{Call("DiagnosticsReadWriteBufferTest")})); // and nothing to release
 }
@@ -562,7 +563,7 @@ TEST_F(RWBufferTest, ReleaseNeedsTheRedirection) {
         return buffer(handle, parameters);
     };
     const CommandRun run = RunTest(RWBUFFER, "1 1 8 Ignore Random");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Shown(RWBUFFER, XML, "Success", 1, 1, 0) + Error(RWBUFFER, XML, NO_FILE));
     EXPECT_EQ(events, (std::vector<std::string>{"made 1"}));
 }

@@ -28,7 +28,7 @@ protected:
     static std::string Document(const Format& format, const std::string& message) {
         return format.Flat("FwDumpInfo", {{"Message", message}});
     }
-    void Expect(const std::string& rest, VX_UINT32 code, const std::string& message, bool isFetched = true) const {
+    void Expect(const std::string& rest, ResultCode code, const std::string& message, bool isFetched = true) const {
         const CommandRun run = RunPort("fwdump", "get", rest);
         EXPECT_EQ(run.code, code) << rest;
         EXPECT_EQ(run.output, Document(XML, message)) << rest;
@@ -58,7 +58,7 @@ TEST_F(FwDumpTest, IsByteExact) {
 }
 
 TEST_F(FwDumpTest, WritesTheDump) {
-    Expect(path, 0, "Success");
+    Expect(path, RC_SUCCESS, "Success");
     EXPECT_TRUE(startedEmpty);
     EXPECT_EQ(ReadFile(path), dump);
     // An existing file is overwritten, and truncated if longer.
@@ -67,29 +67,29 @@ TEST_F(FwDumpTest, WritesTheDump) {
     EXPECT_EQ(ReadFile(path), dump);
     // The size counts, not the allocation.
     size = 10;
-    Expect(path, 0, "Success");
+    Expect(path, RC_SUCCESS, "Success");
     EXPECT_EQ(ReadFile(path), dump.substr(0, 10));
 }
 
-TEST_F(FwDumpTest, StatusTable) {
+TEST_F(FwDumpTest, GivesEveryStatusItsCodeAndText) {
     static constexpr struct {
         VX_UINT32 status;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     } CASES[] = {
-        {0x20000064, 6, "Failed, Invalid Parameter"}, // with a capital
-        {0x20000072, 42, "Failed, Memory Error"},
-        {0x20000073, 4, "Failed, Parameter Error"},
-        {0x2000007B, 46, "Failed, FW Dump Not Available"},
-        {0x20000063, 13, "Failed, FW Dump read failed"},
-        {0x20000065, 13, "Failed, FW Dump read failed"},
-        {0x20000071, 13, "Failed, FW Dump read failed"},
-        {0x20000074, 13, "Failed, FW Dump read failed"},
-        {0x2000007A, 13, "Failed, FW Dump read failed"},
-        {0x2000007C, 13, "Failed, FW Dump read failed"},
-        {0x64, 13, "Failed, FW Dump read failed"},
-        {1, 13, "Failed, FW Dump read failed"},
-        {0xFFFFFFFF, 13, "Failed, FW Dump read failed"},
+        {0x20000064, RC_INVALID_PARAMETER, "Failed, Invalid Parameter"}, // with a capital
+        {0x20000072, RC_NO_MEMORY, "Failed, Memory Error"},
+        {0x20000073, RC_PARAM_ERROR, "Failed, Parameter Error"},
+        {0x2000007B, RC_NO_DATA_AVAILABLE, "Failed, FW Dump Not Available"},
+        {0x20000063, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0x20000065, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0x20000071, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0x20000074, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0x2000007A, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0x2000007C, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0x64, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {1, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
+        {0xFFFFFFFF, RC_CFG_READ_FAILED, "Failed, FW Dump read failed"},
     };
     for (const auto& row : CASES) {
         status = row.status;
@@ -99,16 +99,16 @@ TEST_F(FwDumpTest, StatusTable) {
             EXPECT_EQ(ReadFile(path), std::nullopt) << row.status;
         }
         const CommandRun run = RunPort("fwdump", "getcli", path);
-        const bool showsUsage = row.code == 4 || row.code == 6;
+        const bool showsUsage = row.code == RC_PARAM_ERROR || row.code == RC_INVALID_PARAMETER;
         EXPECT_EQ(run.output, Document(TEXT, row.message) + (showsUsage ? "Usage: get\r\n" : ""));
     }
 }
 
 TEST_F(FwDumpTest, TracesAFailingStatus) {
     const TraceLog log("4");
-    Expect(path, 0, "Success");
+    Expect(path, RC_SUCCESS, "Success");
     status = 0x64;
-    Expect(path, 13, "Failed, FW Dump read failed");
+    Expect(path, RC_CFG_READ_FAILED, "Failed, FW Dump read failed");
     EXPECT_EQ(
         TraceLog::Steps(),
         std::vector<std::string>{"DEBUG: PhysicalPortFwDumpCmdsProcessor::CmdGetCommon: Get FW Dump failed err=100"});
@@ -117,54 +117,54 @@ TEST_F(FwDumpTest, TracesAFailingStatus) {
 TEST_F(FwDumpTest, EmptyDumpIsAnEmptyFile) {
     size = 0;
     folder.Write("dump", "old");
-    Expect(path, 0, "Success");
+    Expect(path, RC_SUCCESS, "Success");
     EXPECT_EQ(ReadFile(path), "");
     hasDump = false; // no dump is the same as size 0
     folder.Write("dump", "old");
-    Expect(path, 0, "Success");
+    Expect(path, RC_SUCCESS, "Success");
     EXPECT_EQ(ReadFile(path), "");
 }
 
 TEST_F(FwDumpTest, NoDumpWithASizeIsNotAvailable) {
     hasDump = false;
-    Expect(path, 46, "Failed, FW Dump Not Available");
+    Expect(path, RC_NO_DATA_AVAILABLE, "Failed, FW Dump Not Available");
     EXPECT_EQ(ReadFile(path), std::nullopt);
 }
 
 /// The dump is fetched first, and released: see the leak check of a sanitized build.
 TEST_F(FwDumpTest, PathThatCantBeWritten) {
     for (const std::string& bad : {folder.Path("none/dump"), folder.Path(""), folder.Path(std::string(5000, 'x'))}) {
-        Expect(bad, 19, "Failed, File not found");
+        Expect(bad, RC_FILE_ERROR, "Failed, File not found");
     }
 }
 
 /// A full device is not a failure: the result of the write isn't checked.
 TEST_F(FwDumpTest, FullDeviceIsNoFailure) {
-    Expect("/dev/full", 0, "Success");
+    Expect("/dev/full", RC_SUCCESS, "Success");
 }
 
 TEST_F(FwDumpTest, WithoutAPathNothingIsFetched) {
-    Expect("", 4, "Failed, Parameter Error", false);
+    Expect("", RC_PARAM_ERROR, "Failed, Parameter Error", false);
     EXPECT_EQ(RunPort("fwdump", "getcli").output, Document(TEXT, "Failed, Parameter Error") + "Usage: get\r\n");
 }
 
 TEST_F(FwDumpTest, WithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
-    Expect(path, 19, "Failed, File not found", false);
+    Expect(path, RC_FILE_ERROR, "Failed, File not found", false);
 }
 
-TEST_F(FwDumpTest, ResolverFailures) {
+TEST_F(FwDumpTest, TellsWhyThereIsNoPort) {
     const CommandRun none = Run("-t port -s fwdump get");
-    EXPECT_EQ(none.code, 6u);
+    EXPECT_EQ(none.code, RC_INVALID_PARAMETER);
     EXPECT_EQ(none.output, Document(XML, "Failed, Invalid Parameter"));
     EXPECT_EQ(Run("-t port -s fwdump getcli FC_x " + path).output,
               Document(TEXT, "Failed, Invalid Parameter") + "Usage: get\r\n");
     const CommandRun help = Run("-t port -s fwdump get help " + path);
-    EXPECT_EQ(help.code, 5u);
+    EXPECT_EQ(help.code, RC_HELP_REQUESTED);
     EXPECT_EQ(help.output, Document(XML, "Failed, Unknown"));
     LoseHost();
-    Expect("", 14, "Failed, Host not found", false); // before the missing path
+    Expect("", RC_HOST_NOT_FOUND, "Failed, Host not found", false); // ahead of the missing path
 }
 
 TEST_F(FwDumpTest, EveryPortIsAdmitted) {
@@ -172,7 +172,7 @@ TEST_F(FwDumpTest, EveryPortIsAdmitted) {
     port->PortState = 3;
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
-        Expect(path, 0, "Success");
+        Expect(path, RC_SUCCESS, "Success");
     }
 }
 

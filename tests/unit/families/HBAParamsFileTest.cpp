@@ -46,7 +46,7 @@ protected:
     void ExpectWritten(const std::string& content, const _VEXAPI_HBAParameters& expected) {
         written.reset();
         Stage(content);
-        EXPECT_EQ(Run("set").code, 0u) << content;
+        EXPECT_EQ(Run("set").code, RC_SUCCESS) << content;
         EXPECT_TRUE(WasWritten(expected)) << content;
     }
 };
@@ -140,10 +140,10 @@ TEST_F(HBAParamsFileTest, PortsHaveFilesOfTheirOwn) {
     const std::string otherPath = "/tmp/HBAParams_" + Id(other);
     unlink(otherPath.c_str());
     Stage(SNAPSHOT);
-    EXPECT_EQ(FamilyTest::Run("-t port -s hbaparams setFile " + Id(other) + " -z 512").code, 0u);
+    EXPECT_EQ(FamilyTest::Run("-t port -s hbaparams setFile " + Id(other) + " -z 512").code, RC_SUCCESS);
     EXPECT_EQ(Staged(), SNAPSHOT);
     EXPECT_EQ(ReadFile(otherPath), WithLine(SNAPSHOT, "Frame_Size", "512"));
-    EXPECT_EQ(Run("set").code, 0u);
+    EXPECT_EQ(Run("set").code, RC_SUCCESS);
     EXPECT_EQ(Staged(), "no file");
     EXPECT_TRUE(std::filesystem::exists(otherPath));
     unlink(otherPath.c_str());
@@ -157,7 +157,7 @@ TEST_F(HBAParamsFileTest, AFullDiskLosesNothing) {
             const FullDisk disk;
             run = Run(format.Leaf("setFile"), "-z 512");
         }
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, Error(format, "Failed, Unknown"));
         EXPECT_EQ(Staged(), "no file");
         Stage(SNAPSHOT);
@@ -165,7 +165,7 @@ TEST_F(HBAParamsFileTest, AFullDiskLosesNothing) {
             const FullDisk disk;
             run = Run(format.Leaf("setFile"), "-z 512");
         }
-        EXPECT_EQ(run.code, 19u);
+        EXPECT_EQ(run.code, RC_FILE_ERROR);
         EXPECT_EQ(run.output, Error(format, "Failed, Unknown"));
         EXPECT_EQ(Staged(), SNAPSHOT);
         EXPECT_EQ(ReadFile(FilePath() + "_tmp"), std::nullopt);

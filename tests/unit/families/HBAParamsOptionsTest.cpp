@@ -6,13 +6,6 @@ using namespace family_test;
 
 namespace {
 
-constexpr VX_UINT32 DONE = 0;
-constexpr VX_UINT32 INVALID_PARAMETER = 6;
-constexpr VX_UINT32 INVALID_DATA = 17;
-constexpr VX_UINT32 INVALID_FIELD = 18;
-constexpr VX_UINT32 NOT_SUPPORTED = 35;
-constexpr VX_UINT32 READ_ONLY = 47;
-
 const Adapters NONE = {};
 
 /// A number option: 0 to `maximum`.
@@ -76,7 +69,7 @@ protected:
         }
     }
     /// Runs `setFile` on a snapshot and gives its code.
-    VX_UINT32 CodeOf(const std::string& options, const std::string& content = SNAPSHOT) const {
+    ResultCode CodeOf(const std::string& options, const std::string& content = SNAPSHOT) const {
         Stage(content);
         return Run("setFile", options).code;
     }
@@ -95,7 +88,7 @@ TEST_F(HBAParamsOptionsTest, NumbersTakeTheirRange) {
         ExpectStagedInAllForms(option.longName, option.shortName, maximum, option.key, maximum);
         for (const std::string& name : NamesOf(option.longName, option.shortName)) {
             Stage(SNAPSHOT);
-            ExpectRefused(name + " " + std::to_string(option.maximum + 1), INVALID_PARAMETER);
+            ExpectRefused(name + " " + std::to_string(option.maximum + 1), RC_INVALID_PARAMETER);
         }
     }
 }
@@ -132,7 +125,7 @@ TEST_F(HBAParamsOptionsTest, NumbersAreReadLoosely) {
             if (std::string(row.text) == "4294967551" && option.maximum >= 255) {
                 ExpectStaged(options, WithLine(SNAPSHOT, option.key, "255"));
             } else if (row.staged == nullptr) {
-                ExpectRefused(options, INVALID_PARAMETER);
+                ExpectRefused(options, RC_INVALID_PARAMETER);
             } else {
                 ExpectStaged(options, WithLine(SNAPSHOT, option.key, row.staged));
             }
@@ -149,7 +142,7 @@ TEST_F(HBAParamsOptionsTest, SwitchesTakeTrueAndFalse) {
         }
         for (const char* const value : {"1", "0", "on", "yes", "tru", "truee", "true=", ""}) {
             Stage(SNAPSHOT);
-            ExpectRefused(option.longName + std::string(" ") + value + " .", INVALID_PARAMETER);
+            ExpectRefused(option.longName + std::string(" ") + value + " .", RC_INVALID_PARAMETER);
         }
     }
 }
@@ -160,20 +153,24 @@ TEST_F(HBAParamsOptionsTest, AdaptersAreLookedAtAheadOfValues) {
         for (const NumberOption& option : NUMBERS) {
             const bool isRefused = IsIn(option.refusing, row.adapter);
             const std::string name = option.longName + std::string(" ");
-            EXPECT_EQ(CodeOf(name + "1"), isRefused ? NOT_SUPPORTED : DONE) << row.name << " " << name;
+            EXPECT_EQ(CodeOf(name + "1"), isRefused ? RC_FEATURE_NOT_SUPPORTED : RC_SUCCESS) << row.name << " " << name;
             EXPECT_EQ(Staged(), isRefused ? SNAPSHOT : WithLine(SNAPSHOT, option.key, "1"));
-            EXPECT_EQ(CodeOf(name + "65536"), isRefused ? NOT_SUPPORTED : INVALID_PARAMETER) << row.name << " " << name;
+            EXPECT_EQ(CodeOf(name + "65536"), isRefused ? RC_FEATURE_NOT_SUPPORTED : RC_INVALID_PARAMETER)
+                << row.name << " " << name;
         }
         for (const SwitchOption& option : SWITCHES) {
             const bool isRefused = IsIn(option.refusing, row.adapter);
             const std::string name = option.longName + std::string(" ");
-            EXPECT_EQ(CodeOf(name + "true"), isRefused ? NOT_SUPPORTED : DONE) << row.name << " " << name;
+            EXPECT_EQ(CodeOf(name + "true"), isRefused ? RC_FEATURE_NOT_SUPPORTED : RC_SUCCESS)
+                << row.name << " " << name;
             EXPECT_EQ(Staged(), isRefused ? SNAPSHOT : WithLine(SNAPSHOT, option.key, option.isInverted ? "0" : "1"));
-            EXPECT_EQ(CodeOf(name + "x"), isRefused ? NOT_SUPPORTED : INVALID_PARAMETER) << row.name << " " << name;
+            EXPECT_EQ(CodeOf(name + "x"), isRefused ? RC_FEATURE_NOT_SUPPORTED : RC_INVALID_PARAMETER)
+                << row.name << " " << name;
         }
         const bool isWillow = row.adapter == A_WILLOW;
-        EXPECT_EQ(CodeOf(std::string("-m ") + TIMER_EXPIRES), isWillow ? NOT_SUPPORTED : DONE) << row.name;
-        EXPECT_EQ(CodeOf("-m x"), isWillow ? NOT_SUPPORTED : INVALID_PARAMETER) << row.name;
+        EXPECT_EQ(CodeOf(std::string("-m ") + TIMER_EXPIRES), isWillow ? RC_FEATURE_NOT_SUPPORTED : RC_SUCCESS)
+            << row.name;
+        EXPECT_EQ(CodeOf("-m x"), isWillow ? RC_FEATURE_NOT_SUPPORTED : RC_INVALID_PARAMETER) << row.name;
     }
 }
 
@@ -187,7 +184,7 @@ TEST_F(HBAParamsOptionsTest, FrameSizes) {
         if (row.adapter == A_ENCRYPTION) {
             ExpectStagedInAllForms("--frame-size", "-z", "2112", "Frame_Size", "2112");
         } else {
-            ExpectRefused("--frame-size 2112", INVALID_PARAMETER);
+            ExpectRefused("--frame-size 2112", RC_INVALID_PARAMETER);
         }
         for (const char* const size : {"0", "511", "513", "1023", "1025", "2047", "2049", "2111", "2113", "4096", "abc",
                                        "-1", "4294969344 x"}) { // the last is 2^32 + 2048
@@ -195,7 +192,7 @@ TEST_F(HBAParamsOptionsTest, FrameSizes) {
             if (*size == '4' && size[1] == '2') {
                 ExpectStaged(std::string("-z ") + size, SNAPSHOT);
             } else {
-                ExpectRefused(std::string("-z ") + size, INVALID_PARAMETER);
+                ExpectRefused(std::string("-z ") + size, RC_INVALID_PARAMETER);
             }
         }
     }
@@ -232,9 +229,9 @@ TEST_F(HBAParamsOptionsTest, DataRates) {
                 SCOPED_TRACE(std::string(row.name) + " " + std::to_string(speeds));
                 Stage(SNAPSHOT);
                 if (isReadOnly) {
-                    ExpectRefused(options, READ_ONLY);
+                    ExpectRefused(options, RC_READ_ONLY_MODE);
                 } else if (isExcluded || !isSupported) {
-                    ExpectRefused(options, INVALID_PARAMETER);
+                    ExpectRefused(options, RC_INVALID_PARAMETER);
                 } else {
                     ExpectStagedInAllForms("--data-rate", "-d", rate.word, "Data_Rate", rate.code);
                     ExpectStagedInAllForms("--data-rate", "-d", InUpperCase(rate.word), "Data_Rate", rate.code);
@@ -244,7 +241,7 @@ TEST_F(HBAParamsOptionsTest, DataRates) {
         port->SupportedSpeeds = 0xFF;
         for (const char* const word : {"10_Gbps", "25_Gbps", "16", "5", "16_Gbps_", "_Gbps", ""}) {
             Stage(SNAPSHOT);
-            ExpectRefused(std::string("-d ") + word + " .", isReadOnly ? READ_ONLY : INVALID_PARAMETER);
+            ExpectRefused(std::string("-d ") + word + " .", isReadOnly ? RC_READ_ONLY_MODE : RC_INVALID_PARAMETER);
         }
     }
 }
@@ -262,9 +259,9 @@ TEST_F(HBAParamsOptionsTest, ConnectionOptions) {
                 const std::string content = WithLine(SNAPSHOT, "Data_Rate", std::to_string(rate));
                 Stage(content);
                 if (isMaple) {
-                    ExpectRefused("-c Loop_Only", INVALID_PARAMETER);
+                    ExpectRefused("-c Loop_Only", RC_INVALID_PARAMETER);
                 } else if (speeds >= 0x80 || row.adapter == A_BIRCH_64G || (isRateLimited && rate > 4)) {
-                    ExpectRefused("-c Loop_Only", INVALID_FIELD);
+                    ExpectRefused("-c Loop_Only", RC_INVALID_FIELD);
                 } else {
                     ExpectStaged("-c Loop_Only", WithLine(content, "Connection_Options", "0"));
                 }
@@ -272,17 +269,17 @@ TEST_F(HBAParamsOptionsTest, ConnectionOptions) {
                 ExpectStaged("-c Point_To_Point_Only", content);
                 Stage(content);
                 if (isMaple) {
-                    ExpectRefused("-c Loop_Preferred_Otherwise_Point_To_Point", INVALID_PARAMETER);
+                    ExpectRefused("-c Loop_Preferred_Otherwise_Point_To_Point", RC_INVALID_PARAMETER);
                 } else {
                     ExpectStaged("-c Loop_Preferred_Otherwise_Point_To_Point",
                                  WithLine(content, "Connection_Options", "2"));
                 }
                 Stage(content);
-                ExpectRefused("-c Loop", INVALID_PARAMETER);
+                ExpectRefused("-c Loop", RC_INVALID_PARAMETER);
             }
         }
         Stage(SNAPSHOT);
-        ExpectRefused("-c 1", INVALID_PARAMETER);
+        ExpectRefused("-c 1", RC_INVALID_PARAMETER);
         Stage(WithLine(SNAPSHOT, "Connection_Options", "2"));
         ExpectStaged("-c POINT_TO_POINT_ONLY", SNAPSHOT);
     }
@@ -310,18 +307,18 @@ TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
             const std::string code = *rate == '1' ? "5" : "6";
             // The same command
             Stage(SNAPSHOT);
-            ExpectRefused(option + " -c Loop_Only", INVALID_FIELD);
-            ExpectRefused("-c Loop_Only " + option, INVALID_FIELD);
+            ExpectRefused(option + " -c Loop_Only", RC_INVALID_FIELD);
+            ExpectRefused("-c Loop_Only " + option, RC_INVALID_FIELD);
             Stage(loop);
             ExpectStaged(option + " -c Point_To_Point_Only", WithLine(SNAPSHOT, "Data_Rate", code));
             // Across commands
             Stage(loop);
-            ExpectRefused(option, INVALID_FIELD);
+            ExpectRefused(option, RC_INVALID_FIELD);
             Stage(WithLine(SNAPSHOT, "Connection_Options", "2"));
             ExpectStaged(option, WithLine(Staged(), "Data_Rate", code));
             // A loop in last position is not an option, so the file counts.
             Stage(loop);
-            ExpectRefused(option + " -c", INVALID_FIELD);
+            ExpectRefused(option + " -c", RC_INVALID_FIELD);
             Stage(SNAPSHOT);
             ExpectStaged(option + " -c", WithLine(SNAPSHOT, "Data_Rate", code));
             // A file without the key doesn't matter.
@@ -330,13 +327,13 @@ TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
         }
         for (const char* const rate : {"Auto", "8_Gbps", "1_Gbps"}) {
             Stage(loop);
-            EXPECT_EQ(Run("setFile", std::string("-d ") + rate).code, DONE);
+            EXPECT_EQ(Run("setFile", std::string("-d ") + rate).code, RC_SUCCESS);
             Stage(SNAPSHOT);
-            EXPECT_EQ(Run("setFile", std::string("-c Loop_Only -d ") + rate).code, DONE);
+            EXPECT_EQ(Run("setFile", std::string("-c Loop_Only -d ") + rate).code, RC_SUCCESS);
         }
         // Lowering the rate and selecting a loop takes two commands.
         Stage(WithLine(SNAPSHOT, "Data_Rate", "5"));
-        ExpectRefused("-d 8_Gbps -c Loop_Only", INVALID_FIELD);
+        ExpectRefused("-d 8_Gbps -c Loop_Only", RC_INVALID_FIELD);
         ExpectStaged("-d 8_Gbps", WithLine(SNAPSHOT, "Data_Rate", "4"));
         ExpectStaged("-c Loop_Only", WithLine(loop, "Data_Rate", "4"));
         Stage("Hard_Loop_ID=33\n");
@@ -344,7 +341,7 @@ TEST_F(HBAParamsOptionsTest, LoopAndDataRate) {
         // 64 Gbps, where the port has it and the file has a loop.
         port->SupportedSpeeds = 0xFF;
         Stage(loop);
-        ExpectRefused("-d 64_Gbps", INVALID_FIELD);
+        ExpectRefused("-d 64_Gbps", RC_INVALID_FIELD);
     }
     // These have no such rule; 16 Gbps is only rejected because it is not supported.
     for (const Adapter other : {A_4G, A_8G, A_NO_FAMILY, A_OTHER_VENDOR}) {
@@ -371,7 +368,7 @@ TEST_F(HBAParamsOptionsTest, OperationModes) {
     }
     for (const char* const value : {"0", "5", "6", "Interrupt", ""}) {
         Stage(SNAPSHOT);
-        ExpectRefused(std::string("-m ") + value + " .", INVALID_PARAMETER);
+        ExpectRefused(std::string("-m ") + value + " .", RC_INVALID_PARAMETER);
     }
 }
 
@@ -380,15 +377,15 @@ TEST_F(HBAParamsOptionsTest, TimerAndMode) {
     const std::string every = std::string(" -m ") + EVERY_COMPLETION;
     // Inside one command
     Stage(SNAPSHOT);
-    ExpectRefused("-e 5" + every, INVALID_DATA);
-    ExpectRefused("-e 255" + every, INVALID_DATA);
+    ExpectRefused("-e 5" + every, RC_INVALID_DATA);
+    ExpectRefused("-e 255" + every, RC_INVALID_DATA);
     ExpectStaged("-e 0" + every, mode0);
     Stage(mode0);
     ExpectStaged(std::string("-e 5 -m ") + TIMER_EXPIRES,
                  WithLine(WithLine(SNAPSHOT, "Operation_Mode", "5"), "Interrupt_Delay_Timer", "5"));
     // Across commands
     Stage(mode0);
-    ExpectRefused("-e 5", INVALID_DATA);
+    ExpectRefused("-e 5", RC_INVALID_DATA);
     ExpectStaged("-e 0", mode0);
     ExpectStaged("-e abc", mode0);
     // In mode 0 the value 0 is accepted but not staged: the file is unchanged.
@@ -397,8 +394,8 @@ TEST_F(HBAParamsOptionsTest, TimerAndMode) {
     ExpectStaged("-e 0", odd);
     // The range is checked before the mode.
     Stage(mode0);
-    ExpectRefused("-e 256", INVALID_PARAMETER);
-    ExpectRefused("-e 256" + every, INVALID_PARAMETER);
+    ExpectRefused("-e 256", RC_INVALID_PARAMETER);
+    ExpectRefused("-e 256" + every, RC_INVALID_PARAMETER);
     // A file without the key has no mode.
     Stage("Hard_Loop_ID=33\n");
     ExpectStaged("-e 5", "Hard_Loop_ID=33\nInterrupt_Delay_Timer=5\n");
@@ -412,13 +409,13 @@ TEST_F(HBAParamsOptionsTest, TimerAndMode) {
 /// One command is all or nothing: valid options before a rejected one leave the file untouched.
 TEST_F(HBAParamsOptionsTest, ARefusalLeavesTheFile) {
     Stage(SNAPSHOT);
-    ExpectRefused("-z 512 -u 256", INVALID_PARAMETER);
-    ExpectRefused("-c Loop_Only -d 16_Gbps -z 512", INVALID_FIELD);
-    ExpectRefused("-z 512 -l 1 -r 2 -u 3 -w 4 -o 5 -y 6 -b true -x 1", NOT_SUPPORTED);
-    ExpectRefused(std::string("-z 512 -e 5 -m ") + EVERY_COMPLETION, INVALID_DATA);
-    ExpectRefused("-z 512 -b true -j maybe", INVALID_PARAMETER);
+    ExpectRefused("-z 512 -u 256", RC_INVALID_PARAMETER);
+    ExpectRefused("-c Loop_Only -d 16_Gbps -z 512", RC_INVALID_FIELD);
+    ExpectRefused("-z 512 -l 1 -r 2 -u 3 -w 4 -o 5 -y 6 -b true -x 1", RC_FEATURE_NOT_SUPPORTED);
+    ExpectRefused(std::string("-z 512 -e 5 -m ") + EVERY_COMPLETION, RC_INVALID_DATA);
+    ExpectRefused("-z 512 -b true -j maybe", RC_INVALID_PARAMETER);
     SetAdapter(A_CEDAR);
-    ExpectRefused("-z 512 -d Auto", READ_ONLY);
+    ExpectRefused("-z 512 -d Auto", RC_READ_ONLY_MODE);
     // An accepted command that changes nothing doesn't touch it either.
     const auto identity = FileIdentity();
     ExpectStaged("", SNAPSHOT);
@@ -459,7 +456,7 @@ TEST_F(HBAParamsOptionsTest, OrderOfExamination) {
             options += table[i - 1].second + " 65536 ";
         }
         const TraceLog log("1");
-        EXPECT_NE(Run("setFile", options).code, DONE);
+        EXPECT_NE(Run("setFile", options).code, RC_SUCCESS);
         std::vector<std::string> refused;
         for (const std::string& line : TraceLog::Lines()) {
             if (line.ends_with("=65536 not supported")) {

@@ -252,7 +252,7 @@ TEST_F(HBAParamsTest, GetNeverLooksAtTheFile) {
     const auto identity = FileIdentity();
     for (const Format& format : FORMATS) {
         const CommandRun run = Run(format.Leaf("get"), "-z 1024");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Document(format, Shown()));
         EXPECT_EQ(PortCalls(), ReadCalls());
     }
@@ -263,7 +263,7 @@ TEST_F(HBAParamsTest, SetFileBeginsWithASnapshot) {
     for (const Format& format : FORMATS) {
         RemoveFiles();
         const CommandRun run = Run(format.Leaf("setFile"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Document(format, Shown())); // no reboot is requested
         EXPECT_EQ(PortCalls(), ReadCalls());
         EXPECT_EQ(Staged(), SNAPSHOT);
@@ -291,10 +291,10 @@ TEST_F(HBAParamsTest, ARefusedFirstSetFileLeavesTheSnapshot) {
     for (const Format& format : FORMATS) {
         RemoveFiles();
         const CommandRun run = Run(format.Leaf("setFile"), "-z 512 -u 256");
-        EXPECT_EQ(run.code, 6u);
+        EXPECT_EQ(run.code, RC_INVALID_PARAMETER);
         EXPECT_EQ(run.output, Error(format, INVALID) + UsageOf(format, "setFile"));
         EXPECT_EQ(Staged(), SNAPSHOT);
-        EXPECT_EQ(Run(format.Leaf("set")).code, 0u);
+        EXPECT_EQ(Run(format.Leaf("set")).code, RC_SUCCESS);
         EXPECT_TRUE(WasWritten(nvram)); // the snapshot, unchanged
     }
 }
@@ -303,21 +303,21 @@ TEST_F(HBAParamsTest, RefusalsHaveTheirTexts) {
     struct Case {
         Adapter adapter;
         std::string options;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     };
     const Case cases[] = {
-        {A_BIRCH, "-z 1", 6, INVALID},
-        {A_BIRCH, std::string("-e 1 -m ") + EVERY_COMPLETION, 17,
+        {A_BIRCH, "-z 1", RC_INVALID_PARAMETER, INVALID},
+        {A_BIRCH, std::string("-e 1 -m ") + EVERY_COMPLETION, RC_INVALID_DATA,
          "Failed, Interrupt Delay Timer value > 0 not supported for Operation Mode value "
          "Interrupt_For_Every_I/O_Completion"},
-        {A_BIRCH, "-c Loop_Only -d 32_Gbps", 18,
+        {A_BIRCH, "-c Loop_Only -d 32_Gbps", RC_INVALID_FIELD,
          "Failed, Connection Options value Loop_Only not supported for data rate value 16 Gbps and above"},
         // The same text if no data rate is involved
-        {A_BIRCH_64G, "-c Loop_Only", 18,
+        {A_BIRCH_64G, "-c Loop_Only", RC_INVALID_FIELD,
          "Failed, Connection Options value Loop_Only not supported for data rate value 16 Gbps and above"},
-        {A_BIRCH, "-x 1", 35, "Failed, feature not supported"},
-        {A_CEDAR, "-d Auto", 47, "Failed, Read-Only parameter"},
+        {A_BIRCH, "-x 1", RC_FEATURE_NOT_SUPPORTED, "Failed, feature not supported"},
+        {A_CEDAR, "-d Auto", RC_READ_ONLY_MODE, "Failed, Read-Only parameter"},
     };
     for (const Case& row : cases) {
         SetAdapter(row.adapter);
@@ -325,7 +325,8 @@ TEST_F(HBAParamsTest, RefusalsHaveTheirTexts) {
             Stage(SNAPSHOT);
             const CommandRun run = Run(format.Leaf("setFile"), row.options);
             EXPECT_EQ(run.code, row.code) << row.options;
-            EXPECT_EQ(run.output, Error(format, row.message) + (row.code == 6 ? UsageOf(format, "setFile") : ""));
+            EXPECT_EQ(run.output, Error(format, row.message) +
+                                      (row.code == RC_INVALID_PARAMETER ? UsageOf(format, "setFile") : ""));
         }
     }
 }
@@ -335,7 +336,7 @@ TEST_F(HBAParamsTest, SetWritesTheWholeRecordOnce) {
         Run("setFile", "-z 512");
         Run("setFile", "-b true -y 256 -j false");
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         std::vector<Field> fields = WithField(Shown(), "Frame Size", "512");
         fields = WithField(fields, "Enable Host Hba Bios", "true");
         fields = WithField(fields, "Luns Per Target", "256");
@@ -358,7 +359,7 @@ TEST_F(HBAParamsTest, SetWritesTheWholeRecordOnce) {
 /// `set` takes no options; further words are ignored.
 TEST_F(HBAParamsTest, SetReadsNoOptions) {
     Stage(SNAPSHOT);
-    EXPECT_EQ(Run("set", "-z 512 -u 4096").code, 0u);
+    EXPECT_EQ(Run("set", "-z 512 -u 4096").code, RC_SUCCESS);
     EXPECT_TRUE(WasWritten(nvram));
 }
 
@@ -374,7 +375,7 @@ TEST_F(HBAParamsTest, SetWritesASnapshotOverOtherChanges) {
 TEST_F(HBAParamsTest, SetWithNothingPending) {
     for (const Format& format : FORMATS) {
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 0u); // although the document shows a failure
+        EXPECT_EQ(run.code, RC_SUCCESS); // although the document tells of a failure
         EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
         EXPECT_EQ(PortCalls(), ReadCalls());
         EXPECT_EQ(Staged(), "no file");
@@ -382,17 +383,17 @@ TEST_F(HBAParamsTest, SetWithNothingPending) {
     // The read comes first.
     Fake().Return("VEXAPI_GetHBAParamsInfo", 1);
     const CommandRun run = Run("set");
-    EXPECT_EQ(run.code, 13u);
+    EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
     EXPECT_EQ(run.output, Error(XML, READ_FAILED, true));
 }
 
 TEST_F(HBAParamsTest, AFolderIsNoFile) {
     std::filesystem::create_directory(FilePath());
     CommandRun run = Run("set");
-    EXPECT_EQ(run.code, 0u);
+    EXPECT_EQ(run.code, RC_SUCCESS);
     EXPECT_EQ(run.output, Error(XML, UNKNOWN, true));
     run = Run("setFile", "-z 512");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Error(XML, UNKNOWN));
     EXPECT_TRUE(std::filesystem::is_directory(FilePath()));
 }
@@ -410,18 +411,18 @@ TEST_F(HBAParamsTest, RebootIsRequiredWhenTheWordIs1OrCantBeHad) {
         for (const Format& format : FORMATS) {
             Stage(SNAPSHOT);
             CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(format, Shown(), row.isRequired)) << row.status << " " << row.word;
             EXPECT_EQ(Staged(), "no file");
             run = Run(format.Leaf("restoreDefaults"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, format.Flat("RestoreDefaultsInfo",
                                               {{"Message", "Success"}, Flag("Reboot Required", row.isRequired)}));
         }
     }
 }
 
-TEST_F(HBAParamsTest, FailingReads) {
+TEST_F(HBAParamsTest, AFailingReadLeavesTheFile) {
     Fake().Return("VEXAPI_GetHBAParamsInfo", 1);
     for (const Format& format : FORMATS) {
         for (const char* const leaf : {"get", "setFile", "set"}) {
@@ -432,7 +433,7 @@ TEST_F(HBAParamsTest, FailingReads) {
                     Stage(content);
                 }
                 const CommandRun run = Run(format.Leaf(leaf), "-z 512");
-                EXPECT_EQ(run.code, 13u);
+                EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
                 EXPECT_EQ(run.output, Error(format, READ_FAILED, isSet));
                 EXPECT_EQ(PortCalls(), ReadCalls());
                 EXPECT_EQ(Staged(), *content == '\0' ? "no file" : content);
@@ -447,7 +448,7 @@ TEST_F(HBAParamsTest, AFailingWriteKeepsTheFile) {
         Stage(content);
         Fake().Return("VEXAPI_UpdateHBAParameters", 1);
         const CommandRun run = Run(format.Leaf("set"));
-        EXPECT_EQ(run.code, 20u);
+        EXPECT_EQ(run.code, RC_CFG_UPDATE_FAILED);
         EXPECT_EQ(run.output, Error(format, UPDATE_FAILED, true));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("GetHBAParamsInfo"), PortCall("UpdateHBAParameters")}));
         EXPECT_EQ(Staged(), content);
@@ -472,7 +473,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
                 run = Run(format.Leaf(leaf), "/tmp/file");
             }
             Fake().onGetAdapterList = nullptr;
-            EXPECT_EQ(run.code, 19u) << leaf;
+            EXPECT_EQ(run.code, RC_FILE_ERROR) << leaf;
             EXPECT_EQ(run.output, *leaf == 'r'                  ? RestoreError(format, UNKNOWN)
                                   : std::string(leaf) == "save" ? SaveError(format, UNKNOWN)
                                                                 : Error(format, UNKNOWN, std::string(leaf) == "set"));
@@ -488,7 +489,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
                 return read(handle, parameters, auxiliary);
             };
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 19u);
+            EXPECT_EQ(run.code, RC_FILE_ERROR);
             EXPECT_EQ(run.output, Error(format, UNKNOWN, true));
             EXPECT_EQ(PortCalls(), ReadCalls());
         }
@@ -503,7 +504,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
                 return write(handle, parameters);
             };
             const CommandRun run = Run(format.Leaf("set"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Document(format, Shown(), true));
             EXPECT_EQ(PortCalls(), (Calls{PortCall("GetHBAParamsInfo"), PortCall("UpdateHBAParameters")}));
         }
@@ -517,7 +518,7 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
             };
             // Both calls share one opening of the log: the query is made, and answered with no.
             const CommandRun run = Run(format.Leaf("restoreDefaults"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output,
                       format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", false)}));
             EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM"), "VEXAPI_IsRebootRequired()"}));
@@ -529,11 +530,13 @@ TEST_F(HBAParamsTest, RedirectionsThatCantBeOpened) {
 TEST_F(HBAParamsTest, PortsThatAreNone) {
     struct Case {
         std::string identifier;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     };
-    const Case cases[] = {
-        {"FC_21:00:0a:0b:0c:0d:ff:ff", 6, INVALID}, {"port", 6, INVALID}, {"help", 5, UNKNOWN}, {"/h", 5, UNKNOWN}};
+    const Case cases[] = {{"FC_21:00:0a:0b:0c:0d:ff:ff", RC_INVALID_PARAMETER, INVALID},
+                          {"port", RC_INVALID_PARAMETER, INVALID},
+                          {"help", RC_HELP_REQUESTED, UNKNOWN},
+                          {"/h", RC_HELP_REQUESTED, UNKNOWN}};
     for (const Format& format : FORMATS) {
         for (const Case& row : cases) {
             const auto run = [&](const char* leaf) {
@@ -551,7 +554,7 @@ TEST_F(HBAParamsTest, PortsThatAreNone) {
         }
         LoseHost();
         const CommandRun set = Run(format.Leaf("set"));
-        EXPECT_EQ(set.code, 14u);
+        EXPECT_EQ(set.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(set.output, Error(format, NO_HOST, true));
         EXPECT_EQ(Run(format.Leaf("get")).output, Error(format, NO_HOST));
         EXPECT_EQ(Run(format.Leaf("setFile")).output, Error(format, NO_HOST));
@@ -568,7 +571,7 @@ TEST_F(HBAParamsTest, VirtualPortsHaveNone) {
     for (const Format& format : FORMATS) {
         const auto run = [&](const char* leaf, const char* rest = "") {
             const CommandRun done = Run(format.Leaf(leaf), rest);
-            EXPECT_EQ(done.code, 51u) << leaf;
+            EXPECT_EQ(done.code, RC_NOT_SUPPORTED_FOR_VPORT) << leaf;
             EXPECT_EQ(PortCalls(), Calls{});
             return done.output;
         };
@@ -587,14 +590,14 @@ TEST_F(HBAParamsTest, RestoreDefaultsLeavesThePendingFile) {
     const auto identity = FileIdentity();
     for (const Format& format : FORMATS) {
         CommandRun run = Run(format.Leaf("restoreDefaults"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output,
                   format.Flat("RestoreDefaultsInfo", {{"Message", "Success"}, Flag("Reboot Required", true)}));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM"), "VEXAPI_IsRebootRequired()"}));
         // A failed write is reported as a read.
         Fake().ReturnInTurn("VEXAPI_RestoreDefaultNVRAM", {1});
         run = Run(format.Leaf("restoreDefaults"));
-        EXPECT_EQ(run.code, 13u);
+        EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
         EXPECT_EQ(run.output, RestoreError(format, READ_FAILED));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("RestoreDefaultNVRAM")}));
     }
@@ -602,21 +605,33 @@ TEST_F(HBAParamsTest, RestoreDefaultsLeavesThePendingFile) {
     EXPECT_EQ(FileIdentity(), identity);
 }
 
-TEST_F(HBAParamsTest, Saves) {
+TEST_F(HBAParamsTest, SavesToTheNamedFile) {
+    Fake().Succeed({"SaveSingleAdapterNVRAMToFile"});
     Stage(SNAPSHOT);
     for (const Format& format : FORMATS) {
-        CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt more");
-        EXPECT_EQ(run.code, 0u);
+        const CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt more");
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, format.Flat("HBAParametersSave", {{"Message", "Success"}}));
         EXPECT_EQ(PortCalls(), (Calls{PortCall("SaveSingleAdapterNVRAMToFile", "\"/tmp/nvram.txt\"")}));
-        // Without a file name the library isn't called.
-        run = Run(format.Leaf("save"));
-        EXPECT_EQ(run.code, 6u);
+    }
+    EXPECT_EQ(Staged(), SNAPSHOT);
+}
+
+TEST_F(HBAParamsTest, SaveNeedsAFileName) {
+    for (const Format& format : FORMATS) {
+        const CommandRun run = Run(format.Leaf("save"));
+        EXPECT_EQ(run.code, RC_INVALID_PARAMETER);
         EXPECT_EQ(run.output, SaveError(format, INVALID) + UsageOf(format, "save"));
         EXPECT_EQ(PortCalls(), Calls{});
+    }
+}
+
+TEST_F(HBAParamsTest, SaveTellsAFailingCall) {
+    Stage(SNAPSHOT);
+    for (const Format& format : FORMATS) {
         Fake().ReturnInTurn("VEXAPI_SaveSingleAdapterNVRAMToFile", {1});
-        run = Run(format.Leaf("save"), "/tmp/nvram.txt");
-        EXPECT_EQ(run.code, 13u);
+        const CommandRun run = Run(format.Leaf("save"), "/tmp/nvram.txt");
+        EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
         EXPECT_EQ(run.output, SaveError(format, READ_FAILED));
     }
     EXPECT_EQ(Staged(), SNAPSHOT);

@@ -185,7 +185,7 @@ protected:
     }
 
     /// Expects `setFile` on a fresh snapshot to be rejected, with the file unchanged.
-    void ExpectRefused(const std::string& options, VX_UINT32 code) const {
+    void ExpectRefused(const std::string& options, ResultCode code) const {
         const std::string before = Staged();
         const auto identity = FileIdentity();
         EXPECT_EQ(Run("setFile", options).code, code) << options;
@@ -194,7 +194,7 @@ protected:
     }
     /// Runs `setFile` and expects this file.
     void ExpectStaged(const std::string& options, const std::string& content) const {
-        EXPECT_EQ(Run("setFile", options).code, 0u) << options;
+        EXPECT_EQ(Run("setFile", options).code, RC_SUCCESS) << options;
         EXPECT_EQ(Staged(), content) << options;
     }
 

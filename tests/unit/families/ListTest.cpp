@@ -18,14 +18,14 @@ protected:
     static void ExpectAdapters(const std::vector<std::string>& words) {
         for (const Format& format : FORMATS) {
             const CommandRun run = Run("-t adapter " + format.Leaf("list"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, ListOf(format, "AdapterList", "Adapters", words));
         }
     }
     static void ExpectPorts(const std::vector<std::string>& words) {
         for (const Format& format : FORMATS) {
             const CommandRun run = Run("-t port " + format.Leaf("list"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, ListOf(format, "PortList", "Ports", words));
         }
     }
@@ -90,10 +90,10 @@ TEST_F(ListTest, HelpWordsGiveNoDocument) {
     for (const char* family : {"adapter", "port"}) {
         for (const char* word : {"help", "/H", "-h", "-HELP", "/help", "/?"}) {
             const CommandRun plain = Run(std::string("-t ") + family + " list " + word);
-            EXPECT_EQ(plain.code, 5u) << word;
+            EXPECT_EQ(plain.code, RC_HELP_REQUESTED) << word;
             EXPECT_EQ(plain.output, "") << word;
             const CommandRun cli = Run(std::string("-t ") + family + " listcli " + word);
-            EXPECT_EQ(cli.code, 5u) << word;
+            EXPECT_EQ(cli.code, RC_HELP_REQUESTED) << word;
             EXPECT_EQ(cli.output, "Usage: list\r\n") << word;
         }
         EXPECT_EQ(Fake().calls[3], "VEXAPI_Uninitialize()"); // the list isn't asked for
@@ -104,7 +104,7 @@ TEST_F(ListTest, WithoutAHostThereIsNoDocument) {
     LoseHost();
     for (const char* command : {"-t adapter list", "-t adapter listcli", "-t port list", "-t port listcli"}) {
         const CommandRun run = Run(command);
-        EXPECT_EQ(run.code, 14u) << command;
+        EXPECT_EQ(run.code, RC_HOST_NOT_FOUND) << command;
         EXPECT_EQ(run.output, "") << command;
     }
 }

@@ -62,7 +62,7 @@ TEST_F(LunInfoTest, ReportsALun) {
     lun->WorldwideIdLength = 4;
     for (const Format& format : FORMATS) {
         const CommandRun run = RunLun(format.Leaf("get"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output,
                   format.Block(STRUCTURE, FIELD, LIST,
                                TextOfLines({"Vendor ID: HELIODOR", "Product ID: VIRTUAL-VOLUME 1",
@@ -126,18 +126,22 @@ TEST_F(LunInfoTest, WorldwideIdentifiers) {
     EXPECT_EQ(Lines()[5], "Lun Worldwide Unique ID: 00:00");
 }
 
-TEST_F(LunInfoTest, Errors) {
+TEST_F(LunInfoTest, RefusesHelpAndALunThatIsNotThere) {
     static constexpr struct {
         const char* arguments;
-        VX_UINT32 code;
+        ResultCode code;
         const char* message;
     } CASES[] = {
-        {"", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_lun_1023", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_NSID_1023", 6, "Failed, Invalid parameter"},
-        {" /h", 5, "Failed, Unknown"},
+        {"", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_lun_1023", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_NSID_1023", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" /h", RC_HELP_REQUESTED, "Failed, Unknown"},
     };
     for (const auto& row : CASES) {
         for (const Format& format : FORMATS) {
@@ -147,10 +151,13 @@ TEST_F(LunInfoTest, Errors) {
                                       (format.IsXml() ? "" : "Usage: get [port identifier]\r\n"));
         }
     }
+}
+
+TEST_F(LunInfoTest, FailsWithoutAHost) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunLun(format.Leaf("get"));
-        EXPECT_EQ(run.code, 14u);
+        EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(run.output, ErrorOf(format, STRUCTURE, FIELD, "Failed, Host not found"));
     }
 }

@@ -26,6 +26,7 @@ protected:
 };
 
 TEST_F(NoMemoryTest, ReportsShowIt) {
+    Fake().Succeed({"GetFlashComponentVersion", "GetAdapterAsicBoardTemperature", "GetLockdownStatus"});
     Fake().onGetAdapterFlashMemoBlock = [](VX_PORT_HANDLE*, VX_SFlashMemoBlock* block) {
         std::memcpy(block->Signature, "FMBS", 4);
         return 0u;
@@ -38,7 +39,7 @@ TEST_F(NoMemoryTest, ReportsShowIt) {
                 run = row.isAdapter ? RunAdapter(row.family, format.Leaf("get"), row.rest)
                                     : RunPort(row.family, format.Leaf("get"), row.rest);
             }
-            EXPECT_EQ(run.code, 0u) << row.structure;
+            EXPECT_EQ(run.code, RC_SUCCESS) << row.structure;
             EXPECT_EQ(run.output, format.Report(row.structure, {{"Message", "Failed, Memory Error"}}, row.field, ""));
         }
     }
@@ -56,7 +57,7 @@ TEST_F(NoMemoryTest, TransceiverReportIsASuccessWithoutData) {
             const RefusedBlock refused(16384);
             run = RunPort("dmi", format.Leaf("get"));
         }
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, format.Report("DMIInformation", {{"Message", "Success"}}, "Dmi Info",
                                             format.Structure("DMIInfoList", format.OpenField("Dmi Data", ""))));
     }
@@ -70,7 +71,7 @@ TEST_F(NoMemoryTest, VitalProductDataGivesUp) {
             const RefusedBlock refused(1024);
             run = RunPort("vpd", format.Leaf("get"));
         }
-        EXPECT_EQ(run.code, 42u);
+        EXPECT_EQ(run.code, RC_NO_MEMORY);
         EXPECT_EQ(run.output, format.Report("VPDInformation", {{"Message", "Failed, Unknown"}}, "VPD Data", ""));
         EXPECT_EQ(PortCalls(), Calls{});
     }

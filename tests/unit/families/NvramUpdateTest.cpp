@@ -20,7 +20,7 @@ protected:
     static std::string Document(const Format& format, bool reboot, const std::string& message) {
         return format.Flat("UpdateNVRAM", {Flag("Reboot Required", reboot), {"Message", message}});
     }
-    void Expect(const std::string& rest, VX_UINT32 code, bool reboot, const std::string& message,
+    void Expect(const std::string& rest, ResultCode code, bool reboot, const std::string& message,
                 const Calls& calls) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = Run("-t port " + format.Leaf("updatenvram") + rest);
@@ -60,7 +60,7 @@ TEST_F(NvramUpdateTest, OnlyOneNeedsAReboot) {
     for (const VX_UINT32 word : {0u, 1u, 2u, 0x101u, 0xFFFFFFFFu}) {
         rebootWord = word;
         given = 77;
-        Expect(id + " " + file, 0, word == 1, "Success", both);
+        Expect(id + " " + file, RC_SUCCESS, word == 1, "Success", both);
         EXPECT_EQ(given, 1u); // the word starts as 1
     }
     // If the library can't tell, a reboot is required, whatever it wrote.
@@ -69,7 +69,7 @@ TEST_F(NvramUpdateTest, OnlyOneNeedsAReboot) {
         *required = 0;
         return 5u;
     };
-    Expect(id + " " + file, 0, true, "Success", both);
+    Expect(id + " " + file, RC_SUCCESS, true, "Success", both);
 }
 
 /// The query is made outside the redirection: output of the library reaches the client.
@@ -84,29 +84,30 @@ TEST_F(NvramUpdateTest, AsksForTheRebootOutsideTheRedirection) {
 }
 
 TEST_F(NvramUpdateTest, RefusesInOrder) {
-    Expect(id, 19, false, "Failed, File not found", {}); // no path
-    Expect(id + " " + folder.Path("none"), 19, false, "Failed, File not found", {});
+    Expect(id, RC_FILE_ERROR, false, "Failed, File not found", {}); // no path
+    Expect(id + " " + folder.Path("none"), RC_FILE_ERROR, false, "Failed, File not found", {});
     port->PortInterfaceType = 3; // before the file
-    Expect(id + " " + folder.Path("none"), 51, false, "Failed, feature not supported for virtual port", {});
+    Expect(id + " " + folder.Path("none"), RC_NOT_SUPPORTED_FOR_VPORT, false,
+           "Failed, feature not supported for virtual port", {});
     LoseHost();
-    Expect(id + " " + file, 14, false, "Failed, Host not found", {});
+    Expect(id + " " + file, RC_HOST_NOT_FOUND, false, "Failed, Host not found", {});
     // These two would print a usage, but the usage function doesn't know this leaf.
-    Expect(" FD_x " + file, 6, false, "Failed, Invalid parameter", {});
-    Expect(" help", 5, false, "Failed, Unknown", {});
-    Expect("", 6, false, "Failed, Invalid parameter", {});
+    Expect(" FD_x " + file, RC_INVALID_PARAMETER, false, "Failed, Invalid parameter", {});
+    Expect(" help", RC_HELP_REQUESTED, false, "Failed, Unknown", {});
+    Expect("", RC_INVALID_PARAMETER, false, "Failed, Invalid parameter", {});
 }
 
 TEST_F(NvramUpdateTest, EveryChipTakesAnUpdate) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
-        Expect(id + " " + file, 0, false, "Success", both);
+        Expect(id + " " + file, RC_SUCCESS, false, "Success", both);
     }
 }
 
 TEST_F(NvramUpdateTest, LibraryFailureIsAFailedUpdate) {
     for (const VX_UINT32 status : {1u, 19u, 201u, 0x80000000u}) {
         Fake().Return("VEXAPI_UpdateAdapterNVRAMFromFile", status);
-        Expect(id + " " + file, 20, false, "Failed, NVRAM update failed", {both[0]});
+        Expect(id + " " + file, RC_CFG_UPDATE_FAILED, false, "Failed, NVRAM update failed", {both[0]});
     }
 }
 
@@ -115,7 +116,7 @@ TEST_F(NvramUpdateTest, WithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = Run("-t port updatenvram" + id + " " + file);
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Document(XML, false, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }

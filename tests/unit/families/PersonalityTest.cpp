@@ -22,13 +22,13 @@ protected:
         return format.Flat("AdapterPersonality",
                            {Flag("Reboot Required", reboot), {"Message", message}, {"Personality", word}});
     }
-    static void ExpectGet(VX_UINT32 code, const std::string& message, const std::string& word, const Calls& calls) {
+    static void ExpectGet(ResultCode code, const std::string& message, const std::string& word, const Calls& calls) {
         const CommandRun run = RunAdapter("personality", "get");
         EXPECT_EQ(run.code, code);
         EXPECT_EQ(run.output, Got(XML, message, word));
         EXPECT_EQ(PortCalls(), calls);
     }
-    static void ExpectSet(const std::string& rest, VX_UINT32 code, bool reboot, const std::string& message,
+    static void ExpectSet(const std::string& rest, ResultCode code, bool reboot, const std::string& message,
                           const std::string& word, const Calls& calls) {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunAdapter("personality", format.Leaf("set"), rest);
@@ -78,52 +78,52 @@ TEST_F(PersonalityTest, GetAsksRowanChipsOnly) {
             static constexpr unsigned char VALUES[] = {0, 1, 2, 255};
             for (std::size_t i = 0; i < std::size(VALUES); ++i) {
                 personality = VALUES[i];
-                ExpectGet(0, "Success", WORDS[i], {get});
+                ExpectGet(RC_SUCCESS, "Success", WORDS[i], {get});
             }
         } else {
-            ExpectGet(0, "Success", chip.chip == WILLOW ? "CNA" : "FC", {});
+            ExpectGet(RC_SUCCESS, "Success", chip.chip == WILLOW ? "CNA" : "FC", {});
         }
     }
 }
 
-TEST_F(PersonalityTest, GetFails) {
+TEST_F(PersonalityTest, GetTellsWhyItFails) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().ReturnInTurn("VEXAPI_GetPersonalityType", {status});
-        ExpectGet(13, "Failed, Personality read failed", "Unknown", {get});
+        ExpectGet(RC_CFG_READ_FAILED, "Failed, Personality read failed", "Unknown", {get});
     }
     for (const ChipRow& chip : CHIPS) { // before the chip
         SetChip(*port, chip.chip);
         port->PortInterfaceType = 3;
-        ExpectGet(51, "Failed, Feature not supported for virtual port", "Unknown", {});
+        ExpectGet(RC_NOT_SUPPORTED_FOR_VPORT, "Failed, Feature not supported for virtual port", "Unknown", {});
     }
     LoseHost();
-    ExpectGet(14, "Failed, Host not found", "Unknown", {});
+    ExpectGet(RC_HOST_NOT_FOUND, "Failed, Host not found", "Unknown", {});
     Fake().host.hasList = true;
     port->PortInterfaceType = 1;
     port->ProtocolType = 2; // resolved through its NIC, but without FC protocol
-    ExpectGet(21, "Failed, Adapter not found", "Unknown", {});
+    ExpectGet(RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found", "Unknown", {});
 }
 
 TEST_F(PersonalityTest, AnyWordButCnaMeansFc) {
     for (const char* word : {"CNA", "cna", "Cna", "CNA extra"}) {
         personality = 0;
-        ExpectSet(word, 0, true, "Success", "CNA", {check, get, toCna});
+        ExpectSet(word, RC_SUCCESS, true, "Success", "CNA", {check, get, toCna});
     }
     for (const char* word : {"", "FC", "fc", "CN", "CNAs", "1", "bad", "help"}) {
         personality = 1;
-        ExpectSet(word, 0, true, "Success", "FC", {check, get, toFc});
+        ExpectSet(word, RC_SUCCESS, true, "Success", "FC", {check, get, toFc});
     }
 }
 
 /// "Reboot Required" is true even if nothing changes.
 TEST_F(PersonalityTest, SetChangesOnlyWhatDiffers) {
     personality = 0;
-    ExpectSet("fc", 0, true, "Success", "FC", {check, get});
+    ExpectSet("fc", RC_SUCCESS, true, "Success", "FC", {check, get});
     personality = 1;
-    ExpectSet("CNA", 0, true, "Success", "CNA", {check, get});
+    ExpectSet("CNA", RC_SUCCESS, true, "Success", "CNA", {check, get});
     personality = 7; // neither
-    ExpectSet("CNA", 0, true, "Success", "CNA", {check, get, toCna});
-    ExpectSet("FC", 0, true, "Success", "FC", {check, get, toFc});
+    ExpectSet("CNA", RC_SUCCESS, true, "Success", "CNA", {check, get, toCna});
+    ExpectSet("FC", RC_SUCCESS, true, "Success", "FC", {check, get, toFc});
 }
 
 TEST_F(PersonalityTest, SetRefusesInOrder) {
@@ -133,12 +133,12 @@ TEST_F(PersonalityTest, SetRefusesInOrder) {
         const bool isRowan = chip.chip == ROWAN_FC || chip.chip == ROWAN_CNA;
         port->PortInterfaceType = 1;
         if (isRowan) {
-            ExpectSet("CNA", 0, true, "Success", "CNA", {check, get, toCna});
+            ExpectSet("CNA", RC_SUCCESS, true, "Success", "CNA", {check, get, toCna});
         } else {
-            ExpectSet("CNA", 35, false, "Failed, Not supported for this adapter", "Unknown", {});
+            ExpectSet("CNA", RC_FEATURE_NOT_SUPPORTED, false, "Failed, Not supported for this adapter", "Unknown", {});
         }
         port->PortInterfaceType = 3; // after the chip
-        ExpectSet("CNA", isRowan ? 51 : 35, false,
+        ExpectSet("CNA", isRowan ? RC_NOT_SUPPORTED_FOR_VPORT : RC_FEATURE_NOT_SUPPORTED, false,
                   isRowan ? "Failed, Feature not supported for virtual port" : "Failed, Not supported for this adapter",
                   "Unknown", {});
     }
@@ -146,30 +146,31 @@ TEST_F(PersonalityTest, SetRefusesInOrder) {
     port->PortInterfaceType = 1;
     for (const VX_UINT32 answer : {0u, 2u, 0xFFFFFFFFu}) { // only 1 allows it
         Fake().Return("VEXAPI_CheckRowanPersonalityChangeOption", answer);
-        ExpectSet("bad", 24, false, "Failed, Personality change not allowed for user", "Unknown", {check});
+        ExpectSet("bad", RC_DISABLED_FOR_USER, false, "Failed, Personality change not allowed for user", "Unknown",
+                  {check});
     }
 }
 
-TEST_F(PersonalityTest, SetFails) {
+TEST_F(PersonalityTest, SetTellsWhyItFails) {
     Fake().Return("VEXAPI_GetPersonalityType", 3);
-    ExpectSet("CNA", 13, false, "Failed, Personality read failed", "Unknown", {check, get});
+    ExpectSet("CNA", RC_CFG_READ_FAILED, false, "Failed, Personality read failed", "Unknown", {check, get});
     Fake().Return("VEXAPI_GetPersonalityType", 0);
     Fake().Return("VEXAPI_ChangePersonalityType", 3);
-    ExpectSet("CNA", 20, false, "Failed, Personality change failed", "Unknown", {check, get, toCna});
-    ExpectSet("FC", 0, true, "Success", "FC", {check, get}); // nothing to change, so nothing can fail
+    ExpectSet("CNA", RC_CFG_UPDATE_FAILED, false, "Failed, Personality change failed", "Unknown", {check, get, toCna});
+    ExpectSet("FC", RC_SUCCESS, true, "Success", "FC", {check, get}); // nothing to change, nothing to fail
     LoseHost();
-    ExpectSet("FC", 14, false, "Failed, Host not found", "Unknown", {});
+    ExpectSet("FC", RC_HOST_NOT_FOUND, false, "Failed, Host not found", "Unknown", {});
     Fake().host.hasList = true;
     port->ProtocolType = 3;
-    ExpectSet("FC", 21, false, "Failed, Adapter not found", "Unknown", {});
+    ExpectSet("FC", RC_ADAPTER_NOT_FOUND, false, "Failed, Adapter not found", "Unknown", {});
 }
 
 TEST_F(PersonalityTest, CliLeavesPrintTheirUsage) {
     const CommandRun got = Run("-t adapter -s personality getcli Adapter_x_y");
-    EXPECT_EQ(got.code, 6u);
+    EXPECT_EQ(got.code, RC_INVALID_PARAMETER);
     EXPECT_EQ(got.output, Got(TEXT, "Failed, Invalid parameter", "Unknown") + "Usage: get [adapter identifier]\r\n");
     const CommandRun set = Run("-t adapter -s personality setcli help CNA");
-    EXPECT_EQ(set.code, 5u);
+    EXPECT_EQ(set.code, RC_HELP_REQUESTED);
     EXPECT_EQ(set.output, Set(TEXT, false, "Failed, Unknown", "Unknown") + "Usage: set [adapter identifier]\r\n");
     EXPECT_EQ(Run("-t adapter -s personality set").output, Set(XML, false, "Failed, Invalid parameter", "Unknown"));
 }

@@ -95,7 +95,7 @@ protected:
         return format.Flat(isPing ? "FCPingResult" : "CTDiagResult",
                            {{"Diagnostic Test", isPing ? "FCPing" : ctTest}, {"Test Result", message}});
     }
-    void Expect(const Kind& kind, const CommandRun& run, VX_UINT32 code, const std::string& message,
+    void Expect(const Kind& kind, const CommandRun& run, ResultCode code, const std::string& message,
                 const Calls& calls = {}) const {
         SCOPED_TRACE(kind.family);
         EXPECT_EQ(run.code, code);
@@ -163,7 +163,7 @@ TEST_F(PingTestsTest, PassesCountAndStop) {
         for (const auto& row : cases) {
             SCOPED_TRACE(std::string(kind.family) + " " + row.count + " " + row.stop);
             const CommandRun run = RunTest(kind, std::string(TARGET) + " " + row.count + " " + row.stop);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             const std::size_t count = std::stoul(row.passedCount);
             const bool isEcho = kind.family == ECHO.family; // a call for each frame
             EXPECT_EQ(PortCalls(), Calls(isEcho ? count : 1, TestCall(kind, row.passedCount, row.passedStop)));
@@ -171,11 +171,11 @@ TEST_F(PingTestsTest, PassesCountAndStop) {
             EXPECT_EQ(run.output, Shown(kind, XML, SUCCESS, Frames(XML, static_cast<unsigned>(count))));
         }
         if (kind.family != ECHO.family) {
-            EXPECT_EQ(RunTest(kind, std::string(TARGET) + " 65535 no").code, 0u);
+            EXPECT_EQ(RunTest(kind, std::string(TARGET) + " 65535 no").code, RC_SUCCESS);
             EXPECT_EQ(PortCalls(), Calls{TestCall(kind, "65535", "0")});
         }
         for (const char* count : {"0", "65536", "-1", "none", "4294967296", "0x1", "-"}) {
-            Expect(kind, RunTest(kind, std::string(TARGET) + " " + count + " true"), 6, INVALID);
+            Expect(kind, RunTest(kind, std::string(TARGET) + " " + count + " true"), RC_INVALID_PARAMETER, INVALID);
         }
     }
     // The echo takes the largest count too.
@@ -205,13 +205,13 @@ TEST_F(PingTestsTest, NamesAreNormalised) {
         for (const auto& row : cases) {
             SCOPED_TRACE(std::string(kind.family) + " " + row.name);
             std::memset(target->PortName, 0xEE, sizeof target->PortName);
-            Expect(kind, RunTest(kind, std::string(row.name) + " 1 true"), 28, NO_TARGET);
+            Expect(kind, RunTest(kind, std::string(row.name) + " 1 true"), RC_TARGET_NOT_FOUND, NO_TARGET);
             std::memcpy(target->PortName, row.bytes, sizeof row.bytes);
-            EXPECT_EQ(RunTest(kind, std::string(row.name) + " 1 true").code, 0u);
+            EXPECT_EQ(RunTest(kind, std::string(row.name) + " 1 true").code, RC_SUCCESS);
             EXPECT_EQ(PortCalls(), Calls{TestCall(kind, "1", "1", row.passed)});
         }
         port->pTargetList = nullptr;
-        Expect(kind, RunTest(kind, "name 1 true"), 28, NO_TARGET);
+        Expect(kind, RunTest(kind, "name 1 true"), RC_TARGET_NOT_FOUND, NO_TARGET);
         port->pTargetList = target;
         SetBytes(target->PortName, std::array{0x50, 0, 0x0A, 0x0B, 0x0C, 0x0D, 1, 2});
     }
@@ -221,31 +221,31 @@ TEST_F(PingTestsTest, RefusalsComeInOrder) {
     for (const Kind& kind : KINDS) {
         const std::string start = std::string("-t port -s ") + kind.family + " run ";
         const std::string rest = std::string(" ") + kind.testWord + TARGET + " 1 true";
-        Expect(kind, Run(start + "FC_21:00:0a:0b:0c:0d:00:99" + rest), 6, INVALID);
-        Expect(kind, Run(start + "help" + rest), 5, UNKNOWN);
-        Expect(kind, RunTest(kind, "no 0 true"), 6, INVALID); // the count before the target
+        Expect(kind, Run(start + "FC_21:00:0a:0b:0c:0d:00:99" + rest), RC_INVALID_PARAMETER, INVALID);
+        Expect(kind, Run(start + "help" + rest), RC_HELP_REQUESTED, UNKNOWN);
+        Expect(kind, RunTest(kind, "no 0 true"), RC_INVALID_PARAMETER, INVALID); // the count before the target
         // Missing words are reported after the port's state.
         const std::string fewer[] = {std::string(TARGET) + " 1", TARGET, ""};
         for (const std::string& words : fewer) {
-            Expect(kind, RunTest(kind, words), 6, INVALID);
+            Expect(kind, RunTest(kind, words), RC_INVALID_PARAMETER, INVALID);
         }
         port->PortState = 3;
-        Expect(kind, RunTest(kind, "no"), 43, NO_LINK);
+        Expect(kind, RunTest(kind, "no"), RC_LINK_UP_REQUIRED, NO_LINK);
         port->PortState = 0;
-        Expect(kind, RunTest(kind, "no 0 true"), 43, NO_LINK);
+        Expect(kind, RunTest(kind, "no 0 true"), RC_LINK_UP_REQUIRED, NO_LINK);
         port->PortInterfaceType = 3;
-        Expect(kind, RunTest(kind, "no"), 51, NO_VIRTUAL);
+        Expect(kind, RunTest(kind, "no"), RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL);
         LoseHost();
-        Expect(kind, RunTest(kind, "no"), 14, NO_HOST);
+        Expect(kind, RunTest(kind, "no"), RC_HOST_NOT_FOUND, NO_HOST);
         Fake().host.hasList = true;
         port->PortInterfaceType = 1;
         port->PortState = 1;
         SetChip(*port, NO_FAMILY); // any chip
-        EXPECT_EQ(RunTest(kind, std::string(TARGET) + " 1 true").code, 0u);
+        EXPECT_EQ(RunTest(kind, std::string(TARGET) + " 1 true").code, RC_SUCCESS);
     }
 }
 
-TEST_F(PingTestsTest, LibraryFailures) {
+TEST_F(PingTestsTest, AFailingCallShowsAnEmptyFrame) {
     for (const Kind& kind : KINDS) {
         for (const VX_UINT32 status : {1u, 44u, 0x80000000u}) {
             const std::string function = std::string("VEXAPI_") + kind.function;
@@ -253,7 +253,7 @@ TEST_F(PingTestsTest, LibraryFailures) {
                 Fake().ReturnInTurn(function, {status});
                 const CommandRun run =
                     RunTest(kind, std::string(TARGET) + " 1 true", format.IsXml() ? "run" : "runcli");
-                EXPECT_EQ(run.code, 34u);
+                EXPECT_EQ(run.code, RC_DIAG_TEST_FAILED);
                 _VEXAPI_ECHO_RESULTS none{};
                 std::swap(frame, none); // the failed call fills nothing
                 std::string row = Frame(format, 1);
@@ -274,7 +274,7 @@ TEST_F(PingTestsTest, WithoutTheRedirectionNothingIsCalled) {
     for (const Kind& kind : KINDS) {
         NoFiles files;
         LoseFiles(files);
-        Expect(kind, RunTest(kind, std::string(TARGET) + " 1 true"), 19, NO_FILE);
+        Expect(kind, RunTest(kind, std::string(TARGET) + " 1 true"), RC_FILE_ERROR, NO_FILE);
         Fake().onGetAdapterList = nullptr;
     }
 }
@@ -288,7 +288,7 @@ TEST_F(PingTestsTest, CliLeavesPrintNoUsage) {
     }
 }
 
-TEST_F(PingTestsTest, Traces) {
+TEST_F(PingTestsTest, TracesTheStatusOfAFailingCall) {
     const struct {
         const Kind& kind;
         const char* className;
@@ -313,11 +313,13 @@ TEST_F(EchoTest, ResultIsThatOfTheLastFrame) {
         const char* stop;
         const char* failedFrames;
         unsigned rows;
-        VX_UINT32 code;
+        ResultCode code;
     } cases[] = {
-        {"3", "true", "", 3, 0},   {"3", "true", "2", 2, 34}, {"3", "true", "1", 1, 34},
-        {"3", "true", "3", 3, 34}, {"3", "false", "2", 3, 0}, {"3", "false", "3", 3, 34},
-        {"3", "no", "12", 3, 0},   {"3", "no", "123", 3, 34}, {"1", "no", "1", 1, 34},
+        {"3", "true", "", 3, RC_SUCCESS},           {"3", "true", "2", 2, RC_DIAG_TEST_FAILED},
+        {"3", "true", "1", 1, RC_DIAG_TEST_FAILED}, {"3", "true", "3", 3, RC_DIAG_TEST_FAILED},
+        {"3", "false", "2", 3, RC_SUCCESS},         {"3", "false", "3", 3, RC_DIAG_TEST_FAILED},
+        {"3", "no", "12", 3, RC_SUCCESS},           {"3", "no", "123", 3, RC_DIAG_TEST_FAILED},
+        {"1", "no", "1", 1, RC_DIAG_TEST_FAILED},
     };
     for (const auto& row : cases) {
         for (const Format& format : FORMATS) {
@@ -326,7 +328,8 @@ TEST_F(EchoTest, ResultIsThatOfTheLastFrame) {
             const CommandRun run = RunTest(ECHO, std::string(TARGET) + " " + row.count + " " + row.stop,
                                            format.IsXml() ? "run" : "runcli");
             EXPECT_EQ(run.code, row.code);
-            EXPECT_EQ(run.output, Shown(ECHO, format, row.code == 0 ? SUCCESS : TEST_FAILED, Frames(format, row.rows)));
+            EXPECT_EQ(run.output,
+                      Shown(ECHO, format, row.code == RC_SUCCESS ? SUCCESS : TEST_FAILED, Frames(format, row.rows)));
             EXPECT_EQ(PortCalls().size(), row.rows);
         }
     }
@@ -336,7 +339,7 @@ TEST_F(EchoTest, FabricComesBeforeTheTargets) {
     const std::string fabric = "10:00:00:ab:cd:ef:00:01";
     const auto expectType = [&](const std::string& name, const std::string& normal, const char* type) {
         const CommandRun run = RunTest(ECHO, name + " 1 true");
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Shown(ECHO, XML, SUCCESS, Frame(XML, 1, normal)));
         EXPECT_EQ(PortCalls(), Calls{Call("DiagnosticsEchoElsTest", "\"" + normal + "\", 1, 1, " + type)});
     };
@@ -366,12 +369,12 @@ TEST_F(EchoTest, RedirectionIsOpenedForEachFrame) {
         return echo(handle, name, count, stop, type, result);
     };
     const CommandRun run = RunTest(ECHO, std::string(TARGET) + " 5 true");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Shown(ECHO, XML, NO_FILE, Frames(XML, 2)));
     EXPECT_EQ(PortCalls().size(), 2u);
 }
 
-TEST_F(EchoTest, Texts) {
+TEST_F(EchoTest, PadsShortTimes) {
     const struct {
         VX_UINT32 time;
         const char* shown;
@@ -382,6 +385,9 @@ TEST_F(EchoTest, Texts) {
                       .output.find(std::string("\nResponse Time: ") + row.shown + "\n"),
                   std::string::npos);
     }
+}
+
+TEST_F(EchoTest, ShowsAStatusThatFillsItsArray) {
     Fake().onDiagnosticsEchoElsTest = [](VX_PORT_HANDLE*, const char*, VX_UINT32, VX_UINT32, VX_UINT32,
                                          _VEXAPI_ECHO_RESULTS* result) {
         SetText(result->EchoStatus, std::string(72, '%')); // fills its array
@@ -407,7 +413,7 @@ TEST_F(CTDiagTest, TestTypes) {
         for (const Format& format : FORMATS) {
             const CommandRun run =
                 RunPort("ctdiag", format.IsXml() ? "run" : "runcli", std::string(row.word) + " " + TARGET + " 9 true");
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Shown(CT, format, SUCCESS, "", row.shown));
             EXPECT_EQ(PortCalls(),
                       Calls{Call("DiagnosticsCTCommand", std::string("\"") + TARGET + "\", 9, 1, 256, " + row.type)});
@@ -435,7 +441,7 @@ TEST_F(CTDiagTest, UnknownTypeIsRefusedFirst) {
         port->PortState = isVirtual ? 3 : 1;
         for (const std::string& line : lines) {
             const CommandRun run = Run("-t port -s ctdiag run " + line);
-            EXPECT_EQ(run.code, 6u) << line;
+            EXPECT_EQ(run.code, RC_INVALID_PARAMETER) << line;
             EXPECT_EQ(run.output, Shown(CT, XML, INVALID, "", "Unknown")) << line;
             EXPECT_EQ(PortCalls(), Calls{});
         }

@@ -9,6 +9,10 @@ namespace {
 /// The tables of the port report: every value, and one outside.
 class PortInfoTablesTest : public FamilyTest {
 protected:
+    PortInfoTablesTest() {
+        Fake().Succeed({"GetFlashComponentVersion", "GetAdapterAsicBoardTemperature", "GetLockdownStatus"});
+    }
+
     struct Row {
         VX_UINT32 value;
         const char* word;

@@ -137,7 +137,7 @@ constexpr char WHOLE[] = "Model: ORV2\n"
 
 TEST_F(PortInfoTest, IsByteExact) {
     const CommandRun xml = RunPort("info", "get");
-    EXPECT_EQ(xml.code, 0u);
+    EXPECT_EQ(xml.code, RC_SUCCESS);
     EXPECT_EQ(xml.output, "<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n"
                           "<structure typeName=\"PortInformation\">\n"
                           "<field name=\"Message\">\n<string>Success</string></field>\n"
@@ -154,7 +154,7 @@ TEST_F(PortInfoTest, IsByteExact) {
                               "</structure>\n"
                               "</output>\n");
     const CommandRun text = RunPort("info", "getcli");
-    EXPECT_EQ(text.code, 0u);
+    EXPECT_EQ(text.code, RC_SUCCESS);
     EXPECT_EQ(text.output, "****************************************************\n"
                            "PortInformation:\n"
                            "Message: Success\n"
@@ -370,7 +370,7 @@ TEST_F(PortInfoTest, FailedReadsLeaveZeros) {
         Fake().Return("VEXAPI_GetAdapterAsicBoardTemperature", status);
         Fake().Return("VEXAPI_GetLockdownStatus", status);
         Fake().Return("VEXAPI_GetFlashComponentVersion", status);
-        EXPECT_EQ(RunPort("info", "get").code, 0u);
+        EXPECT_EQ(RunPort("info", "get").code, RC_SUCCESS);
         EXPECT_EQ(PortCalls().size(), 3u); // a failure does not end the command
         ExpectLine(TEMPERATURE_LABEL, "0");
         ExpectLine("Config Lockdown", "false");
@@ -389,27 +389,33 @@ TEST_F(PortInfoTest, FailedReadsLeaveZeros) {
     ExpectLine(TEMPERATURE_LABEL, "33");
 }
 
-TEST_F(PortInfoTest, Failures) {
-    const auto error = [](const Format& format, const std::string& message) {
-        return format.Report("PortInformation", {{"Message", message}}, "PortInfo", "");
-    };
-    EXPECT_EQ(Run("-t port -s info get").output, error(XML, "Failed, Invalid parameter"));
+std::string Error(const Format& format, const std::string& message) {
+    return format.Report("PortInformation", {{"Message", message}}, "PortInfo", "");
+}
+
+TEST_F(PortInfoTest, RefusesHelpAndAPortThatIsNotThere) {
+    EXPECT_EQ(Run("-t port -s info get").output, Error(XML, "Failed, Invalid parameter"));
     const CommandRun invalid = Run("-t port -s info getcli FC_x");
-    EXPECT_EQ(invalid.code, 6u);
-    EXPECT_EQ(invalid.output, error(TEXT, "Failed, Invalid parameter") + "Usage: get [port identifier]\r\n");
+    EXPECT_EQ(invalid.code, RC_INVALID_PARAMETER);
+    EXPECT_EQ(invalid.output, Error(TEXT, "Failed, Invalid parameter") + "Usage: get [port identifier]\r\n");
     const CommandRun help = Run("-t port -s info get -help");
-    EXPECT_EQ(help.code, 5u);
-    EXPECT_EQ(help.output, error(XML, "Failed, Unknown"));
+    EXPECT_EQ(help.code, RC_HELP_REQUESTED);
+    EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
+}
+
+TEST_F(PortInfoTest, FailsWithoutAHost) {
     LoseHost();
     const CommandRun lost = RunPort("info", "getcli");
-    EXPECT_EQ(lost.code, 14u);
-    EXPECT_EQ(lost.output, error(TEXT, "Failed, Host not found"));
-    Fake().host.hasList = true;
+    EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
+    EXPECT_EQ(lost.output, Error(TEXT, "Failed, Host not found"));
+}
+
+TEST_F(PortInfoTest, CallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun closed = RunPort("info", "get");
-    EXPECT_EQ(closed.code, 19u);
-    EXPECT_EQ(closed.output, error(XML, "Failed, File not found"));
+    EXPECT_EQ(closed.code, RC_FILE_ERROR);
+    EXPECT_EQ(closed.output, Error(XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }
 

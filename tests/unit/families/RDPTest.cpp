@@ -39,7 +39,7 @@ protected:
         return format.Report("RDPInformation", {{"Message", message}}, "Read Diagnostics Parameters Data", "");
     }
     static std::string LeafOf(const Format& format) { return format.IsXml() ? "get" : "runcli"; }
-    void Expect(const CommandRun& run, VX_UINT32 code, const std::string& document, const Calls& calls = {}) const {
+    void Expect(const CommandRun& run, ResultCode code, const std::string& document, const Calls& calls = {}) const {
         EXPECT_EQ(run.code, code);
         EXPECT_EQ(run.output, document);
         EXPECT_EQ(PortCalls(), calls);
@@ -81,15 +81,15 @@ TEST_F(RDPTest, ReadsThePayload) {
     for (const VX_UINT32 size : {0u, 4u, 16u, 508u, 0xFFFFFFFFu}) {
         sizeBack = size;
         for (const Format& format : FORMATS) {
-            Expect(RunPort("rdp", LeafOf(format)), 0, Shown(format, FEC_BLOCK), {RDP_TEST});
+            Expect(RunPort("rdp", LeafOf(format)), RC_SUCCESS, Shown(format, FEC_BLOCK), {RDP_TEST});
             EXPECT_EQ(sizeGiven, 508u);
             EXPECT_TRUE(wasCleared);
         }
     }
     payload[3] = 4; // a list of nothing
-    Expect(RunPort("rdp", "get"), 0, Shown(XML, ""), {RDP_TEST});
+    Expect(RunPort("rdp", "get"), RC_SUCCESS, Shown(XML, ""), {RDP_TEST});
     payload.clear();
-    Expect(RunPort("rdp", "runcli"), 0, Shown(TEXT, ""), {RDP_TEST});
+    Expect(RunPort("rdp", "runcli"), RC_SUCCESS, Shown(TEXT, ""), {RDP_TEST});
 }
 
 /// A list with an excessive length ends with the payload.
@@ -109,23 +109,25 @@ TEST_F(RDPTest, RefusalsComeInOrder) {
         const auto run = [&](const std::string& words) {
             return Run("-t port -s rdp " + LeafOf(format) + (words.empty() ? "" : " " + words));
         };
-        Expect(run(""), 6, Error(format, INVALID)); // and no usage after it
-        Expect(run("FC_21:00:0a:0b:0c:0d:00:99"), 6, Error(format, INVALID));
-        Expect(run("help"), 5, Error(format, "Failed, Unknown"));
+        Expect(run(""), RC_INVALID_PARAMETER, Error(format, INVALID)); // and no usage behind it
+        Expect(run("FC_21:00:0a:0b:0c:0d:00:99"), RC_INVALID_PARAMETER, Error(format, INVALID));
+        Expect(run("help"), RC_HELP_REQUESTED, Error(format, "Failed, Unknown"));
         for (const int state : {0, 2, 3, 255}) {
             port->PortState = static_cast<VX_UINT8>(state);
-            Expect(run(Id(*port)), 43, Error(format, "Failed, Feature requires link up"));
+            Expect(run(Id(*port)), RC_LINK_UP_REQUIRED, Error(format, "Failed, Feature requires link up"));
         }
         port->PortInterfaceType = 3;
-        Expect(run(Id(*port)), 51, Error(format, "Failed, Feature not supported for virtual port"));
+        Expect(run(Id(*port)), RC_NOT_SUPPORTED_FOR_VPORT,
+               Error(format, "Failed, Feature not supported for virtual port"));
         port->PortState = 1;
-        Expect(run(Id(*port)), 51, Error(format, "Failed, Feature not supported for virtual port"));
+        Expect(run(Id(*port)), RC_NOT_SUPPORTED_FOR_VPORT,
+               Error(format, "Failed, Feature not supported for virtual port"));
         LoseHost();
-        Expect(run(Id(*port)), 14, Error(format, "Failed, Host not found"));
+        Expect(run(Id(*port)), RC_HOST_NOT_FOUND, Error(format, "Failed, Host not found"));
         Fake().host.hasList = true;
         port->PortInterfaceType = 1;
         SetChip(*port, NO_FAMILY); // any chip
-        Expect(run(Id(*port)), 0, Shown(format, FEC_BLOCK), {RDP_TEST});
+        Expect(run(Id(*port)), RC_SUCCESS, Shown(format, FEC_BLOCK), {RDP_TEST});
     }
 }
 
@@ -133,7 +135,8 @@ TEST_F(RDPTest, EveryLibraryFailureIsTheSame) {
     for (const VX_UINT32 status : {1u, 43u, 0xFFFFFFFFu}) {
         Fake().Return("VEXAPI_DiagnosticsRDPTest", status);
         for (const Format& format : FORMATS) {
-            Expect(RunPort("rdp", LeafOf(format)), 34, Error(format, "Failed, Diagnostic test failed"), {RDP_TEST});
+            Expect(RunPort("rdp", LeafOf(format)), RC_DIAG_TEST_FAILED, Error(format, "Failed, Diagnostic test failed"),
+                   {RDP_TEST});
         }
     }
 }
@@ -141,7 +144,7 @@ TEST_F(RDPTest, EveryLibraryFailureIsTheSame) {
 TEST_F(RDPTest, WithoutTheRedirectionNothingIsCalled) {
     NoFiles files;
     LoseFiles(files);
-    Expect(RunPort("rdp", "get"), 19, Error(XML, "Failed, File not found"));
+    Expect(RunPort("rdp", "get"), RC_FILE_ERROR, Error(XML, "Failed, File not found"));
 }
 
 TEST_F(RDPTest, WithoutMemoryTheReportIsEmpty) {
@@ -151,14 +154,14 @@ TEST_F(RDPTest, WithoutMemoryTheReportIsEmpty) {
             const RefusedBlock refused(16384);
             run = RunPort("rdp", LeafOf(format));
         }
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output,
                   format.Report("RDPInformation", {{"Message", "Success"}}, "Read Diagnostics Parameters Data",
                                 format.Structure("RDPDataList", format.OpenField("RDPInfo", ""))));
     }
 }
 
-TEST_F(RDPTest, Traces) {
+TEST_F(RDPTest, TracesStatusesAndUnknownTags) {
     const TraceLog log("5");
     payload[7] = 4; // a tag without a decoder; the words after it are tags too
     Fake().ReturnInTurn("VEXAPI_DiagnosticsRDPTest", {0, 9});

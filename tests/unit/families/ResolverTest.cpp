@@ -49,47 +49,47 @@ protected:
 TEST_F(AdapterResolverTest, ReadsTheIdentifier) {
     static constexpr struct {
         const char* identifier;
-        VX_UINT32 result;
+        ResultCode result;
     } CASES[] = {
-        {"Adapter_ORV2_S1", 0},
-        {"adapter_orv2_s1", 0},
-        {"ADAPTER_OrV2_S1", 0},
-        {"Adapter_ORV2_S1_more_and_more", 0}, // further tokens are ignored
-        {"Adapter_ORV2_S1_", 0},
-        {"Adapter__ORV2__S1", 0}, // separators may repeat
-        {"Adapter_ORV2_S2", 6},
-        {"Adapter_ORV3_S1", 6},
-        {"Adapter_S1_ORV2", 6},
-        {"Adapter_ORV2_S", 6},
-        {"Adapter_ORV2_S11", 6},
-        {"Adapter_ORV2", 6},
-        {"Adapter", 6},
-        {"Adapters_ORV2_S1", 6},
-        {"Adapte_ORV2_S1", 6},
-        {"ORV2_S1", 6},
-        {"Adapter ORV2 S1", 6},
-        {"FC_ORV2_S1", 6},
-        {"", 6},
-        {"_", 6},
+        {"Adapter_ORV2_S1", RC_SUCCESS},
+        {"adapter_orv2_s1", RC_SUCCESS},
+        {"ADAPTER_OrV2_S1", RC_SUCCESS},
+        {"Adapter_ORV2_S1_more_and_more", RC_SUCCESS}, // further tokens are dropped
+        {"Adapter_ORV2_S1_", RC_SUCCESS},
+        {"Adapter__ORV2__S1", RC_SUCCESS}, // tokens, so that separators may stand in a row
+        {"Adapter_ORV2_S2", RC_INVALID_PARAMETER},
+        {"Adapter_ORV3_S1", RC_INVALID_PARAMETER},
+        {"Adapter_S1_ORV2", RC_INVALID_PARAMETER},
+        {"Adapter_ORV2_S", RC_INVALID_PARAMETER},
+        {"Adapter_ORV2_S11", RC_INVALID_PARAMETER},
+        {"Adapter_ORV2", RC_INVALID_PARAMETER},
+        {"Adapter", RC_INVALID_PARAMETER},
+        {"Adapters_ORV2_S1", RC_INVALID_PARAMETER},
+        {"Adapte_ORV2_S1", RC_INVALID_PARAMETER},
+        {"ORV2_S1", RC_INVALID_PARAMETER},
+        {"Adapter ORV2 S1", RC_INVALID_PARAMETER},
+        {"FC_ORV2_S1", RC_INVALID_PARAMETER},
+        {"", RC_INVALID_PARAMETER},
+        {"_", RC_INVALID_PARAMETER},
     };
     for (const auto& row : CASES) {
         EXPECT_EQ(Resolve(row.identifier), row.result) << row.identifier;
-        EXPECT_EQ(entry.adapter, row.result == 0 ? adapter : nullptr) << row.identifier;
-        EXPECT_EQ(entry.port, row.result == 0 ? phyPort : nullptr) << row.identifier;
-        EXPECT_EQ(entry.fc, row.result == 0 ? port : nullptr) << row.identifier;
+        EXPECT_EQ(entry.adapter, row.result == RC_SUCCESS ? adapter : nullptr) << row.identifier;
+        EXPECT_EQ(entry.port, row.result == RC_SUCCESS ? phyPort : nullptr) << row.identifier;
+        EXPECT_EQ(entry.fc, row.result == RC_SUCCESS ? port : nullptr) << row.identifier;
         EXPECT_EQ(entry.nic, nullptr) << row.identifier;
         EXPECT_EQ(entry.iscsi, nullptr) << row.identifier;
     }
-    EXPECT_EQ(Resolve(TavuStringArray{}), 6u);
-    EXPECT_EQ(Resolve(TavuStringArray{"Adapter_ORV2_S1", "ignored", "words"}), 0u);
+    EXPECT_EQ(Resolve(TavuStringArray{}), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve(TavuStringArray{"Adapter_ORV2_S1", "ignored", "words"}), RC_SUCCESS);
 }
 
 TEST_F(AdapterResolverTest, ModelOrSerialNumberWithASeparatorIsOutOfReach) {
     SetText(adapter->SerialNumber, "S_1");
-    EXPECT_EQ(Resolve("Adapter_ORV2_S_1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S_1"), RC_INVALID_PARAMETER);
     SetText(adapter->SerialNumber, "S1");
     SetText(adapter->Model, "OR_V2");
-    EXPECT_EQ(Resolve("Adapter_OR_V2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_OR_V2_S1"), RC_INVALID_PARAMETER);
 }
 
 TEST_F(AdapterResolverTest, TakesTextsThatFillTheirArrays) {
@@ -97,46 +97,46 @@ TEST_F(AdapterResolverTest, TakesTextsThatFillTheirArrays) {
     const std::string serial(32, '7');
     SetText(adapter->Model, model);
     SetText(adapter->SerialNumber, serial);
-    EXPECT_EQ(Resolve("Adapter_" + model + "_" + serial), 0u);
+    EXPECT_EQ(Resolve("Adapter_" + model + "_" + serial), RC_SUCCESS);
     EXPECT_EQ(entry.adapter, adapter);
-    EXPECT_EQ(Resolve("Adapter_" + model + "M_" + serial), 6u);
-    EXPECT_EQ(Resolve("Adapter_" + model + "_" + serial + "7"), 6u);
-    EXPECT_EQ(Resolve("Adapter_" + model + "_" + serial.substr(1)), 6u);
-    EXPECT_EQ(Resolve("Adapter_" + std::string(100'000, 'M') + "_" + serial), 6u);
+    EXPECT_EQ(Resolve("Adapter_" + model + "M_" + serial), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve("Adapter_" + model + "_" + serial + "7"), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve("Adapter_" + model + "_" + serial.substr(1)), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve("Adapter_" + std::string(100'000, 'M') + "_" + serial), RC_INVALID_PARAMETER);
 }
 
 TEST_F(AdapterResolverTest, HelpWordsComeFirst) {
     LoseHost();
     for (const char* word : HELP_WORDS) {
-        EXPECT_EQ(Resolve(word), 5u) << word;
+        EXPECT_EQ(Resolve(word), RC_HELP_REQUESTED) << word;
     }
-    EXPECT_EQ(Resolve("helper"), 6u);
-    EXPECT_EQ(Resolve(TavuStringArray{"Adapter_ORV2_S1", "help"}), 14u);
+    EXPECT_EQ(Resolve("helper"), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve(TavuStringArray{"Adapter_ORV2_S1", "help"}), RC_HOST_NOT_FOUND);
     EXPECT_EQ(Fake().calls, Calls{"VEXAPI_GetAdapterList()"});
 }
 
 TEST_F(AdapterResolverTest, WithoutAHost) {
     LoseHost();
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 14u);
-    EXPECT_EQ(Resolve("FC_ORV2_S1"), 6u); // the prefix is tested first
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_HOST_NOT_FOUND);
+    EXPECT_EQ(Resolve("FC_ORV2_S1"), RC_INVALID_PARAMETER); // the prefix is tested first
     Fake().onGetAdapterList = [] {
         static VX_ADAPTER_LIST none{};
         return &none;
     };
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_INVALID_PARAMETER);
 }
 
 TEST_F(AdapterResolverTest, EmptyListsFindNothing) {
     adapter->pPhyPortList->pHead->pProtocolList->pHead = nullptr;
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_INVALID_PARAMETER);
     ExpectNothing();
     adapter->pPhyPortList->pHead->pProtocolList = nullptr;
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_INVALID_PARAMETER);
     adapter->pPhyPortList->pHead = nullptr;
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_INVALID_PARAMETER);
     EXPECT_EQ(entry.port, nullptr);
     adapter->pPhyPortList = nullptr;
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_INVALID_PARAMETER);
     EXPECT_EQ(entry.adapter, nullptr);
 }
 
@@ -145,7 +145,7 @@ TEST_F(AdapterResolverTest, FcProtocolIsThatOfTheLowestPortNumber) {
     _vexapi_phy_port_t* const three = AddPhyPort(3, {0, 1});
     AddPhyPort(4, {0});
     AddPhyPort(3, {0}); // not below 3
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_SUCCESS);
     EXPECT_EQ(entry.adapter, second);
     EXPECT_EQ(entry.port, three);
     EXPECT_EQ(entry.fc, Protocol(three, 0));
@@ -155,7 +155,7 @@ TEST_F(AdapterResolverTest, FcProtocolIsThatOfTheLowestPortNumber) {
 TEST_F(AdapterResolverTest, FirstFcProtocolOfTheFirstPortStays) {
     _vexapi_phy_port_t* const zero = AddPhyPort(0, {1, 0});
     AddPhyPort(1, {0});
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_SUCCESS);
     EXPECT_EQ(entry.port, zero);
     EXPECT_EQ(entry.fc, Protocol(zero, 0));
 }
@@ -164,7 +164,7 @@ TEST_F(AdapterResolverTest, FirstFcProtocolOfTheFirstPortStays) {
 TEST_F(AdapterResolverTest, PortWithoutProtocolsStays) {
     _vexapi_phy_port_t* const empty = AddPhyPort(0, {});
     _vexapi_phy_port_t* const one = AddPhyPort(1, {0});
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_SUCCESS);
     EXPECT_EQ(entry.port, empty);
     EXPECT_EQ(entry.fc, Protocol(one, 0));
 }
@@ -172,7 +172,7 @@ TEST_F(AdapterResolverTest, PortWithoutProtocolsStays) {
 TEST_F(AdapterResolverTest, NicAndIscsiMoveThePort) {
     _vexapi_phy_port_t* const zero = AddPhyPort(0, {0, 2});
     _vexapi_phy_port_t* const one = AddPhyPort(1, {2, 3});
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_SUCCESS);
     EXPECT_EQ(entry.fc, Protocol(zero, 0));
     EXPECT_EQ(entry.nic, Protocol(one, 0)); // the last one
     EXPECT_EQ(entry.iscsi, Protocol(one, 1));
@@ -181,10 +181,10 @@ TEST_F(AdapterResolverTest, NicAndIscsiMoveThePort) {
 
 TEST_F(AdapterResolverTest, OtherProtocolTypesCountForNothing) {
     AddPhyPort(0, {4, 0xFFFFFFFF});
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_INVALID_PARAMETER);
     ExpectNothing();
     _vexapi_phy_port_t* const nic = AddPhyPort(1, {2});
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_SUCCESS);
     EXPECT_EQ(entry.nic, Protocol(nic, 0));
     EXPECT_EQ(entry.port, nic);
 }
@@ -194,7 +194,7 @@ TEST_F(AdapterResolverTest, MovedPortIsNotTheRememberedOne) {
     AddPhyPort(3, {0});
     AddPhyPort(1, {2});
     _vexapi_phy_port_t* const two = AddPhyPort(2, {0});
-    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV9_T1"), RC_SUCCESS);
     EXPECT_EQ(entry.port, two);
     EXPECT_EQ(entry.fc, Protocol(two, 0));
 }
@@ -203,19 +203,19 @@ TEST_F(AdapterResolverTest, LaterRecordOfTheSameNameWins) {
     SetText(second->Model, "orv2");
     SetText(second->SerialNumber, "s1");
     _vexapi_phy_port_t* const seven = AddPhyPort(7, {0});
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_SUCCESS);
     EXPECT_EQ(entry.adapter, second);
     EXPECT_EQ(entry.port, seven);
     // The FC protocol is already there, and the first port of a record isn't below itself.
     EXPECT_EQ(entry.fc, port);
     // A lower port number in the later record does replace it.
     _vexapi_phy_port_t* const six = AddPhyPort(6, {0});
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_SUCCESS);
     EXPECT_EQ(entry.fc, Protocol(six, 0));
     EXPECT_EQ(entry.port, six);
     // Without a list of ports it is skipped.
     second->pPhyPortList = nullptr;
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 0u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_SUCCESS);
     EXPECT_EQ(entry.adapter, adapter);
 }
 
@@ -223,7 +223,7 @@ TEST_F(AdapterResolverTest, LaterRecordOfTheSameNameWins) {
 TEST_F(AdapterResolverTest, LaterRecordWithoutPortsTakesThePortAway) {
     SetText(second->Model, "ORV2");
     SetText(second->SerialNumber, "S1");
-    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), 6u);
+    EXPECT_EQ(Resolve("Adapter_ORV2_S1"), RC_INVALID_PARAMETER);
     EXPECT_EQ(entry.port, nullptr);
 }
 
@@ -242,81 +242,82 @@ constexpr char PORT_ID[] = "FC_21:00:0a:0b:0c:0d:00:01";
 TEST_F(PortResolverTest, ReadsTheIdentifier) {
     static constexpr struct {
         const char* identifier;
-        VX_UINT32 result;
+        ResultCode result;
     } CASES[] = {
-        {PORT_ID, 0},
-        {"fc_21:00:0a:0b:0c:0d:00:01", 6}, // the prefix is accepted, but the match is exact
-        {"Fc_21:00:0a:0b:0c:0d:00:01", 6},
-        {"FC_21:00:0A:0B:0C:0D:00:01", 6},
-        {"FC_21:00:0a:0b:0c:0d:00:02", 6},
-        {"FC_21:00:0a:0b:0c:0d:00:1", 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01 ", 6},
-        {"FC_21:00:0a:0b:0c:0d:00:011", 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01:02", 6},
-        {"FC_21:00:0a:0b:0c:0d:00", 6},
-        {"FC_21-00-0a-0b-0c-0d-00-01", 6},
-        {"FC_+1:00:0a:0b:0c:0d:00:01", 6},
-        {"FC_ 21:00:0a:0b:0c:0d:00:01", 6},
-        {"FC_0x21:00:0a:0b:0c:0d:00:01", 6},
-        {" FC_21:00:0a:0b:0c:0d:00:01", 6},
-        {"FC'21:00:0a:0b:0c:0d:00:01", 6},
-        {"FC", 6},
-        {"FC_", 6},
-        {"21:00:0a:0b:0c:0d:00:01", 6},
-        {"FCoE_21:00:0a:0b:0c:0d:00:01", 6},
-        {"_21:00:0a:0b:0c:0d:00:01", 6},
-        {"", 6},
+        {PORT_ID, RC_SUCCESS},
+        {"fc_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER}, // the prefix passes, yet the match is exact
+        {"Fc_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"FC_21:00:0A:0B:0C:0D:00:01", RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:02", RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:1", RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01 ", RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:011", RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01:02", RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00", RC_INVALID_PARAMETER},
+        {"FC_21-00-0a-0b-0c-0d-00-01", RC_INVALID_PARAMETER},
+        {"FC_+1:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"FC_ 21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"FC_0x21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {" FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"FC'21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"FC", RC_INVALID_PARAMETER},
+        {"FC_", RC_INVALID_PARAMETER},
+        {"21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"FCoE_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER},
+        {"", RC_INVALID_PARAMETER},
     };
     for (const auto& row : CASES) {
         EXPECT_EQ(Resolve(row.identifier), row.result) << row.identifier;
-        EXPECT_EQ(entry.protocol, row.result == 0 ? port : nullptr) << row.identifier;
-        EXPECT_EQ(entry.port, row.result == 0 ? phyPort : nullptr) << row.identifier;
-        EXPECT_EQ(entry.adapter, row.result == 0 ? adapter : nullptr) << row.identifier;
+        EXPECT_EQ(entry.protocol, row.result == RC_SUCCESS ? port : nullptr) << row.identifier;
+        EXPECT_EQ(entry.port, row.result == RC_SUCCESS ? phyPort : nullptr) << row.identifier;
+        EXPECT_EQ(entry.adapter, row.result == RC_SUCCESS ? adapter : nullptr) << row.identifier;
     }
-    EXPECT_EQ(Resolve(TavuStringArray{}), 6u);
-    EXPECT_EQ(Resolve(TavuStringArray{PORT_ID, "more"}), 0u);
-    EXPECT_EQ(Resolve("FC_" + std::string(100'000, '0')), 6u);
+    EXPECT_EQ(Resolve(TavuStringArray{}), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve(TavuStringArray{PORT_ID, "more"}), RC_SUCCESS);
+    EXPECT_EQ(Resolve("FC_" + std::string(100'000, '0')), RC_INVALID_PARAMETER);
 }
 
 TEST_F(PortResolverTest, HelpWordsComeFirst) {
     LoseHost();
     for (const char* word : HELP_WORDS) {
-        EXPECT_EQ(Resolve(word), 5u) << word;
+        EXPECT_EQ(Resolve(word), RC_HELP_REQUESTED) << word;
     }
-    EXPECT_EQ(Resolve(TavuStringArray{PORT_ID, "help"}), 14u);
+    EXPECT_EQ(Resolve(TavuStringArray{PORT_ID, "help"}), RC_HOST_NOT_FOUND);
 }
 
 TEST_F(PortResolverTest, PrefixIsTestedAheadOfTheHost) {
     LoseHost();
     for (const char* word :
          {"FD_21:00:0a:0b:0c:0d:00:01", "FCX_21:00:0a:0b:0c:0d:00:01", "F_21:00:0a:0b:0c:0d:00:01"}) {
-        EXPECT_EQ(Resolve(word), 6u) << word;
+        EXPECT_EQ(Resolve(word), RC_INVALID_PARAMETER) << word;
     }
     EXPECT_EQ(Fake().calls, Calls{});
     // A lower-case prefix is accepted, so the host is requested.
     for (const char* word : {PORT_ID, "fc_21:00:0a:0b:0c:0d:00:01", "FC", "fC", "FC'x"}) {
-        EXPECT_EQ(Resolve(word), 14u) << word;
+        EXPECT_EQ(Resolve(word), RC_HOST_NOT_FOUND) << word;
     }
 }
 
 TEST_F(PortResolverTest, EmptyListsFindNothing) {
     phyPort->pProtocolList->pHead = nullptr;
-    EXPECT_EQ(Resolve(PORT_ID), 6u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_INVALID_PARAMETER);
     phyPort->pProtocolList = nullptr;
-    EXPECT_EQ(Resolve(PORT_ID), 6u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_INVALID_PARAMETER);
     adapter->pPhyPortList->pHead = nullptr;
-    EXPECT_EQ(Resolve(PORT_ID), 6u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_INVALID_PARAMETER);
     adapter->pPhyPortList = nullptr;
-    EXPECT_EQ(Resolve(PORT_ID), 6u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_INVALID_PARAMETER);
     Fake().host.List()->pHead = nullptr;
-    EXPECT_EQ(Resolve(PORT_ID), 6u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_INVALID_PARAMETER);
 }
 
 TEST_F(PortResolverTest, OnlyFcAndFcoeArePorts) {
     static constexpr struct {
         VX_UINT32 type;
-        VX_UINT32 result;
-    } CASES[] = {{0, 0}, {1, 0}, {2, 6}, {3, 6}, {4, 6}, {0xFFFFFFFF, 6}};
+        ResultCode result;
+    } CASES[] = {{0, RC_SUCCESS},           {1, RC_SUCCESS},           {2, RC_INVALID_PARAMETER},
+                 {3, RC_INVALID_PARAMETER}, {4, RC_INVALID_PARAMETER}, {0xFFFFFFFF, RC_INVALID_PARAMETER}};
     for (const auto& row : CASES) {
         port->ProtocolType = row.type;
         EXPECT_EQ(Resolve(PORT_ID), row.result) << row.type;
@@ -327,10 +328,10 @@ TEST_F(PortResolverTest, FirstInListOrderWins) {
     _vexapi_adapter_t& second = Fake().host.AddAdapter();
     _vexapi_phy_port_t& otherPort = Fake().host.AddPhyPort(second);
     std::memcpy(Fake().host.AddProtocol(otherPort).WWPN, port->WWPN, 8);
-    EXPECT_EQ(Resolve(PORT_ID), 0u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_SUCCESS);
     EXPECT_EQ(entry.protocol, port);
     port->ProtocolType = 2;
-    EXPECT_EQ(Resolve(PORT_ID), 0u);
+    EXPECT_EQ(Resolve(PORT_ID), RC_SUCCESS);
     EXPECT_EQ(entry.protocol, otherPort.pProtocolList->pHead);
     EXPECT_EQ(entry.port, &otherPort);
     EXPECT_EQ(entry.adapter, &second);

@@ -84,12 +84,12 @@ TEST_F(StatsTest, GetReadsTheRecordOnly) {
     for (const Format& format : FORMATS) {
         for (const char* mode : {"Driver", "driver", "DRIVER"}) {
             const CommandRun run = RunPort("stats", format.Leaf("get"), mode);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Shown(format, DRIVER)) << mode;
         }
         for (const char* mode : {"Firmware", "firmware", "fIRMWARE", "Firmware Driver"}) {
             const CommandRun run = RunPort("stats", format.Leaf("get"), mode);
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, Shown(format, FIRMWARE)) << mode;
         }
     }
@@ -104,20 +104,20 @@ TEST_F(StatsTest, CountersAreUnsigned) {
 }
 
 /// `get` reports an invalid mode but returns 0, so no usage follows; `reset` returns 6.
-TEST_F(StatsTest, BadModes) {
+TEST_F(StatsTest, BadModesFailButForTheCodeOfGet) {
     for (const char* mode : {"", "Drive", "Drivers", "Firm", "all", "Driver,Firmware"}) {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunPort("stats", format.Leaf("get"), mode);
-            EXPECT_EQ(run.code, 0u) << mode;
+            EXPECT_EQ(run.code, RC_SUCCESS) << mode;
             EXPECT_EQ(run.output, Error(format, "Failed, Invalid parameter")) << mode;
         }
     }
     for (const char* mode : {"", "Driver", "Firm", "Firmwares", "all"}) {
         const CommandRun xml = RunPort("stats", "reset", mode);
-        EXPECT_EQ(xml.code, 6u) << mode;
+        EXPECT_EQ(xml.code, RC_INVALID_PARAMETER) << mode;
         EXPECT_EQ(xml.output, Error(XML, "Failed, Invalid parameter")) << mode;
         const CommandRun text = RunPort("stats", "resetcli", mode);
-        EXPECT_EQ(text.code, 6u) << mode;
+        EXPECT_EQ(text.code, RC_INVALID_PARAMETER) << mode;
         EXPECT_EQ(text.output, Error(TEXT, "Failed, Invalid parameter") + "Usage: reset [port identifier]\r\n") << mode;
         EXPECT_EQ(PortCalls(), Calls{});
     }
@@ -127,7 +127,7 @@ TEST_F(StatsTest, ResetsTheFirmwareCounters) {
     for (const Format& format : FORMATS) {
         for (const char* mode : {"Firmware", "FIRMWARE", "firmware"}) {
             const CommandRun run = RunPort("stats", format.Leaf("reset"), mode);
-            EXPECT_EQ(run.code, 0u) << mode;
+            EXPECT_EQ(run.code, RC_SUCCESS) << mode;
             EXPECT_EQ(run.output, format.Flat("ResetFCStatistics", {{"Message", "Success"}})) << mode;
             EXPECT_EQ(PortCalls(), Calls{Call("ResetDeviceStats")});
         }
@@ -139,30 +139,30 @@ TEST_F(StatsTest, ResetFails) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().Return("VEXAPI_ResetDeviceStats", status);
         const CommandRun run = RunPort("stats", "resetcli", "Firmware");
-        EXPECT_EQ(run.code, 39u);
+        EXPECT_EQ(run.code, RC_STATS_CLEAR_FAILED);
         EXPECT_EQ(run.output, Error(TEXT, "Failed, Statistics clear error"));
     }
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = RunPort("stats", "reset", "Firmware");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, Error(XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }
 
-TEST_F(StatsTest, ResolverFailures) {
+TEST_F(StatsTest, TellsWhyThereIsNoPort) {
     for (const std::string leaf : {"get", "reset"}) {
-        EXPECT_EQ(Run("-t port -s stats " + leaf).code, 6u);
+        EXPECT_EQ(Run("-t port -s stats " + leaf).code, RC_INVALID_PARAMETER);
         const CommandRun unknown = Run("-t port -s stats " + leaf + "cli FC_x Firmware");
-        EXPECT_EQ(unknown.code, 6u);
+        EXPECT_EQ(unknown.code, RC_INVALID_PARAMETER);
         EXPECT_EQ(unknown.output,
                   Error(TEXT, "Failed, Invalid parameter") + "Usage: " + leaf + " [port identifier]\r\n");
         const CommandRun help = Run("-t port -s stats " + leaf + " help");
-        EXPECT_EQ(help.code, 5u);
+        EXPECT_EQ(help.code, RC_HELP_REQUESTED);
         EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
         LoseHost();
         const CommandRun lost = RunPort("stats", leaf, "Firmware");
-        EXPECT_EQ(lost.code, 14u);
+        EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(lost.output, Error(XML, "Failed, Host not found"));
         Fake().host.hasList = true;
     }
@@ -173,7 +173,7 @@ TEST_F(StatsTest, VirtualPortsAndAllChipsAreAdmitted) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
         EXPECT_EQ(RunPort("stats", "get", "Driver").output, Shown(XML, DRIVER)) << chip.name;
-        EXPECT_EQ(RunPort("stats", "reset", "Firmware").code, 0u) << chip.name;
+        EXPECT_EQ(RunPort("stats", "reset", "Firmware").code, RC_SUCCESS) << chip.name;
     }
 }
 

@@ -74,7 +74,7 @@ TEST_F(TargetInfoTest, ReportsAScsiTarget) {
     };
     for (const Format& format : FORMATS) {
         const CommandRun run = RunTarget("info", format.Leaf("get"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, format.Block(STRUCTURE, FIELD, LIST, TextOfLines(expected)));
         EXPECT_EQ(PortCalls(), Calls{}); // everything comes from the records
     }
@@ -321,7 +321,7 @@ TEST_F(TargetInfoTest, VirtualLanes) {
 }
 
 /// The last case reads "None", not "NA" as for a port.
-TEST_F(TargetInfoTest, Throttling) {
+TEST_F(TargetInfoTest, ThrottlingIsToldByChipsThatCount) {
     static constexpr struct {
         VX_UINT8 state;
         const char* withBit31;
@@ -345,7 +345,7 @@ TEST_F(TargetInfoTest, Throttling) {
 }
 
 /// Byte 2 bit 1 together with byte 4 bit 0 takes precedence over byte 0 bit 6.
-TEST_F(TargetInfoTest, Status) {
+TEST_F(TargetInfoTest, StatusIsReadFromThreeFlags) {
     static constexpr struct {
         VX_UINT8 byte0, byte2, byte4;
         const char* status;
@@ -426,7 +426,7 @@ TEST_F(TargetLunsTest, LinesGoOneByOne) {
 /// "Luns" with n: 6 + 6 + 1 = 13, and n times "LUN_", n - 1 times ", ", 10 numbers of one digit, 90 of two and n -
 /// 100 of three: 4n + 2n - 2 + 10 + 180 + 3n - 300 = 9n - 112; together 9n - 99.
 /// After "Luns": 282 + 9n - 99 = 9n + 183.
-TEST_F(TargetLunsTest, Limits) {
+TEST_F(TargetLunsTest, DropsTheLinesThatManyLunsLeaveNoRoomFor) {
     // "Status" takes 22 and follows 9n + 183 + 27 + 24 + 28 + 40 + 23 + 27 = 9n + 352:
     // 18n + 704 + 22 < 4096 up to n = 187 (18 * 187 = 3366 < 3370).
     SetLuns(187);
@@ -473,17 +473,19 @@ TEST_F(TargetLunsTest, LineOfLunsIsNotCut) {
 
 struct ErrorCase {
     const char* arguments;
-    VX_UINT32 code;
+    ResultCode code;
     const char* message;
 };
 
-TEST_F(TargetInfoTest, Errors) {
+TEST_F(TargetInfoTest, RefusesHelpAndATargetThatIsNotThere) {
     static constexpr ErrorCase CASES[] = {
-        {"", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:02", 6, "Failed, Invalid parameter"},
-        {" FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, "Failed, Invalid parameter"},
-        {" help", 5, "Failed, Unknown"},
+        {"", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:02", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER,
+         "Failed, Invalid parameter"},
+        {" help", RC_HELP_REQUESTED, "Failed, Unknown"},
     };
     for (const ErrorCase& row : CASES) {
         for (const Format& format : FORMATS) {
@@ -493,10 +495,13 @@ TEST_F(TargetInfoTest, Errors) {
                                       (format.IsXml() ? "" : "Usage: get [port identifier]\r\n"));
         }
     }
+}
+
+TEST_F(TargetInfoTest, FailsWithoutAHost) {
     LoseHost();
     for (const Format& format : FORMATS) {
         const CommandRun run = RunTarget("info", format.Leaf("get"));
-        EXPECT_EQ(run.code, 14u);
+        EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
         EXPECT_EQ(run.output, ErrorOf(format, STRUCTURE, FIELD, "Failed, Host not found"));
     }
 }

@@ -55,15 +55,15 @@ protected:
     void ExpectReport(const std::string& leaf, const std::string& rest, const std::string& word) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunTarget("iidma", format.Leaf(leaf), rest);
-            EXPECT_EQ(run.code, 0u) << leaf << " " << rest;
+            EXPECT_EQ(run.code, RC_SUCCESS) << leaf << " " << rest;
             EXPECT_EQ(run.output, Report(format, word)) << leaf << " " << rest;
         }
     }
     /// An error of a leaf, followed by the usage if the code and the format require it.
-    void ExpectError(const std::string& leaf, const std::string& rest, VX_UINT32 code, const char* message) const {
+    void ExpectError(const std::string& leaf, const std::string& rest, ResultCode code, const char* message) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = RunTarget("iidma", format.Leaf(leaf), rest);
-            const bool hasUsage = !format.IsXml() && (code == 5 || code == 6);
+            const bool hasUsage = !format.IsXml() && (code == RC_HELP_REQUESTED || code == RC_INVALID_PARAMETER);
             EXPECT_EQ(run.code, code) << leaf << " " << rest;
             EXPECT_EQ(run.output, ErrorOf(format, STRUCTURE, FIELD, message) +
                                       (hasUsage ? "Usage: " + leaf + " [port identifier]\r\n" : ""))
@@ -161,7 +161,7 @@ TEST_F(TargetLinkSpeedTest, MisspeltWordIsTheSlowestSpeed) {
     const CommandRun run =
         RunCommand(TavuStringArray{"-t", "target", "-v", "iidma", "set", TavuString(TargetId(*port, *target)), ""});
     EXPECT_EQ(run.output, Report(XML, "1_Gbps")); // an empty word is not missing
-    ExpectError("set", "", 6, INVALID);
+    ExpectError("set", "", RC_INVALID_PARAMETER, INVALID);
     EXPECT_EQ(PortCalls(), Calls{});
 }
 
@@ -172,24 +172,24 @@ TEST_F(TargetLinkSpeedTest, SpeedsAboveTheHighestAreRefused) {
             present = 999;
             const CommandRun run = RunTarget("iidma", "set", speed.word);
             const bool isRefused = speed.level > maximum.level;
-            EXPECT_EQ(run.code, isRefused ? 44u : 0u) << maximum.word << " " << speed.word;
+            EXPECT_EQ(run.code, isRefused ? RC_UNSUPPORTED_SPEED : RC_SUCCESS) << maximum.word << " " << speed.word;
             EXPECT_EQ(run.output, isRefused ? ErrorOf(XML, STRUCTURE, FIELD, NO_SPEED) : Report(XML, speed.word));
             EXPECT_EQ(PortCalls().size(), isRefused ? 0u : 2u);
         }
-        ExpectError("set", "10_Gbps", 44, NO_SPEED);
-        ExpectError("set", "10_gbps", 44, NO_SPEED);
+        ExpectError("set", "10_Gbps", RC_UNSUPPORTED_SPEED, NO_SPEED);
+        ExpectError("set", "10_gbps", RC_UNSUPPORTED_SPEED, NO_SPEED);
     }
     for (const VX_UINT8 mask : std::initializer_list<VX_UINT8>{0x00, 0x04}) {
         port->SupportedSpeeds = mask;
         for (const Speed& speed : SPEEDS) {
-            ExpectError("set", speed.word, 44, NO_SPEED);
+            ExpectError("set", speed.word, RC_UNSUPPORTED_SPEED, NO_SPEED);
         }
-        ExpectError("set", "10_Gbps", 44, NO_SPEED);
-        ExpectError("set", "fast", 44, NO_SPEED);
+        ExpectError("set", "10_Gbps", RC_UNSUPPORTED_SPEED, NO_SPEED);
+        ExpectError("set", "fast", RC_UNSUPPORTED_SPEED, NO_SPEED);
         EXPECT_EQ(PortCalls(), Calls{});
     }
     port->SupportedSpeeds = 0xFF; // an adapter that supports it
-    ExpectError("set", "10_Gbps", 44, NO_SPEED);
+    ExpectError("set", "10_Gbps", RC_UNSUPPORTED_SPEED, NO_SPEED);
 }
 
 /// The refusals in order: each case also has all later ones.
@@ -198,31 +198,31 @@ TEST_F(TargetLinkSpeedTest, OrderOfRefusals) {
     port->SupportedSpeeds = 0;
     SetChip(*port, ROWAN_CNA);
     port->PortInterfaceType = 3;
-    ExpectError("set", "", 51, NO_VIRTUAL);
-    ExpectError("set", "fast", 51, NO_VIRTUAL);
-    ExpectError("get", "", 51, NO_VIRTUAL);
+    ExpectError("set", "", RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL);
+    ExpectError("set", "fast", RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL);
+    ExpectError("get", "", RC_NOT_SUPPORTED_FOR_VPORT, NO_VIRTUAL);
     port->PortInterfaceType = 1;
-    ExpectError("set", "", 8, READ_ONLY);
-    ExpectError("set", "fast", 8, READ_ONLY);
-    ExpectError("get", "", 13, READ_FAILED);
+    ExpectError("set", "", RC_INVALID_CMD, READ_ONLY);
+    ExpectError("set", "fast", RC_INVALID_CMD, READ_ONLY);
+    ExpectError("get", "", RC_CFG_READ_FAILED, READ_FAILED);
     SetChip(*port, LARCH);
-    ExpectError("set", "", 6, INVALID);
-    ExpectError("set", "fast", 44, NO_SPEED);
+    ExpectError("set", "", RC_INVALID_PARAMETER, INVALID);
+    ExpectError("set", "fast", RC_UNSUPPORTED_SPEED, NO_SPEED);
     EXPECT_EQ(PortCalls(), Calls{});
     port->SupportedSpeeds = 1;
-    ExpectError("set", "fast", 13, READ_FAILED);
+    ExpectError("set", "fast", RC_CFG_READ_FAILED, READ_FAILED);
     EXPECT_EQ(PortCalls(), ReadOnce());
     Fake().Return("VEXAPI_GetTargetLinkSpeed", 0);
     Fake().Return("VEXAPI_SetTargetLinkSpeed", 7);
-    ExpectError("set", "fast", 20, SET_FAILED);
+    ExpectError("set", "fast", RC_CFG_UPDATE_FAILED, SET_FAILED);
 }
 
 /// 8 for chips with 10 Gbps in `set`; `get` checks no chip.
-TEST_F(TargetLinkSpeedTest, Chips) {
+TEST_F(TargetLinkSpeedTest, ChipsOf10GbpsRefuseSetOnly) {
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
         const bool is10G = chip.chip == ROWAN_CNA || chip.chip == HAZEL || chip.chip == WILLOW;
-        EXPECT_EQ(RunTarget("iidma", "set", "8_Gbps").code, is10G ? 8u : 0u) << chip.name;
+        EXPECT_EQ(RunTarget("iidma", "set", "8_Gbps").code, is10G ? RC_INVALID_CMD : RC_SUCCESS) << chip.name;
         ExpectReport("get", "", "8_Gbps");
     }
 }
@@ -231,7 +231,7 @@ TEST_F(TargetLinkSpeedTest, LibraryLogThatCannotBeOpened) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun get = RunTarget("iidma", "get");
-    EXPECT_EQ(get.code, 19u);
+    EXPECT_EQ(get.code, RC_FILE_ERROR);
     EXPECT_EQ(get.output, ErrorOf(XML, STRUCTURE, FIELD, NO_FILE));
     EXPECT_EQ(PortCalls(), Calls{});
 }
@@ -244,7 +244,7 @@ TEST_F(TargetLinkSpeedTest, SetWithoutTheLogOfTheSecondCall) {
         return 0u;
     };
     const CommandRun set = RunTarget("iidma", "set", "8_Gbps");
-    EXPECT_EQ(set.code, 19u);
+    EXPECT_EQ(set.code, RC_FILE_ERROR);
     EXPECT_EQ(set.output, ErrorOf(XML, STRUCTURE, FIELD, NO_FILE));
     EXPECT_EQ(PortCalls(), ReadOnce());
 }
@@ -254,15 +254,15 @@ TEST_F(TargetLinkSpeedTest, TargetThatIsNotFound) {
         for (const Format& format : FORMATS) {
             const std::string command = "-t target -v iidma " + format.Leaf(leaf);
             const std::string usage = format.IsXml() ? "" : "Usage: " + leaf + " [port identifier]\r\n";
-            EXPECT_EQ(Run(command).code, 6u);
+            EXPECT_EQ(Run(command).code, RC_INVALID_PARAMETER);
             EXPECT_EQ(Run(command).output, ErrorOf(format, STRUCTURE, FIELD, INVALID) + usage);
-            EXPECT_EQ(Run(command + " /?").code, 5u);
+            EXPECT_EQ(Run(command + " /?").code, RC_HELP_REQUESTED);
             EXPECT_EQ(Run(command + " /?").output, ErrorOf(format, STRUCTURE, FIELD, "Failed, Unknown") + usage);
         }
     }
     LoseHost();
-    ExpectError("get", "", 14, NO_HOST);
-    ExpectError("set", "", 14, NO_HOST);
+    ExpectError("get", "", RC_HOST_NOT_FOUND, NO_HOST);
+    ExpectError("set", "", RC_HOST_NOT_FOUND, NO_HOST);
 }
 
 } // namespace

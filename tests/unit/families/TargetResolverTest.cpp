@@ -77,68 +77,68 @@ protected:
 /// `resultWithout` is the result without a host: it shows whether the words were accepted.
 struct IdentifierCase {
     const char* identifier;
-    VX_UINT32 result;
-    VX_UINT32 resultWithout;
+    ResultCode result;
+    ResultCode resultWithout;
 };
 
 TEST_F(TargetResolverTest, ReadsTheIdentifier) {
     static constexpr IdentifierCase CASES[] = {
-        {TARGET_ID, 0, 14},
+        {TARGET_ID, RC_SUCCESS, RC_HOST_NOT_FOUND},
         // The words pass in any letter case, and find nothing then.
-        {"fc_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_target_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_TARGET_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0A:0B:0C:0D:01:01", 6, 14},
+        {"fc_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_TARGET_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0A:0B:0C:0D:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0A:0B:0C:0D:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
         // So do bytes that read as numbers in another form, and anything after the second word.
-        {"FC_0x21:0:a:b:c:d:0:1_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_+21: 0:a:b:c:d:-0:1_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target'", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:02", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:0", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01 ", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:011", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_0", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50-00-0a-0b-0c-0d-01-01", 6, 14},
+        {"FC_0x21:0:a:b:c:d:0:1_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_+21: 0:a:b:c:d:-0:1_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target'", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:02", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:0", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01 ", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:011", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_0", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50-00-0a-0b-0c-0d-01-01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
         // A first part, or a second word, of another form is refused before the host.
-        {"FC_21:00:0a:0b:0c:0d:00:01", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01_", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Targe_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Targets_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01_LUN_0", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00_Target_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:0g:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"FC_21-00-0a-0b-0c-0d-00-01_Target_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"FC'21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"FC", 6, 6},
-        {"FD_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", 6, 6},
-        {"_", 6, 6},
-        {"", 6, 6},
+        {"FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01_", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Targe_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Targets_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01_LUN_0", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:0g:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21-00-0a-0b-0c-0d-00-01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC'21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FD_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {" FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"_", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
     };
     for (const IdentifierCase& row : CASES) {
         EXPECT_EQ(Resolve(row.identifier), row.result) << row.identifier;
-        EXPECT_EQ(entry.protocol, row.result == 0 ? port : nullptr) << row.identifier;
-        EXPECT_EQ(entry.target, row.result == 0 ? target : nullptr) << row.identifier;
+        EXPECT_EQ(entry.protocol, row.result == RC_SUCCESS ? port : nullptr) << row.identifier;
+        EXPECT_EQ(entry.target, row.result == RC_SUCCESS ? target : nullptr) << row.identifier;
     }
-    EXPECT_EQ(Resolve(TavuStringArray{}), 6u);
-    EXPECT_EQ(Resolve(TavuStringArray{TARGET_ID, "help"}), 0u);
-    EXPECT_EQ(Resolve(std::string(TARGET_ID) + std::string(100'000, '0')), 6u);
-    EXPECT_EQ(Resolve(std::string(100'000, 'F')), 6u);
+    EXPECT_EQ(Resolve(TavuStringArray{}), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve(TavuStringArray{TARGET_ID, "help"}), RC_SUCCESS);
+    EXPECT_EQ(Resolve(std::string(TARGET_ID) + std::string(100'000, '0')), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve(std::string(100'000, 'F')), RC_INVALID_PARAMETER);
     LoseHost();
     for (const IdentifierCase& row : CASES) {
         EXPECT_EQ(Resolve(row.identifier), row.resultWithout) << row.identifier;
     }
-    EXPECT_EQ(Resolve(TavuStringArray{}), 6u);
+    EXPECT_EQ(Resolve(TavuStringArray{}), RC_INVALID_PARAMETER);
 }
 
 TEST_F(TargetResolverTest, HelpWordsComeFirst) {
     LoseHost();
     for (const char* word : HELP_WORDS) {
-        EXPECT_EQ(Resolve(word), 5u) << word;
+        EXPECT_EQ(Resolve(word), RC_HELP_REQUESTED) << word;
     }
     EXPECT_EQ(Fake().calls, Calls{});
 }
@@ -147,9 +147,9 @@ TEST_F(TargetResolverTest, EveryPortHasItsOwnTargets) {
     _vexapi_protocol_t& other = Fake().host.AddProtocol(Fake().host.AddPhyPort(*adapter));
     _tagVEXAPI_SDMTarget& same = Fake().host.AddTarget(other);
     std::memcpy(same.PortName, target->PortName, 8);
-    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01"), 0u);
+    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01"), RC_SUCCESS);
     EXPECT_EQ(entry.target, target);
-    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01"), 0u);
+    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01"), RC_SUCCESS);
     EXPECT_EQ(entry.target, &same);
     EXPECT_EQ(entry.protocol, &other);
 }
@@ -157,14 +157,14 @@ TEST_F(TargetResolverTest, EveryPortHasItsOwnTargets) {
 TEST_F(TargetResolverTest, FirstInListOrderWins) {
     _tagVEXAPI_SDMTarget& second = Fake().host.AddTarget(*port);
     std::memcpy(second.PortName, target->PortName, 8);
-    EXPECT_EQ(Resolve(TARGET_ID), 0u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_SUCCESS);
     EXPECT_EQ(entry.target, target);
     // A port of the same name that doesn't see the target is passed by.
     _vexapi_protocol_t& other = Fake().host.AddProtocol(Fake().host.AddPhyPort(*adapter));
     std::memcpy(other.WWPN, port->WWPN, 8);
     other.pTargetList = port->pTargetList;
     port->pTargetList = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 0u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_SUCCESS);
     EXPECT_EQ(entry.protocol, &other);
 }
 
@@ -172,16 +172,17 @@ TEST_F(TargetResolverTest, LastOfManyIsFound) {
     for (int i = 0; i < 200; ++i) {
         Fake().host.AddTarget(*port);
     }
-    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:c9"), 0u); // 0xc9 = 201
+    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:c9"), RC_SUCCESS); // 0xc9 = 201
     EXPECT_EQ(entry.target->TargetNumber, 200);
-    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:ca"), 6u);
+    EXPECT_EQ(Resolve("FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:ca"), RC_INVALID_PARAMETER);
 }
 
 TEST_F(TargetResolverTest, OnlyFcAndFcoePortsHaveTargets) {
     static constexpr struct {
         VX_UINT32 type;
-        VX_UINT32 result;
-    } CASES[] = {{0, 0}, {1, 0}, {2, 6}, {3, 6}, {4, 6}, {0xFFFFFFFF, 6}};
+        ResultCode result;
+    } CASES[] = {{0, RC_SUCCESS},           {1, RC_SUCCESS},           {2, RC_INVALID_PARAMETER},
+                 {3, RC_INVALID_PARAMETER}, {4, RC_INVALID_PARAMETER}, {0xFFFFFFFF, RC_INVALID_PARAMETER}};
     for (const auto& row : CASES) {
         port->ProtocolType = row.type;
         EXPECT_EQ(Resolve(TARGET_ID), row.result) << row.type;
@@ -190,17 +191,17 @@ TEST_F(TargetResolverTest, OnlyFcAndFcoePortsHaveTargets) {
 
 TEST_F(TargetResolverTest, EmptyListsFindNothing) {
     port->pTargetList = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 6u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_INVALID_PARAMETER);
     phyPort->pProtocolList->pHead = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 6u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_INVALID_PARAMETER);
     phyPort->pProtocolList = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 6u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_INVALID_PARAMETER);
     adapter->pPhyPortList->pHead = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 6u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_INVALID_PARAMETER);
     adapter->pPhyPortList = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 6u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_INVALID_PARAMETER);
     Fake().host.List()->pHead = nullptr;
-    EXPECT_EQ(Resolve(TARGET_ID), 6u);
+    EXPECT_EQ(Resolve(TARGET_ID), RC_INVALID_PARAMETER);
 }
 
 class LunResolverTest : public TargetTest {
@@ -214,7 +215,7 @@ protected:
     }
     VX_UINT32 Resolve(const TavuStringArray& args) {
         LunEntry entry;
-        const VX_UINT32 code = GetLunFromLunString(args, entry);
+        const ResultCode code = GetLunFromLunString(args, entry);
         lun = entry.lun;
         return code;
     }
@@ -229,58 +230,58 @@ protected:
 
 TEST_F(LunResolverTest, ReadsTheIdentifier) {
     static constexpr IdentifierCase CASES[] = {
-        {FCP_TARGET "_LUN_0", 0, 14},
-        {FCP_TARGET "_LUN_1", 0, 14},
-        {FCP_TARGET "_LUN_300", 0, 14},
-        {FCP_TARGET "_LUN_65535", 0, 14},
-        {NVME_TARGET "_NSID_0", 0, 14},
-        {NVME_TARGET "_NSID_300", 0, 14},
+        {FCP_TARGET "_LUN_0", RC_SUCCESS, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_1", RC_SUCCESS, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_300", RC_SUCCESS, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_65535", RC_SUCCESS, RC_HOST_NOT_FOUND},
+        {NVME_TARGET "_NSID_0", RC_SUCCESS, RC_HOST_NOT_FOUND},
+        {NVME_TARGET "_NSID_300", RC_SUCCESS, RC_HOST_NOT_FOUND},
         // The word is that of the target's kind.
-        {FCP_TARGET "_NSID_1", 6, 14},
-        {NVME_TARGET "_LUN_1", 6, 14},
+        {FCP_TARGET "_NSID_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {NVME_TARGET "_LUN_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
         // The words pass in any letter case, and find nothing then.
-        {FCP_TARGET "_lun_1", 6, 14},
-        {NVME_TARGET "_nsid_1", 6, 14},
-        {"fc_21:00:0a:0b:0c:0d:00:01_TARGET_50:00:0a:0b:0c:0d:01:01_LUN_1", 6, 14},
-        {"FC_21:00:0A:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", 6, 14},
-        {FCP_TARGET "_LUN", 6, 14},
-        {FCP_TARGET "_LUN_", 6, 14},
-        {FCP_TARGET "_LUN'1", 6, 14},
-        {FCP_TARGET "_LUN_2", 6, 14},
-        {FCP_TARGET "_LUN_01", 6, 14},
-        {FCP_TARGET "_LUN_00", 6, 14},
-        {FCP_TARGET "_LUN_+1", 6, 14},
-        {FCP_TARGET "_LUN_-1", 6, 14},
-        {FCP_TARGET "_LUN_ 1", 6, 14},
-        {FCP_TARGET "_LUN_1 ", 6, 14},
-        {FCP_TARGET "_LUN_1x", 6, 14},
-        {FCP_TARGET "_LUN_0x1", 6, 14},
+        {FCP_TARGET "_lun_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {NVME_TARGET "_nsid_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"fc_21:00:0a:0b:0c:0d:00:01_TARGET_50:00:0a:0b:0c:0d:01:01_LUN_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0A:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN'1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_2", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_01", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_00", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_+1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_-1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_ 1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_1 ", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_1x", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_0x1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
         // 65537 is 1 in sixteen bits, and 4294967297 in thirty-two.
-        {FCP_TARGET "_LUN_65536", 6, 14},
-        {FCP_TARGET "_LUN_65537", 6, 14},
-        {FCP_TARGET "_LUN_4294967297", 6, 14},
-        {FCP_TARGET "_LUN_99999999999999999999999", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:03_LUN_1", 6, 14},
-        {"FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", 6, 14},
+        {FCP_TARGET "_LUN_65536", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_65537", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_4294967297", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {FCP_TARGET "_LUN_99999999999999999999999", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:03_LUN_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
+        {"FC_21:00:0a:0b:0c:0d:00:02_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", RC_INVALID_PARAMETER, RC_HOST_NOT_FOUND},
         // A target alone, and a third word of another form, are refused before the host.
-        {FCP_TARGET, 6, 6},
-        {FCP_TARGET "_", 6, 6},
-        {FCP_TARGET "_LU_1", 6, 6},
-        {FCP_TARGET "_LUNS_1", 6, 6},
-        {FCP_TARGET "_NSIDNSID_1", 6, 6},
-        {FCP_TARGET "_1", 6, 6},
-        {FCP_TARGET ":00_LUN_1", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01_LUN_1", 6, 6},
+        {FCP_TARGET, RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {FCP_TARGET "_", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {FCP_TARGET "_LU_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {FCP_TARGET "_LUNS_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {FCP_TARGET "_NSIDNSID_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {FCP_TARGET "_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {FCP_TARGET ":00_LUN_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01_LUN_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
         // The last separator of a target's bytes counts here.
-        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01-01_LUN_1", 6, 6},
-        {"FC_21:00:0a:0b:0c:0d:00:01_LUN_1", 6, 6},
-        {"FX_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", 6, 6},
-        {"FC", 6, 6},
-        {"", 6, 6},
+        {"FC_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01-01_LUN_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC_21:00:0a:0b:0c:0d:00:01_LUN_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FX_21:00:0a:0b:0c:0d:00:01_Target_50:00:0a:0b:0c:0d:01:01_LUN_1", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"FC", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
+        {"", RC_INVALID_PARAMETER, RC_INVALID_PARAMETER},
     };
     for (const IdentifierCase& row : CASES) {
         EXPECT_EQ(Resolve(row.identifier), row.result) << row.identifier;
-        if (row.result == 0) {
+        if (row.result == RC_SUCCESS) {
             const std::string text = row.identifier;
             ASSERT_NE(lun, nullptr) << text;
             EXPECT_EQ(text.substr(text.rfind('_') + 1), std::to_string(lun->LunNumber));
@@ -288,15 +289,15 @@ TEST_F(LunResolverTest, ReadsTheIdentifier) {
             EXPECT_EQ(lun, nullptr) << row.identifier;
         }
     }
-    EXPECT_EQ(Resolve(TavuStringArray{}), 6u);
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_" + std::string(100'000, '1')), 6u);
+    EXPECT_EQ(Resolve(TavuStringArray{}), RC_INVALID_PARAMETER);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_" + std::string(100'000, '1')), RC_INVALID_PARAMETER);
     LoseHost();
     for (const IdentifierCase& row : CASES) {
         EXPECT_EQ(Resolve(row.identifier), row.resultWithout) << row.identifier;
     }
-    EXPECT_EQ(Resolve(TavuStringArray{}), 6u);
+    EXPECT_EQ(Resolve(TavuStringArray{}), RC_INVALID_PARAMETER);
     for (const char* word : HELP_WORDS) {
-        EXPECT_EQ(Resolve(word), 5u) << word;
+        EXPECT_EQ(Resolve(word), RC_HELP_REQUESTED) << word;
     }
 }
 
@@ -304,23 +305,23 @@ TEST_F(LunResolverTest, ReadsTheIdentifier) {
 TEST_F(LunResolverTest, FindsTheLunOfItsTarget) {
     nvme->pLunList->LunFlags = 0;
     target->pLunList->LunFlags = 1;
-    EXPECT_EQ(Resolve(NVME_TARGET "_NSID_0"), 0u);
+    EXPECT_EQ(Resolve(NVME_TARGET "_NSID_0"), RC_SUCCESS);
     EXPECT_EQ(lun, nvme->pLunList);
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), 0u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), RC_SUCCESS);
     EXPECT_EQ(lun, target->pLunList);
 }
 
 TEST_F(LunResolverTest, FirstInListOrderWins) {
     _tagVEXAPI_SDMLun& again = Fake().host.AddLun(*target);
     again.LunNumber = 300;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_300"), 0u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_300"), RC_SUCCESS);
     EXPECT_NE(lun, &again);
     // A target of the same name without the number is passed by.
     _tagVEXAPI_SDMTarget& twin = Fake().host.AddTarget(*port);
     std::memcpy(twin.PortName, target->PortName, 8);
     _tagVEXAPI_SDMLun& other = Fake().host.AddLun(twin);
     other.LunNumber = 5;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_5"), 0u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_5"), RC_SUCCESS);
     EXPECT_EQ(lun, &other);
 }
 
@@ -328,22 +329,22 @@ TEST_F(LunResolverTest, FirstInListOrderWins) {
 TEST_F(LunResolverTest, CountsAreNotAsked) {
     port->TargetCount = 0;
     target->LunCount = 0;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_65535"), 0u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_65535"), RC_SUCCESS);
 }
 
 TEST_F(LunResolverTest, EmptyListsFindNothing) {
     target->pLunList = nullptr;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), 6u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), RC_INVALID_PARAMETER);
     port->pTargetList = nullptr;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), 6u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), RC_INVALID_PARAMETER);
     port->ProtocolType = 2;
-    EXPECT_EQ(Resolve(NVME_TARGET "_NSID_0"), 6u);
+    EXPECT_EQ(Resolve(NVME_TARGET "_NSID_0"), RC_INVALID_PARAMETER);
     phyPort->pProtocolList = nullptr;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), 6u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), RC_INVALID_PARAMETER);
     adapter->pPhyPortList = nullptr;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), 6u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), RC_INVALID_PARAMETER);
     Fake().host.List()->pHead = nullptr;
-    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), 6u);
+    EXPECT_EQ(Resolve(FCP_TARGET "_LUN_0"), RC_INVALID_PARAMETER);
 }
 
 /// Rows as the lists print them: a structure with one field.
@@ -373,7 +374,7 @@ protected:
 TEST_F(TargetListTest, ListsEveryTargetOfEveryPort) {
     for (const Format& format : FORMATS) {
         const CommandRun run = Run("-t target " + format.Leaf("list"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output,
                   ListOf(format, "TargetList", "Targets",
                          {FCP_TARGET, NVME_TARGET, "FC_21:00:0a:0b:0c:0d:00:03_Target_50:00:0a:0b:0c:0d:01:01"}));
@@ -383,7 +384,7 @@ TEST_F(TargetListTest, ListsEveryTargetOfEveryPort) {
 TEST_F(TargetListTest, ListsEveryLunOfEveryTarget) {
     for (const Format& format : FORMATS) {
         const CommandRun run = Run("-t lun " + format.Leaf("list"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, ListOf(format, "LunList", "LUNs/Namespaces",
                                      {FCP_TARGET "_LUN_0", FCP_TARGET "_LUN_1", FCP_TARGET "_LUN_300",
                                       FCP_TARGET "_LUN_65535", NVME_TARGET "_NSID_0", NVME_TARGET "_NSID_1",
@@ -402,7 +403,7 @@ TEST_F(TargetListTest, NothingToListIsAnEmptyList) {
     for (const Format& format : FORMATS) {
         for (const char* family : {"target", "lun"}) {
             const CommandRun run = Run(std::string("-t ") + family + " " + format.Leaf("list"));
-            EXPECT_EQ(run.code, 0u);
+            EXPECT_EQ(run.code, RC_SUCCESS);
             EXPECT_EQ(run.output, format.Whole(format.List("")));
         }
     }
@@ -413,17 +414,17 @@ TEST_F(TargetListTest, FailuresHaveNoDocument) {
     for (const char* family : {"target", "lun"}) {
         const std::string list = std::string("-t ") + family + " list";
         const std::string listCli = list + "cli";
-        EXPECT_EQ(Run(list + " help").code, 5u);
+        EXPECT_EQ(Run(list + " help").code, RC_HELP_REQUESTED);
         EXPECT_EQ(Run(list + " help").output, "");
-        EXPECT_EQ(Run(listCli + " /H").code, 5u);
+        EXPECT_EQ(Run(listCli + " /H").code, RC_HELP_REQUESTED);
         EXPECT_EQ(Run(listCli + " /H").output, "Usage: list\r\n");
-        EXPECT_EQ(Run(list + " other").code, 0u);
+        EXPECT_EQ(Run(list + " other").code, RC_SUCCESS);
     }
     LoseHost();
     for (const char* family : {"target", "lun"}) {
         for (const char* leaf : {"list", "listcli"}) {
             const CommandRun run = Run(std::string("-t ") + family + " " + leaf);
-            EXPECT_EQ(run.code, 14u);
+            EXPECT_EQ(run.code, RC_HOST_NOT_FOUND);
             EXPECT_EQ(run.output, "");
         }
     }

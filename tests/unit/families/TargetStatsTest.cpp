@@ -29,10 +29,10 @@ protected:
             return 0u;
         };
     }
-    void ExpectError(const std::string& arguments, VX_UINT32 code, const std::string& message) const {
+    void ExpectError(const std::string& arguments, ResultCode code, const std::string& message) const {
         for (const Format& format : FORMATS) {
             const CommandRun run = Run("-t target -v stats " + format.Leaf("get") + arguments);
-            const bool hasUsage = !format.IsXml() && (code == 5 || code == 6);
+            const bool hasUsage = !format.IsXml() && (code == RC_HELP_REQUESTED || code == RC_INVALID_PARAMETER);
             EXPECT_EQ(run.code, code);
             EXPECT_EQ(run.output, ErrorOf(format, STRUCTURE, FIELD, message) +
                                       (hasUsage ? "Usage: get [port identifier]\r\n" : ""));
@@ -45,7 +45,7 @@ protected:
 TEST_F(TargetStatsTest, ReportsTheCounters) {
     for (const Format& format : FORMATS) {
         const CommandRun run = RunTarget("stats", format.Leaf("get"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output,
                   format.Block(
                       STRUCTURE, FIELD, LIST,
@@ -66,28 +66,34 @@ TEST_F(TargetStatsTest, EveryPortIsTaken) {
     port->FeatureFlags = 0;
     for (const ChipRow& chip : CHIPS) {
         SetChip(*port, chip.chip);
-        EXPECT_EQ(RunTarget("stats", "get").code, 0u) << chip.name;
+        EXPECT_EQ(RunTarget("stats", "get").code, RC_SUCCESS) << chip.name;
     }
 }
 
-TEST_F(TargetStatsTest, Errors) {
-    ExpectError("", 6, "Failed, Invalid parameter");
-    ExpectError(" FC_21:00:0a:0b:0c:0d:00:01", 6, "Failed, Invalid parameter");
-    ExpectError(" ?x", 6, "Failed, Invalid parameter");
-    ExpectError(" -help", 5, "Failed, Unknown");
+TEST_F(TargetStatsTest, RefusesHelpAndATargetThatIsNotThere) {
+    ExpectError("", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
+    ExpectError(" FC_21:00:0a:0b:0c:0d:00:01", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
+    ExpectError(" ?x", RC_INVALID_PARAMETER, "Failed, Invalid parameter");
+    ExpectError(" -help", RC_HELP_REQUESTED, "Failed, Unknown");
+}
+
+TEST_F(TargetStatsTest, TellsAFailingRead) {
     for (const VX_UINT32 status : {1u, 45u, 118u, 0xFFFFFFFFu}) {
         Fake().Return("VEXAPI_GetPortStatisticsFC", status);
-        ExpectError(Argument(), 38, "Failed, Statistics read error");
+        ExpectError(Argument(), RC_STATS_READ_FAILED, "Failed, Statistics read error");
     }
+}
+
+TEST_F(TargetStatsTest, FailsWithoutAHost) {
     LoseHost();
-    ExpectError(Argument(), 14, "Failed, Host not found");
+    ExpectError(Argument(), RC_HOST_NOT_FOUND, "Failed, Host not found");
 }
 
 TEST_F(TargetStatsTest, LibraryLogThatCannotBeOpened) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun run = RunTarget("stats", "get");
-    EXPECT_EQ(run.code, 19u);
+    EXPECT_EQ(run.code, RC_FILE_ERROR);
     EXPECT_EQ(run.output, ErrorOf(XML, STRUCTURE, FIELD, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }

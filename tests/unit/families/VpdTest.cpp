@@ -309,7 +309,7 @@ TEST_F(VpdDeathTest, SizeZeroIsAnEmptyList) {
         {
             size = 0; // even though there are bytes
             const CommandRun run = RunPort("vpd", "get");
-            ExitWith(run.code == 0 && run.output == Document(XML, {}), run.output);
+            ExitWith(run.code == RC_SUCCESS && run.output == Document(XML, {}), run.output);
         },
         testing::ExitedWithCode(0), "");
 }
@@ -317,7 +317,7 @@ TEST_F(VpdDeathTest, SizeZeroIsAnEmptyList) {
 TEST_F(VpdTest, ReportsTheGoldenImage) {
     for (const Format& format : FORMATS) {
         const CommandRun run = RunPort("vpd", format.Leaf("get"));
-        EXPECT_EQ(run.code, 0u);
+        EXPECT_EQ(run.code, RC_SUCCESS);
         EXPECT_EQ(run.output, Document(format, GOLDEN_ROWS));
         EXPECT_EQ(PortCalls(), Calls{Call("GetVpd", "0")});
         EXPECT_TRUE(startedEmpty);
@@ -349,7 +349,7 @@ TEST_F(VpdTest, SizeIsHeldAgainstTheBuffer) {
         const std::string id = std::to_string(1000 + lie % 9000); // another one in each round
         std::memcpy(image.data() + ImageOf(GOLDEN).find("1077"), id.data(), 4);
         const CommandRun run = RunPort("vpd", "getcli");
-        EXPECT_EQ(run.code, 0u) << lie;
+        EXPECT_EQ(run.code, RC_SUCCESS) << lie;
         EXPECT_NE(run.output.find("Manufacturing Id\nValue: " + id), std::string::npos) << run.output;
     }
 }
@@ -358,35 +358,43 @@ TEST_F(VpdTest, ImagesCutAtEveryLength) {
     const std::string whole = image;
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         image = whole.substr(0, length);
-        EXPECT_EQ(RunPort("vpd", "getcli").code, 0u) << length;
+        EXPECT_EQ(RunPort("vpd", "getcli").code, RC_SUCCESS) << length;
     }
     EXPECT_EQ(RunPort("vpd", "get").output, Document(XML, GOLDEN_ROWS));
 }
 
-TEST_F(VpdTest, Failures) {
+TEST_F(VpdTest, TellsAFailingRead) {
     for (const VX_UINT32 status : {1u, 118u, 0x80000000u}) {
         Fake().Return("VEXAPI_GetVpd", status);
         for (const Format& format : FORMATS) {
             const CommandRun run = RunPort("vpd", format.Leaf("get"));
-            EXPECT_EQ(run.code, 41u);
+            EXPECT_EQ(run.code, RC_VPD_FAILED);
             EXPECT_EQ(run.output, Error(format, "Failed, VPD failed"));
         }
     }
-    EXPECT_EQ(Run("-t port -s vpd get").code, 6u);
+}
+
+TEST_F(VpdTest, RefusesHelpAndAPortThatIsNotThere) {
+    EXPECT_EQ(Run("-t port -s vpd get").code, RC_INVALID_PARAMETER);
     EXPECT_EQ(Run("-t port -s vpd getcli FC_x").output, Error(TEXT, "Failed, Invalid parameter") + "Usage: get\r\n");
     const CommandRun help = Run("-t port -s vpd get help");
-    EXPECT_EQ(help.code, 5u);
+    EXPECT_EQ(help.code, RC_HELP_REQUESTED);
     EXPECT_EQ(help.output, Error(XML, "Failed, Unknown"));
+}
+
+TEST_F(VpdTest, FailsWithoutAHost) {
     LoseHost();
     const CommandRun lost = RunPort("vpd", "get");
-    EXPECT_EQ(lost.code, 14u);
+    EXPECT_EQ(lost.code, RC_HOST_NOT_FOUND);
     EXPECT_EQ(lost.output, Error(XML, "Failed, Host not found"));
     EXPECT_EQ(PortCalls(), Calls{});
-    Fake().host.hasList = true;
+}
+
+TEST_F(VpdTest, CallsNothingWithoutTheRedirection) {
     NoFiles files;
     LoseFiles(files);
     const CommandRun closed = RunPort("vpd", "get");
-    EXPECT_EQ(closed.code, 19u);
+    EXPECT_EQ(closed.code, RC_FILE_ERROR);
     EXPECT_EQ(closed.output, Error(XML, "Failed, File not found"));
     EXPECT_EQ(PortCalls(), Calls{});
 }
