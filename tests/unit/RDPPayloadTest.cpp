@@ -225,7 +225,13 @@ TEST(RDPPayload, OpticalProduct) {
     EXPECT_EQ(cutPayload.Report(), Block("Optical Product Data Information",
                                          "Vendor Name: CISCOPart Number: PARTNUMBER012345\n"
                                          "Serial Number: SERIALNUMBER0001\nRevision: REV1\nDate: 250301  \n"));
-    EXPECT_FALSE(Payload({0x00010005, 4, 1}).isVendorMatch);
+    std::vector<VX_UINT32> ofAnother = product;
+    ofAnother[2] = Text("NISC");
+    for (const std::vector<VX_UINT32>& words : {ofAnother, {0x00010005, 4, 1}}) {
+        const Payload other(words);
+        EXPECT_NE(other.Report(), "");
+        EXPECT_FALSE(other.isVendorMatch);
+    }
 }
 
 /// The walk treats every word of an unknown descriptor as a possible tag.

@@ -307,7 +307,7 @@ TEST_F(CommandTreeTest, PrintsEachLeafsUsage) {
     }
 }
 
-TEST_F(CommandTreeTest, UsageOfAnUnknownIdIsTwo) {
+TEST_F(CommandTreeTest, UsageOfAnUnknownIdIsRefused) {
     for (const char* path : {"q", "adapter listcli", "adapter info getcli", "adapter personality getcli",
                              "adapter flashinfo getcli", "port listcli", "port info getcli", "port stats getcli",
                              "port vpd getcli", "port fec getcli", "port fwdump getcli", "port beacon help"}) {

@@ -108,7 +108,11 @@ TEST_F(DmiTest, OneByteIsData) {
         const Image image = Image().Set(offset, {1});
         Insert(image);
         EXPECT_EQ(RunDmi(TEXT, "get").output, ReportDocument(TEXT, ReportOf(image))) << offset;
-        EXPECT_NE(RunDmi(TEXT, "getraw").output.find("01 "), std::string::npos) << offset;
+        std::string pages;
+        for (std::size_t i = 0; i < 512; ++i) {
+            pages += i == offset ? "01 " : "00 ";
+        }
+        EXPECT_EQ(RunDmi(TEXT, "getraw").output, RawDocument(TEXT, pages.substr(0, 768), pages.substr(768))) << offset;
     }
 }
 
