@@ -50,6 +50,9 @@ def families():
 class Manual(unittest.TestCase):
     maxDiff = None
 
+    def test_title_has_the_version(self):
+        self.assertIn(MANUAL.splitlines()[0].replace(" Plugin ", " Plugin v"), run("echo version | orfc-esxcli"))
+
     def test_examples_succeed(self):
         for path, text in INPUTS.items():
             pathlib.Path(path).write_text(text)

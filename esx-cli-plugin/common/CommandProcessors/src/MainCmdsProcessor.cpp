@@ -4,6 +4,7 @@
 #include "LibraryCall.h"
 #include "Output.h"
 #include "ProgramMode.h"
+#include "Version.h"
 #include "Words.h"
 
 #include <cerrno>
@@ -126,7 +127,7 @@ VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
         std::printf("VEXAPI Debug level = %d\n", static_cast<int>(level));
         TraceStatus("VEXAPI_Initialize", VEXAPI_Initialize(level, 0));
         VEXAPI_SetToolID(TOOL_ID);
-        VEXAPI_SetToolVersion(1, 3, 6, 0); // as TOOL_VERSION
+        VEXAPI_SetToolVersion(TOOL_VERSION_MAJOR, TOOL_VERSION_MINOR, TOOL_VERSION_PATCH, 0);
     });
     if (code == RC_SUCCESS) {
         MakeFamilies(CommandTree<ProgramRows>::ROOT);

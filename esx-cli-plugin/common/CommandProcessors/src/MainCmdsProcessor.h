@@ -2,9 +2,8 @@
 
 #include "MultipleCmdsProcessor.h"
 
-/// The tool's identity, for users and for the library.
+/// The tool's name; its version is in Version.h.
 inline constexpr char TOOL_TITLE[] = "Kerrith Orvane Sorvenna FC ESXCLI Plugin";
-inline constexpr char TOOL_VERSION[] = "1.3.6";
 
 /// The root of the command tree: the library session, the prompt, and the root's own leaves.
 class MainCmdsProcessor final : public MultipleCmdsProcessor {
