@@ -14,14 +14,14 @@
 using TextSet = std::set<std::string>;
 
 /// The options that were looked up, "-z --frame-size", and the real parser.
-static TextSet lookUps;
+static TextSet s_lookUps;
 #define PARSER "_ZN13CmdLineParser23GetCommandValueFromArgsERKSt6vectorI11TavuStringTIcESaIS2_EEPKcS8_RS2_"
 int RealParser(const TavuStringArray& args, const char* shortName, const char* longName,
                TavuString& value) asm("__real_" PARSER);
 int RecordingParser(const TavuStringArray& args, const char* shortName, const char* longName,
                     TavuString& value) asm("__wrap_" PARSER);
 int RecordingParser(const TavuStringArray& args, const char* shortName, const char* longName, TavuString& value) {
-    lookUps.insert(std::string(shortName) + " " + longName);
+    s_lookUps.insert(std::string(shortName) + " " + longName);
     return RealParser(args, shortName, longName, value);
 }
 
@@ -235,7 +235,7 @@ protected:
             std::ofstream(path) << content;
         }
         g_uFlags = FLAG_COMMAND_LINE;
-        Gather("", CommandTree<DescribedRows>::ROOT, paths);
+        Gather("", CommandTree<DescribedRows>::ROOT, s_paths);
         for (const char* const host : HOSTS) {
             if (*host == '\0') {
                 unsetenv("VEXAPI_SIM_HOST");
@@ -253,7 +253,7 @@ protected:
         for (const char* const kind : {"adapter", "port", "target", "lun"}) {
             identifiers[kind] = List(kind);
         }
-        for (const CommandPath& path : paths) {
+        for (const CommandPath& path : s_paths) {
             const std::string kind = path.words.substr(3, path.words.find(' ', 3) - 3);
             const bool takesIdentifier = !path.command->arguments.empty() && IsIdentifier(path.command->arguments[0]);
             const Words& all = takesIdentifier ? identifiers[kind] : Words{""};
@@ -292,12 +292,12 @@ protected:
             words.emplace_back(identifier);
         }
         words.insert(words.end(), call.begin(), call.end());
-        lookUps.clear();
+        s_lookUps.clear();
         Capture capture;
         const VX_UINT32 code = MainCmdsProcessor::getMainCmdsProcessor()->DoCmd(words);
-        Seen& command = seen[path.command];
+        Seen& command = s_seen[path.command];
         command.successes += code == RC_SUCCESS ? 1 : 0;
-        Add(command.options, lookUps);
+        Add(command.options, s_lookUps);
         const Shape shape = ReadDocument(capture.Stop());
         command.document.isList = shape.isList;
         for (std::size_t depth = 0; depth < 2; ++depth) {
@@ -307,35 +307,35 @@ protected:
         return code == RC_SUCCESS;
     }
 
-    static std::vector<CommandPath> paths;
-    static std::map<const Command*, Seen> seen;
+    static std::vector<CommandPath> s_paths;
+    static std::map<const Command*, Seen> s_seen;
 };
-std::vector<CommandPath> CommandRowsTest::paths;
-std::map<const Command*, Seen> CommandRowsTest::seen;
+std::vector<CommandPath> CommandRowsTest::s_paths;
+std::map<const Command*, Seen> CommandRowsTest::s_seen;
 
 TEST_F(CommandRowsTest, AreTriedWithSuccess) {
-    EXPECT_EQ(paths.size(), 57u);
-    for (const CommandPath& path : paths) {
-        EXPECT_NE(seen[path.command].successes, 0u) << path.words << path.command->names.plain;
+    EXPECT_EQ(s_paths.size(), 57u);
+    for (const CommandPath& path : s_paths) {
+        EXPECT_NE(s_seen[path.command].successes, 0u) << path.words << path.command->names.plain;
     }
 }
 
 TEST_F(CommandRowsTest, NameTheOptionsThatAreLookedUp) {
-    for (const CommandPath& path : paths) {
+    for (const CommandPath& path : s_paths) {
         TextSet named;
         for (const Argument& argument : path.command->arguments) {
             if (IsOption(argument)) {
                 named.insert(std::string(argument.shortName) + " " + argument.name);
             }
         }
-        EXPECT_EQ(seen[path.command].options, named) << path.words << path.command->names.plain;
+        EXPECT_EQ(s_seen[path.command].options, named) << path.words << path.command->names.plain;
     }
 }
 
 TEST_F(CommandRowsTest, DescribeTheDocumentsThatAreWritten) {
-    for (const CommandPath& path : paths) {
+    for (const CommandPath& path : s_paths) {
         SCOPED_TRACE(path.words + path.command->names.plain);
-        const Shape& written = seen[path.command].document;
+        const Shape& written = s_seen[path.command].document;
         const Shape described = ShapeOf(path.command->document);
         EXPECT_EQ(written.isList, described.isList);
         for (std::size_t depth = 0; depth < 2; ++depth) {

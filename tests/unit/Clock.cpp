@@ -5,7 +5,7 @@
 
 namespace {
 
-std::optional<timeval> stoppedAt;
+std::optional<timeval> s_stoppedAt;
 
 } // namespace
 
@@ -14,17 +14,17 @@ StoppedClock::StoppedClock(timeval now) {
 }
 
 StoppedClock::~StoppedClock() {
-    stoppedAt.reset();
+    s_stoppedAt.reset();
 }
 
 void StoppedClock::Set(timeval now) {
-    stoppedAt = now;
+    s_stoppedAt = now;
 }
 
 /// Replaces the C library's function in the whole test program.
 extern "C" int gettimeofday(timeval* now, void*) noexcept {
-    if (stoppedAt.has_value()) {
-        *now = *stoppedAt;
+    if (s_stoppedAt.has_value()) {
+        *now = *s_stoppedAt;
         return 0;
     }
     timespec precise{};

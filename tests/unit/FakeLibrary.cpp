@@ -5,7 +5,7 @@
 
 namespace {
 
-std::unique_ptr<FakeLibrary> theLibrary;
+std::unique_ptr<FakeLibrary> s_theLibrary;
 
 /// A handle's word, instead of the handle.
 struct Word {
@@ -151,14 +151,14 @@ const _vexapi_protocol_t* HostBuilder::ByWord(VX_UINT32 word) const {
 }
 
 FakeLibrary& FakeLibrary::Get() {
-    if (!theLibrary) {
+    if (!s_theLibrary) {
         Reset();
     }
-    return *theLibrary;
+    return *s_theLibrary;
 }
 
 void FakeLibrary::Reset() {
-    theLibrary = std::make_unique<FakeLibrary>();
+    s_theLibrary = std::make_unique<FakeLibrary>();
 }
 
 bool FakeLibrary::SucceedsUnasked(const std::string& function) {

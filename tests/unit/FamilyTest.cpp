@@ -16,8 +16,8 @@ struct State {
 };
 
 /// Recorded steps of the test's family, and its results.
-Strings steps;
-ResultCode fetchResult = RC_SUCCESS;
+Strings s_steps;
+ResultCode s_fetchResult = RC_SUCCESS;
 
 /// A typical family: "get", "help", "getcli" and a sub-family.
 class SampleFamily : public Family<SampleFamily> {
@@ -30,15 +30,15 @@ public:
     using Family::ResultText;
 
     static ResultCode Fetch(const TavuStringArray& args, State& state) {
-        steps.push_back(std::string("fetch ") + ArgText(args, 0));
+        s_steps.push_back(std::string("fetch ") + ArgText(args, 0));
         state.word = "fetched";
-        return fetchResult;
+        return s_fetchResult;
     }
     static void Display(MultipleCmdsProcessor*, const State& state, eOutputFormat format) {
-        steps.push_back("display " + state.word + " as " + std::to_string(format));
+        s_steps.push_back("display " + state.word + " as " + std::to_string(format));
     }
     static void ShowError(MultipleCmdsProcessor*, ResultCode code, eOutputFormat format) {
-        steps.push_back("error " + std::to_string(code) + " as " + std::to_string(format));
+        s_steps.push_back("error " + std::to_string(code) + " as " + std::to_string(format));
     }
 
     static const Command COMMANDS[];
@@ -80,8 +80,8 @@ constexpr FamilyRow ROW = {"sample", "-t", "a sample", &SampleFamily::FAMILY, Sa
 class FamilyTest : public testing::Test {
 protected:
     void SetUp() override {
-        steps.clear();
-        fetchResult = RC_SUCCESS;
+        s_steps.clear();
+        s_fetchResult = RC_SUCCESS;
         family.GetSubCmdProcessors(); // created before a test traces, as in a traced program
     }
 
@@ -123,27 +123,27 @@ TEST_F(FamilyTest, FetchesAndThenDisplays) {
     EXPECT_EQ(Run(0, {"port"}), "");
     EXPECT_EQ(code, RC_SUCCESS);
     EXPECT_EQ(Run(2, {"port"}), "");
-    EXPECT_EQ(steps, (Strings{"fetch port", "display fetched as 1", "fetch port", "display fetched as 2"}));
+    EXPECT_EQ(s_steps, (Strings{"fetch port", "display fetched as 1", "fetch port", "display fetched as 2"}));
 }
 
 TEST_F(FamilyTest, ShowsTheErrorOfAFailedFetch) {
-    fetchResult = RC_CFG_READ_FAILED;
+    s_fetchResult = RC_CFG_READ_FAILED;
     Run(0, {});
     EXPECT_EQ(code, RC_CFG_READ_FAILED);
-    EXPECT_EQ(steps, (Strings{"fetch ", "error 13 as 1"}));
+    EXPECT_EQ(s_steps, (Strings{"fetch ", "error 13 as 1"}));
 }
 
 TEST_F(FamilyTest, PrintsUsageBehindACliLeafOnly) {
     for (const ResultCode result : {RC_PARAM_ERROR, RC_HELP_REQUESTED, RC_INVALID_PARAMETER}) {
-        fetchResult = result;
+        s_fetchResult = result;
         EXPECT_EQ(Run(0, {"port"}), "");
         EXPECT_EQ(Run(2, {"port"}), "Usage: [identifier] 100%s\r\n");
         EXPECT_EQ(code, result);
     }
-    steps.clear();
+    s_steps.clear();
     EXPECT_EQ(Run(0, {"?"}), "");
     EXPECT_EQ(Run(2, {"?"}), "Usage: [identifier] 100%s\r\n");
-    EXPECT_TRUE(steps.empty());
+    EXPECT_TRUE(s_steps.empty());
 }
 
 const char HELP[] = "\r\nFollowing is the list of available commands in the Sample word command mode.\r\n"
@@ -194,7 +194,7 @@ TEST_F(FamilyTest, TracesACommandAndItsExitWhenItSucceeds) {
 
 TEST_F(FamilyTest, TracesNoExitOfAFailedCommand) {
     const TraceLog log("1");
-    fetchResult = RC_CFG_READ_FAILED;
+    s_fetchResult = RC_CFG_READ_FAILED;
     Run(2, {});
     EXPECT_EQ(TraceLog::Lines(),
               (Strings{"INFORMATION: Sample::CmdGetCli: Entered", "INFORMATION: Sample::CmdGetCommon: Entered"}));

@@ -105,20 +105,20 @@ struct FunctionCall {
     MultipleCmdsProcessor* self;
     TavuStringArray args;
 };
-std::vector<FunctionCall> functionCalls;
+std::vector<FunctionCall> s_functionCalls;
 
 template <VX_UINT32 result> VX_UINT32 Recorded(MultipleCmdsProcessor* self, TavuStringArray& args) {
-    functionCalls.push_back({self, args});
+    s_functionCalls.push_back({self, args});
     return result;
 }
 
 template <VX_UINT32 result> VX_UINT32 RecordedUsage(MultipleCmdsProcessor* self, TavuStringArray& args, VX_UINT32 id) {
-    functionCalls.push_back({self, args});
+    s_functionCalls.push_back({self, args});
     return result + id;
 }
 
 TEST(CmdProcessorTest, CallsItsFunctionsWithItsParent) {
-    functionCalls.clear();
+    s_functionCalls.clear();
     ScriptedFamily family("family", "-t");
     CmdProcessor node(&family, "name", "-o", "description", true, 30, 1,
                       {.initialize = Recorded<11>,
@@ -142,8 +142,8 @@ TEST(CmdProcessorTest, CallsItsFunctionsWithItsParent) {
     EXPECT_EQ(node.DoCmd(args), 14u);
     EXPECT_EQ(node.PrintUsage(args, 5), 20u); // 15 and the id
     EXPECT_EQ(node.CmdHelp(args), 16u);
-    ASSERT_EQ(functionCalls.size(), 6u);
-    for (const FunctionCall& call : functionCalls) {
+    ASSERT_EQ(s_functionCalls.size(), 6u);
+    for (const FunctionCall& call : s_functionCalls) {
         EXPECT_EQ(call.self, &family);
         EXPECT_EQ(call.args, args);
     }
@@ -165,9 +165,9 @@ TEST(CmdProcessorTest, IsHiddenByItsFunctionBeforeItsMember) {
         EXPECT_TRUE(CmdProcessor(nullptr, "n", "", "", member, 0, 0, {.hidden = Recorded<0>}).IsHidden());
         EXPECT_FALSE(CmdProcessor(nullptr, "n", "", "", member, 0, 0, {.hidden = Recorded<1>}).IsHidden());
     }
-    functionCalls.clear();
+    s_functionCalls.clear();
     CmdProcessor(nullptr, "n", "", "", false, 0, 0, {.hidden = Recorded<0>}).IsHidden();
-    EXPECT_TRUE(functionCalls.at(0).args.empty());
+    EXPECT_TRUE(s_functionCalls.at(0).args.empty());
 }
 
 TEST(CmdProcessorDeathTest, AbortsWithoutACommandOrAHelpFunction) {

@@ -4,7 +4,7 @@
 
 namespace {
 
-std::size_t refusedSize = 0;
+std::size_t s_refusedSize = 0;
 
 } // namespace
 
@@ -18,7 +18,7 @@ std::size_t refusedSize = 0;
 extern "C" void* PLAIN_CALLOC(std::size_t count, std::size_t size) noexcept;
 
 extern "C" void* calloc(std::size_t count, std::size_t size) noexcept {
-    if (refusedSize != 0 && count == refusedSize && size == 1) {
+    if (s_refusedSize != 0 && count == s_refusedSize && size == 1) {
         errno = ENOMEM;
         return nullptr;
     }
@@ -26,8 +26,8 @@ extern "C" void* calloc(std::size_t count, std::size_t size) noexcept {
 }
 
 RefusedBlock::RefusedBlock(std::size_t size) {
-    refusedSize = size;
+    s_refusedSize = size;
 }
 RefusedBlock::~RefusedBlock() {
-    refusedSize = 0;
+    s_refusedSize = 0;
 }

@@ -76,7 +76,7 @@ protected:
         Fake().onGetFWPrivateStats = [this](VX_PORT_HANDLE*, _VEXAPI_FWPRIVATESTATSEntry** entries, VX_UINT32* count) {
             Chatter();
             *entries = hasEntries ? AllocatedCopy(counters) : nullptr;
-            *count = count_;
+            *count = mCount;
             return statsStatus;
         };
         Fake().onFCSetFECSupportInfo = [](VX_PORT_HANDLE*, VX_UINT32) {
@@ -120,7 +120,7 @@ protected:
     VX_UINT8 mezzanineFlag = 0;
     VX_UINT32 statsStatus = 0;
     bool hasEntries = true;
-    VX_UINT32 count_ = 1;
+    VX_UINT32 mCount = 1;
     std::vector<_VEXAPI_FWPRIVATESTATSEntry> counters = {{7, 9, {}}, {111, 112, {}}};
 };
 
@@ -379,7 +379,7 @@ TEST_F(FecTest, CountersThatAreNoneAreAFailure) {
     for (const auto& row : cases) {
         statsStatus = row.status;
         hasEntries = row.hasEntries;
-        count_ = row.count;
+        mCount = row.count;
         for (const bool isSet : {false, true}) {
             const CommandRun run = RunPort("fec", isSet ? "set" : "get", isSet ? "-f true" : "");
             EXPECT_EQ(run.code, RC_CFG_READ_FAILED);
@@ -388,7 +388,7 @@ TEST_F(FecTest, CountersThatAreNoneAreAFailure) {
     }
     statsStatus = 0;
     hasEntries = true;
-    count_ = 2; // only the first is read
+    mCount = 2; // only the first is read
     EXPECT_EQ(RunPort("fec", "get").output, Shown(XML, "true"));
 }
 
