@@ -16,7 +16,7 @@ namespace decoders_test {
 
 using Data = std::vector<std::uint8_t>;
 
-/// A copy of the first `size` bytes, in an allocation of its own: a read behind it is caught.
+/// A copy of the first `size` bytes, in an allocation of its own: a read past its end is caught.
 inline Data Cut(const Data& data, std::size_t size) {
     return {data.begin(), data.begin() + static_cast<std::ptrdiff_t>(std::min(size, data.size()))};
 }

@@ -230,7 +230,7 @@ TEST_F(BootConfigExtOptionsTest, TargetsAndDisks) {
         {UEFI, "50:00:0A:0B:0C:0D:01:01", "3", RC_SUCCESS, TARGET + " 3"},
         {UEFI, "50:0:a:b:c:d:1:1", "3", RC_SUCCESS, TARGET + " 3"},
         {UEFI, zeros + "50:00:0a:0b:0c:0d:01:1201", zeros + "3", RC_SUCCESS, TARGET + " 3"},
-        {UEFI, TARGET + "-300", "3", RC_SUCCESS, TARGET + " 3"}, // a LUN behind the name is none
+        {UEFI, TARGET + "-300", "3", RC_SUCCESS, TARGET + " 3"}, // a LUN after the name is none
         {UEFI, TARGET + ":99" + std::string(100000, 'x'), "3", RC_SUCCESS, TARGET + " 3"},
         // The disk's low 16 bits
         {UEFI, TARGET, "65539", RC_SUCCESS, TARGET + " 3"},
@@ -373,7 +373,7 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
         {UEFI, "-n 4 -p " + NO_TARGET + " -d true -m true", RC_INVALID_FIELD},
         {UEFI, "-p " + NO_TARGET + " -m true", RC_PARAM_ERROR},
         {BIOS, "-n 4 -p " + NO_TARGET + " -l 1", RC_PARAM_ERROR},
-        {UEFI, "-p " + NO_TARGET + " -l 1", RC_INVALID_PARAMETER}, // the name's, ahead of 4
+        {UEFI, "-p " + NO_TARGET + " -l 1", RC_INVALID_PARAMETER}, // the name's, before 4
         {UEFI, "-n 1 -p " + TARGET + " -o 4 -l 1", RC_PARAM_ERROR},
         {UEFI, "-p " + NO_TARGET, RC_INVALID_PARAMETER}, // and not 55
         {UEFI, "-p " + TARGET, RC_NEED_ADD_FCP_PARAMS},
@@ -381,7 +381,7 @@ TEST_F(BootConfigExtOptionsTest, OrderOfChecks) {
         {UEFI, "-n 9 -o 4 -p " + TARGET, RC_INVALID_PARAMETER}, // the disk counts even where nothing is staged
         {NVME, "-p " + NO_TARGET + " -l 1", RC_INVALID_PARAMETER},
         {NVME, "-p " + TARGET + " -l 1", RC_INVALID_PARAMETER},
-        {NVME, "-p " + TARGET + " -l true", RC_NEED_ADD_NVME_PARAMS}, // ahead of the target's kind
+        {NVME, "-p " + TARGET + " -l true", RC_NEED_ADD_NVME_PARAMS}, // before the target's kind
         {NVME, "-n 9 -o 2 -l true -p " + NVME_TARGET, RC_INVALID_PARAMETER},
     };
     for (const Case& row : cases) {

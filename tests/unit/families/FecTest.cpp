@@ -255,7 +255,7 @@ TEST_F(FecTest, SetRefusesInOrder) {
         {22, "-f truee", RC_INVALID_PARAMETER, INVALID, {}},
         {22, "-f -r reset", RC_INVALID_PARAMETER, INVALID, {}}, // the next word is the value, whatever it is
         {8, "-f true", RC_READ_ONLY_MODE, READ_ONLY, {}},
-        {8, "-f on", RC_READ_ONLY_MODE, READ_ONLY, {}}, // ahead of the value
+        {8, "-f on", RC_READ_ONLY_MODE, READ_ONLY, {}}, // before the value
         {50, "-f false -r reset", RC_READ_ONLY_MODE, READ_ONLY, {}},
         {22, "-r other", RC_INVALID_PARAMETER, INVALID, {}},
         {8, "-r res", RC_INVALID_PARAMETER, INVALID, {}},

@@ -164,7 +164,7 @@ TEST_F(FwDumpTest, TellsWhyThereIsNoPort) {
     EXPECT_EQ(help.code, RC_HELP_REQUESTED);
     EXPECT_EQ(help.output, Document(XML, "Failed, Unknown"));
     LoseHost();
-    Expect("", RC_HOST_NOT_FOUND, "Failed, Host not found", false); // ahead of the missing path
+    Expect("", RC_HOST_NOT_FOUND, "Failed, Host not found", false); // before the missing path
 }
 
 TEST_F(FwDumpTest, EveryPortIsAdmitted) {

@@ -109,7 +109,7 @@ TEST_F(RDPTest, RefusalsComeInOrder) {
         const auto run = [&](const std::string& words) {
             return Run("-t port -s rdp " + LeafOf(format) + (words.empty() ? "" : " " + words));
         };
-        Expect(run(""), RC_INVALID_PARAMETER, Error(format, INVALID)); // and no usage behind it
+        Expect(run(""), RC_INVALID_PARAMETER, Error(format, INVALID)); // and no usage after it
         Expect(run("FC_21:00:0a:0b:0c:0d:00:99"), RC_INVALID_PARAMETER, Error(format, INVALID));
         Expect(run("help"), RC_HELP_REQUESTED, Error(format, "Failed, Unknown"));
         for (const int state : {0, 2, 3, 255}) {

@@ -11,7 +11,7 @@ using VpdMap = std::map<TavuString, TavuString>;
 /// Walks the items of PCI vital product data (PCI Local Bus Specification) into `map`; a later item replaces an
 /// earlier one with the same keyword.
 ///
-/// Required: this walk, which differs from the specification's (see `decoders::DecodeVpd`); parsers depend on it.
+/// Required: this walk, which differs from that of PCI (see `decoders::DecodeVpd`); parsers depend on it.
 /// Sections are headers without an end, small resources are keywords, and a keyword that begins with "x" ends the
 /// walk, because that is the byte of the end tag. Only the start of an item is checked against `size`: a value may
 /// extend beyond it, to the end of `buffer`.
