@@ -69,17 +69,8 @@ MediaInformation DescribeSfp(const ModuleImage& image) {
         speed = speeds;
     }
 
-    // Two dashes can only arise below, so this condition is never true. Required: parsers depend on this order,
-    // which gives an Ethernet module a media type like "-M5--" and no speed.
-    if (mediaType.find("--") != TavuString::npos) {
-        const VX_UINT8 ethernetCode = image[sff8472::ETHERNET_10G_COMPLIANCE];
-        const TavuString ethernet = BitCode(ethernetCode, EthernetSpeedTbl);
-        if (!ethernet.empty()) {
-            mediaType = ethernet;
-            speed = BitTexts(ethernetCode, EthernetSpeedTbl, ALL_MATCHES);
-        }
-    }
-
+    // Required: the Ethernet code is not consulted, so a module with that code alone has a media type like "-M5--" and
+    // no speed. Parsers depend on it.
     std::erase(mediaType, ' ');
     mediaType += BitCode(image[sff8472::TRANSMISSION_MEDIA], FCTransMediaCodeTbl) + "-";
     mediaType += BitCode(image[sff8472::TRANSMITTER_TECH], FCTransTechCodeTbl) + "-";
