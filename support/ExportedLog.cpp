@@ -103,6 +103,7 @@ TavuString LinenoLog::GetPrefix() const {
     return prefix;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): libraries link to this signature
 void ORDM_DebugPrint(TavuString source, TavuString text) {
     TavuString message;
     message.Format("ORDM_DebugPrint: %s : %s\n", source.c_str(), text.c_str());

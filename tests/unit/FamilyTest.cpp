@@ -69,7 +69,7 @@ constexpr Command SampleFamily::COMMANDS[] = {
 constinit const FamilyDescription SampleFamily::FAMILY = {
     .className = "Sample",
     .helpWord = "Sample word",
-    .leaves = LEAVES_OF<COMMANDS, "list of commands">,
+    .leaves = LEAVES_OF<SampleFamily, "list of commands">,
     .resultTexts = RESULT_TEXTS,
     .report = NAMES,
 };

@@ -35,7 +35,7 @@ constexpr Command PhysicalPortTemperatureCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortTemperatureCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Temperature",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortTemperatureCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

@@ -42,7 +42,7 @@ constexpr Command AdapterCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription AdapterCmdsProcessor::FAMILY = {
     .className = "AdapterCmdsProcessor",
     .helpWord = "Adapter",
-    .leaves = LEAVES_OF<COMMANDS, "List of available commands">,
+    .leaves = LEAVES_OF<AdapterCmdsProcessor, "List of available commands">,
 };
 
 ResultCode AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,

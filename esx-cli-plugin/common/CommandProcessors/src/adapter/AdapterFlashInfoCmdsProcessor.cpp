@@ -77,7 +77,7 @@ constexpr Command AdapterFlashInfoCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription AdapterFlashInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter flashinfo",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<AdapterFlashInfoCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -41,7 +41,7 @@ constexpr Command AdapterInfoCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription AdapterInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter info",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<AdapterInfoCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -78,7 +78,7 @@ constexpr Command AdapterPersonalityCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription AdapterPersonalityCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Adapter personality",
-    .leaves = LEAVES_OF<COMMANDS, "List of available commands">,
+    .leaves = LEAVES_OF<AdapterPersonalityCmdsProcessor, "List of available commands">,
     .resultTexts = RESULT_TEXTS,
 };
 

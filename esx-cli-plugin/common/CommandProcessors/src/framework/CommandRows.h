@@ -28,10 +28,11 @@ template <std::size_t Size> struct FixedText {
     consteval FixedText(const char (&literal)[Size]) { std::copy_n(literal, Size, text); } // NOLINT: a conversion
 };
 template <FixedText Text> inline constexpr auto LITERAL = Text;
-template <FixedText First, FixedText Second>
+template <FixedText... Parts>
 inline constexpr auto JOINED = [] {
-    std::array<char, sizeof First.text + sizeof Second.text - 1> joined{};
-    std::copy_n(Second.text, sizeof Second.text, std::copy_n(First.text, sizeof First.text - 1, joined.begin()));
+    std::array<char, (sizeof Parts.text + ...) - sizeof...(Parts) + 1> joined{};
+    auto end = joined.begin();
+    ((end = std::copy_n(Parts.text, sizeof Parts.text - 1, end)), ...);
     return joined;
 }();
 
@@ -164,10 +165,10 @@ consteval std::array<Leaf, 2 * N + 1> LeavesOf(const Command (&commands)[N], con
     return leaves;
 }
 
-/// Same as a constant, for a family's own table.
-template <const auto& commands, FixedText HelpDescription = "list of available commands",
-          VX_UINT32 helpId = std::size(commands)>
-inline constexpr auto LEAVES_OF = LeavesOf(commands, LITERAL<HelpDescription>.text, helpId);
+/// Same as a constant, for the `COMMANDS` of a family.
+template <typename Family, FixedText HelpDescription = "list of available commands",
+          VX_UINT32 helpId = std::size(Family::COMMANDS)>
+inline constexpr auto LEAVES_OF = LeavesOf(Family::COMMANDS, LITERAL<HelpDescription>.text, helpId);
 
 /// Names in a report's frame: the structure, its list field, and the structures in that list.
 struct ReportNames {

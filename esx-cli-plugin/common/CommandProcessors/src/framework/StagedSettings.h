@@ -5,6 +5,7 @@
 #pragma once
 
 #include "CmdLineParser.h"
+#include "CommandRows.h"
 #include "ResultCodes.h"
 #include "TracedFunction.h"
 #include "vexapi.h"
@@ -25,6 +26,37 @@ struct StagedGroup {
     /// Longest value; longer ones are truncated.
     unsigned long maxValue = 512;
 };
+
+/// Rows of a group's commands. `Settings` completes their descriptions, as in "get Settings".
+template <FixedText Settings>
+consteval Command StagedGet(CommonFunction run, const DocumentRow& document,
+                            std::span<const Argument> arguments = ONLY_PORT) {
+    return {.names = Names<"get", "CmdGet">(),
+            .description = JOINED<"get ", Settings>.data(),
+            .run = run,
+            .usage = "Usage: get\r\n",
+            .arguments = arguments,
+            .document = document};
+}
+template <FixedText Settings>
+consteval Command StagedSetFile(CommonFunction run, const DocumentRow& document, std::span<const Argument> arguments) {
+    return {.names = Names<"setFile", "CmdSetFile">(),
+            .description = JOINED<"set ", Settings, " in a local cache file">.data(),
+            .run = run,
+            .usage = "Usage: setFile\r\n",
+            .arguments = arguments,
+            .document = document,
+            .changes = true};
+}
+template <FixedText Settings> consteval Command StagedSet(CommonFunction run, const DocumentRow& document) {
+    return {.names = Names<"set", "CmdSet">(),
+            .description = JOINED<"set ", Settings>.data(),
+            .run = run,
+            .usage = "Usage: set\r\n",
+            .arguments = ONLY_PORT,
+            .document = document,
+            .changes = true};
+}
 
 /// The cache file of a port for one group of settings.
 class StagedFile {

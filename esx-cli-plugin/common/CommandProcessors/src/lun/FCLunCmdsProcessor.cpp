@@ -26,7 +26,7 @@ constexpr Command FCLunCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCLunCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target", // Required: the heading is that of `target`; parsers depend on it
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCLunCmdsProcessor>,
 };
 
 ResultCode FCLunCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format) {

@@ -47,7 +47,7 @@ constexpr Command FCLunInfoCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCLunInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC LUN info",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCLunInfoCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

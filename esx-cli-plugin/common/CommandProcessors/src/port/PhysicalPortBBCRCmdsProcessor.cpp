@@ -9,6 +9,7 @@
 namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortBBCRCmdsProcessor";
+constexpr FixedText SETTINGS = "Orvane adapter's Buffer-to-Buffer Credit information";
 
 constexpr BlockShape OUT_SHAPE = {{"BBCRInfo", "BBCR", "BBCRList"}, 1024, ReportBlock::SizeRule::SPACE_LEFT};
 
@@ -47,32 +48,15 @@ constexpr Argument SET_FILE_ARGUMENTS[] = {
 } // namespace
 
 constexpr Command PhysicalPortBBCRCmdsProcessor::COMMANDS[] = {
-    {.names = Names<"get", "CmdGet">(),
-     .description = "get Orvane adapter's Buffer-to-Buffer Credit information",
-     .run = CmdGetCommon,
-     .usage = "Usage: get\r\n",
-     .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_SHAPE.names)},
-    {.names = Names<"setFile", "CmdSetFile">(),
-     .description = "set Orvane adapter's Buffer-to-Buffer Credit information in a local cache file",
-     .run = CmdSetFileCommon,
-     .usage = "Usage: setFile\r\n",
-     .arguments = SET_FILE_ARGUMENTS,
-     .document = ReportDocument(OUT_SHAPE.names),
-     .changes = true},
-    {.names = Names<"set", "CmdSet">(),
-     .description = "set Orvane adapter's Buffer-to-Buffer Credit information",
-     .run = CmdSetCommon,
-     .usage = "Usage: set\r\n",
-     .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT),
-     .changes = true},
+    StagedGet<SETTINGS>(CmdGetCommon, ReportDocument(OUT_SHAPE.names)),
+    StagedSetFile<SETTINGS>(CmdSetFileCommon, ReportDocument(OUT_SHAPE.names), SET_FILE_ARGUMENTS),
+    StagedSet<SETTINGS>(CmdSetCommon, ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT)),
 };
 
 constinit const FamilyDescription PhysicalPortBBCRCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "BBCR",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortBBCRCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

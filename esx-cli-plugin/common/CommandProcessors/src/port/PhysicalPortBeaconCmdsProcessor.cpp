@@ -77,7 +77,7 @@ constexpr Command PhysicalPortBeaconCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortBeaconCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Beacon",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortBeaconCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
 };
 

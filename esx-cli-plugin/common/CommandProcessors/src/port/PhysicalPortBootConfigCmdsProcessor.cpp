@@ -8,6 +8,7 @@
 namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortBootConfigCmdsProcessor";
+constexpr FixedText SETTINGS = "Orvane HBA Boot Config information";
 
 constexpr BlockShape OUT_SHAPE = {
     {"BootConfigInfo", "BootConfig", "BootConfigList"}, 2048, ReportBlock::SizeRule::FULL};
@@ -145,32 +146,15 @@ constinit const BootGroup PhysicalPortBootConfigCmdsProcessor::GROUP = {
 };
 
 constexpr Command PhysicalPortBootConfigCmdsProcessor::COMMANDS[] = {
-    {.names = Names<"get", "CmdGet">(),
-     .description = "get Orvane HBA Boot Config information",
-     .run = CmdGetCommon,
-     .usage = "Usage: get\r\n",
-     .arguments = GET_ARGUMENTS,
-     .document = ReportDocument(OUT_SHAPE.names)},
-    {.names = Names<"setFile", "CmdSetFile">(),
-     .description = "set Orvane HBA Boot Config information in a local cache file",
-     .run = CmdSetFileCommon,
-     .usage = "Usage: setFile\r\n",
-     .arguments = SET_FILE_ARGUMENTS,
-     .document = ReportDocument(OUT_SHAPE.names),
-     .changes = true},
-    {.names = Names<"set", "CmdSet">(),
-     .description = "set Orvane HBA Boot Config information",
-     .run = CmdSetCommon,
-     .usage = "Usage: set\r\n",
-     .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT),
-     .changes = true},
+    StagedGet<SETTINGS>(CmdGetCommon, ReportDocument(OUT_SHAPE.names), GET_ARGUMENTS),
+    StagedSetFile<SETTINGS>(CmdSetFileCommon, ReportDocument(OUT_SHAPE.names), SET_FILE_ARGUMENTS),
+    StagedSet<SETTINGS>(CmdSetCommon, ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT)),
 };
 
 constinit const FamilyDescription PhysicalPortBootConfigCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortBootConfigCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortBootConfigExtCmdsProcessor";
+constexpr FixedText SETTINGS = "Orvane HBA Boot Config information";
 
 constexpr BlockShape OUT_SHAPE = {
     {"BootConfigInfo", "BootConfig", "BootConfigList"}, 8192, ReportBlock::SizeRule::FULL};
@@ -215,32 +216,15 @@ constinit const BootGroup PhysicalPortBootConfigExtCmdsProcessor::GROUP = {
 };
 
 constexpr Command PhysicalPortBootConfigExtCmdsProcessor::COMMANDS[] = {
-    {.names = Names<"get", "CmdGet">(),
-     .description = "get Orvane HBA Boot Config information",
-     .run = CmdGetCommon,
-     .usage = "Usage: get\r\n",
-     .arguments = GET_ARGUMENTS,
-     .document = ReportDocument(OUT_SHAPE.names)},
-    {.names = Names<"setFile", "CmdSetFile">(),
-     .description = "set Orvane HBA Boot Config information in a local cache file",
-     .run = CmdSetFileCommon,
-     .usage = "Usage: setFile\r\n",
-     .arguments = SET_FILE_ARGUMENTS,
-     .document = ReportDocument(OUT_SHAPE.names),
-     .changes = true},
-    {.names = Names<"set", "CmdSet">(),
-     .description = "set Orvane HBA Boot Config information",
-     .run = CmdSetCommon,
-     .usage = "Usage: set\r\n",
-     .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT),
-     .changes = true},
+    StagedGet<SETTINGS>(CmdGetCommon, ReportDocument(OUT_SHAPE.names), GET_ARGUMENTS),
+    StagedSetFile<SETTINGS>(CmdSetFileCommon, ReportDocument(OUT_SHAPE.names), SET_FILE_ARGUMENTS),
+    StagedSet<SETTINGS>(CmdSetCommon, ReportDocument(OUT_SHAPE.names, DATA_BLOCK, MESSAGE_AND_REBOOT)),
 };
 
 constinit const FamilyDescription PhysicalPortBootConfigExtCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Boot Config",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortBootConfigExtCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

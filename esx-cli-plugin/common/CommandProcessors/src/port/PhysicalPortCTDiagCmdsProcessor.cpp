@@ -39,7 +39,7 @@ constexpr Command PhysicalPortCTDiagCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortCTDiagCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "CTDiag",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortCTDiagCmdsProcessor>,
     .resultTexts = PING_RESULT_TEXTS,
 };
 

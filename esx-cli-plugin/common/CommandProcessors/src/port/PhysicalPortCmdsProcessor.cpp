@@ -55,7 +55,7 @@ constexpr Command PhysicalPortCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
     .className = "PhysicalPortCmdsProcessor",
     .helpWord = "Port",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortCmdsProcessor>,
 };
 
 ResultCode PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,

@@ -117,7 +117,7 @@ constexpr Command PhysicalPortDMICmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortDMICmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port dmi",
-    .leaves = LEAVES_OF<COMMANDS, "List of available commands", 1>,
+    .leaves = LEAVES_OF<PhysicalPortDMICmdsProcessor, "List of available commands", 1>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

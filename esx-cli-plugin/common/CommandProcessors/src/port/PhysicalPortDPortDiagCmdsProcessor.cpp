@@ -216,7 +216,7 @@ constexpr Command PhysicalPortDPortDiagCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortDPortDiagCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "DPortDiag",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortDPortDiagCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

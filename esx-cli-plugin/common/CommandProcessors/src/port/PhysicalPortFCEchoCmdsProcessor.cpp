@@ -53,7 +53,7 @@ constexpr Command PhysicalPortFCEchoCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortFCEchoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FCEcho",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortFCEchoCmdsProcessor>,
     .resultTexts = PING_RESULT_TEXTS,
 };
 

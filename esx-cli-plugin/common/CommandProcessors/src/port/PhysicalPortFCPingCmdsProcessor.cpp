@@ -32,7 +32,7 @@ constexpr Command PhysicalPortFCPingCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortFCPingCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FCPing",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortFCPingCmdsProcessor>,
     .resultTexts = PING_RESULT_TEXTS,
 };
 

@@ -77,7 +77,7 @@ constexpr Command PhysicalPortFCStatsCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortFCStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port stats",
-    .leaves = LEAVES_OF<COMMANDS, "list of available commands", 1>,
+    .leaves = LEAVES_OF<PhysicalPortFCStatsCmdsProcessor, "list of available commands", 1>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

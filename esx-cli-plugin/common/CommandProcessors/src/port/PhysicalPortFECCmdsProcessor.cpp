@@ -75,7 +75,7 @@ constexpr Command PhysicalPortFECCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortFECCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FEC",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortFECCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

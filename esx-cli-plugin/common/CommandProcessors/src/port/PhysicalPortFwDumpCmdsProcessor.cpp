@@ -53,7 +53,7 @@ constexpr Command PhysicalPortFwDumpCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortFwDumpCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "Firmware Dump",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortFwDumpCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
 };
 

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr char CLASS_NAME[] = "PhysicalPortHBAParamsCmdsProcessor";
+constexpr FixedText SETTINGS = "Orvane HBA Parameters information";
 
 constexpr ReportNames OUT_NAMES = {"HBAParametersInfo", "HBAParameters", "HBAParametersList"};
 constexpr char OUT_RESTORE_DEFAULTS[] = "RestoreDefaultsInfo";
@@ -135,26 +136,9 @@ constexpr Argument SAVE_ARGUMENTS[] = {
 } // namespace
 
 constexpr Command PhysicalPortHBAParamsCmdsProcessor::COMMANDS[] = {
-    {.names = Names<"get", "CmdGet">(),
-     .description = "get Orvane HBA Parameters information",
-     .run = CmdGetCommon,
-     .usage = "Usage: get\r\n",
-     .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_NAMES, FIELD_ROWS)},
-    {.names = Names<"setFile", "CmdSetFile">(),
-     .description = "set Orvane HBA Parameters information in a local cache file",
-     .run = CmdSetFileCommon,
-     .usage = "Usage: setFile\r\n",
-     .arguments = HBA_PARAMS_ARGUMENTS,
-     .document = ReportDocument(OUT_NAMES, FIELD_ROWS),
-     .changes = true},
-    {.names = Names<"set", "CmdSet">(),
-     .description = "set Orvane HBA Parameters information",
-     .run = CmdSetCommon,
-     .usage = "Usage: set\r\n",
-     .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_NAMES, FIELD_ROWS, MESSAGE_AND_REBOOT),
-     .changes = true},
+    StagedGet<SETTINGS>(CmdGetCommon, ReportDocument(OUT_NAMES, FIELD_ROWS)),
+    StagedSetFile<SETTINGS>(CmdSetFileCommon, ReportDocument(OUT_NAMES, FIELD_ROWS), HBA_PARAMS_ARGUMENTS),
+    StagedSet<SETTINGS>(CmdSetCommon, ReportDocument(OUT_NAMES, FIELD_ROWS, MESSAGE_AND_REBOOT)),
     {.names = Names<"restoreDefaults", "CmdRestoreDefaults">(),
      .description = "Restore default values of Orvane HBA Parameters",
      .run = CmdRestoreDefaultsCommon,
@@ -175,7 +159,7 @@ constexpr Command PhysicalPortHBAParamsCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortHBAParamsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "hbaparams",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortHBAParamsCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

@@ -91,7 +91,7 @@ constexpr Command PhysicalPortInfoCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port info",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortInfoCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

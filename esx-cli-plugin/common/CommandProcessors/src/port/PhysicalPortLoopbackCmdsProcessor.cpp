@@ -75,7 +75,7 @@ constexpr Command PhysicalPortLoopbackCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortLoopbackCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "LoopbackTest",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortLoopbackCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

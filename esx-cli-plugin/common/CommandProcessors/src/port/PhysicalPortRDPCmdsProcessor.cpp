@@ -35,7 +35,7 @@ constexpr Command PhysicalPortRDPCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortRDPCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "RDP",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortRDPCmdsProcessor>,
     .resultTexts = PING_RESULT_TEXTS,
     .report = OUT_NAMES,
 };

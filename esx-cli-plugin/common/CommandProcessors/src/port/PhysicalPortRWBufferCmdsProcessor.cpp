@@ -66,7 +66,7 @@ constexpr Command PhysicalPortRWBufferCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortRWBufferCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "RWBuffer",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortRWBufferCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

@@ -54,7 +54,7 @@ constexpr Command PhysicalPortSCMChkCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortSCMChkCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port scmchk",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortSCMChkCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -82,7 +82,7 @@ constexpr Command PhysicalPortSCMProfileCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortSCMProfileCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "scmprofile",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortSCMProfileCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

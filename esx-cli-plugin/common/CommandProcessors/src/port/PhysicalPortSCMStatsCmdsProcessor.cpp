@@ -65,7 +65,7 @@ constexpr Command PhysicalPortSCMStatsCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortSCMStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "port scmstats",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortSCMStatsCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

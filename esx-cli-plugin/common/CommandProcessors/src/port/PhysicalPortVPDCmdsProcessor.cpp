@@ -136,7 +136,7 @@ constexpr Command PhysicalPortVPDCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription PhysicalPortVPDCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "VPD",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<PhysicalPortVPDCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_NAMES,
 };

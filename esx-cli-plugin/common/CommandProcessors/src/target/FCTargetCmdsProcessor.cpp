@@ -27,7 +27,7 @@ constexpr Command FCTargetCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCTargetCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCTargetCmdsProcessor>,
 };
 
 ResultCode FCTargetCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,

@@ -97,7 +97,7 @@ constexpr Command FCTargetIIDMACmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCTargetIIDMACmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target iidma",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCTargetIIDMACmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

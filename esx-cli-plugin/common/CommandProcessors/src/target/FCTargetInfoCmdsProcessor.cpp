@@ -136,7 +136,7 @@ constexpr Command FCTargetInfoCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCTargetInfoCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target info",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCTargetInfoCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -38,7 +38,7 @@ constexpr Command FCTargetSCMChkCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCTargetSCMChkCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target scmchk",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCTargetSCMChkCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -41,7 +41,7 @@ constexpr Command FCTargetSCMStatsCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCTargetSCMStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target scmstats",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCTargetSCMStatsCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };

@@ -49,7 +49,7 @@ constexpr Command FCTargetStatsCmdsProcessor::COMMANDS[] = {
 constinit const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
     .className = CLASS_NAME,
     .helpWord = "FC Target stats",
-    .leaves = LEAVES_OF<COMMANDS>,
+    .leaves = LEAVES_OF<FCTargetStatsCmdsProcessor>,
     .resultTexts = RESULT_TEXTS,
     .report = OUT_SHAPE.names,
 };
