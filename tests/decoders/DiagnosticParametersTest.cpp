@@ -248,11 +248,11 @@ TEST(RdpTest, ShortDescriptorsAreLeftOut) {
 TEST(RdpTest, LengthOfTheList) {
     Page payload = PayloadOf(FEC + CREDITS);
     const auto withLength = [&payload](std::uint32_t length) { return Decode(payload.SetU32(0, length)); };
-    const std::uint32_t true_ = 4 * (4 + 5);
-    EXPECT_TRUE(withLength(true_).isWhole);
-    EXPECT_TRUE(withLength(true_ + 4).isWhole); // its own bytes with it
-    EXPECT_FALSE(withLength(true_ + 5).isWhole);
-    for (const std::uint32_t length : {true_ + 5, 0x7FFFFFFFu, 0xFFFFFFFCu, 0xFFFFFFFFu}) {
+    const std::uint32_t wholeLength = 4 * (4 + 5);
+    EXPECT_TRUE(withLength(wholeLength).isWhole);
+    EXPECT_TRUE(withLength(wholeLength + 4).isWhole); // its own bytes with it
+    EXPECT_FALSE(withLength(wholeLength + 5).isWhole);
+    for (const std::uint32_t length : {wholeLength + 5, 0x7FFFFFFFu, 0xFFFFFFFCu, 0xFFFFFFFFu}) {
         EXPECT_TRUE(withLength(length).bufferCredits.has_value()) << length; // what is there is read
         EXPECT_FALSE(withLength(length).isWhole) << length;
     }
@@ -265,7 +265,7 @@ TEST(RdpTest, LengthOfTheList) {
     // A buffer longer than the payload: a list that counts its own bytes ends in the zero bytes after it.
     Page buffer = payload;
     buffer.resize(508);
-    buffer.SetU32(0, true_ + 4);
+    buffer.SetU32(0, wholeLength + 4);
     EXPECT_TRUE(Decode(buffer).isWhole);
     EXPECT_TRUE(Decode(buffer).bufferCredits.has_value());
     EXPECT_TRUE(Decode(buffer).unknownTags.empty());
