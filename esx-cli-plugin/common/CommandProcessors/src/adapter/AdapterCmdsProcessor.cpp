@@ -14,6 +14,30 @@ constexpr char OUT_STRUCT_NAME[] = "AdapterList";
 constexpr char OUT_ADAPTERS[] = "Adapters";
 constexpr char OUT_FLASH_UPDATE[] = "FlashUpdate";
 
+constexpr CodeText RESULT_TEXTS[] = {
+    {RC_SUCCESS, OUT_SUCCESS},
+    {RC_PARAM_ERROR, "Failed, Invalid Number of parameters"},
+    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
+    {RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
+    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
+    {RC_IMAGE_COMPONENTS_INVALID, "Failed, Flash Image Components Validation Error"},
+    {RC_INVALID_DATA, "Failed, Invalid data"},
+    {RC_INVALID_FIELD, "Failed, Invalid Serial Number"},
+    {RC_FILE_ERROR, "Failed, Flash File not found"},
+    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
+    {RC_FILE_OPEN_ERROR, "Failed, File Open Error"},
+    {RC_FILE_NOT_VALID, "Failed, File not Valid"},
+    {RC_FILE_READ_ERROR, "Failed, File read Error"},
+    {RC_SSID_NOT_FOUND, "Failed, Invalid SSID"},
+    {RC_FILE_CORRUPTED, "Failed, Corrupted File"},
+    {RC_FILE_SIZE_INVALID, "Failed, Invalid File Size"},
+    {RC_CHECKSUM_ERROR, "Failed, Checksum Error"},
+    {RC_SIGNATURE_ERROR, "Failed, Invalid Signature"},
+    {RC_FLASH_UPDATE_LOCKDOWN, "Failed, Flash Update disabled as FW lockdown mode enabled"},
+    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
+    {RC_NO_MEMORY, "Failed, Memory Error"},
+};
+
 constexpr DocumentField LIST_FIELDS[] = {{OUT_ADAPTERS, FieldType::TEXT}};
 constexpr Argument UPDATE_ARGUMENTS[] = {
     ADAPTER_ARGUMENT,
@@ -43,6 +67,7 @@ constinit const FamilyDescription AdapterCmdsProcessor::FAMILY = {
     .className = "AdapterCmdsProcessor",
     .helpWord = "Adapter",
     .leaves = LEAVES_OF<AdapterCmdsProcessor, "List of available commands">,
+    .resultTexts = RESULT_TEXTS,
 };
 
 ResultCode AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
@@ -115,6 +140,6 @@ void AdapterCmdsProcessor::DisplayUpdateInfo(MultipleCmdsProcessor* self, Result
     Document document(*self, format);
     document.Flat(OUT_FLASH_UPDATE, [&] {
         document.Field(OUT_REBOOT_REQUIRED, reboot);
-        document.Message(code, FlashUpdateText(code));
+        document.Message(code, ResultText(code));
     });
 }

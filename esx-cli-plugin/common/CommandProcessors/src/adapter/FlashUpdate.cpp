@@ -67,30 +67,6 @@ constexpr StatusResult STATUS_RESULTS[] = {
     {522, RC_IMAGE_COMPONENTS_INVALID},
 };
 
-constexpr CodeText RESULT_TEXTS[] = {
-    {RC_SUCCESS, "Success"},
-    {RC_PARAM_ERROR, "Failed, Invalid Number of parameters"},
-    {RC_INVALID_PARAMETER, "Failed, Invalid parameter"},
-    {RC_FLASH_UPDATE_FAILED, "Failed, Flash Update Error"},
-    {RC_HOST_NOT_FOUND, "Failed, Host not found"},
-    {RC_IMAGE_COMPONENTS_INVALID, "Failed, Flash Image Components Validation Error"},
-    {RC_INVALID_DATA, "Failed, Invalid data"},
-    {RC_INVALID_FIELD, "Failed, Invalid Serial Number"},
-    {RC_FILE_ERROR, "Failed, Flash File not found"},
-    {RC_ADAPTER_NOT_FOUND, "Failed, Adapter not found"},
-    {RC_FILE_OPEN_ERROR, "Failed, File Open Error"},
-    {RC_FILE_NOT_VALID, "Failed, File not Valid"},
-    {RC_FILE_READ_ERROR, "Failed, File read Error"},
-    {RC_SSID_NOT_FOUND, "Failed, Invalid SSID"},
-    {RC_FILE_CORRUPTED, "Failed, Corrupted File"},
-    {RC_FILE_SIZE_INVALID, "Failed, Invalid File Size"},
-    {RC_CHECKSUM_ERROR, "Failed, Checksum Error"},
-    {RC_SIGNATURE_ERROR, "Failed, Invalid Signature"},
-    {RC_FLASH_UPDATE_LOCKDOWN, "Failed, Flash Update disabled as FW lockdown mode enabled"},
-    {RC_FEATURE_NOT_SUPPORTED, "Failed, Feature not supported for this adapter"},
-    {RC_NO_MEMORY, "Failed, Memory Error"},
-};
-
 } // namespace
 
 const FlashImageKind* FindFlashImageKind(const char* word) {
@@ -104,8 +80,4 @@ const FlashImageKind* FindFlashImageKind(const char* word) {
 
 ResultCode FlashUpdateResult(VX_UINT32 status) {
     return ResultOfStatus(STATUS_RESULTS, status, RC_FLASH_UPDATE_FAILED);
-}
-
-const char* FlashUpdateText(ResultCode code) {
-    return ResultTextOf(RESULT_TEXTS, code);
 }

@@ -30,5 +30,3 @@ inline constexpr VX_UINT32 FLASH_STATUS_NONE = ~VX_UINT32{0};
 
 /// Result code of a failure status.
 ResultCode FlashUpdateResult(VX_UINT32 status);
-/// "Message" of a result code.
-const char* FlashUpdateText(ResultCode code);

@@ -56,6 +56,7 @@ constinit const FamilyDescription PhysicalPortCmdsProcessor::FAMILY = {
     .className = "PhysicalPortCmdsProcessor",
     .helpWord = "Port",
     .leaves = LEAVES_OF<PhysicalPortCmdsProcessor>,
+    .resultTexts = RESULT_TEXTS,
 };
 
 ResultCode PhysicalPortCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
@@ -102,6 +103,6 @@ void PhysicalPortCmdsProcessor::DisplayUpdateNvram(MultipleCmdsProcessor* self, 
     Document document(*self, format);
     document.Flat(OUT_UPDATE_NVRAM, [&] {
         document.Field(OUT_REBOOT_REQUIRED, rebootRequired);
-        document.Message(code, ResultTextOf(RESULT_TEXTS, code));
+        document.Message(code, ResultText(code));
     });
 }
