@@ -1,0 +1,39 @@
+/// @file
+/// The command line.
+#pragma once
+
+#include "Command.h"
+
+#include <memory>
+
+namespace CLI {
+class App;
+}
+
+namespace orfc {
+
+enum class Format { TABLE, WIDE, JSON, CSV, ESXCLI };
+
+struct Options {
+    const CommandRow* command = nullptr;
+    bool isSchema = false; ///< the command "schema"
+    std::vector<std::string> names;
+    Format format = Format::TABLE;
+    std::vector<std::string> columns;
+    bool hasHeadings = true;
+    std::string sort;
+    std::string color = "auto";
+    std::string library;
+    std::string root;
+    double interval = 0;     ///< seconds; 0: once
+    unsigned long count = 0; ///< of readings; 0: no end
+};
+
+/// Parses the command line. Returns nothing where the program has done its job with it, after help, a version or a
+/// usage error; `status` is the exit status then.
+std::optional<Options> ParseOptions(int count, char* words[], int& status);
+
+/// The commands with their options as JSON, for the manual page and completion.
+std::string DescribeOptions();
+
+} // namespace orfc

@@ -1,0 +1,126 @@
+/// @file
+/// The commands: functions of a host, one row each.
+#pragma once
+
+#include "Host.h"
+#include "Names.h"
+#include "ReadHost.h"
+#include "Writer.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace orfc {
+
+/// What a command works with.
+struct Request {
+    const Host& host;
+    std::vector<std::string> names; ///< of objects; empty: all
+    const Host* before = nullptr;   ///< the same host some time ago, for what moved since
+    double seconds = 0;             ///< since then
+};
+
+/// The records that a command answers with. They refer to the host and to rows that they keep themselves.
+class Shown {
+public:
+    /// For every format, or only for machines or people.
+    enum class For { ALL, MACHINES, PEOPLE };
+
+    template <typename Record>
+    void Add(const char* kind, std::span<const ColumnOf<Record>> columns, std::vector<const Record*> records,
+             For readers = For::ALL) {
+        Add(std::make_unique<RecordsOf<Record>>(kind, columns, std::move(records)), readers);
+    }
+    /// Same for rows that nobody else keeps.
+    template <typename Record>
+    void AddRows(const char* kind, std::span<const ColumnOf<Record>> columns, std::vector<Record> rows,
+                 For readers = For::ALL) {
+        auto kept = std::make_shared<std::vector<Record>>(std::move(rows));
+        std::vector<const Record*> records;
+        for (const Record& row : *kept) {
+            records.push_back(&row);
+        }
+        mKept.push_back(std::move(kept));
+        Add(kind, columns, std::move(records), readers);
+    }
+    void Add(std::unique_ptr<Records> records, For readers);
+
+    /// Keeps what rows refer to.
+    void Keep(std::shared_ptr<void> kept) { mKept.push_back(std::move(kept)); }
+
+    /// Sorts by a column, which all sets have: see `SortedRecords`.
+    void Sort(const std::string& key);
+    void Fill(Answer& answer) const;
+
+private:
+    struct Set {
+        std::unique_ptr<Records> records;
+        For readers;
+    };
+    std::vector<Set> mSets;
+    std::vector<std::shared_ptr<void>> mKept;
+};
+
+struct CommandRow {
+    const char* name; ///< empty: what the program shows without a command
+    const char* summary;
+    const char* description;
+    std::span<const char* const> examples;
+    Wanted wanted = {};       ///< what a table shows
+    Wanted wantedInFull = {}; ///< what other formats have besides
+    bool takesNames = false;
+    bool needsNames = false;
+    bool isDetailed = false;  ///< shown by groups, a line for each value
+    bool hasInterval = false; ///< can be repeated
+    Shown (*run)(const Request& request) = nullptr;
+};
+
+std::span<const CommandRow> Commands();
+
+/// What the names of a request denote. Throws `Failure`.
+Selection FindAll(const Request& request);
+/// Same with what is above and below it; none without names.
+std::optional<Selection> SelectionOf(const Request& request);
+
+/// The chosen ones of a host's objects, in its order.
+template <typename Object>
+std::vector<const Object*> InOrder(const std::deque<Object>& all, const std::set<const Object*>& chosen) {
+    std::vector<const Object*> objects;
+    for (const Object& object : all) {
+        if (chosen.contains(&object)) {
+            objects.push_back(&object);
+        }
+    }
+    return objects;
+}
+
+/// The objects of a kind that a request is about, in the host's order.
+std::vector<const Adapter*> AdaptersOf(const Request& request);
+std::vector<const Port*> PortsOf(const Request& request);
+std::vector<const Target*> TargetsOf(const Request& request);
+std::vector<const Lun*> LunsOf(const Request& request);
+
+/// Columns of each kind of record.
+std::span<const ColumnOf<Adapter>> AdapterColumns();
+std::span<const ColumnOf<Port>> PortColumns();
+std::span<const ColumnOf<Port>> SettingsColumns();
+std::span<const ColumnOf<Target>> TargetColumns();
+std::span<const ColumnOf<Lun>> LunColumns();
+std::span<const ColumnOf<Port>> TransceiverColumns();
+inline constexpr char TRANSCEIVER_KIND[] = "transceiver";
+
+// The commands, each in a source of its own name.
+Shown ShowOverview(const Request& request);
+Shown ShowTransceivers(const Request& request);
+Shown ShowCounters(const Request& request);
+Shown ShowPaths(const Request& request);
+
+/// "ok", "warning", "alarm", "empty", "bad checksum"…: how a module does, in one word.
+std::string HealthOf(const Transceiver& transceiver);
+/// "ok", "high alarm", …
+std::string VerdictText(decoders::Verdict verdict);
+/// "link down", "remote port down", …: of a path.
+std::string StepText(Step step);
+
+} // namespace orfc

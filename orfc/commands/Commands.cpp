@@ -1,0 +1,159 @@
+#include "Command.h"
+
+namespace orfc {
+
+namespace {
+
+Shown ShowAdapters(const Request& request) {
+    Shown shown;
+    shown.Add("adapter", AdapterColumns(), AdaptersOf(request));
+    return shown;
+}
+Shown ShowPorts(const Request& request) {
+    Shown shown;
+    shown.Add("port", PortColumns(), PortsOf(request));
+    return shown;
+}
+Shown ShowTargets(const Request& request) {
+    Shown shown;
+    shown.Add("target", TargetColumns(), TargetsOf(request));
+    return shown;
+}
+Shown ShowLuns(const Request& request) {
+    Shown shown;
+    shown.Add("lun", LunColumns(), LunsOf(request));
+    return shown;
+}
+
+/// The named objects themselves, and the modules of ports.
+Shown ShowObjects(const Request& request) {
+    const Selection selection = FindAll(request);
+    Shown shown;
+    shown.Add("adapter", AdapterColumns(), InOrder(request.host.adapters, selection.adapters));
+    const std::vector<const Port*> ports = InOrder(request.host.ports, selection.ports);
+    shown.Add("port", PortColumns(), ports);
+    shown.Add("settings", SettingsColumns(), ports);
+    shown.Add(TRANSCEIVER_KIND, TransceiverColumns(), ports);
+    shown.Add("target", TargetColumns(), InOrder(request.host.targets, selection.targets));
+    shown.Add("lun", LunColumns(), InOrder(request.host.luns, selection.luns));
+    return shown;
+}
+
+constexpr const char* OVERVIEW_EXAMPLES[] = {"orfc", "orfc --library simulator"};
+constexpr const char* ADAPTER_EXAMPLES[] = {"orfc adapters", "orfc adapters -o json"};
+constexpr const char* PORT_EXAMPLES[] = {"orfc ports", "orfc ports --columns port,state,speed_gbps",
+                                         "orfc ports host2 -o json"};
+constexpr const char* TARGET_EXAMPLES[] = {"orfc targets", "orfc targets 50060e80124a7c10"};
+constexpr const char* LUN_EXAMPLES[] = {"orfc luns", "orfc luns sdb", "orfc luns --sort -size_bytes"};
+constexpr const char* SHOW_EXAMPLES[] = {"orfc show host2", "orfc show 21:00:00:24:ff:7e:2d:94", "orfc show /dev/sdb"};
+constexpr const char* TRANSCEIVER_EXAMPLES[] = {"orfc transceivers",
+                                                "orfc transceivers --sort receive_power_dbm -o csv"};
+constexpr const char* COUNTER_EXAMPLES[] = {"orfc counters host2", "orfc counters --interval 5 --count 12"};
+constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
+
+constexpr Wanted TARGETS = {.targets = true, .luns = true};
+constexpr Wanted PATHS = {.portDetails = true, .targets = true, .luns = true};
+constexpr Wanted EVERYTHING = {true, true, true, true, true, true, true};
+
+constexpr CommandRow COMMANDS[] = {
+    {.name = "",
+     .summary = "the host on one screen",
+     .description = "",
+     .examples = OVERVIEW_EXAMPLES,
+     .wanted = {.portDetails = true, .targets = true, .luns = true, .transceivers = true},
+     .run = ShowOverview},
+    {.name = "adapters",
+     .summary = "adapters, one line each",
+     .description = "Lists adapters: all, or those that are named or have what is named.",
+     .examples = ADAPTER_EXAMPLES,
+     .wanted = {},
+     .wantedInFull = {.vpd = true},
+     .takesNames = true,
+     .run = ShowAdapters},
+    {.name = "ports",
+     .summary = "ports, one line each",
+     .description = "Lists Fibre Channel and FCoE ports: all, or those that are named or lead to what is named.",
+     .examples = PORT_EXAMPLES,
+     .wanted = {.portDetails = true},
+     .wantedInFull = {.counters = true},
+     .takesNames = true,
+     .run = ShowPorts},
+    {.name = "targets",
+     .summary = "targets, one line for each port that sees one",
+     .description = "Lists targets: all, or those that are named, seen by what is named or have it.",
+     .examples = TARGET_EXAMPLES,
+     .wanted = TARGETS,
+     .takesNames = true,
+     .run = ShowTargets},
+    {.name = "luns",
+     .summary = "LUNs and namespaces, one line for each path",
+     .description = "Lists LUNs and namespaces: all, or those that are named or reached over what is named.",
+     .examples = LUN_EXAMPLES,
+     .wanted = TARGETS,
+     .takesNames = true,
+     .run = ShowLuns},
+    {.name = "show",
+     .summary = "everything that is known of an object",
+     .description = "Shows every known value of the named adapters, ports, targets and LUNs, with its key, by groups.",
+     .examples = SHOW_EXAMPLES,
+     .wanted = EVERYTHING,
+     .takesNames = true,
+     .needsNames = true,
+     .isDetailed = true,
+     .run = ShowObjects},
+    {.name = "transceivers",
+     .summary = "modules with their readings, thresholds and verdicts",
+     .description = "Shows the module of each port: who made it, its readings with the four thresholds of each, power "
+                    "in mW and dBm, and a verdict by the standards' arithmetic.",
+     .examples = TRANSCEIVER_EXAMPLES,
+     .wanted = {.portDetails = true, .transceivers = true},
+     .takesNames = true,
+     .run = ShowTransceivers},
+    {.name = "counters",
+     .summary = "counters, or what moves in them",
+     .description = "Shows the counters of ports and targets; with an interval, those that moved in it.",
+     .examples = COUNTER_EXAMPLES,
+     .wanted = {.portDetails = true, .counters = true, .targets = true},
+     .takesNames = true,
+     .hasInterval = true,
+     .run = ShowCounters},
+    {.name = "paths",
+     .summary = "LUNs by worldwide id, with every path to each",
+     .description = "Shows LUNs by worldwide id and below each every path to it: the state of each step, from the link "
+                    "to the multipath map, and a verdict. What is not redundant is marked.",
+     .examples = PATH_EXAMPLES,
+     .wanted = PATHS,
+     .takesNames = true,
+     .run = ShowPaths},
+};
+
+} // namespace
+
+std::span<const CommandRow> Commands() {
+    return COMMANDS;
+}
+
+void Shown::Add(std::unique_ptr<Records> records, For readers) {
+    mSets.push_back({std::move(records), readers});
+}
+
+void Shown::Sort(const std::string& key) {
+    for (Set& set : mSets) {
+        auto sorted = std::make_unique<SortedRecords>(*set.records, key);
+        mKept.push_back(std::move(set.records));
+        set.records = std::move(sorted);
+    }
+}
+
+void Shown::Fill(Answer& answer) const {
+    for (const Set& set : mSets) {
+        if (set.readers != For::PEOPLE) {
+            answer.records.push_back(set.records.get());
+        }
+        if (set.readers != For::MACHINES) {
+            answer.forPeople.push_back(set.records.get());
+        }
+    }
+}
+
+} // namespace orfc

@@ -1,0 +1,288 @@
+/// Modules: identity, diagnostics with thresholds, verdicts by the standards' arithmetic.
+#include "Command.h"
+
+#include <algorithm>
+
+namespace orfc {
+
+namespace {
+
+using decoders::Celsius;
+using decoders::Milliamperes;
+using decoders::Milliwatts;
+using decoders::Reading;
+using decoders::Verdict;
+using decoders::Volts;
+
+/// A value or one of its thresholds.
+enum Part { VALUE, LOW_ALARM, LOW_WARNING, HIGH_WARNING, HIGH_ALARM };
+
+template <typename Unit> std::optional<Unit> PartOf(const Monitored<Unit>& value, Part part) {
+    if (!value) {
+        return std::nullopt;
+    }
+    if (part == VALUE) {
+        return value->value;
+    }
+    if (!value->thresholds) {
+        return std::nullopt;
+    }
+    const decoders::Thresholds<Unit>& thresholds = *value->thresholds;
+    return part == LOW_ALARM      ? thresholds.lowAlarm
+           : part == LOW_WARNING  ? thresholds.lowWarning
+           : part == HIGH_WARNING ? thresholds.highWarning
+                                  : thresholds.highAlarm;
+}
+
+/// Where a module has its values; those of a lane are none where it hasn't that many.
+const Monitored<Celsius>& Temperature(const Transceiver& module) {
+    return module.temperature;
+}
+const Monitored<Volts>& Voltage(const Transceiver& module) {
+    return module.voltage;
+}
+template <auto Member, std::size_t Number> const auto& OfLane(const Transceiver& module) {
+    static const Lane NONE;
+    const Lane* const lane = Number < module.lanes.size() ? &module.lanes[Number] : &NONE;
+    return lane->*Member;
+}
+constexpr auto Bias = OfLane<&Lane::bias, 0>;
+constexpr auto TransmitPower = OfLane<&Lane::transmitPower, 0>;
+constexpr auto ReceivePower = OfLane<&Lane::receivePower, 0>;
+
+template <auto Get, Part part, int digits> Value PartValue(const Port& port) {
+    const auto value = PartOf(Get(port.transceiver), part);
+    return value ? Value(Decimal{value->value, digits}) : Value();
+}
+/// The same of a power in dBm; none without light.
+template <auto Get, Part part> Value DbmValue(const Port& port) {
+    const auto power = PartOf(Get(port.transceiver), part);
+    const auto dbm = power ? decoders::DbmOf(*power) : std::nullopt;
+    return dbm ? Value(Decimal{dbm->value, 2}) : Value();
+}
+template <auto Get> Value VerdictValue(const Port& port) {
+    const auto& value = Get(port.transceiver);
+    const auto verdict = value ? value->Judged() : std::nullopt;
+    return verdict ? Value(VerdictText(*verdict)) : Value();
+}
+
+/// A text of the identity, which an unread or empty bay hasn't.
+Value IdentityValue(const Port& port, const std::string& text) {
+    const ModuleState state = port.transceiver.state;
+    return state == ModuleState::READ || state == ModuleState::BAD ? TextValue(text) : Value();
+}
+Value LengthValue(const Port& port, unsigned decoders::LinkLengths::*length) {
+    const unsigned metres = port.transceiver.identity.lengths.*length;
+    return metres != 0 ? Value(std::uint64_t{metres}) : Value();
+}
+
+std::string OuiText(const std::array<std::uint8_t, 3>& oui) {
+    char text[12];
+    std::snprintf(text, sizeof text, "%02x:%02x:%02x", oui[0], oui[1], oui[2]);
+    return (oui[0] | oui[1] | oui[2]) != 0 ? text : std::string();
+}
+std::string DateText(const std::optional<decoders::Date>& date) {
+    char text[40] = "";
+    if (date) {
+        std::snprintf(text, sizeof text, "%04d-%02d-%02d", date->year, date->month, date->day);
+    }
+    return text;
+}
+Value ChecksumValue(const Port& port, decoders::Checksum checksum) {
+    const ModuleState state = port.transceiver.state;
+    if ((state != ModuleState::READ && state != ModuleState::BAD) || checksum == decoders::Checksum::UNREAD) {
+        return {};
+    }
+    return checksum == decoders::Checksum::VALID;
+}
+
+std::string FamilyText(decoders::ModuleFamily family) {
+    return family == decoders::ModuleFamily::SFP ? "SFP" : family == decoders::ModuleFamily::QSFP ? "QSFP" : "";
+}
+
+// clang-format off
+#define ORFC_PARTS(name, unit, group, what, value, low_alarm, low_warning, high_warning, high_alarm) \
+    {{name "_" unit, "", Type::DECIMAL, Place::DETAILED, group, what}, value}, \
+    {{name "_low_alarm_" unit, "", Type::DECIMAL, Place::DETAILED, group, "Low alarm threshold of it"}, low_alarm}, \
+    {{name "_low_warning_" unit, "", Type::DECIMAL, Place::DETAILED, group, "Low warning threshold of it"}, low_warning}, \
+    {{name "_high_warning_" unit, "", Type::DECIMAL, Place::DETAILED, group, "High warning threshold of it"}, high_warning}, \
+    {{name "_high_alarm_" unit, "", Type::DECIMAL, Place::DETAILED, group, "High alarm threshold of it"}, high_alarm}
+#define ORFC_READING(name, unit, group, what, get, digits) \
+    ORFC_PARTS(name, unit, group, what, (PartValue<get, VALUE, digits>), (PartValue<get, LOW_ALARM, digits>), \
+               (PartValue<get, LOW_WARNING, digits>), (PartValue<get, HIGH_WARNING, digits>), (PartValue<get, HIGH_ALARM, digits>))
+#define ORFC_POWER(name, group, what, get) \
+    ORFC_READING(name, "milliwatts", group, what " in mW", get, 4), \
+    ORFC_PARTS(name, "dbm", group, what " in dBm; unknown without light", (DbmValue<get, VALUE>), (DbmValue<get, LOW_ALARM>), \
+               (DbmValue<get, LOW_WARNING>), (DbmValue<get, HIGH_WARNING>), (DbmValue<get, HIGH_ALARM>))
+#define ORFC_VERDICT(name, group, get) \
+    {{name "_verdict", "", Type::VERDICT, Place::DETAILED, group, "Verdict: ok, or the threshold that is crossed"}, VerdictValue<get>}
+#define ORFC_LANE(number, index) \
+    {{"bias_lane_" number "_milliamperes", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Laser bias current of lane " number}, (PartValue<OfLane<&Lane::bias, index>, VALUE, 3>)}, \
+    {{"transmit_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Transmitted power of lane " number " in mW"}, (PartValue<OfLane<&Lane::transmitPower, index>, VALUE, 4>)}, \
+    {{"transmit_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Transmitted power of lane " number " in dBm"}, (DbmValue<OfLane<&Lane::transmitPower, index>, VALUE>)}, \
+    {{"receive_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in mW"}, (PartValue<OfLane<&Lane::receivePower, index>, VALUE, 4>)}, \
+    {{"receive_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in dBm"}, (DbmValue<OfLane<&Lane::receivePower, index>, VALUE>)}
+
+constexpr ColumnOf<Port> TRANSCEIVER[] = {
+    {{"port", "PORT", Type::TEXT, Place::ALWAYS, "Module", "Identifier of the port that the module is plugged into"}, [](const Port& p) { return TextValue(p.identifier); }},
+    {{"health", "HEALTH", Type::VERDICT, Place::TABLE, "Module", "ok, warning or alarm, the worst of its values; empty, unread, unknown kind, bad checksum, not ready, or no diagnostics"}, [](const Port& p) { return TextValue(HealthOf(p.transceiver)); }},
+    {{"family", "FAMILY", Type::TEXT, Place::WIDE, "Module", "SFP or QSFP"}, [](const Port& p) { return IdentityValue(p, FamilyText(p.transceiver.family)); }},
+    {{"identifier", "FORM", Type::TEXT, Place::WIDE, "Module", "Form factor"}, [](const Port& p) { return IdentityValue(p, std::string(decoders::IdentifierName(p.transceiver.identity.identifier))); }},
+    {{"connector", "CONNECTOR", Type::TEXT, Place::WIDE, "Module", "Kind of connector"}, [](const Port& p) { return IdentityValue(p, std::string(decoders::ConnectorName(p.transceiver.identity.connector))); }},
+    {{"vendor", "VENDOR", Type::TEXT, Place::TABLE, "Module", "Vendor"}, [](const Port& p) { return IdentityValue(p, p.transceiver.identity.vendor); }},
+    {{"part_number", "PART", Type::TEXT, Place::TABLE, "Module", "Part number"}, [](const Port& p) { return IdentityValue(p, p.transceiver.identity.partNumber); }},
+    {{"revision", "REVISION", Type::TEXT, Place::WIDE, "Module", "Revision"}, [](const Port& p) { return IdentityValue(p, p.transceiver.identity.revision); }},
+    {{"serial_number", "SERIAL", Type::TEXT, Place::TABLE, "Module", "Serial number"}, [](const Port& p) { return IdentityValue(p, p.transceiver.identity.serialNumber); }},
+    {{"vendor_oui", "OUI", Type::TEXT, Place::WIDE, "Module", "IEEE company id of the vendor"}, [](const Port& p) { return IdentityValue(p, OuiText(p.transceiver.identity.oui)); }},
+    {{"date", "DATE", Type::TEXT, Place::WIDE, "Module", "Date of manufacture, year-month-day"}, [](const Port& p) { return IdentityValue(p, DateText(p.transceiver.identity.date)); }},
+    {{"wavelength_nanometres", "nm", Type::DECIMAL, Place::WIDE, "Module", "Wavelength of the laser"}, [](const Port& p) { return p.transceiver.identity.wavelength ? Value(Decimal{p.transceiver.identity.wavelength->value, 2}) : Value(); }},
+    {{"signaling_rate_megabaud", "MBd", Type::INTEGER, Place::WIDE, "Module", "Nominal signaling rate"}, [](const Port& p) { return p.transceiver.identity.signalingRate ? Value(std::uint64_t{*p.transceiver.identity.signalingRate}) : Value(); }},
+    {{"length_single_mode_metres", "SMF m", Type::INTEGER, Place::WIDE, "Module", "Longest link over single-mode fibre"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::singleMode); }},
+    {{"length_om1_metres", "OM1 m", Type::INTEGER, Place::DETAILED, "Module", "Longest link over OM1 fibre"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::om1); }},
+    {{"length_om2_metres", "OM2 m", Type::INTEGER, Place::DETAILED, "Module", "Longest link over OM2 fibre"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::om2); }},
+    {{"length_om3_metres", "OM3 m", Type::INTEGER, Place::DETAILED, "Module", "Longest link over OM3 fibre"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::om3); }},
+    {{"length_om4_metres", "OM4 m", Type::INTEGER, Place::DETAILED, "Module", "Longest link over OM4 fibre"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::om4); }},
+    {{"length_cable_metres", "CABLE m", Type::INTEGER, Place::DETAILED, "Module", "Length of the attached cable"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::cable); }},
+    {{"base_checksum_valid", "CC_BASE", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the first fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.baseChecksum); }},
+    {{"extended_checksum_valid", "CC_EXT", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the other fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.extendedChecksum); }},
+    ORFC_READING("temperature", "celsius", "Temperature", "Temperature of the module", Temperature, 1),
+    ORFC_VERDICT("temperature", "Temperature", Temperature),
+    ORFC_READING("voltage", "volts", "Supply", "Supply voltage", Voltage, 3),
+    ORFC_VERDICT("voltage", "Supply", Voltage),
+    ORFC_READING("bias", "milliamperes", "Laser", "Laser bias current, of lane 1", Bias, 3),
+    ORFC_VERDICT("bias", "Laser", Bias),
+    ORFC_POWER("transmit_power", "Transmitter", "Transmitted power, of lane 1,", TransmitPower),
+    ORFC_VERDICT("transmit_power", "Transmitter", TransmitPower),
+    ORFC_POWER("receive_power", "Receiver", "Received power, of lane 1,", ReceivePower),
+    ORFC_VERDICT("receive_power", "Receiver", ReceivePower),
+    {{"receive_power_is_average", "", Type::FLAG, Place::DETAILED, "Receiver", "Whether the received power is the average; otherwise it is the optical modulation amplitude"}, [](const Port& p) { return p.transceiver.hasDiagnostics ? Value(p.transceiver.isAverageReceivePower) : Value(); }},
+    ORFC_LANE("2", 1),
+    ORFC_LANE("3", 2),
+    ORFC_LANE("4", 3),
+};
+
+/// A value of a module as people read it: one row with its thresholds.
+struct ReadingRow {
+    const Port* port;
+    std::string what;
+    Value value, lowAlarm, lowWarning, highWarning, highAlarm, dbm;
+    std::string verdict;
+};
+
+constexpr ColumnOf<ReadingRow> READING[] = {
+    {{"port", "PORT", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return TextValue(r.port->identifier); }},
+    {{"host", "HOST", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return TextValue(r.port->kernelName); }},
+    {{"vendor", "VENDOR", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return IdentityValue(*r.port, r.port->transceiver.identity.vendor); }},
+    {{"part_number", "PART", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return IdentityValue(*r.port, r.port->transceiver.identity.partNumber); }},
+    {{"serial_number", "SERIAL", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return IdentityValue(*r.port, r.port->transceiver.identity.serialNumber); }},
+    {{"health", "HEALTH", Type::VERDICT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return TextValue(HealthOf(r.port->transceiver)); }},
+    {{"reading", "READING", Type::TEXT, Place::ALWAYS, "", ""}, [](const ReadingRow& r) { return TextValue(r.what); }},
+    {{"value", "VALUE", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.value; }},
+    {{"dbm", "dBm", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.dbm; }},
+    {{"verdict", "VERDICT", Type::VERDICT, Place::TABLE, "", ""}, [](const ReadingRow& r) { return TextValue(r.verdict); }},
+    {{"low_alarm", "LOW ALARM", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.lowAlarm; }},
+    {{"low_warning", "LOW WARNING", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.lowWarning; }},
+    {{"high_warning", "HIGH WARNING", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.highWarning; }},
+    {{"high_alarm", "HIGH ALARM", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.highAlarm; }},
+};
+// clang-format on
+
+template <typename Unit>
+void AddReading(const Port& port, const std::string& what, const Monitored<Unit>& value, int digits,
+                std::vector<ReadingRow>& rows) {
+    if (!value) {
+        return;
+    }
+    const auto part = [&](Part which) {
+        const auto found = PartOf(value, which);
+        return found ? Value(Decimal{found->value, digits}) : Value();
+    };
+    ReadingRow row{&port, what, part(VALUE), part(LOW_ALARM), part(LOW_WARNING), part(HIGH_WARNING), part(HIGH_ALARM),
+                   {},    {}};
+    if (const auto verdict = value->Judged()) {
+        row.verdict = VerdictText(*verdict);
+    }
+    if constexpr (std::is_same_v<Unit, Milliwatts>) {
+        const auto dbm = decoders::DbmOf(value->value);
+        row.dbm = dbm ? Value(Decimal{dbm->value, 2}) : Value();
+    }
+    rows.push_back(std::move(row));
+}
+
+std::vector<ReadingRow> ReadingsOf(const std::vector<const Port*>& ports) {
+    std::vector<ReadingRow> rows;
+    for (const Port* port : ports) {
+        const std::size_t before = rows.size();
+        const Transceiver& module = port->transceiver;
+        AddReading(*port, "temperature C", module.temperature, 1, rows);
+        AddReading(*port, "supply V", module.voltage, 3, rows);
+        for (std::size_t lane = 0; lane < module.lanes.size(); ++lane) {
+            const std::string suffix = module.lanes.size() > 1 ? " lane " + std::to_string(lane + 1) : "";
+            AddReading(*port, "bias mA" + suffix, module.lanes[lane].bias, 3, rows);
+            AddReading(*port, "transmit mW" + suffix, module.lanes[lane].transmitPower, 4, rows);
+            AddReading(*port, "receive mW" + suffix, module.lanes[lane].receivePower, 4, rows);
+        }
+        if (rows.size() == before) {
+            rows.push_back({port, "none", {}, {}, {}, {}, {}, {}, {}});
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+std::span<const ColumnOf<Port>> TransceiverColumns() {
+    return TRANSCEIVER;
+}
+
+std::string VerdictText(Verdict verdict) {
+    switch (verdict) {
+    case Verdict::OK:
+        return "ok";
+    case Verdict::LOW_WARNING:
+        return "low warning";
+    case Verdict::HIGH_WARNING:
+        return "high warning";
+    case Verdict::LOW_ALARM:
+        return "low alarm";
+    case Verdict::HIGH_ALARM:
+        return "high alarm";
+    }
+    return {};
+}
+
+std::string HealthOf(const Transceiver& transceiver) {
+    switch (transceiver.state) {
+    case ModuleState::UNREAD:
+        return "unread";
+    case ModuleState::EMPTY:
+        return "empty";
+    case ModuleState::BAD:
+        return "bad checksum";
+    case ModuleState::UNDECODED:
+        return "unknown kind";
+    case ModuleState::READ:
+        break;
+    }
+    if (!transceiver.hasDiagnostics) {
+        return "no diagnostics";
+    }
+    if (!transceiver.isReady) {
+        return "not ready";
+    }
+    const std::optional<Verdict> worst = transceiver.WorstVerdict();
+    return !worst                                                              ? "no thresholds"
+           : *worst == Verdict::OK                                             ? "ok"
+           : *worst == Verdict::LOW_WARNING || *worst == Verdict::HIGH_WARNING ? "warning"
+                                                                               : "alarm";
+}
+
+Shown ShowTransceivers(const Request& request) {
+    Shown shown;
+    const std::vector<const Port*> ports = PortsOf(request);
+    shown.Add(TRANSCEIVER_KIND, TransceiverColumns(), ports, Shown::For::MACHINES);
+    shown.AddRows<ReadingRow>("reading", READING, ReadingsOf(ports), Shown::For::PEOPLE);
+    return shown;
+}
+
+} // namespace orfc

@@ -1,0 +1,235 @@
+/// @file
+/// `orfc`: the Fibre Channel side of a host, for people and scripts.
+///
+/// Exit status: 0 all is well, 1 the command failed, 2 usage, 3 something couldn't be read, which is told on standard
+/// error, and the rest is complete.
+#include "Options.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <thread>
+#include <unistd.h>
+
+namespace orfc {
+
+namespace {
+
+constexpr int INCOMPLETE = 3;
+
+using Clock = std::chrono::steady_clock;
+
+/// Standard output for this program alone: what a library prints goes nowhere.
+std::FILE* TakeStandardOutput() {
+    const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    std::FILE* const out = own >= 0 ? fdopen(own, "w") : nullptr;
+    if (out == nullptr || nowhere < 0 || dup2(nowhere, STDOUT_FILENO) < 0) {
+        throw Failure(std::string("standard output: ") + std::strerror(errno));
+    }
+    close(nowhere);
+    return out;
+}
+
+std::optional<std::size_t> TerminalWidth(int file) {
+    winsize size{};
+    return isatty(file) != 0 && ioctl(file, TIOCGWINSZ, &size) == 0 && size.ws_col != 0
+               ? std::optional<std::size_t>(size.ws_col)
+               : std::nullopt;
+}
+
+Style StyleOf(const Options& options, int file) {
+    const char* const noColor = std::getenv("NO_COLOR");
+    Style style;
+    style.columns = options.columns;
+    style.hasHeadings = options.hasHeadings;
+    style.isWide = options.format == Format::WIDE;
+    style.isColored = options.color == "always" ||
+                      (options.color == "auto" && isatty(file) != 0 && (noColor == nullptr || *noColor == '\0'));
+    style.isCompact = options.interval != 0;
+    style.width = TerminalWidth(file);
+    return style;
+}
+
+void Write(const Answer& answer, const Options& options, const Style& style, std::FILE* out) {
+    switch (options.format) {
+    case Format::TABLE:
+    case Format::WIDE:
+        options.command->isDetailed ? WriteDetails(answer, style, out) : WriteTable(answer, style, out);
+        break;
+    case Format::JSON:
+        WriteJson(answer, style, out);
+        break;
+    case Format::CSV:
+        WriteCsv(answer, style, out);
+        break;
+    case Format::ESXCLI:
+        WriteEsxcli(answer, style, out);
+        break;
+    }
+    if (std::fflush(out) != 0 || std::ferror(out) != 0) {
+        if (errno == EPIPE) {
+            std::_Exit(0); // the reader has seen enough
+        }
+        throw Failure(std::string("standard output: ") + std::strerror(errno));
+    }
+}
+
+Wanted WantedOf(const Options& options) {
+    Wanted wanted = options.command->wanted;
+    if (options.format != Format::TABLE || !options.columns.empty() || !options.sort.empty()) {
+        wanted = wanted | options.command->wantedInFull;
+    }
+    if (!options.names.empty()) { // any object may have the name
+        wanted = wanted | Wanted{.portDetails = true, .targets = true, .luns = true};
+    }
+    return wanted;
+}
+
+/// What ports of a host came or went since it was read before, one line each.
+std::vector<std::string> Changes(const Host& before, const Host& now) {
+    std::vector<std::string> changes;
+    const auto tell = [&](const auto& some, const auto& others, const char* what) {
+        std::set<std::string_view> known;
+        for (const auto& object : others) {
+            known.insert(object.identifier);
+        }
+        for (const auto& object : some) {
+            if (!known.contains(object.identifier)) {
+                changes.push_back(object.identifier + ": " + what);
+            }
+        }
+    };
+    tell(before.ports, now.ports, "has gone");
+    tell(now.ports, before.ports, "is new");
+    tell(before.targets, now.targets, "has gone");
+    tell(now.targets, before.targets, "is new");
+    return changes;
+}
+
+/// Reads and shows the host, once or at every tick. Returns the exit status.
+class Run {
+public:
+    Run(const Options& options, std::vector<std::string> arguments)
+        : mOptions(options), mOut(TakeStandardOutput()), mStyle(StyleOf(options, fileno(mOut))) {
+        mAnswer.command = options.command->name;
+        mAnswer.arguments = std::move(arguments);
+    }
+    ~Run() { std::fclose(mOut); }
+    Run(const Run&) = delete;
+
+    int operator()() {
+        try {
+            const Library library(mOptions.library);
+            mAnswer.library = library.Path();
+            bool isComplete = true;
+            std::optional<Host> before;
+            Clock::time_point last;
+            for (unsigned long reading = 1;; ++reading) {
+                const Clock::time_point now = Clock::now();
+                Session session(library, ScopeOf(WantedOf(mOptions)));
+                Host host = ReadHost(session, WantedOf(mOptions));
+                if (before) {
+                    for (std::string& change : Changes(*before, host)) {
+                        host.messages.push_back(std::move(change));
+                    }
+                }
+                const double seconds = std::chrono::duration<double>(now - last).count();
+                Show({host, mOptions.names, before ? &*before : nullptr, seconds});
+                isComplete = isComplete && host.messages.empty();
+                if (mOptions.interval == 0 || reading == mOptions.count) {
+                    break;
+                }
+                before = std::move(host);
+                last = now;
+                std::this_thread::sleep_until(now + std::chrono::duration_cast<Clock::duration>(
+                                                        std::chrono::duration<double>(mOptions.interval)));
+            }
+            return isComplete ? 0 : INCOMPLETE;
+        } catch (const Failure& failure) {
+            std::fprintf(stderr, "orfc: %s\n", failure.what());
+            if (mOptions.format == Format::JSON) { // scripts read an answer in any case
+                mAnswer.isOk = false;
+                mAnswer.messages = {failure.what()};
+                mAnswer.records.clear();
+                WriteJson(mAnswer, mStyle, mOut);
+            }
+            return failure.status;
+        }
+    }
+
+private:
+    void Show(const Request& request) {
+        Shown shown = mOptions.command->run(request);
+        if (!mOptions.sort.empty()) {
+            shown.Sort(mOptions.sort);
+        }
+        Answer answer = mAnswer;
+        answer.messages = request.host.messages;
+        shown.Fill(answer);
+        if (request.before != nullptr && mOptions.format != Format::JSON) {
+            std::fputc('\n', mOut);
+        }
+        Write(answer, mOptions, mStyle, mOut);
+        for (const std::string& message : answer.messages) {
+            std::fprintf(stderr, "orfc: %s\n", message.c_str());
+        }
+        if (request.host.ports.empty() && *mOptions.command->name == '\0') {
+            std::fputs("orfc: no Fibre Channel port; is the driver of the adapter loaded? "
+                       "orfc --library simulator shows a simulated host\n",
+                       stderr);
+        }
+    }
+
+    const Options& mOptions;
+    std::FILE* mOut;
+    Style mStyle;
+    Answer mAnswer;
+};
+
+void PrintSchema() {
+    const Host nothing;
+    std::vector<Shown> all;
+    Answer kinds;
+    for (const CommandRow& command : Commands()) {
+        all.push_back(command.run({nothing, {}}));
+        all.back().Fill(kinds);
+    }
+    WriteSchema(kinds.records, stdout);
+}
+
+int Main(int count, char* words[]) {
+    int status = 0;
+    std::optional<Options> options = ParseOptions(count, words, status);
+    if (!options) {
+        return status;
+    }
+    if (options->isSchema) {
+        PrintSchema();
+        return 0;
+    }
+    if (!options->root.empty()) {
+        if (access((options->root + "/sys/class").c_str(), X_OK) != 0) {
+            std::fprintf(stderr, "orfc: %s: no sys/class in it: %s\n", options->root.c_str(), std::strerror(errno));
+            return Failure::FAILED;
+        }
+        setenv("VEXAPI_SYSFS_ROOT", options->root.c_str(), 1);
+        options->library = options->library.empty() ? "linux" : options->library;
+    }
+    return Run(*options, {words, words + count})();
+}
+
+} // namespace
+
+} // namespace orfc
+
+int main(int count, char* words[]) {
+    try {
+        return orfc::Main(count, words);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "orfc: %s\n", error.what());
+        return orfc::Failure::FAILED;
+    }
+}

@@ -1,0 +1,30 @@
+/// @file
+/// Reads a host from the library.
+#pragma once
+
+#include "Host.h"
+#include "Library.h"
+
+namespace orfc {
+
+/// What to read beyond adapters and ports with their names.
+struct Wanted {
+    bool portDetails = false;
+    bool counters = false; ///< of ports and targets
+    bool targets = false;
+    bool luns = false;
+    bool transceivers = false;
+    bool settings = false; ///< of ports
+    bool vpd = false;      ///< keywords of adapters
+
+    friend Wanted operator|(const Wanted& left, const Wanted& right);
+};
+
+/// The library's scope for that.
+VEXAPI_EXT_SCOPE ScopeOf(const Wanted& wanted);
+
+/// Reads the host. What can't be read is left out and told in the host's messages. Throws `Failure` where the library
+/// shows no host at all.
+Host ReadHost(Session& session, const Wanted& wanted);
+
+} // namespace orfc

@@ -1,0 +1,15 @@
+/// @file
+/// JSON as the program writes it.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+namespace orfc {
+
+/// Of everything that is written as JSON. The first number moves when a reader must, the second when keys are added.
+inline constexpr int JSON_FORMAT_VERSION[] = {1, 0};
+
+/// The text of a value, on one line without an indent. Bytes that are no UTF-8 are U+FFFD.
+std::string DumpJson(const nlohmann::ordered_json& json, int indent = -1);
+
+} // namespace orfc
