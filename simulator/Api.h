@@ -1,8 +1,8 @@
 /// @file
 /// The library's interface with exported functions. All sources of the simulator include this file instead of
-/// vexapi.h; every other symbol stays hidden.
+/// those of library/; every other symbol stays hidden.
 #pragma once
 
 #pragma GCC visibility push(default)
-#include "vexapi.h"
+#include "extensions.h"
 #pragma GCC visibility pop

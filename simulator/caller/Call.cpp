@@ -25,6 +25,9 @@ std::recursive_mutex& CallMutex() {
 // A plain pointer, never destroyed at exit: callers may still read the tree in their own destructors.
 Session* s_session = nullptr;
 
+VEXAPI_EXT_HANDLER s_handler = nullptr; ///< the caller's, for messages
+void* s_handlerContext = nullptr;
+
 /// Why the last start was refused, or empty. Calls after it fail without being the caller's mistake.
 std::string& StartRefusal() {
     static auto* text = new std::string();
@@ -257,7 +260,16 @@ void EndSession() {
     StartRefusal().clear();
 }
 
+void SetMessageHandler(VEXAPI_EXT_HANDLER handler, void* context) {
+    s_handler = handler;
+    s_handlerContext = context;
+}
+
 void Announce(const std::string& text) {
+    if (s_handler != nullptr) {
+        s_handler(s_handlerContext, text.c_str());
+        return;
+    }
     std::printf("vexapi simulator: %s\n", text.c_str());
     std::fprintf(stderr, "vexapi simulator: %s\n", text.c_str());
 }

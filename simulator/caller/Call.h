@@ -95,9 +95,11 @@ private:
 Session* CurrentSession();
 void StartSession();
 void EndSession();
-/// Prints a line that users must see on standard output, which callers redirect to the library's log, and on
-/// standard error.
+/// Hands a line that users must see to the caller's handler. Without one, prints it on standard output, which callers
+/// redirect to the library's log, and on standard error.
 void Announce(const std::string& text);
+/// Sets the handler; null removes it.
+void SetMessageHandler(VEXAPI_EXT_HANDLER handler, void* context);
 
 /// Serializes all calls in the process.
 class CallLock {

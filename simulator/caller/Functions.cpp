@@ -68,8 +68,14 @@ constexpr std::string_view NAMES[] = {
     "VEXAPI_GetTargetLinkSpeed",
     "VEXAPI_SetTargetLinkSpeed",
     "VEXAPI_GetPortStatisticsFC",
+    "VEXAPI_ExtSetScope",
+    "VEXAPI_ExtSetMessageHandler",
+    "VEXAPI_ExtGetPort",
+    "VEXAPI_ExtGetTarget",
+    "VEXAPI_ExtGetLun",
+    "VEXAPI_ExtGetCounters",
 };
-static_assert(std::size(NAMES) == 62);
+static_assert(std::size(NAMES) == 62 + 6);
 
 constexpr std::string_view POINTER_GIVERS[] = {
     "VEXAPI_GetAdapterList",

@@ -8,7 +8,7 @@
 
 namespace sim {
 
-/// All 62 names in the order of the interface.
+/// All names in the order of the interface, those of `extensions.h` last.
 std::span<const std::string_view> FunctionNames();
 /// Index of a name, or the number of names if there is no such function.
 std::size_t FunctionIndex(std::string_view name);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <utility>
@@ -19,6 +20,15 @@ constexpr int DEEPEST_TEMPLATE = 16;
 constexpr std::size_t MOST_NESTED_USES = 50000;
 /// Limit of "Repeat".
 constexpr std::uint64_t MOST_REPEATS = 65536;
+/// Limit of 64-bit counters.
+constexpr std::uint64_t LARGEST = std::numeric_limits<std::uint64_t>::max();
+
+/// LUNs as one element of the list describes them.
+struct LunRun {
+    _tagVEXAPI_SDMLun first;
+    VEXAPI_EXT_LUN kernel;
+    std::uint64_t repeat;
+};
 
 std::string Indexed(const std::string& path, std::size_t index) {
     return path + "/" + std::to_string(index);
@@ -73,6 +83,41 @@ template <class Record> void ReadList(ObjectReader& reader, const char* key, std
     const Json* list = reader.Take(key);
     if (list != nullptr) {
         records = list->is_null() ? std::vector<Record>() : ReadRecords<Record>(*list, reader.At(key));
+    }
+}
+
+/// Reads a record if the key is present.
+template <class Record> void ReadOne(ObjectReader& reader, const char* key, Record& record) {
+    if (const Json* value = reader.Take(key)) {
+        ObjectReader fields(*value, reader.At(key));
+        fields.Fields(FieldsOf<Record>(), &record);
+        fields.Finish();
+    }
+}
+
+/// Reads "Counters": a value by name, or `{"value", "step"}`.
+void ReadCounters(ObjectReader& reader, KernelCounters& counters) {
+    const Json* object = reader.Take("Counters");
+    if (object == nullptr) {
+        return;
+    }
+    const ObjectReader names(*object, reader.At("Counters"));
+    for (auto member = object->begin(); member != object->end(); ++member) {
+        const std::string at = names.At(member.key());
+        KernelCounters::Counter counter{};
+        if (member.key().size() >= sizeof counter.start.Name) {
+            throw Refusal(at, "is longer than " + std::to_string(sizeof counter.start.Name - 1) + " bytes");
+        }
+        StoreText(counter.start.Name, sizeof counter.start.Name, member.key());
+        if (member->is_object()) {
+            ObjectReader moving(*member, at);
+            counter.start.Value = moving.Number("value", 0, LARGEST);
+            counter.step = moving.Number("step", 0, LARGEST);
+            moving.Finish();
+        } else {
+            counter.start.Value = ReadNumber(*member, at, LARGEST);
+        }
+        counters.counters.push_back(counter);
     }
 }
 
@@ -266,21 +311,24 @@ Bytes HostReader::ReadBlob(const Json& json, const std::string& path, std::size_
 void HostReader::ReadLuns(ObjectReader& reader, Target& target) {
     const auto runs = ReadEach(reader, "Luns", [](const Json& json, const std::string& path, std::size_t index) {
         ObjectReader lunReader(json, path);
-        _tagVEXAPI_SDMLun lun{};
+        LunRun run{};
+        _tagVEXAPI_SDMLun& lun = run.first;
         lun.LunNumber = static_cast<VX_UINT16>(index);
         lun.BlockSize = 512;
         lunReader.Fields(FieldsOf<_tagVEXAPI_SDMLun>(), &lun);
         if (json.contains("WorldwideId") && !json.contains("WorldwideIdLength")) {
             lun.WorldwideIdLength = static_cast<VX_UINT8>(ReadBytes(json["WorldwideId"], path).size());
         }
-        const std::uint64_t repeat = lunReader.Number("Repeat", 1, MOST_REPEATS);
+        ReadOne(lunReader, "Kernel", run.kernel);
+        run.repeat = lunReader.Number("Repeat", 1, MOST_REPEATS);
         lunReader.Finish();
-        if (lun.LunNumber + repeat > 65536) {
+        if (lun.LunNumber + run.repeat > 65536) {
             throw Refusal(path, "the last LUN number is above 65535");
         }
-        return std::pair(lun, repeat);
+        return run;
     });
-    for (auto [lun, repeat] : runs.value_or(std::vector<std::pair<_tagVEXAPI_SDMLun, std::uint64_t>>())) {
+    for (auto [lun, kernel, repeat] : runs.value_or(std::vector<LunRun>())) {
+        target.kernelLuns[target.luns.size()] = kernel;
         for (std::uint64_t i = 0; i < repeat; ++i) {
             target.luns.push_back(lun);
             ++lun.LunNumber;
@@ -303,11 +351,11 @@ Target HostReader::ReadTarget(const Json& json, const std::string& path, const P
     target.record.TargetFlags[4] = 0x01;
     reader.Fields(FieldsOf<_tagVEXAPI_SDMTarget>(), &target.record);
     target.linkSpeed = static_cast<VX_UINT32>(reader.Number("LinkSpeed", port.record.PortSpeed, 0xFFFFFFFF));
-    if (const Json* statistics = reader.Take("Statistics")) {
-        ObjectReader counters(*statistics, reader.At("Statistics"));
-        counters.Fields(FieldsOf<__STATISTICS>(), &target.statistics);
-        counters.Finish();
-    }
+    ReadOne(reader, "Statistics", target.statistics);
+    target.kernel.DeviceLossTimeout = VEXAPI_EXT_UNKNOWN;
+    target.kernel.FastFailTimeout = VEXAPI_EXT_UNKNOWN;
+    ReadOne(reader, "Kernel", target.kernel);
+    ReadCounters(reader, target.kernelCounters);
     ReadLuns(reader, target);
     if (!json.contains("LunCount")) {
         target.record.LunCount = static_cast<VX_UINT32>(target.luns.size());
@@ -453,6 +501,7 @@ Port HostReader::ReadPort(const Json& json, const std::string& path, const Adapt
     answers.CongestionFeature = 1;
     answers.RebootAfterChange = 1;
     answers.NvramDefaults = FactoryNvram();
+    answers.Kernel.DeviceLossTimeout = VEXAPI_EXT_UNKNOWN;
     answers.DPortResult.HbaPortStatus = 1;
     answers.DPortResult.ElecLbStatus = 1;
     answers.DPortResult.OptLbStatus = 1;
@@ -474,6 +523,7 @@ Port HostReader::ReadPort(const Json& json, const std::string& path, const Adapt
     CompleteStatistics(port);
     port.privateStatistics.emplace(1);
     ReadChangedLists(reader, port);
+    ReadCounters(reader, port.kernelCounters);
     ReadDiagnostics(reader, port);
     ReadBlobs(reader, port);
     ReadStatuses(reader, port);

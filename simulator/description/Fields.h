@@ -71,6 +71,12 @@ constexpr Field As(Kind kind, Field field) {
     return field;
 }
 
+/// Keeps the last byte of a text's array for the terminator.
+constexpr Field Ended(Field field) {
+    --field.size;
+    return field;
+}
+
 #define SIM_FIELD(record, member) ::sim::Row<decltype(record::member)>(#member, offsetof(record, member))
 
 /// Why an input was refused. `what()` is "PATH: REASON", with PATH a JSON pointer.

@@ -114,9 +114,21 @@ SIM_RECORD(_VEXAPI_DiagnosticsDPortResult, As(Kind::NETWORK_ORDER, F(RoundtripLi
            As(Kind::NETWORK_ORDER, F(RemoteTxPower)), As(Kind::NETWORK_ORDER, F(LocalRxPower)),
            As(Kind::NETWORK_ORDER, F(LocalTxPower)))
 
+SIM_RECORD(VEXAPI_EXT_SCOPE, F(Parts), F(PortName), F(TargetName))
+
+SIM_RECORD(VEXAPI_EXT_PORT, F(DeviceLossTimeout), Ended(F(KernelName)), Ended(F(Device)), Ended(F(Driver)),
+           Ended(F(State)), Ended(F(Speed)), Ended(F(SymbolicName)))
+
+SIM_RECORD(VEXAPI_EXT_TARGET, F(DeviceLossTimeout), F(FastFailTimeout), Ended(F(KernelName)), Ended(F(State)),
+           Ended(F(Roles)))
+
+SIM_RECORD(VEXAPI_EXT_LUN, Ended(F(Address)), Ended(F(Device)), Ended(F(State)), Ended(F(AccessState)),
+           Ended(F(WorldwideId)), Ended(F(Map)), Ended(F(MapDevice)), Ended(F(MapId)), Ended(F(MapState)),
+           Ended(F(MapPathState)))
+
 SIM_RECORD(PortAnswers, F(FlashComponents), F(MemoBlock), F(Temperature), F(Lockdown), F(Mezzanine), F(Beacon),
            F(Personality), F(PersonalityChangeAllowed), F(NvramDefaults), F(Nvram), F(NvmeBoot), F(CreditRecovery),
            F(Fec), F(CongestionFeature), F(CongestionProfile), F(DPortMode), F(DPortResult), F(VpdSize), F(RdpSize),
-           F(RebootAfterChange), F(RebootPending), F(FlashPending))
+           F(RebootAfterChange), F(RebootPending), F(FlashPending), F(Kernel))
 
 } // namespace sim

@@ -31,6 +31,10 @@ template <> Table FieldsOf<_VEXAPI_LoopbackTestResult>();
 template <> Table FieldsOf<_VEXAPI_ReadWriteBufferTestResult>();
 template <> Table FieldsOf<_VEXAPI_ECHO_RESULTS>();
 template <> Table FieldsOf<_VEXAPI_DiagnosticsDPortResult>();
+template <> Table FieldsOf<VEXAPI_EXT_SCOPE>();
+template <> Table FieldsOf<VEXAPI_EXT_PORT>();
+template <> Table FieldsOf<VEXAPI_EXT_TARGET>();
+template <> Table FieldsOf<VEXAPI_EXT_LUN>();
 
 template <> Table FieldsOf<PortAnswers>();
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -50,15 +51,31 @@ struct PortAnswers {
     VX_UINT8 RebootAfterChange; ///< 1 if changes take effect after a reboot
     VX_UINT8 RebootPending;     ///< a change waits for a reboot
     VX_UINT8 FlashPending;      ///< a flash image waits for a reboot
+    VEXAPI_EXT_PORT Kernel;     ///< what the operating system knows
 };
 
 // NOLINTEND(readability-identifier-naming)
+
+/// What the driver counts for a port or a target.
+struct KernelCounters {
+    struct Counter {
+        VEXAPI_EXT_COUNTER start; ///< the value in the first call of a session
+        VX_UINT64 step;           ///< added with each call
+    };
+    std::vector<Counter> counters;
+    VX_UINT64 calls = 0;
+};
 
 struct Target {
     _tagVEXAPI_SDMTarget record{};
     VX_UINT32 linkSpeed = 0; ///< code of `PortSpeed`
     __STATISTICS statistics{};
     std::vector<_tagVEXAPI_SDMLun> luns;
+    VEXAPI_EXT_TARGET kernel{};
+    KernelCounters kernelCounters;
+    /// What the operating system knows of LUNs, by the index of the first of a run. Names and addresses of the others
+    /// count up from there.
+    std::map<std::size_t, VEXAPI_EXT_LUN> kernelLuns;
 };
 
 struct Adapter;
@@ -81,6 +98,7 @@ struct Port {
     std::size_t loopbackCalls = 0;
     std::size_t readWriteBufferCalls = 0;
     std::size_t echoCalls = 0;
+    KernelCounters kernelCounters;
     /// Functions that fail for this port, by index, and their statuses.
     std::vector<std::pair<std::size_t, VX_UINT32>> statuses;
 

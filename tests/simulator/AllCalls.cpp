@@ -204,6 +204,30 @@ const std::vector<NamedCall>& AllCalls() {
              __STATISTICS statistics{};
              return VEXAPI_GetPortStatisticsFC(with.word, 0, &selector, &statistics);
          }},
+        {"VEXAPI_ExtSetScope", STATUS, [](With) { return VEXAPI_ExtSetScope(nullptr); }, true},
+        {"VEXAPI_ExtSetMessageHandler", STATUS, [](With) { return VEXAPI_ExtSetMessageHandler(nullptr, nullptr); },
+         true},
+        {"VEXAPI_ExtGetPort", STATUS,
+         [](With with) {
+             auto record = Sized<VEXAPI_EXT_PORT>();
+             return VEXAPI_ExtGetPort(with.handle, &record);
+         }},
+        {"VEXAPI_ExtGetTarget", STATUS,
+         [](With with) {
+             auto record = Sized<VEXAPI_EXT_TARGET>();
+             return VEXAPI_ExtGetTarget(with.handle, with.target, &record);
+         }},
+        {"VEXAPI_ExtGetLun", STATUS,
+         [](With with) {
+             auto record = Sized<VEXAPI_EXT_LUN>();
+             const auto* lun = with.target == nullptr ? nullptr : with.target->pLunList;
+             return VEXAPI_ExtGetLun(with.handle, with.target, lun, &record);
+         }},
+        {"VEXAPI_ExtGetCounters", STATUS,
+         [](With with) {
+             VX_UINT32 count = 0;
+             return VEXAPI_ExtGetCounters(with.handle, nullptr, nullptr, &count);
+         }},
     };
     return calls;
 }

@@ -2,7 +2,7 @@
 /// Fixture of the tests of the simulated library.
 #pragma once
 
-#include "vexapi.h"
+#include "extensions.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -70,7 +70,9 @@ Json SmallHost();
 /// A port of `SmallHost`, by index.
 Json& PortOf(Json& host, unsigned index = 0);
 
-/// A zeroed record.
-template <class Record> Record Zero() {
-    return Record{};
+/// A zeroed record of the optional functions, with its size.
+template <class Record> Record Sized(std::size_t size = sizeof(Record)) {
+    Record record{};
+    record.Size = static_cast<VX_UINT32>(size);
+    return record;
 }

@@ -37,9 +37,9 @@ TEST_F(Mistakes, Handles) {
     VX_PORT_HANDLE blank{};
     VX_PORT_HANDLE foreign = *port;
     foreign.opaque[0] = 'x';
-    const std::set<std::string> withoutPort = {"VEXAPI_SetToolID",        "VEXAPI_SetToolVersion",
-                                               "VEXAPI_GetAdapterList",   "VEXAPI_IsRebootRequired",
-                                               "VEXAPI_GetBfsConfigMode", "VEXAPI_SetBfsConfigMode"};
+    const std::set<std::string> withoutPort = {
+        "VEXAPI_SetToolID",        "VEXAPI_SetToolVersion",   "VEXAPI_GetAdapterList", "VEXAPI_IsRebootRequired",
+        "VEXAPI_GetBfsConfigMode", "VEXAPI_SetBfsConfigMode", "VEXAPI_ExtSetScope",    "VEXAPI_ExtSetMessageHandler"};
     for (VX_PORT_HANDLE* handle : {static_cast<VX_PORT_HANDLE*>(nullptr), &bent, &blank, &foreign}) {
         with.handle = handle;
         for (const NamedCall& call : AllCalls()) {

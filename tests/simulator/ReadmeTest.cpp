@@ -16,10 +16,26 @@ TEST(Readme, NamesEveryAnswer) {
     for (const sim::Field& field : sim::FieldsOf<sim::CreditInfo>()) {
         EXPECT_NE(Readme().find("`" + std::string(field.key) + "`"), std::string::npos) << field.key;
     }
-    for (const char* key :
-         {"Targets", "CongestionStatistics", "FwPrivateStatistics", "Transceiver", "Vpd", "FirmwareDump", "RdpPayload",
-          "Loopback", "Echo", "ReadWriteBuffer", "Statuses", "LinkSpeed", "Statistics", "Luns", "Repeat", "Adapters",
-          "Templates", "BfsMode", "AllowDuplicateNames"}) {
+    for (const char* key : {"Targets",
+                            "CongestionStatistics",
+                            "FwPrivateStatistics",
+                            "Transceiver",
+                            "Vpd",
+                            "FirmwareDump",
+                            "RdpPayload",
+                            "Loopback",
+                            "Echo",
+                            "ReadWriteBuffer",
+                            "Statuses",
+                            "LinkSpeed",
+                            "Statistics",
+                            "Luns",
+                            "Repeat",
+                            "Adapters",
+                            "Templates",
+                            "BfsMode",
+                            "AllowDuplicateNames",
+                            "Counters"}) {
         EXPECT_NE(Readme().find(std::string("`") + key + "`"), std::string::npos) << key;
     }
 }
