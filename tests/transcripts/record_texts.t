@@ -14,7 +14,7 @@ A text that fills its array has no terminator, and is shown whole.
   Adapters: Adapter_\xc3\xbcber_\xc2\xa7 1 (esc)
   ****************************************************
 
-Nothing is escaped, in XML neither, and a percent sign is a character like others.
+Nothing is escaped, in XML neither by default, and a percent sign is a character like others.
 
   $ orfc-esxcli -t adapter list
   <?xml version="1.0"?><output xmlns:esxcli="orfc">
@@ -33,3 +33,8 @@ Nothing is escaped, in XML neither, and a percent sign is a character like other
   </structure>
   </list>
   </output>
+
+With ORFC_XML=strict, any parser takes the document.
+
+  $ ORFC_XML=strict orfc-esxcli -t adapter list | grep A.lt
+  <string>Adapter_A&lt;B&gt;&amp;&quot;C&quot;_%s%n%5$d</string></field>

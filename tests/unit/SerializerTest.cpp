@@ -251,6 +251,75 @@ TEST(SerializerTest, WritesALongReportWhole) {
                "<string>" + report + "</string>", report);
 }
 
+/// The environment of a run with `ORFC_XML`.
+class XmlVariable {
+public:
+    explicit XmlVariable(const char* value) { setenv("ORFC_XML", value, 1); }
+    ~XmlVariable() { unsetenv("ORFC_XML"); }
+    XmlVariable(const XmlVariable&) = delete;
+    XmlVariable& operator=(const XmlVariable&) = delete;
+};
+
+TEST(SerializerTest, EscapesEveryTextInStrictXml) {
+    const XmlVariable strict("strict");
+    // A control byte and half a character become U+FFFD.
+    const char* const raw = "<\"&\">\r\n\x01 %s\xC3";
+    const std::string escaped = "&lt;&quot;&amp;&quot;&gt;&#13;\n\xEF\xBF\xBD %s\xEF\xBF\xBD";
+    ExpectBoth([raw](Serializer& out) { return out.output_field(raw, raw); },
+               "<field name=\"" + escaped + "\">\n<string>" + escaped + "</string></field>\n",
+               std::string(raw) + ": " + raw + "\n");
+    ExpectBoth([raw](Serializer& out) { return out.begin_struct_output(raw); },
+               "<structure typeName=\"" + escaped + "\">\n", std::string(raw) + ":\n");
+    ExpectBoth(
+        [raw](Serializer& out) {
+            return out.output_list(std::vector<TavuString>{raw, raw});
+        },
+        "<string>" + escaped + "</string><string>" + escaped + "</string>", std::string(raw) + "," + raw + ",\n");
+    ExpectBoth([raw](Serializer& out) { return out.output_string(100, "%s", raw); }, "<string>" + escaped + "</string>",
+               raw);
+    ExpectBoth([raw](Serializer& out) { return out.output_text(raw); }, "<string>" + escaped + "</string>", raw);
+}
+
+/// Escaping is the last step: it changes neither where a text is cut nor which percent signs are a pair.
+TEST(SerializerTest, CutsATextBeforeEscapingIt) {
+    const XmlVariable strict("strict");
+    ExpectBoth([](Serializer& out) { return out.output_string(4, "%s", "&&&&&"); },
+               "<string>&amp;&amp;&amp;&amp;</string>", "&&&&");
+    // Four bytes are the letters and one of the three of the euro sign.
+    ExpectBoth([](Serializer& out) { return out.output_string(4, "%s", "abc\xE2\x82\xAC"); },
+               "<string>abc\xEF\xBF\xBD</string>", "abc\xE2");
+    ExpectBoth([](Serializer& out) { return out.output_text("%%&%%%<"); }, "<string>%&amp;%%&lt;</string>", "%&%%<");
+    const std::string report(10'000, '&');
+    std::string escaped;
+    for (std::size_t at = 0; at < report.size(); ++at) {
+        escaped += "&amp;";
+    }
+    ExpectBoth([&report](Serializer& out) { return out.output_text(report.c_str()); },
+               "<string>" + escaped + "</string>", report);
+}
+
+TEST(SerializerTest, IsStrictForOneValueAlone) {
+    for (const char* const value : {"", "STRICT", "Strict", "strict ", " strict", "stric", "strictly", "1", "true"}) {
+        const XmlVariable other(value);
+        ExpectBoth([](Serializer& out) { return out.output_string(1, "&"); }, "<string>&</string>", "&");
+    }
+}
+
+TEST(SerializerTest, DecidesAtTheBeginningOfADocument) {
+    const auto document = [](Serializer& out, const char* before, const char* within) {
+        Capture capture;
+        const XmlVariable first(before);
+        out.begin_output(XML);
+        const XmlVariable other(within);
+        out.output_string(1, "&");
+        out.end_output();
+        return capture.Stop();
+    };
+    Serializer out;
+    EXPECT_NE(document(out, "strict", "").find("&amp;"), std::string::npos);
+    EXPECT_EQ(document(out, "", "strict").find("&amp;"), std::string::npos);
+}
+
 /// Every operation except the two that set the format.
 const Operation OPERATIONS[] = {
     [](Serializer& out) { return out.begin_list_output(Serializer::LIST_STRUCTURE); },

@@ -1,6 +1,7 @@
 #include "Serializer.h"
 
 #include "ResultCodes.h"
+#include "XmlText.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -44,6 +45,12 @@ NumberTexts FormatNumber(unsigned long long value, Serializer::eIntType type) {
     return number;
 }
 
+/// Whether documents must be XML whatever the texts are.
+bool IsXmlStrict() {
+    const char* const value = std::getenv("ORFC_XML");
+    return value != nullptr && std::strcmp(value, "strict") == 0;
+}
+
 const char* Word(bool value) {
     return value ? "true" : "false";
 }
@@ -60,15 +67,25 @@ VX_UINT32 Serializer::Put(const char* xml, const char* text) const {
     return RC_SUCCESS;
 }
 
+VX_UINT32 Serializer::PutText(const char* text) const {
+    if (!mIsStrict || text == nullptr) {
+        return Put(text, text);
+    }
+    TavuString escaped;
+    AppendXmlText(escaped, text);
+    return Put(escaped.c_str(), nullptr);
+}
+
 VX_UINT32 Serializer::PutNamed(const char* xmlOpen, const char* xmlClose, const char* name,
                                const char* textClose) const {
     Put(xmlOpen, nullptr);
-    Put(name, name);
+    PutText(name);
     return Put(xmlClose, textClose);
 }
 
 VX_UINT32 Serializer::begin_output(eOutputFormat format) {
     mFormat = format;
+    mIsStrict = format == FORMAT_XML && IsXmlStrict();
     return Put("<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n", ASTERISKS);
 }
 
@@ -104,7 +121,9 @@ VX_UINT32 Serializer::PutList(const char* xmlType, const Values& values, TextOfV
     for (const auto& value : values) {
         const TavuString text = textOfValue(value);
         if (mFormat == FORMAT_XML) {
-            std::printf("<%s>%s</%s>", xmlType, text.c_str(), xmlType);
+            std::printf("<%s>", xmlType);
+            PutText(text.c_str());
+            std::printf("</%s>", xmlType);
         } else {
             std::printf("%s,", text.c_str()); // the last value has a comma too
         }
@@ -145,7 +164,7 @@ VX_UINT32 Serializer::end_field_output() {
 VX_UINT32 Serializer::output_field(const char* name, const char* value) {
     begin_field_output(name);
     Put("<string>", nullptr);
-    Put(value, value);
+    PutText(value);
     return Put("</string></field>\n", "\n");
 }
 
@@ -186,7 +205,7 @@ VX_UINT32 Serializer::output_string(unsigned length, const char* format, ...) {
     std::vsnprintf(text, size, format, arguments);
     va_end(arguments);
     Put("<string>", nullptr);
-    Put(text, text);
+    PutText(text);
     std::free(text);
     return Put("</string>", nullptr);
 }

@@ -6,8 +6,9 @@
 #include "vexapi.h"
 
 /// Base of every command node. Commands make the same calls in the same order for both formats; `begin_output` sets
-/// the format and `end_output` clears it. Nothing is escaped: values are written verbatim in both formats. Every
-/// operation writes to the current standard output, and returns 0, or `RC_INVALID_FORMAT` if no format is set.
+/// the format and `end_output` clears it. Texts are written verbatim in both formats, unless the environment variable
+/// `ORFC_XML` is "strict" when an XML document begins: then they are escaped, after any truncation. Every operation
+/// writes to the current standard output, and returns 0, or `RC_INVALID_FORMAT` if no format is set.
 class Serializer {
 public:
     enum eOutputFormat : VX_UINT32 { FORMAT_NONE = 0, FORMAT_XML = 1, FORMAT_TEXT = 2 };
@@ -53,10 +54,13 @@ private:
     bool IsFormat() const { return mFormat == FORMAT_XML || mFormat == FORMAT_TEXT; }
     /// Writes `xml` or `text`, depending on the current format; null writes nothing.
     VX_UINT32 Put(const char* xml, const char* text) const;
+    /// Writes a value or name, escaped if necessary; null writes nothing.
+    VX_UINT32 PutText(const char* text) const;
     /// Writes the opening, name and closing for the current format.
     VX_UINT32 PutNamed(const char* xmlOpen, const char* xmlClose, const char* name, const char* textClose) const;
     template <typename Values, typename TextOfValue>
     VX_UINT32 PutList(const char* xmlType, const Values& values, TextOfValue textOfValue) const;
 
     eOutputFormat mFormat = FORMAT_NONE;
+    bool mIsStrict = false; ///< texts of the document are escaped
 };
