@@ -36,8 +36,8 @@ void AddCommonOptions(CLI::App& app, Options& options) {
         ->option_text("FORMAT");
     app.add_option("--columns", options.columns, "Columns of a table or CSV: keys, with commas between them")
         ->delimiter(',')
-        ->option_text("KEY,…");
-    app.add_flag("!--no-headings", options.hasHeadings, "No line of headings in a table or CSV");
+        ->option_text("KEY,KEY");
+    app.add_flag("--no-headings", options.hasNoHeadings, "No line of headings in a table or CSV");
     app.add_option("--sort", options.sort, "Sort by a column: its key, after a - in descending order")
         ->option_text("KEY");
     app.add_option("--color", options.color, "Mark verdicts with colours: auto, always or never")
@@ -64,8 +64,8 @@ std::unique_ptr<CLI::App> MakeApp(Options& options) {
             continue;
         }
         CLI::App* const command = app->add_subcommand(row.name, row.summary);
-        command->description(row.description);
-        command->footer(ExamplesText(row.examples));
+        command->footer(row.description +
+                        ("\n\nThe options of every command: orfc --help\n\n" + ExamplesText(row.examples)));
         command->callback([&options, &row] { options.command = &row; });
         if (row.takesNames) {
             command->add_option("NAME", options.names, "Names of objects, in any spelling")
@@ -84,7 +84,6 @@ std::unique_ptr<CLI::App> MakeApp(Options& options) {
         }
     }
     CLI::App* const schema = app->add_subcommand("schema", "the JSON schema of all output");
-    schema->description("Prints the JSON schema of everything that -o json writes.");
     schema->callback([&options] { options.isSchema = true; });
     return app;
 }

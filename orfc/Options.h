@@ -20,7 +20,7 @@ struct Options {
     std::vector<std::string> names;
     Format format = Format::TABLE;
     std::vector<std::string> columns;
-    bool hasHeadings = true;
+    bool hasNoHeadings = false;
     std::string sort;
     std::string color = "auto";
     std::string library;

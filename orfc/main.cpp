@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <functional>
 #include <sys/ioctl.h>
 #include <thread>
 #include <unistd.h>
@@ -44,7 +45,7 @@ Style StyleOf(const Options& options, int file) {
     const char* const noColor = std::getenv("NO_COLOR");
     Style style;
     style.columns = options.columns;
-    style.hasHeadings = options.hasHeadings;
+    style.hasHeadings = !options.hasNoHeadings;
     style.isWide = options.format == Format::WIDE;
     style.isColored = options.color == "always" ||
                       (options.color == "auto" && isatty(file) != 0 && (noColor == nullptr || *noColor == '\0'));
@@ -77,13 +78,47 @@ void Write(const Answer& answer, const Options& options, const Style& style, std
     }
 }
 
-Wanted WantedOf(const Options& options) {
+/// Tells on a terminal's standard error what is read when it takes long, and wipes that at its end.
+class Progress {
+public:
+    ~Progress() {
+        if (mIsShown) {
+            std::fputs("\r\033[K", stderr);
+        }
+    }
+    void operator()(const std::string& identifier) {
+        if (mIsTerminal && Clock::now() - mBegin > std::chrono::seconds(1)) {
+            std::fprintf(stderr, "\rreading %s\033[K", identifier.c_str());
+            mIsShown = true;
+        }
+    }
+
+private:
+    const Clock::time_point mBegin = Clock::now();
+    const bool mIsTerminal = isatty(STDERR_FILENO) != 0;
+    bool mIsShown = false;
+};
+
+Host ReadWithProgress(Session& session, const Wanted& wanted) {
+    Progress progress;
+    return ReadHost(session, wanted, std::ref(progress));
+}
+
+/// What a command needs of the host, for the named objects only. Any object may have a name, so the names are read
+/// before.
+Wanted WantedOf(const Options& options, const Library& library) {
     Wanted wanted = options.command->wanted;
     if (options.format != Format::TABLE || !options.columns.empty() || !options.sort.empty()) {
         wanted = wanted | options.command->wantedInFull;
     }
-    if (!options.names.empty()) { // any object may have the name
-        wanted = wanted | Wanted{.portDetails = true, .targets = true, .luns = true};
+    if (!options.names.empty()) {
+        const Wanted names = {.portDetails = true, .targets = true, .luns = true};
+        wanted = wanted | names;
+        Session session(library, ScopeOf(names));
+        const Host host = ReadWithProgress(session, names);
+        for (const Port* port : PortsOf({host, options.names})) {
+            wanted.ports.insert(port->portName);
+        }
     }
     return wanted;
 }
@@ -124,13 +159,14 @@ public:
         try {
             const Library library(mOptions.library);
             mAnswer.library = library.Path();
+            const Wanted wanted = WantedOf(mOptions, library);
             bool isComplete = true;
             std::optional<Host> before;
             Clock::time_point last;
             for (unsigned long reading = 1;; ++reading) {
                 const Clock::time_point now = Clock::now();
-                Session session(library, ScopeOf(WantedOf(mOptions)));
-                Host host = ReadHost(session, WantedOf(mOptions));
+                Session session(library, ScopeOf(wanted));
+                Host host = ReadWithProgress(session, wanted);
                 if (before) {
                     for (std::string& change : Changes(*before, host)) {
                         host.messages.push_back(std::move(change));

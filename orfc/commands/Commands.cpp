@@ -51,11 +51,11 @@ constexpr const char* TRANSCEIVER_EXAMPLES[] = {"orfc transceivers",
 constexpr const char* COUNTER_EXAMPLES[] = {"orfc counters host2", "orfc counters --interval 5 --count 12"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
-constexpr Wanted TARGETS = {.targets = true, .luns = true};
-constexpr Wanted PATHS = {.portDetails = true, .targets = true, .luns = true};
-constexpr Wanted EVERYTHING = {true, true, true, true, true, true, true};
+const Wanted TARGETS = {.targets = true, .luns = true};
+const Wanted PATHS = {.portDetails = true, .targets = true, .luns = true};
+const Wanted EVERYTHING = {true, true, true, true, true, true, true, {}};
 
-constexpr CommandRow COMMANDS[] = {
+const CommandRow COMMANDS[] = {
     {.name = "",
      .summary = "the host on one screen",
      .description = "",

@@ -52,6 +52,7 @@ constexpr SpeedCode SPEEDS[] = {{1, 1}, {2, 2}, {4, 4}, {8, 8}, {16, 10}, {22, 1
 constexpr SpeedCode SPEED_BITS[] = {{0x01, 1},  {0x02, 2},  {0x08, 4},  {0x10, 8},
                                     {0x04, 10}, {0x20, 16}, {0x40, 32}, {0x80, 64}};
 
+constexpr std::size_t VPD_SIZE = 1024; ///< that of `orfc-esxcli`; libraries may refuse another
 constexpr VX_UINT16 NO_TARGET_NUMBER = 0xFFFF;
 constexpr VX_UINT8 NVME_TARGET = 0x08; ///< in byte 5 of a target's flags
 
@@ -141,7 +142,8 @@ constexpr NvramParameter NVRAM[] = {
 
 class Reader {
 public:
-    Reader(Session& session, const Wanted& wanted, Host& host) : mSession(session), mWanted(wanted), mHost(host) {}
+    Reader(Session& session, const Wanted& wanted, const std::function<void(const std::string&)>& onPort, Host& host)
+        : mSession(session), mWanted(wanted), mOnPort(onPort), mHost(host) {}
 
     void Read() {
         const VX_ADAPTER_LIST* const list = mSession->VEXAPI_GetAdapterList();
@@ -214,10 +216,14 @@ private:
         std::snprintf(identifier, sizeof identifier, "FC_%02x:%02x:%02x:%02x:%02x:%02x:%02x:%02x", name[0], name[1],
                       name[2], name[3], name[4], name[5], name[6], name[7]);
         port.identifier = identifier;
+        if (mOnPort) {
+            mOnPort(port.identifier);
+        }
         if (mWanted.portDetails) {
             ReadPortDetails(port, record);
         }
-        if (mWanted.counters) {
+        const bool isMeant = mWanted.ports.empty() || mWanted.ports.contains(port.portName);
+        if (mWanted.counters && isMeant) {
             ReadCounters(record, nullptr, port.counters, port.identifier);
             if (port.counters.empty()) {
                 for (const RecordCounter& counter : PORT_COUNTERS) {
@@ -225,17 +231,17 @@ private:
                 }
             }
         }
-        if (mWanted.transceivers) {
+        if (mWanted.transceivers && isMeant) {
             auto image = std::make_unique<_VEXAPI_SFP_DATA>();
             if (Succeeds(mSession->VEXAPI_GetSFPData(&record.PortHandle, image.get()), port.identifier,
                          "transceiver")) {
                 port.transceiver = DecodeTransceiver({image->Data, sizeof image->Data});
             }
         }
-        if (mWanted.settings) {
+        if (mWanted.settings && isMeant) {
             ReadSettings(port, record);
         }
-        if (mWanted.vpd && adapter.vpd.empty()) {
+        if (mWanted.vpd && isMeant && adapter.vpd.empty()) {
             ReadVpd(adapter, record);
         }
         if (mWanted.targets) {
@@ -363,7 +369,7 @@ private:
     void ReadVpd(Adapter& adapter, _vexapi_protocol_t& record) {
         VX_UINT32 word = 0;
         std::memcpy(&word, record.PortHandle.opaque + 4, sizeof word);
-        std::vector<VX_UINT8> bytes(32 * 1024);
+        std::vector<VX_UINT8> bytes(VPD_SIZE);
         auto size = static_cast<VX_UINT32>(bytes.size());
         if (!Succeeds(mSession->VEXAPI_GetVpd(word, 0, bytes.data(), &size), adapter.identifier,
                       "vital product data")) {
@@ -416,7 +422,7 @@ private:
                 target.fastFailTimeout = KnownNumber(known.FastFailTimeout);
             }
         }
-        if (mWanted.counters) {
+        if (mWanted.counters && (mWanted.ports.empty() || mWanted.ports.contains(port.portName))) {
             ReadCounters(owner, &record, target.counters, target.identifier);
         }
         if (mWanted.luns) {
@@ -467,19 +473,22 @@ private:
 
     Session& mSession;
     const Wanted& mWanted;
+    const std::function<void(const std::string&)>& mOnPort;
     Host& mHost;
 };
 
 } // namespace
 
 Wanted operator|(const Wanted& left, const Wanted& right) {
-    return {left.portDetails || right.portDetails,
-            left.counters || right.counters,
-            left.targets || right.targets,
-            left.luns || right.luns,
-            left.transceivers || right.transceivers,
-            left.settings || right.settings,
-            left.vpd || right.vpd};
+    Wanted both = left;
+    both.portDetails |= right.portDetails;
+    both.counters |= right.counters;
+    both.targets |= right.targets;
+    both.luns |= right.luns;
+    both.transceivers |= right.transceivers;
+    both.settings |= right.settings;
+    both.vpd |= right.vpd;
+    return both;
 }
 
 VEXAPI_EXT_SCOPE ScopeOf(const Wanted& wanted) {
@@ -491,9 +500,9 @@ VEXAPI_EXT_SCOPE ScopeOf(const Wanted& wanted) {
     return scope;
 }
 
-Host ReadHost(Session& session, const Wanted& wanted) {
+Host ReadHost(Session& session, const Wanted& wanted, const std::function<void(const std::string&)>& onPort) {
     Host host;
-    Reader(session, wanted, host).Read();
+    Reader(session, wanted, onPort, host).Read();
     return host;
 }
 

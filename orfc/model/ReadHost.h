@@ -5,6 +5,9 @@
 #include "Host.h"
 #include "Library.h"
 
+#include <functional>
+#include <set>
+
 namespace orfc {
 
 /// What to read beyond adapters and ports with their names.
@@ -14,8 +17,9 @@ struct Wanted {
     bool targets = false;
     bool luns = false;
     bool transceivers = false;
-    bool settings = false; ///< of ports
-    bool vpd = false;      ///< keywords of adapters
+    bool settings = false;    ///< of ports
+    bool vpd = false;         ///< keywords of adapters
+    std::set<Wwn> ports = {}; ///< counters, transceivers, settings and keywords of these only; empty: of all
 
     friend Wanted operator|(const Wanted& left, const Wanted& right);
 };
@@ -25,6 +29,8 @@ VEXAPI_EXT_SCOPE ScopeOf(const Wanted& wanted);
 
 /// Reads the host. What can't be read is left out and told in the host's messages. Throws `Failure` where the library
 /// shows no host at all.
-Host ReadHost(Session& session, const Wanted& wanted);
+///
+/// `onPort(identifier)` is called before a port is read.
+Host ReadHost(Session& session, const Wanted& wanted, const std::function<void(const std::string&)>& onPort = {});
 
 } // namespace orfc

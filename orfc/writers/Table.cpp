@@ -182,6 +182,18 @@ private:
     std::size_t mLeftOut = 0;
 };
 
+/// The groups of columns, in the order of their first.
+std::vector<std::string_view> GroupsOf(const Records& records, const std::vector<std::size_t>& columns) {
+    std::vector<std::string_view> groups;
+    for (const std::size_t column : columns) {
+        const std::string_view group = records.Column(column).group;
+        if (std::find(groups.begin(), groups.end(), group) == groups.end()) {
+            groups.push_back(group);
+        }
+    }
+    return groups;
+}
+
 } // namespace
 
 void WriteTable(const Answer& answer, const Style& style, std::FILE* out) {
@@ -210,19 +222,18 @@ void WriteDetails(const Answer& answer, const Style& style, std::FILE* out) {
         for (std::size_t record = 0; record < records->Size(); ++record) {
             std::fputs(isFirst ? "" : "\n", out);
             isFirst = false;
-            std::string_view group;
-            for (const std::size_t column : columns) {
-                const ColumnInfo& info = records->Column(column);
-                const std::string text = CellText(*records, record, column);
-                if (text.empty()) {
-                    continue;
+            for (const std::string_view group : GroupsOf(*records, columns)) {
+                bool hasTitle = false;
+                for (const std::size_t column : columns) {
+                    const ColumnInfo& info = records->Column(column);
+                    const std::string text = CellText(*records, record, column);
+                    if (info.group == group && !text.empty()) {
+                        std::fprintf(out, "%s", hasTitle ? "" : (std::string(group) + "\n").c_str());
+                        hasTitle = true;
+                        std::fprintf(out, "  %-*s  %s\n", static_cast<int>(width), info.key,
+                                     Colored(text, info, style).c_str());
+                    }
                 }
-                if (group != info.group) {
-                    std::fprintf(out, "%s%s\n", group.empty() ? "" : "\n", info.group);
-                    group = info.group;
-                }
-                std::fprintf(out, "  %-*s  %s\n", static_cast<int>(width), info.key,
-                             Colored(text, info, style).c_str());
             }
         }
     }
