@@ -1,18 +1,21 @@
 #include "Options.h"
 
-#include "Json.h"
 #include "Version.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <map>
 
 namespace orfc {
 
+using nlohmann::ordered_json;
+
 namespace {
 
 constexpr char PROGRAM[] = "orfc";
 constexpr double SHORTEST_INTERVAL = 0.1; // seconds
+constexpr double LONGEST_INTERVAL = 86400;
 
 const std::map<std::string, Format> FORMATS = {{"table", Format::TABLE},
                                                {"wide", Format::WIDE},
@@ -28,73 +31,122 @@ std::string ExamplesText(std::span<const char* const> examples) {
     return text;
 }
 
+/// What an option takes, for completion.
+enum class Argument { NONE, WORD, NUMBER, COLUMNS, LIBRARY, FOLDER };
+constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "columns", "library", "folder"};
+
+/// The command line, and what each option takes beyond what its parser knows.
+struct CommandLine {
+    struct Option {
+        const CLI::Option* option;
+        Argument argument;
+        std::vector<std::string> words;
+    };
+    CLI::App app{"Shows Fibre Channel adapters, ports, storage and the paths to it.", PROGRAM};
+    std::vector<Option> options;
+
+    void Describe(CLI::Option* option, const char* name, Argument argument, std::vector<std::string> words = {}) {
+        options.push_back({option->option_text(name), argument, std::move(words)});
+    }
+};
+
 /// Adds the options that every command takes, before or after its name.
-void AddCommonOptions(CLI::App& app, Options& options) {
-    app.add_option("-o,--output", options.format, "Format: table, wide, json, csv or esxcli")
-        ->transform(CLI::CheckedTransformer(FORMATS, CLI::ignore_case).description(""))
-        ->type_name("FORMAT")
-        ->option_text("FORMAT");
-    app.add_option("--columns", options.columns, "Columns of a table or CSV: keys, with commas between them")
-        ->delimiter(',')
-        ->option_text("KEY,KEY");
-    app.add_flag("--no-headings", options.hasNoHeadings, "No line of headings in a table or CSV");
-    app.add_option("--sort", options.sort, "Sort by a column: its key, after a - in descending order")
-        ->option_text("KEY");
-    app.add_option("--color", options.color, "Mark verdicts with colours: auto, always or never")
-        ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
-        ->option_text("WHEN");
-    app.add_option("--library", options.library, "Management library: linux, simulator or the path of one")
-        ->option_text("LIBRARY");
-    app.add_option("--root", options.root, "Folder with a captured sys/, instead of this machine's")
-        ->option_text("FOLDER");
+void AddCommonOptions(CommandLine& line, Options& options) {
+    CLI::App& app = line.app;
+    line.Describe(app.add_option("-o,--output", options.format, "Format: table, wide, json, csv or esxcli")
+                      ->transform(CLI::CheckedTransformer(FORMATS, CLI::ignore_case).description("")),
+                  "FORMAT", Argument::WORD, {"table", "wide", "json", "csv", "esxcli"});
+    line.Describe(
+        app.add_option("--columns", options.columns, "Columns of a table or CSV: keys, with commas between them")
+            ->delimiter(','),
+        "KEY,KEY", Argument::COLUMNS);
+    line.Describe(app.add_flag("--no-headings", options.hasNoHeadings, "No line of headings in a table or CSV"), "",
+                  Argument::NONE);
+    line.Describe(app.add_option("--sort", options.sort, "Sort by a column: its key, after a - in descending order"),
+                  "KEY", Argument::COLUMNS);
+    const std::vector<std::string> whens = {"auto", "always", "never"};
+    line.Describe(app.add_option("--color", options.color, "Mark verdicts with colours: auto, always or never")
+                      ->check(CLI::IsMember(whens).description("")),
+                  "WHEN", Argument::WORD, whens);
+    line.Describe(
+        app.add_option("--library", options.library, "Management library: linux, simulator or the path of one"),
+        "LIBRARY", Argument::LIBRARY, {"linux", "simulator"});
+    line.Describe(app.add_option("--root", options.root, "Folder with a captured sys/, instead of this machine's"),
+                  "FOLDER", Argument::FOLDER);
+}
+
+void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
+    CLI::App* const command = line.app.add_subcommand(row.name, row.summary);
+    command->footer(row.description +
+                    ("\n\nThe options of every command: orfc --help\n\n" + ExamplesText(row.examples)));
+    command->callback([&options, &row] { options.command = &row; });
+    if (row.takesNames) {
+        command->add_option("NAME", options.names, "Names of objects, in any spelling")
+            ->required(row.needsNames)
+            ->option_text("");
+    }
+    if (row.hasInterval) {
+        CLI::Option* const interval =
+            command->add_option("--interval", options.interval, "Read again every so many seconds")
+                ->check(CLI::Range(SHORTEST_INTERVAL, LONGEST_INTERVAL).description(""));
+        line.Describe(interval, "SECONDS", Argument::NUMBER);
+        line.Describe(command->add_option("--count", options.count, "End after so many readings")
+                          ->check(CLI::PositiveNumber.description(""))
+                          ->needs(interval),
+                      "N", Argument::NUMBER);
+    }
 }
 
 /// The whole command line.
-std::unique_ptr<CLI::App> MakeApp(Options& options) {
-    auto app = std::make_unique<CLI::App>("Shows Fibre Channel adapters, ports, storage and the paths to it.", PROGRAM);
-    app->set_version_flag("--version", std::string("orfc ") + TOOL_VERSION, "Show the version");
-    app->set_help_flag("-h,--help", "Show this help");
-    app->require_subcommand(0, 1);
-    app->fallthrough();
-    AddCommonOptions(*app, options);
+std::unique_ptr<CommandLine> MakeCommandLine(Options& options) {
+    auto line = std::make_unique<CommandLine>();
+    CLI::App& app = line->app;
+    app.set_version_flag("--version", std::string("orfc ") + TOOL_VERSION, "Show the version");
+    app.set_help_flag("-h,--help", "Show this help");
+    app.require_subcommand(0, 1);
+    app.fallthrough();
+    AddCommonOptions(*line, options);
     for (const CommandRow& row : Commands()) {
-        if (*row.name == '\0') {
+        if (*row.name != '\0') {
+            AddCommand(*line, row, options);
+        } else {
             options.command = &row;
-            app->footer(ExamplesText(row.examples));
-            continue;
-        }
-        CLI::App* const command = app->add_subcommand(row.name, row.summary);
-        command->footer(row.description +
-                        ("\n\nThe options of every command: orfc --help\n\n" + ExamplesText(row.examples)));
-        command->callback([&options, &row] { options.command = &row; });
-        if (row.takesNames) {
-            command->add_option("NAME", options.names, "Names of objects, in any spelling")
-                ->required(row.needsNames)
-                ->option_text("");
-        }
-        if (row.hasInterval) {
-            auto* const interval =
-                command->add_option("--interval", options.interval, "Read again every so many seconds")
-                    ->check(CLI::Range(SHORTEST_INTERVAL, 86400.0).description(""))
-                    ->option_text("SECONDS");
-            command->add_option("--count", options.count, "End after so many readings")
-                ->check(CLI::PositiveNumber.description(""))
-                ->needs(interval)
-                ->option_text("N");
+            app.footer(ExamplesText(row.examples));
         }
     }
-    CLI::App* const schema = app->add_subcommand("schema", "the JSON schema of all output");
-    schema->callback([&options] { options.isSchema = true; });
-    return app;
+    app.add_subcommand("schema", "the JSON schema of all output")->callback([&options] {
+        options.special = Special::SCHEMA;
+    });
+    app.add_subcommand("describe", "the program's commands, options and records as JSON")
+        ->group("") // for generators
+        ->callback([&options] { options.special = Special::DESCRIPTION; });
+    return line;
+}
+
+ordered_json DescribeOptions(const CommandLine& line, const CLI::App& app) {
+    ordered_json described = ordered_json::array();
+    for (const CommandLine::Option& option : line.options) {
+        const std::vector<const CLI::Option*> own = app.get_options();
+        if (std::find(own.begin(), own.end(), option.option) != own.end()) {
+            const std::vector<std::string>& shortNames = option.option->get_snames();
+            described.push_back({{"name", "--" + option.option->get_lnames().front()},
+                                 {"short_name", shortNames.empty() ? "" : "-" + shortNames.front()},
+                                 {"argument_name", option.option->get_option_text()},
+                                 {"argument", ARGUMENT_NAMES[static_cast<int>(option.argument)]},
+                                 {"words", option.words},
+                                 {"description", option.option->get_description()}});
+        }
+    }
+    return described;
 }
 
 } // namespace
 
 std::optional<Options> ParseOptions(int count, char* words[], int& status) {
     Options options;
-    const std::unique_ptr<CLI::App> app = MakeApp(options);
+    const std::unique_ptr<CommandLine> line = MakeCommandLine(options);
     try {
-        app->parse(count, words);
+        line->app.parse(count, words);
         const bool isTable = options.format == Format::TABLE || options.format == Format::WIDE;
         if (!options.columns.empty() && !isTable && options.format != Format::CSV) {
             throw CLI::ValidationError("--columns", "is for tables and CSV; the other formats have every key");
@@ -104,13 +156,43 @@ std::optional<Options> ParseOptions(int count, char* words[], int& status) {
         }
         return options;
     } catch (const CLI::Success& success) { // help or the version
-        app->exit(success);
+        line->app.exit(success);
         status = 0;
     } catch (const CLI::Error& error) {
         std::cerr << PROGRAM << ": " << error.what() << "\nTry: " << PROGRAM << " --help\n";
         status = Failure::USAGE;
     }
     return std::nullopt;
+}
+
+ordered_json DescribeCommandLine() {
+    Options options;
+    const std::unique_ptr<CommandLine> line = MakeCommandLine(options);
+    ordered_json commands = ordered_json::array();
+    for (const CommandRow& row : Commands()) {
+        const bool hasName = *row.name != '\0';
+        commands.push_back(
+            {{"name", row.name},
+             {"summary", row.summary},
+             {"description", row.description},
+             {"takes_names", row.takesNames},
+             {"needs_names", row.needsNames},
+             {"options", hasName ? DescribeOptions(*line, *line->app.get_subcommand(row.name)) : ordered_json::array()},
+             {"examples", std::vector<std::string>(row.examples.begin(), row.examples.end())}});
+    }
+    const CLI::App& schema = *line->app.get_subcommand("schema");
+    commands.push_back({{"name", schema.get_name()},
+                        {"summary", schema.get_description()},
+                        {"description", schema.get_footer()},
+                        {"takes_names", false},
+                        {"needs_names", false},
+                        {"options", ordered_json::array()},
+                        {"examples", {"orfc schema"}}});
+    return {{"program", PROGRAM},
+            {"version", TOOL_VERSION},
+            {"description", line->app.get_description()},
+            {"options", DescribeOptions(*line, line->app)},
+            {"commands", commands}};
 }
 
 } // namespace orfc

@@ -3,20 +3,18 @@
 #pragma once
 
 #include "Command.h"
-
-#include <memory>
-
-namespace CLI {
-class App;
-}
+#include "Json.h"
 
 namespace orfc {
 
 enum class Format { TABLE, WIDE, JSON, CSV, ESXCLI };
 
+/// What the program prints instead of a host.
+enum class Special { NONE, SCHEMA, DESCRIPTION };
+
 struct Options {
     const CommandRow* command = nullptr;
-    bool isSchema = false; ///< the command "schema"
+    Special special = Special::NONE;
     std::vector<std::string> names;
     Format format = Format::TABLE;
     std::vector<std::string> columns;
@@ -33,7 +31,7 @@ struct Options {
 /// usage error; `status` is the exit status then.
 std::optional<Options> ParseOptions(int count, char* words[], int& status);
 
-/// The commands with their options as JSON, for the manual page and completion.
-std::string DescribeOptions();
+/// The commands and options, for the manual page and completion.
+nlohmann::ordered_json DescribeCommandLine();
 
 } // namespace orfc

@@ -225,15 +225,30 @@ private:
     Answer mAnswer;
 };
 
-void PrintSchema() {
+/// Prints what is known of the program without a host.
+void PrintSpecial(Special special) {
     const Host nothing;
     std::vector<Shown> all;
     Answer kinds;
+    nlohmann::ordered_json commandKinds = nlohmann::ordered_json::object();
     for (const CommandRow& command : Commands()) {
+        Answer own;
         all.push_back(command.run({nothing, {}}));
-        all.back().Fill(kinds);
+        all.back().Fill(own);
+        for (const Records* records : own.records) {
+            commandKinds[command.name].push_back(records->Kind());
+            kinds.records.push_back(records);
+        }
     }
-    WriteSchema(kinds.records, stdout);
+    nlohmann::ordered_json json = special == Special::SCHEMA ? SchemaOf(kinds.records) : DescribeCommandLine();
+    if (special == Special::DESCRIPTION) {
+        json["kinds"] = DescribeColumns(kinds.records);
+        json["records"] = commandKinds;
+    }
+    std::printf("%s\n", DumpJson(json, 1).c_str());
+    if (std::fflush(stdout) != 0) {
+        throw Failure(std::string("standard output: ") + std::strerror(errno));
+    }
 }
 
 int Main(int count, char* words[]) {
@@ -242,8 +257,8 @@ int Main(int count, char* words[]) {
     if (!options) {
         return status;
     }
-    if (options->isSchema) {
-        PrintSchema();
+    if (options->special != Special::NONE) {
+        PrintSpecial(options->special);
         return 0;
     }
     if (!options->root.empty()) {

@@ -116,7 +116,7 @@ void WriteJson(const Answer& answer, const Style& style, std::FILE* out) {
     std::fprintf(out, "%s]}\n", lineEnd);
 }
 
-void WriteSchema(const std::vector<const Records*>& kinds, std::FILE* out) {
+ordered_json SchemaOf(const std::vector<const Records*>& kinds) {
     ordered_json definitions = ordered_json::object();
     ordered_json anyRecord = ordered_json::array();
     for (const Records* records : kinds) {
@@ -146,7 +146,7 @@ void WriteSchema(const std::vector<const Records*>& kinds, std::FILE* out) {
     for (const auto& [key, value] : properties.items()) {
         required.push_back(key);
     }
-    const ordered_json schema = {
+    return {
         {"$schema", "http://json-schema.org/draft-07/schema#"},
         {"title", "What orfc writes with -o json"},
         {"description", "Every key is in every record, null where the value is unknown. A "
@@ -158,7 +158,22 @@ void WriteSchema(const std::vector<const Records*>& kinds, std::FILE* out) {
         {"additionalProperties", false},
         {"definitions", definitions},
     };
-    std::fprintf(out, "%s\n", DumpJson(schema, 1).c_str());
+}
+
+ordered_json DescribeColumns(const std::vector<const Records*>& kinds) {
+    ordered_json described = ordered_json::object();
+    for (const Records* records : kinds) {
+        ordered_json columns = ordered_json::array();
+        for (std::size_t at = 0; at < records->ColumnCount(); ++at) {
+            const ColumnInfo& column = records->Column(at);
+            columns.push_back({{"key", column.key},
+                               {"heading", column.heading},
+                               {"type", TypeName(column.type)},
+                               {"description", column.description}});
+        }
+        described[records->Kind()] = columns;
+    }
+    return described;
 }
 
 } // namespace orfc

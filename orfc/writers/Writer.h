@@ -37,9 +37,6 @@ void WriteEsxcli(const Answer& answer, const Style& style, std::FILE* out);
 /// Every column of each record, a line each, by groups.
 void WriteDetails(const Answer& answer, const Style& style, std::FILE* out);
 
-/// The JSON schema of everything that `WriteJson` writes, given one (empty) set of records of each kind.
-void WriteSchema(const std::vector<const Records*>& kinds, std::FILE* out);
-
 /// Columns that a style shows, by their index. Throws `Failure` for a key that the records don't have.
 std::vector<std::size_t> ChosenColumns(const Records& records, const Style& style, Place last);
 
