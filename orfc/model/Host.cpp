@@ -46,8 +46,7 @@ std::optional<decoders::Verdict> Transceiver::WorstVerdict() const {
 }
 
 std::optional<Step> Lun::DownAt() const {
-    const Port& port = *target->port;
-    if (port.linkState.empty() ? port.state == "offline" : port.linkState != "Online") {
+    if (target->port->state == "offline") {
         return Step::LINK;
     }
     if (target->kernelState.empty() ? target->state == "offline"

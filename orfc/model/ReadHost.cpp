@@ -287,6 +287,9 @@ private:
             port.device = TextOf(known.Device);
             port.driver = TextOf(known.Driver);
             port.linkState = TextOf(known.State);
+            if (!port.linkState.empty()) { // the kernel tells more states apart
+                port.state = port.linkState == "Online" ? "online" : "offline";
+            }
             port.symbolicName = TextOf(known.SymbolicName);
             port.deviceLossTimeout = KnownNumber(known.DeviceLossTimeout);
         }
