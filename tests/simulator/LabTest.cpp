@@ -2,6 +2,8 @@
 #include "Fixture.h"
 
 #include <algorithm>
+#include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -253,6 +255,202 @@ TEST_F(Lab, BootTargetsOfTheLabAreInSight) {
                 EXPECT_TRUE(seen);
             }
         }
+    }
+}
+
+/// A LUN as a path, with what the kernel knows of it.
+struct LunPath {
+    const _vexapi_protocol_t* port;
+    const _tagVEXAPI_SDMTarget* target;
+    const _tagVEXAPI_SDMLun* lun;
+    VEXAPI_EXT_PORT kernelPort;
+    VEXAPI_EXT_TARGET kernelTarget;
+    VEXAPI_EXT_LUN kernel;
+
+    bool IsNvme() const { return (target->TargetFlags[5] & 8) != 0; }
+    /// Whether commands pass.
+    bool Works() const {
+        const std::string state = kernel.State;
+        const std::string access = kernel.AccessState;
+        return std::string(kernelPort.State) == "Online" && std::string(kernelTarget.State) != "Blocked" &&
+               std::string(kernelTarget.State) != "Not Present" && (state == "running" || state == "live") &&
+               access != "unavailable" && access != "inaccessible" && std::string(kernel.MapState) != "suspended" &&
+               std::string(kernel.MapPathState) != "failed";
+    }
+};
+
+class LabPaths : public Lab {
+protected:
+    LabPaths() {
+        for (_vexapi_protocol_t* port : ports) {
+            auto kernelPort = Sized<VEXAPI_EXT_PORT>();
+            EXPECT_EQ(VEXAPI_ExtGetPort(&port->PortHandle, &kernelPort), 0U);
+            kernelPorts.push_back(kernelPort);
+            for (auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
+                auto kernelTarget = Sized<VEXAPI_EXT_TARGET>();
+                EXPECT_EQ(VEXAPI_ExtGetTarget(&port->PortHandle, target, &kernelTarget), 0U);
+                kernelTargets.push_back(kernelTarget);
+                for (auto* lun = target->pLunList; lun != nullptr; lun = lun->pNext) {
+                    paths.push_back({port, target, lun, kernelPort, kernelTarget, Sized<VEXAPI_EXT_LUN>()});
+                    EXPECT_EQ(VEXAPI_ExtGetLun(&port->PortHandle, target, lun, &paths.back().kernel), 0U);
+                }
+            }
+        }
+        for (const LunPath& path : paths) {
+            if (path.kernel.WorldwideId[0] != '\0') {
+                volumes[path.kernel.WorldwideId].push_back(&path);
+            }
+        }
+    }
+    bool AnyPath(const std::function<bool(const LunPath&)>& has) const {
+        return std::any_of(paths.begin(), paths.end(), has);
+    }
+    /// Whether a volume has `known` paths, of which `working` work on a number of ports and fabrics.
+    bool AnyVolume(std::size_t known, std::size_t working, std::size_t onPorts, std::size_t onFabrics) const {
+        return std::any_of(volumes.begin(), volumes.end(), [&](const auto& volume) {
+            std::size_t work = 0;
+            std::set<const _vexapi_protocol_t*> usedPorts;
+            std::set<std::string> fabrics;
+            for (const LunPath* path : volume.second) {
+                if (path->Works()) {
+                    ++work;
+                    usedPorts.insert(path->port);
+                    fabrics.insert(std::string(reinterpret_cast<const char*>(path->port->PrincipalFabricWWN), 8));
+                }
+            }
+            return volume.second.size() == known && work == working && usedPorts.size() == onPorts &&
+                   fabrics.size() == onFabrics;
+        });
+    }
+
+    std::vector<VEXAPI_EXT_PORT> kernelPorts;
+    std::vector<VEXAPI_EXT_TARGET> kernelTargets;
+    std::vector<LunPath> paths;
+    std::map<std::string, std::vector<const LunPath*>> volumes; ///< by worldwide id
+};
+
+std::string Printed(const char* format, ...) {
+    char text[64];
+    va_list values;
+    va_start(values, format);
+    std::vsnprintf(text, sizeof text, format, values);
+    va_end(values);
+    return text;
+}
+
+TEST_F(LabPaths, TheKernelKnowsAllButNetworkFunctions) {
+    std::set<std::string> names;
+    for (std::size_t i = 0; i < ports.size(); ++i) {
+        const VEXAPI_EXT_PORT& kernel = kernelPorts[i];
+        if (ports[i]->ProtocolType >= 2) {
+            EXPECT_STREQ(kernel.KernelName, "");
+            continue;
+        }
+        EXPECT_TRUE(names.insert(kernel.KernelName).second) << kernel.KernelName;
+        EXPECT_EQ(kernel.Device, Printed("0000:%02x:00.%u", ports[i]->PciBusNumber, ports[i]->PciFunctionNumber));
+        EXPECT_STREQ(kernel.Driver, "orvfc");
+        EXPECT_EQ(kernel.DeviceLossTimeout, 30U);
+        EXPECT_STRNE(kernel.SymbolicName, "");
+        VX_UINT32 count = 0;
+        EXPECT_EQ(VEXAPI_ExtGetCounters(&ports[i]->PortHandle, nullptr, nullptr, &count), 0U);
+        EXPECT_GE(count, 15U);
+    }
+    for (const VEXAPI_EXT_TARGET& kernel : kernelTargets) {
+        EXPECT_TRUE(names.insert(kernel.KernelName).second) << kernel.KernelName;
+        EXPECT_STRNE(kernel.Roles, "");
+        EXPECT_EQ(kernel.FastFailTimeout, 5U);
+    }
+    for (const LunPath& path : paths) {
+        EXPECT_TRUE(names.insert(path.kernel.Device).second) << path.kernel.Device;
+        unsigned host = 0;
+        EXPECT_EQ(std::sscanf(path.kernelPort.KernelName, "host%u", &host), 1);
+        EXPECT_EQ(path.kernelTarget.KernelName, Printed("rport-%u:0-%u", host, path.target->TargetNumber));
+        EXPECT_EQ(path.kernel.Address,
+                  path.IsNvme() ? "" : Printed("%u:0:%u:%u", host, path.target->TargetNumber, path.lun->LunNumber));
+    }
+}
+
+TEST_F(LabPaths, HasPathsOfEveryKind) {
+    const auto any = [&](auto member, std::initializer_list<const char*> texts) {
+        for (const char* text : texts) {
+            EXPECT_TRUE(AnyPath([&](const LunPath& path) { return std::string(member(path)) == text; })) << text;
+        }
+    };
+    any([](const LunPath& path) { return path.kernelPort.State; }, {"Online", "Linkdown"});
+    any([](const LunPath& path) { return path.kernelTarget.State; }, {"Online", "Marginal", "Blocked", "Not Present"});
+    any([](const LunPath& path) { return path.kernel.State; },
+        {"running", "offline", "transport-offline", "blocked", "live", "connecting"});
+    any([](const LunPath& path) { return path.kernel.AccessState; },
+        {"active/optimized", "active/non-optimized", "standby", "unavailable", "optimized", "non-optimized",
+         "inaccessible"});
+    any([](const LunPath& path) { return path.kernel.MapState; }, {"active", "suspended", ""});
+    EXPECT_TRUE(AnyPath([](const LunPath& path) {
+        return std::string(path.kernel.State) == "running" && std::string(path.kernel.MapPathState) == "failed";
+    }));
+    EXPECT_TRUE(
+        AnyPath([](const LunPath& path) { return path.kernel.Map[0] == '\0' && path.lun->WorldwideIdLength == 4; }));
+}
+
+TEST_F(LabPaths, HasVolumesOfEveryRedundancy) {
+    EXPECT_TRUE(AnyVolume(2, 2, 2, 2)) << "two ports on two fabrics";
+    EXPECT_TRUE(AnyVolume(3, 2, 2, 1)) << "two ports on one fabric";
+    EXPECT_TRUE(AnyVolume(2, 2, 1, 1)) << "two paths through one port";
+    EXPECT_TRUE(AnyVolume(2, 1, 1, 1)) << "one of two paths left";
+    EXPECT_TRUE(AnyVolume(1, 1, 1, 1)) << "a single path";
+    EXPECT_TRUE(AnyVolume(1, 0, 0, 0)) << "no path";
+    EXPECT_TRUE(AnyVolume(12, 9, 9, 2)) << "many";
+}
+
+TEST_F(LabPaths, IdentifiersAgreeWithRecordsAndMapsButForOneEach) {
+    int otherThanRecord = 0;
+    int otherThanMap = 0;
+    for (const LunPath& path : paths) {
+        const std::string id = path.kernel.WorldwideId;
+        const std::size_t length = path.lun->WorldwideIdLength;
+        if (length == 8 || length == 16) {
+            std::string digits = "naa.";
+            for (std::size_t i = 0; i < length; ++i) {
+                digits += Printed("%02x", path.lun->WorldwideId[i]);
+            }
+            otherThanRecord += id != digits ? 1 : 0;
+        }
+        if (path.kernel.MapId[0] != '\0') {
+            const char* kind = id.starts_with("naa.") ? "3" : "1";
+            otherThanMap += path.kernel.MapId != "mpath-" + (kind + id.substr(4)) ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(otherThanRecord, 2); // one that differs from its map, too, and a volume by two numbers
+    EXPECT_EQ(otherThanMap, 1);
+}
+
+TEST_F(LabPaths, HasCountersThatMove) {
+    const auto counters = [](_vexapi_protocol_t* port, const _tagVEXAPI_SDMTarget* target) {
+        VEXAPI_EXT_COUNTER records[64]{};
+        VX_UINT32 count = 64;
+        EXPECT_EQ(VEXAPI_ExtGetCounters(&port->PortHandle, target, records, &count), 0U);
+        std::map<std::string, VX_UINT64> values;
+        for (VX_UINT32 i = 0; i < count; ++i) {
+            values[records[i].Name] = records[i].Value;
+        }
+        return values;
+    };
+    std::set<std::string> moved;
+    const auto compare = [&](const char* kind, _vexapi_protocol_t* port, const _tagVEXAPI_SDMTarget* target) {
+        auto before = counters(port, target);
+        for (const auto& [name, value] : counters(port, target)) {
+            if (value != before[name]) {
+                moved.insert(kind + name);
+            }
+        }
+    };
+    for (_vexapi_protocol_t* port : ports) {
+        compare("port ", port, nullptr);
+        for (const auto* target = port->pTargetList; target != nullptr; target = target->pNext) {
+            compare("target ", port, target);
+        }
+    }
+    for (const char* name : {"port rx_frames", "port invalid_crc_count", "target fpin_cn_credit_stall"}) {
+        EXPECT_TRUE(moved.contains(name)) << name;
     }
 }
 
