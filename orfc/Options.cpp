@@ -85,6 +85,11 @@ void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
             ->required(row.needsNames)
             ->option_text("");
     }
+    if (row.hasFar) {
+        line.Describe(
+            command->add_flag("--far", options.isFar, "Ask the far end of each link too, which sends a frame"), "",
+            Argument::NONE);
+    }
     if (row.hasInterval) {
         CLI::Option* const interval =
             command->add_option("--interval", options.interval, "Read again every so many seconds")

@@ -23,6 +23,7 @@ struct Options {
     std::string color = "auto";
     std::string library;
     std::string root;
+    bool isFar = false;
     double interval = 0;     ///< seconds; 0: once
     unsigned long count = 0; ///< of readings; 0: no end
 };

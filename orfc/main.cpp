@@ -108,6 +108,7 @@ Host ReadWithProgress(Session& session, const Wanted& wanted) {
 /// before.
 Wanted WantedOf(const Options& options, const Library& library) {
     Wanted wanted = options.command->wanted;
+    wanted.farEnds = options.isFar;
     if (options.format != Format::TABLE || !options.columns.empty() || !options.sort.empty()) {
         wanted = wanted | options.command->wantedInFull;
     }

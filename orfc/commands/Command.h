@@ -7,11 +7,18 @@
 #include "ReadHost.h"
 #include "Writer.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <span>
 
 namespace orfc {
+
+/// A text as a template argument.
+template <std::size_t Size> struct Literal {
+    char text[Size];
+    consteval Literal(const char (&literal)[Size]) { std::copy_n(literal, Size, text); } // NOLINT: a conversion
+};
 
 /// What a command works with.
 struct Request {
@@ -73,6 +80,7 @@ struct CommandRow {
     bool needsNames = false;
     bool isDetailed = false;  ///< shown by groups, a line for each value
     bool hasInterval = false; ///< can be repeated
+    bool hasFar = false;      ///< can ask the far ends of links
     Shown (*run)(const Request& request) = nullptr;
 };
 

@@ -46,14 +46,20 @@ constexpr const char* PORT_EXAMPLES[] = {"orfc ports", "orfc ports --columns por
 constexpr const char* TARGET_EXAMPLES[] = {"orfc targets", "orfc targets 50060e80124a7c10"};
 constexpr const char* LUN_EXAMPLES[] = {"orfc luns", "orfc luns sdb", "orfc luns --sort -size_bytes"};
 constexpr const char* SHOW_EXAMPLES[] = {"orfc show host2", "orfc show 21:00:00:24:ff:7e:2d:94", "orfc show /dev/sdb"};
-constexpr const char* TRANSCEIVER_EXAMPLES[] = {"orfc transceivers",
+constexpr const char* TRANSCEIVER_EXAMPLES[] = {"orfc transceivers", "orfc transceivers host2 --far",
                                                 "orfc transceivers --sort receive_power_dbm -o csv"};
 constexpr const char* COUNTER_EXAMPLES[] = {"orfc counters host2", "orfc counters --interval 5 --count 12"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
 const Wanted TARGETS = {.targets = true, .luns = true};
 const Wanted PATHS = {.portDetails = true, .targets = true, .luns = true};
-const Wanted EVERYTHING = {true, true, true, true, true, true, true, {}};
+const Wanted EVERYTHING = {.portDetails = true,
+                           .counters = true,
+                           .targets = true,
+                           .luns = true,
+                           .transceivers = true,
+                           .settings = true,
+                           .vpd = true};
 
 const CommandRow COMMANDS[] = {
     {.name = "",
@@ -100,6 +106,7 @@ const CommandRow COMMANDS[] = {
      .takesNames = true,
      .needsNames = true,
      .isDetailed = true,
+     .hasFar = true,
      .run = ShowObjects},
     {.name = "transceivers",
      .summary = "modules with their readings, thresholds and verdicts",
@@ -108,6 +115,7 @@ const CommandRow COMMANDS[] = {
      .examples = TRANSCEIVER_EXAMPLES,
      .wanted = {.portDetails = true, .transceivers = true},
      .takesNames = true,
+     .hasFar = true,
      .run = ShowTransceivers},
     {.name = "counters",
      .summary = "counters, or what moves in them",

@@ -7,12 +7,6 @@ namespace orfc {
 
 namespace {
 
-/// A text as a template argument.
-template <std::size_t Size> struct Literal {
-    char text[Size];
-    consteval Literal(const char (&literal)[Size]) { std::copy_n(literal, Size, text); } // NOLINT: a conversion
-};
-
 std::string HexText(std::uint32_t number) {
     char text[16];
     std::snprintf(text, sizeof text, "0x%04x", number);

@@ -41,29 +41,58 @@ const Monitored<Celsius>& Temperature(const Transceiver& module) {
 const Monitored<Volts>& Voltage(const Transceiver& module) {
     return module.voltage;
 }
-template <auto Member, std::size_t Number> const auto& OfLane(const Transceiver& module) {
+const Lane& LaneOf(const Transceiver& module, std::size_t number) {
     static const Lane NONE;
-    const Lane* const lane = Number < module.lanes.size() ? &module.lanes[Number] : &NONE;
-    return lane->*Member;
+    return number < module.lanes.size() ? module.lanes[number] : NONE;
+}
+template <auto Member, std::size_t Number> const auto& OfLane(const Transceiver& module) {
+    return LaneOf(module, Number).*Member;
 }
 constexpr auto Bias = OfLane<&Lane::bias, 0>;
 constexpr auto TransmitPower = OfLane<&Lane::transmitPower, 0>;
 constexpr auto ReceivePower = OfLane<&Lane::receivePower, 0>;
 
-template <auto Get, Part part, int digits> Value PartValue(const Port& port) {
-    const auto value = PartOf(Get(port.transceiver), part);
+/// Both ends of a link.
+const Transceiver& Near(const Port& port) {
+    return port.transceiver;
+}
+const Transceiver& Far(const Port& port) {
+    return port.farEnd.transceiver;
+}
+
+template <auto End, auto Get, Part part, int digits> Value PartValue(const Port& port) {
+    const auto value = PartOf(Get(End(port)), part);
     return value ? Value(Decimal{value->value, digits}) : Value();
 }
 /// The same of a power in dBm; none without light.
-template <auto Get, Part part> Value DbmValue(const Port& port) {
-    const auto power = PartOf(Get(port.transceiver), part);
+template <auto End, auto Get, Part part> Value DbmValue(const Port& port) {
+    const auto power = PartOf(Get(End(port)), part);
     const auto dbm = power ? decoders::DbmOf(*power) : std::nullopt;
     return dbm ? Value(Decimal{dbm->value, 2}) : Value();
 }
-template <auto Get> Value VerdictValue(const Port& port) {
-    const auto& value = Get(port.transceiver);
+template <auto End, auto Get> Value VerdictValue(const Port& port) {
+    const auto& value = Get(End(port));
     const auto verdict = value ? value->Judged() : std::nullopt;
     return verdict ? Value(VerdictText(*verdict)) : Value();
+}
+
+/// Loss over the fibre in dB: what one end sends against what the other receives. None without light.
+std::optional<double> LossOf(const Transceiver& from, const Transceiver& to) {
+    const auto dbm = [](const Monitored<Milliwatts>& power) {
+        return power ? decoders::DbmOf(power->value) : std::nullopt;
+    };
+    const auto sent = dbm(TransmitPower(from));
+    const auto received = dbm(ReceivePower(to));
+    return sent && received ? std::optional(sent->value - received->value) : std::nullopt;
+}
+template <auto From, auto To> Value LossValue(const Port& port) {
+    const std::optional<double> loss = LossOf(From(port), To(port));
+    return loss ? Value(Decimal{*loss, 2}) : Value();
+}
+
+template <Literal name> Value FarCounterValue(const Port& port) {
+    const auto counter = port.farEnd.counters.find(std::string_view(name.text));
+    return counter != port.farEnd.counters.end() ? Value(counter->second) : Value();
 }
 
 /// A text of the identity, which an unread or empty bay hasn't.
@@ -107,21 +136,24 @@ std::string FamilyText(decoders::ModuleFamily family) {
     {{name "_low_warning_" unit, "", Type::DECIMAL, Place::DETAILED, group, "Low warning threshold of it"}, low_warning}, \
     {{name "_high_warning_" unit, "", Type::DECIMAL, Place::DETAILED, group, "High warning threshold of it"}, high_warning}, \
     {{name "_high_alarm_" unit, "", Type::DECIMAL, Place::DETAILED, group, "High alarm threshold of it"}, high_alarm}
-#define ORFC_READING(name, unit, group, what, get, digits) \
-    ORFC_PARTS(name, unit, group, what, (PartValue<get, VALUE, digits>), (PartValue<get, LOW_ALARM, digits>), \
-               (PartValue<get, LOW_WARNING, digits>), (PartValue<get, HIGH_WARNING, digits>), (PartValue<get, HIGH_ALARM, digits>))
-#define ORFC_POWER(name, group, what, get) \
-    ORFC_READING(name, "milliwatts", group, what " in mW", get, 4), \
-    ORFC_PARTS(name, "dbm", group, what " in dBm; unknown without light", (DbmValue<get, VALUE>), (DbmValue<get, LOW_ALARM>), \
-               (DbmValue<get, LOW_WARNING>), (DbmValue<get, HIGH_WARNING>), (DbmValue<get, HIGH_ALARM>))
-#define ORFC_VERDICT(name, group, get) \
-    {{name "_verdict", "", Type::VERDICT, Place::DETAILED, group, "Verdict: ok, or the threshold that is crossed"}, VerdictValue<get>}
+#define ORFC_READING(end, name, unit, group, what, get, digits) \
+    ORFC_PARTS(name, unit, group, what, (PartValue<end, get, VALUE, digits>), (PartValue<end, get, LOW_ALARM, digits>), \
+               (PartValue<end, get, LOW_WARNING, digits>), (PartValue<end, get, HIGH_WARNING, digits>), (PartValue<end, get, HIGH_ALARM, digits>))
+#define ORFC_POWER(end, name, group, what, get) \
+    ORFC_READING(end, name, "milliwatts", group, what " in mW", get, 4), \
+    ORFC_PARTS(name, "dbm", group, what " in dBm; unknown without light", (DbmValue<end, get, VALUE>), (DbmValue<end, get, LOW_ALARM>), \
+               (DbmValue<end, get, LOW_WARNING>), (DbmValue<end, get, HIGH_WARNING>), (DbmValue<end, get, HIGH_ALARM>))
+#define ORFC_VERDICT(end, name, group, get) \
+    {{name "_verdict", "", Type::VERDICT, Place::DETAILED, group, "Verdict: ok, or the threshold that is crossed"}, (VerdictValue<end, get>)}
 #define ORFC_LANE(number, index) \
-    {{"bias_lane_" number "_milliamperes", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Laser bias current of lane " number}, (PartValue<OfLane<&Lane::bias, index>, VALUE, 3>)}, \
-    {{"transmit_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Transmitted power of lane " number " in mW"}, (PartValue<OfLane<&Lane::transmitPower, index>, VALUE, 4>)}, \
-    {{"transmit_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Transmitted power of lane " number " in dBm"}, (DbmValue<OfLane<&Lane::transmitPower, index>, VALUE>)}, \
-    {{"receive_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in mW"}, (PartValue<OfLane<&Lane::receivePower, index>, VALUE, 4>)}, \
-    {{"receive_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in dBm"}, (DbmValue<OfLane<&Lane::receivePower, index>, VALUE>)}
+    {{"bias_lane_" number "_milliamperes", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Laser bias current of lane " number}, (PartValue<Near, OfLane<&Lane::bias, index>, VALUE, 3>)}, \
+    {{"transmit_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Transmitted power of lane " number " in mW"}, (PartValue<Near, OfLane<&Lane::transmitPower, index>, VALUE, 4>)}, \
+    {{"transmit_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Transmitted power of lane " number " in dBm"}, (DbmValue<Near, OfLane<&Lane::transmitPower, index>, VALUE>)}, \
+    {{"receive_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in mW"}, (PartValue<Near, OfLane<&Lane::receivePower, index>, VALUE, 4>)}, \
+    {{"receive_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in dBm"}, (DbmValue<Near, OfLane<&Lane::receivePower, index>, VALUE>)}
+
+#define ORFC_FAR_COUNTER(name, what) \
+    {{"far_" name, "", Type::INTEGER, Place::DETAILED, "Far end", what}, FarCounterValue<name>}
 
 constexpr ColumnOf<Port> TRANSCEIVER[] = {
     {{"port", "PORT", Type::TEXT, Place::ALWAYS, "Module", "Identifier of the port that the module is plugged into"}, [](const Port& p) { return TextValue(p.identifier); }},
@@ -145,20 +177,49 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
     {{"length_cable_metres", "CABLE m", Type::INTEGER, Place::DETAILED, "Module", "Length of the attached cable"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::cable); }},
     {{"base_checksum_valid", "CC_BASE", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the first fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.baseChecksum); }},
     {{"extended_checksum_valid", "CC_EXT", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the other fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.extendedChecksum); }},
-    ORFC_READING("temperature", "celsius", "Temperature", "Temperature of the module", Temperature, 1),
-    ORFC_VERDICT("temperature", "Temperature", Temperature),
-    ORFC_READING("voltage", "volts", "Supply", "Supply voltage", Voltage, 3),
-    ORFC_VERDICT("voltage", "Supply", Voltage),
-    ORFC_READING("bias", "milliamperes", "Laser", "Laser bias current, of lane 1", Bias, 3),
-    ORFC_VERDICT("bias", "Laser", Bias),
-    ORFC_POWER("transmit_power", "Transmitter", "Transmitted power, of lane 1,", TransmitPower),
-    ORFC_VERDICT("transmit_power", "Transmitter", TransmitPower),
-    ORFC_POWER("receive_power", "Receiver", "Received power, of lane 1,", ReceivePower),
-    ORFC_VERDICT("receive_power", "Receiver", ReceivePower),
+    ORFC_READING(Near, "temperature", "celsius", "Temperature", "Temperature of the module", Temperature, 1),
+    ORFC_VERDICT(Near, "temperature", "Temperature", Temperature),
+    ORFC_READING(Near, "voltage", "volts", "Supply", "Supply voltage", Voltage, 3),
+    ORFC_VERDICT(Near, "voltage", "Supply", Voltage),
+    ORFC_READING(Near, "bias", "milliamperes", "Laser", "Laser bias current, of lane 1", Bias, 3),
+    ORFC_VERDICT(Near, "bias", "Laser", Bias),
+    ORFC_POWER(Near, "transmit_power", "Transmitter", "Transmitted power, of lane 1,", TransmitPower),
+    ORFC_VERDICT(Near, "transmit_power", "Transmitter", TransmitPower),
+    ORFC_POWER(Near, "receive_power", "Receiver", "Received power, of lane 1,", ReceivePower),
+    ORFC_VERDICT(Near, "receive_power", "Receiver", ReceivePower),
     {{"receive_power_is_average", "", Type::FLAG, Place::DETAILED, "Receiver", "Whether the received power is the average; otherwise it is the optical modulation amplitude"}, [](const Port& p) { return p.transceiver.hasDiagnostics ? Value(p.transceiver.isAverageReceivePower) : Value(); }},
     ORFC_LANE("2", 1),
     ORFC_LANE("3", 2),
     ORFC_LANE("4", 3),
+    {{"far_health", "FAR HEALTH", Type::VERDICT, Place::DETAILED, "Far end", "How the module at the far end of the link does, with --far"}, [](const Port& p) { return p.farEnd.isRead ? TextValue(HealthOf(p.farEnd.transceiver)) : Value(); }},
+    {{"far_port_name", "FAR PORT", Type::TEXT, Place::DETAILED, "Far end", "Worldwide name of the port at the far end"}, [](const Port& p) { return TextValue(WwnText(p.farEnd.portName)); }},
+    {{"far_node_name", "FAR NODE", Type::TEXT, Place::DETAILED, "Far end", "Worldwide node name of the far end"}, [](const Port& p) { return TextValue(WwnText(p.farEnd.nodeName)); }},
+    {{"far_vendor", "FAR VENDOR", Type::TEXT, Place::DETAILED, "Far end", "Vendor of the far module"}, [](const Port& p) { return TextValue(p.farEnd.transceiver.identity.vendor); }},
+    {{"far_part_number", "FAR PART", Type::TEXT, Place::DETAILED, "Far end", "Part number of the far module"}, [](const Port& p) { return TextValue(p.farEnd.transceiver.identity.partNumber); }},
+    {{"far_serial_number", "FAR SERIAL", Type::TEXT, Place::DETAILED, "Far end", "Serial number of the far module"}, [](const Port& p) { return TextValue(p.farEnd.transceiver.identity.serialNumber); }},
+    {{"far_speed_gbps", "FAR Gb/s", Type::INTEGER, Place::DETAILED, "Far end", "Speed of the link in Gb/s, as the far end has it"}, [](const Port& p) { return p.farEnd.speed ? Value(std::uint64_t{*p.farEnd.speed}) : Value(); }},
+    {{"loss_to_far_db", "", Type::DECIMAL, Place::DETAILED, "Far end", "Loss over the fibre to the far end in dB"}, LossValue<Near, Far>},
+    {{"loss_from_far_db", "", Type::DECIMAL, Place::DETAILED, "Far end", "Loss over the fibre from the far end in dB"}, LossValue<Far, Near>},
+    ORFC_READING(Far, "far_temperature", "celsius", "Far end", "Temperature of the far module", Temperature, 1),
+    ORFC_VERDICT(Far, "far_temperature", "Far end", Temperature),
+    ORFC_READING(Far, "far_voltage", "volts", "Far end", "Supply voltage of the far module", Voltage, 3),
+    ORFC_VERDICT(Far, "far_voltage", "Far end", Voltage),
+    ORFC_READING(Far, "far_bias", "milliamperes", "Far end", "Laser bias current of the far module", Bias, 3),
+    ORFC_VERDICT(Far, "far_bias", "Far end", Bias),
+    ORFC_POWER(Far, "far_transmit_power", "Far end", "Power that the far module transmits,", TransmitPower),
+    ORFC_VERDICT(Far, "far_transmit_power", "Far end", TransmitPower),
+    ORFC_POWER(Far, "far_receive_power", "Far end", "Power that the far module receives,", ReceivePower),
+    ORFC_VERDICT(Far, "far_receive_power", "Far end", ReceivePower),
+    ORFC_FAR_COUNTER("link_failure_count", "Link failures that the far end counts"),
+    ORFC_FAR_COUNTER("loss_of_sync_count", "Losses of synchronization that it counts"),
+    ORFC_FAR_COUNTER("loss_of_signal_count", "Losses of signal that it counts"),
+    ORFC_FAR_COUNTER("prim_seq_protocol_err_count", "Primitive sequence protocol errors that it counts"),
+    ORFC_FAR_COUNTER("invalid_tx_word_count", "Invalid transmission words that it counts"),
+    ORFC_FAR_COUNTER("invalid_crc_count", "Frames with an invalid CRC that it counts"),
+    ORFC_FAR_COUNTER("fec_corrected_blocks", "Blocks that its forward error correction has corrected"),
+    ORFC_FAR_COUNTER("fec_uncorrectable_blocks", "Blocks that it could not correct"),
+    {{"far_buffer_credits", "", Type::INTEGER, Place::DETAILED, "Far end", "Buffer-to-buffer credits of the far port"}, [](const Port& p) { return p.farEnd.bufferCredits ? Value(std::uint64_t{*p.farEnd.bufferCredits}) : Value(); }},
+    {{"far_attached_buffer_credits", "", Type::INTEGER, Place::DETAILED, "Far end", "Credits of this port, as the far end has them"}, [](const Port& p) { return p.farEnd.attachedBufferCredits ? Value(std::uint64_t{*p.farEnd.attachedBufferCredits}) : Value(); }},
 };
 
 /// A value of a module as people read it: one row with its thresholds.
@@ -167,6 +228,8 @@ struct ReadingRow {
     std::string what;
     Value value, lowAlarm, lowWarning, highWarning, highAlarm, dbm;
     std::string verdict;
+    Value farValue, farDbm;
+    std::string farVerdict;
 };
 
 constexpr ColumnOf<ReadingRow> READING[] = {
@@ -180,6 +243,9 @@ constexpr ColumnOf<ReadingRow> READING[] = {
     {{"value", "VALUE", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.value; }},
     {{"dbm", "dBm", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.dbm; }},
     {{"verdict", "VERDICT", Type::VERDICT, Place::TABLE, "", ""}, [](const ReadingRow& r) { return TextValue(r.verdict); }},
+    {{"far_value", "FAR VALUE", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.farValue; }},
+    {{"far_dbm", "FAR dBm", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.farDbm; }},
+    {{"far_verdict", "FAR VERDICT", Type::VERDICT, Place::TABLE, "", ""}, [](const ReadingRow& r) { return TextValue(r.farVerdict); }},
     {{"low_alarm", "LOW ALARM", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.lowAlarm; }},
     {{"low_warning", "LOW WARNING", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.lowWarning; }},
     {{"high_warning", "HIGH WARNING", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.highWarning; }},
@@ -187,43 +253,61 @@ constexpr ColumnOf<ReadingRow> READING[] = {
 };
 // clang-format on
 
-template <typename Unit>
-void AddReading(const Port& port, const std::string& what, const Monitored<Unit>& value, int digits,
-                std::vector<ReadingRow>& rows) {
-    if (!value) {
-        return;
+template <typename Unit> Value DbmOf(const Monitored<Unit>& value) {
+    if constexpr (std::is_same_v<Unit, Milliwatts>) {
+        const auto dbm = value ? decoders::DbmOf(value->value) : std::nullopt;
+        return dbm ? Value(Decimal{dbm->value, 2}) : Value();
     }
-    const auto part = [&](Part which) {
+    return {};
+}
+template <typename Unit> std::string JudgedText(const Monitored<Unit>& value) {
+    const auto verdict = value ? value->Judged() : std::nullopt;
+    return verdict ? VerdictText(*verdict) : std::string();
+}
+
+/// A row with what is known of either end; none where nothing is.
+template <typename Unit>
+void AddReading(const Port& port, const std::string& what, const Monitored<Unit>& near, const Monitored<Unit>& far,
+                int digits, std::vector<ReadingRow>& rows) {
+    const auto part = [digits](const Monitored<Unit>& value, Part which) {
         const auto found = PartOf(value, which);
         return found ? Value(Decimal{found->value, digits}) : Value();
     };
-    ReadingRow row{&port, what, part(VALUE), part(LOW_ALARM), part(LOW_WARNING), part(HIGH_WARNING), part(HIGH_ALARM),
-                   {},    {}};
-    if (const auto verdict = value->Judged()) {
-        row.verdict = VerdictText(*verdict);
+    if (near || far) {
+        rows.push_back({&port, what, part(near, VALUE), part(near, LOW_ALARM), part(near, LOW_WARNING),
+                        part(near, HIGH_WARNING), part(near, HIGH_ALARM), DbmOf(near), JudgedText(near),
+                        part(far, VALUE), DbmOf(far), JudgedText(far)});
     }
-    if constexpr (std::is_same_v<Unit, Milliwatts>) {
-        const auto dbm = decoders::DbmOf(value->value);
-        row.dbm = dbm ? Value(Decimal{dbm->value, 2}) : Value();
+}
+
+/// The loss over the fibre, a value without thresholds.
+void AddLoss(const Port& port, const char* what, std::optional<double> loss, std::vector<ReadingRow>& rows) {
+    if (loss) {
+        rows.push_back({&port, what, Decimal{*loss, 2}, {}, {}, {}, {}, {}, {}, {}, {}, {}});
     }
-    rows.push_back(std::move(row));
 }
 
 std::vector<ReadingRow> ReadingsOf(const std::vector<const Port*>& ports) {
     std::vector<ReadingRow> rows;
     for (const Port* port : ports) {
         const std::size_t before = rows.size();
-        const Transceiver& module = port->transceiver;
-        AddReading(*port, "temperature C", module.temperature, 1, rows);
-        AddReading(*port, "supply V", module.voltage, 3, rows);
-        for (std::size_t lane = 0; lane < module.lanes.size(); ++lane) {
-            const std::string suffix = module.lanes.size() > 1 ? " lane " + std::to_string(lane + 1) : "";
-            AddReading(*port, "bias mA" + suffix, module.lanes[lane].bias, 3, rows);
-            AddReading(*port, "transmit mW" + suffix, module.lanes[lane].transmitPower, 4, rows);
-            AddReading(*port, "receive mW" + suffix, module.lanes[lane].receivePower, 4, rows);
+        const Transceiver& near = Near(*port);
+        const Transceiver& far = Far(*port);
+        AddReading(*port, "temperature C", near.temperature, far.temperature, 1, rows);
+        AddReading(*port, "supply V", near.voltage, far.voltage, 3, rows);
+        const std::size_t lanes = std::max(near.lanes.size(), far.lanes.size());
+        for (std::size_t lane = 0; lane < lanes; ++lane) {
+            const std::string suffix = lanes > 1 ? " lane " + std::to_string(lane + 1) : "";
+            const Lane& nearLane = LaneOf(near, lane);
+            const Lane& farLane = LaneOf(far, lane);
+            AddReading(*port, "bias mA" + suffix, nearLane.bias, farLane.bias, 3, rows);
+            AddReading(*port, "transmit mW" + suffix, nearLane.transmitPower, farLane.transmitPower, 4, rows);
+            AddReading(*port, "receive mW" + suffix, nearLane.receivePower, farLane.receivePower, 4, rows);
         }
+        AddLoss(*port, "loss to far end dB", LossOf(near, far), rows);
+        AddLoss(*port, "loss from far end dB", LossOf(far, near), rows);
         if (rows.size() == before) {
-            rows.push_back({port, "none", {}, {}, {}, {}, {}, {}, {}});
+            rows.push_back({port, "none", {}, {}, {}, {}, {}, {}, {}, {}, {}, {}});
         }
     }
     return rows;

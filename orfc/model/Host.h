@@ -75,6 +75,18 @@ struct Transceiver {
     std::optional<decoders::Verdict> WorstVerdict() const;
 };
 
+/// The far end of a port's link, as it describes itself (Read Diagnostic Parameters).
+struct FarEnd {
+    bool isRead = false;
+    Transceiver transceiver; ///< its readings; identity where it tells it
+    Wwn portName = 0;
+    Wwn nodeName = 0;
+    std::optional<unsigned> speed; ///< Gb/s
+    Counters counters;             ///< of its link error block and forward error correction
+    std::optional<std::uint32_t> bufferCredits;
+    std::optional<std::uint32_t> attachedBufferCredits; ///< of this port, as the far end knows them
+};
+
 /// What a port's library functions answer beyond its record; read on request.
 struct PortSettings {
     std::optional<int> temperature; ///< of the board, degrees Celsius
@@ -120,6 +132,7 @@ struct Port {
 
     Counters counters;
     Transceiver transceiver;
+    FarEnd farEnd;
     PortSettings settings;
     std::size_t targetCount = 0;
     std::size_t lunCount = 0;

@@ -52,6 +52,7 @@ constexpr SpeedCode SPEEDS[] = {{1, 1}, {2, 2}, {4, 4}, {8, 8}, {16, 10}, {22, 1
 constexpr SpeedCode SPEED_BITS[] = {{0x01, 1},  {0x02, 2},  {0x08, 4},  {0x10, 8},
                                     {0x04, 10}, {0x20, 16}, {0x40, 32}, {0x80, 64}};
 
+constexpr std::size_t RDP_SIZE = 508;  ///< likewise
 constexpr std::size_t VPD_SIZE = 1024; ///< that of `orfc-esxcli`; libraries may refuse another
 constexpr VX_UINT16 NO_TARGET_NUMBER = 0xFFFF;
 constexpr VX_UINT8 NVME_TARGET = 0x08; ///< in byte 5 of a target's flags
@@ -238,6 +239,9 @@ private:
                 port.transceiver = DecodeTransceiver({image->Data, sizeof image->Data});
             }
         }
+        if (mWanted.farEnds && isMeant && port.IsOnline()) {
+            ReadFarEnd(port, record);
+        }
         if (mWanted.settings && isMeant) {
             ReadSettings(port, record);
         }
@@ -369,6 +373,16 @@ private:
         }
     }
 
+    /// A far end that doesn't answer, as many don't, is told of like anything else that can't be read.
+    void ReadFarEnd(Port& port, _vexapi_protocol_t& record) {
+        VX_UINT8 payload[RDP_SIZE] = {};
+        VX_UINT32 size = sizeof payload;
+        if (Succeeds(mSession->VEXAPI_DiagnosticsRDPTest(&record.PortHandle, payload, &size), port.identifier,
+                     "far end")) {
+            port.farEnd = DecodeFarEnd({payload, std::min<std::size_t>(size, sizeof payload)});
+        }
+    }
+
     void ReadVpd(Adapter& adapter, _vexapi_protocol_t& record) {
         VX_UINT32 word = 0;
         std::memcpy(&word, record.PortHandle.opaque + 4, sizeof word);
@@ -491,6 +505,7 @@ Wanted operator|(const Wanted& left, const Wanted& right) {
     both.transceivers |= right.transceivers;
     both.settings |= right.settings;
     both.vpd |= right.vpd;
+    both.farEnds |= right.farEnds;
     return both;
 }
 

@@ -19,6 +19,7 @@ struct Wanted {
     bool transceivers = false;
     bool settings = false;    ///< of ports
     bool vpd = false;         ///< keywords of adapters
+    bool farEnds = false;     ///< of ports that are online, which takes a frame to each
     std::set<Wwn> ports = {}; ///< counters, transceivers, settings and keywords of these only; empty: of all
 
     friend Wanted operator|(const Wanted& left, const Wanted& right);

@@ -1,5 +1,6 @@
 #include "ReadTransceiver.h"
 
+#include "DiagnosticParameters.h"
 #include "QsfpMemory.h"
 #include "SfpMemory.h"
 
@@ -67,6 +68,55 @@ Transceiver DecodeTransceiver(decoders::Bytes image) {
         break;
     }
     return transceiver;
+}
+
+FarEnd DecodeFarEnd(decoders::Bytes payload) {
+    const decoders::DiagnosticParameters parameters = decoders::DecodeRdpPayload(payload);
+    FarEnd far;
+    far.isRead = true;
+    Transceiver& module = far.transceiver;
+    if (const auto& values = parameters.transceiver) {
+        module.state = ModuleState::READ;
+        module.hasDiagnostics = values->isOptical;
+        module.isReady = values->areDiagnosticsValid;
+        if (module.hasDiagnostics && module.isReady) {
+            const decoders::RdpThresholds& thresholds = parameters.thresholds;
+            module.temperature = {values->temperature, thresholds.temperature};
+            module.voltage = {values->voltage, thresholds.voltage};
+            module.lanes = {{{{values->bias, thresholds.bias}},
+                             {{values->transmitPower, thresholds.transmitPower}},
+                             {{values->receivePower, thresholds.receivePower}}}};
+        }
+    }
+    if (const auto& product = parameters.product) {
+        module.identity.vendor = product->vendor;
+        module.identity.partNumber = product->partNumber;
+        module.identity.serialNumber = product->serialNumber;
+    }
+    if (!parameters.portNames.empty()) {
+        far.portName = parameters.portNames.front().portName;
+        far.nodeName = parameters.portNames.front().nodeName;
+    }
+    if (const auto& speed = parameters.speed) {
+        far.speed = speed->operatingSpeed;
+    }
+    if (const auto& errors = parameters.linkErrors) {
+        far.counters = {{"link_failure_count", errors->linkFailures},
+                        {"loss_of_sync_count", errors->lossesOfSync},
+                        {"loss_of_signal_count", errors->lossesOfSignal},
+                        {"prim_seq_protocol_err_count", errors->primitiveSequenceProtocolErrors},
+                        {"invalid_tx_word_count", errors->invalidTransmissionWords},
+                        {"invalid_crc_count", errors->invalidCrcs}};
+    }
+    if (const auto& fec = parameters.fecStatus) {
+        far.counters.emplace("fec_corrected_blocks", fec->correctedBlocks);
+        far.counters.emplace("fec_uncorrectable_blocks", fec->uncorrectableBlocks);
+    }
+    if (const auto& credits = parameters.bufferCredits) {
+        far.bufferCredits = credits->portCredits;
+        far.attachedBufferCredits = credits->attachedPortCredits;
+    }
+    return far;
 }
 
 } // namespace orfc
