@@ -90,15 +90,20 @@ void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
             command->add_flag("--far", options.isFar, "Ask the far end of each link too, which sends a frame"), "",
             Argument::NONE);
     }
-    if (row.hasInterval) {
-        CLI::Option* const interval =
-            command->add_option("--interval", options.interval, "Read again every so many seconds")
-                ->check(CLI::Range(SHORTEST_INTERVAL, LONGEST_INTERVAL).description(""));
+    if (row.repeats != Repeats::NOTHING) {
+        const bool isOfFrames = row.repeats == Repeats::FRAMES;
+        CLI::Option* const interval = command
+                                          ->add_option("--interval", options.interval,
+                                                       isOfFrames ? "Seconds between two frames, 1 if not given"
+                                                                  : "Read again every so many seconds")
+                                          ->check(CLI::Range(SHORTEST_INTERVAL, LONGEST_INTERVAL).description(""));
         line.Describe(interval, "SECONDS", Argument::NUMBER);
-        line.Describe(command->add_option("--count", options.count, "End after so many readings")
-                          ->check(CLI::PositiveNumber.description(""))
-                          ->needs(interval),
-                      "N", Argument::NUMBER);
+        CLI::Option* const count =
+            command
+                ->add_option("--count", options.count,
+                             isOfFrames ? "Frames to each remote port, 5 if not given" : "End after so many readings")
+                ->check(CLI::PositiveNumber.description(""));
+        line.Describe(isOfFrames ? count : count->needs(interval), "N", Argument::NUMBER);
     }
 }
 

@@ -41,6 +41,11 @@ std::optional<std::size_t> TerminalWidth(int file) {
                : std::nullopt;
 }
 
+/// Whether the host is read more than once.
+bool IsRepeated(const Options& options) {
+    return options.command->repeats == Repeats::READINGS && options.interval != 0;
+}
+
 Style StyleOf(const Options& options, int file) {
     const char* const noColor = std::getenv("NO_COLOR");
     Style style;
@@ -49,7 +54,7 @@ Style StyleOf(const Options& options, int file) {
     style.isWide = options.format == Format::WIDE;
     style.isColored = options.color == "always" ||
                       (options.color == "auto" && isatty(file) != 0 && (noColor == nullptr || *noColor == '\0'));
-    style.isCompact = options.interval != 0;
+    style.isCompact = IsRepeated(options);
     style.width = TerminalWidth(file);
     return style;
 }
@@ -117,7 +122,11 @@ Wanted WantedOf(const Options& options, const Library& library) {
         wanted = wanted | names;
         Session session(library, ScopeOf(names));
         const Host host = ReadWithProgress(session, names);
-        for (const Port* port : PortsOf({host, options.names})) {
+        Request request{host, options.names};
+        if (options.command->repeats == Repeats::FRAMES) { // what follows the port needn't be a name of this host
+            request.names.resize(1);
+        }
+        for (const Port* port : PortsOf(request)) {
             wanted.ports.insert(port->portName);
         }
     }
@@ -174,9 +183,11 @@ public:
                     }
                 }
                 const double seconds = std::chrono::duration<double>(now - last).count();
-                Show({host, mOptions.names, before ? &*before : nullptr, seconds});
+                constexpr double USUAL_INTERVAL = 1;
+                Show({host, mOptions.names, before ? &*before : nullptr, seconds, &session, &host.messages,
+                      mOptions.interval != 0 ? mOptions.interval : USUAL_INTERVAL, mOptions.count});
                 isComplete = isComplete && host.messages.empty();
-                if (mOptions.interval == 0 || reading == mOptions.count) {
+                if (!IsRepeated(mOptions) || reading == mOptions.count) {
                     break;
                 }
                 before = std::move(host);
@@ -234,7 +245,7 @@ void PrintSpecial(Special special) {
     nlohmann::ordered_json commandKinds = nlohmann::ordered_json::object();
     for (const CommandRow& command : Commands()) {
         Answer own;
-        all.push_back(command.run({nothing, {}}));
+        all.push_back(command.run(Request{nothing}));
         all.back().Fill(own);
         for (const Records* records : own.records) {
             commandKinds[command.name].push_back(records->Kind());

@@ -23,9 +23,13 @@ template <std::size_t Size> struct Literal {
 /// What a command works with.
 struct Request {
     const Host& host;
-    std::vector<std::string> names; ///< of objects; empty: all
-    const Host* before = nullptr;   ///< the same host some time ago, for what moved since
-    double seconds = 0;             ///< since then
+    std::vector<std::string> names = {};          ///< of objects; empty: all
+    const Host* before = nullptr;                 ///< the same host some time ago, for what moved since
+    double seconds = 0;                           ///< since then
+    Session* session = nullptr;                   ///< for commands that send frames
+    std::vector<std::string>* messages = nullptr; ///< what they have to tell, one line each
+    double interval = 0;                          ///< between frames, seconds
+    unsigned long count = 0;                      ///< of frames; 0: the usual number
 };
 
 /// The records that a command answers with. They refer to the host and to rows that they keep themselves.
@@ -69,6 +73,9 @@ private:
     std::vector<std::shared_ptr<void>> mKept;
 };
 
+/// What an interval and a count are of.
+enum class Repeats { NOTHING, READINGS, FRAMES };
+
 struct CommandRow {
     const char* name; ///< empty: what the program shows without a command
     const char* summary;
@@ -78,9 +85,9 @@ struct CommandRow {
     Wanted wantedInFull = {}; ///< what other formats have besides
     bool takesNames = false;
     bool needsNames = false;
-    bool isDetailed = false;  ///< shown by groups, a line for each value
-    bool hasInterval = false; ///< can be repeated
-    bool hasFar = false;      ///< can ask the far ends of links
+    bool isDetailed = false; ///< shown by groups, a line for each value
+    Repeats repeats = Repeats::NOTHING;
+    bool hasFar = false; ///< can ask the far ends of links
     Shown (*run)(const Request& request) = nullptr;
 };
 
@@ -123,6 +130,7 @@ Shown ShowOverview(const Request& request);
 Shown ShowTransceivers(const Request& request);
 Shown ShowCounters(const Request& request);
 Shown ShowPaths(const Request& request);
+Shown ShowPing(const Request& request);
 
 /// "ok", "warning", "alarm", "empty", "bad checksum"…: how a module does, in one word.
 std::string HealthOf(const Transceiver& transceiver);

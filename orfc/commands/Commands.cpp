@@ -49,6 +49,8 @@ constexpr const char* SHOW_EXAMPLES[] = {"orfc show host2", "orfc show 21:00:00:
 constexpr const char* TRANSCEIVER_EXAMPLES[] = {"orfc transceivers", "orfc transceivers host2 --far",
                                                 "orfc transceivers --sort receive_power_dbm -o csv"};
 constexpr const char* COUNTER_EXAMPLES[] = {"orfc counters host2", "orfc counters --interval 5 --count 12"};
+constexpr const char* PING_EXAMPLES[] = {"orfc ping host2", "orfc ping host2 50:06:0e:80:12:4a:7c:10 --count 100",
+                                         "orfc ping host2 --interval 0.1 -o json"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
 const Wanted TARGETS = {.targets = true, .luns = true};
@@ -123,7 +125,7 @@ const CommandRow COMMANDS[] = {
      .examples = COUNTER_EXAMPLES,
      .wanted = {.portDetails = true, .counters = true, .targets = true},
      .takesNames = true,
-     .hasInterval = true,
+     .repeats = Repeats::READINGS,
      .run = ShowCounters},
     {.name = "paths",
      .summary = "LUNs by worldwide id, with every path to each",
@@ -133,6 +135,17 @@ const CommandRow COMMANDS[] = {
      .wanted = PATHS,
      .takesNames = true,
      .run = ShowPaths},
+    {.name = "ping",
+     .summary = "echo frames to remote ports",
+     .description = "Sends echo frames (ELS ECHO) from the port that is named first to the remote ports that are named "
+                    "after it, or to all that it sees, and tells how many came back unchanged, and when. Needs the "
+                    "right to send frames.",
+     .examples = PING_EXAMPLES,
+     .wanted = PATHS,
+     .takesNames = true,
+     .needsNames = true,
+     .repeats = Repeats::FRAMES,
+     .run = ShowPing},
 };
 
 } // namespace

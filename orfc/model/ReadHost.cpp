@@ -13,7 +13,7 @@ namespace orfc {
 namespace {
 
 /// Statuses of functions that the driver, the firmware or the library doesn't have: nothing is wrong then.
-constexpr VX_UINT32 UNSUPPORTED[] = {118, 134};
+constexpr VX_UINT32 UNSUPPORTED[] = {NOT_SUPPORTED, 134};
 
 /// Text of a code, for the small tables of the records; empty for an unknown code.
 struct CodeName {
@@ -522,6 +522,28 @@ Host ReadHost(Session& session, const Wanted& wanted, const std::function<void(c
     Host host;
     Reader(session, wanted, onPort, host).Read();
     return host;
+}
+
+VX_PORT_HANDLE* FindPort(Session& session, Wwn portName) {
+    const VX_ADAPTER_LIST* const list = session->VEXAPI_GetAdapterList();
+    VX_PORT_HANDLE* handle = nullptr;
+    const auto look = [&](auto* header, auto visit) {
+        if (header != nullptr) {
+            Walk(header->pHead, visit);
+        }
+    };
+    look(list, [&](_vexapi_adapter_t& adapter) {
+        look(adapter.pPhyPortList, [&](_vexapi_phy_port_t& physical) {
+            look(physical.pProtocolList, [&](_vexapi_protocol_t& port) {
+                const bool isIt = WwnOf(port.WWPN) == portName && !NameOf(PROTOCOLS, port.ProtocolType).empty();
+                handle = isIt && handle == nullptr ? &port.PortHandle : handle;
+            });
+        });
+    });
+    if (handle == nullptr) {
+        throw Failure(WwnText(portName) + ": the port has gone");
+    }
+    return handle;
 }
 
 } // namespace orfc

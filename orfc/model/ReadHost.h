@@ -34,4 +34,10 @@ VEXAPI_EXT_SCOPE ScopeOf(const Wanted& wanted);
 /// `onPort(identifier)` is called before a port is read.
 Host ReadHost(Session& session, const Wanted& wanted, const std::function<void(const std::string&)>& onPort = {});
 
+/// Handle of the port with this name, for functions that take one. Throws `Failure` where it has gone.
+VX_PORT_HANDLE* FindPort(Session& session, Wwn portName);
+
+/// Status of functions that the driver doesn't have.
+inline constexpr VX_UINT32 NOT_SUPPORTED = 118;
+
 } // namespace orfc
