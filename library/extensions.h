@@ -38,11 +38,13 @@ enum VEXAPI_EXT_PARTS {
 typedef struct VEXAPI_EXT_SCOPE {
     VX_UINT32 Size;
     VX_UINT32 Parts;        ///< of `VEXAPI_EXT_PARTS`
-    VX_UINT8 PortName[8];   ///< details, targets and LUNs of this port only; all zero: of every port
+    VX_UINT8 PortName[8];   ///< adapter, details, targets and LUNs of this port only; all zero: of every port
     VX_UINT8 TargetName[8]; ///< details and LUNs of targets of this name only; all zero: of every target
+    VX_UINT8 HasLunNumber;  ///< 1: details of LUNs of the following number only
+    VX_UINT16 LunNumber;
 } VEXAPI_EXT_SCOPE;
 
-/// Limits what the next `VEXAPI_Initialize` reads; null ends the limit. Lists are as complete as without it, for the
+/// Limits what `VEXAPI_Initialize` reads from now on; null ends the limit. Lists are as complete as without it, for the
 /// parts and the port that are named; of everything else, records may be missing or zero.
 VX_UINT32 VEXAPI_ExtSetScope(const VEXAPI_EXT_SCOPE* scope);
 

@@ -7,6 +7,7 @@
 /// product data. Reads have no side effects; only one file is ever written.
 #pragma once
 
+#include "Scope.h"
 #include "Tree.h"
 #include "Values.h"
 
@@ -15,6 +16,7 @@ namespace host {
 template <class Record> struct Attribute {
     const char* path;                        ///< relative to the entry's folder
     const char* meaning;                     ///< for messages about malformed values
+    VX_UINT32 parts;                         ///< read for any of these parts
     bool (*take)(Text text, Record& record); ///< false: the text is malformed
 };
 
@@ -22,101 +24,108 @@ template <class Record> struct Attribute {
 
 /// class/fc_host/hostN
 inline constexpr Attribute<Port> HOST[] = {
-    {"port_name",         "WWPN",                  [](Text t, Port& p) { return TakeName(t, p.record.WWPN); }},
-    {"node_name",         "WWNN",                  [](Text t, Port& p) { return TakeName(t, p.record.WWNN); }},
-    {"port_id",           "port id",               [](Text t, Port& p) { return TakePortId(t, p.record.PortId); }},
-    {"port_state",        "state of the link",     [](Text t, Port& p) { return TakePortState(t, p.record.PortState); }},
-    {"port_type",         "topology",              [](Text t, Port& p) { return TakePortType(t, p.record); }},
-    {"speed",             "speed of the link",     [](Text t, Port& p) { return TakeSpeed(t, p.record.PortSpeed); }},
-    {"supported_speeds",  "speeds of the port",    [](Text t, Port& p) { return TakeSpeeds(t, p.record.SupportedSpeeds); }},
-    {"fabric_name",       "WWN of the fabric",     [](Text t, Port& p) { return TakeName(t, p.record.PrincipalFabricWWN); }},
-    {"driver_version",    "version of the driver", [](Text t, Port& p) { return TakeText(t, p.record.DriverVersion); }},
-    {"firmware_version",  "running firmware",      [](Text t, Port& p) { return TakeText(t, p.record.RunningFwVersion); }},
-    {"optionrom_version", "boot code in flash",    [](Text t, Port& p) { return TakeText(t, p.record.BiosVersion); }},
-    {"model",             "model of the adapter",  [](Text t, Port& p) { return TakeText(t, p.identity.model); }},
-    {"serial_number",     "its serial number",     [](Text t, Port& p) { return TakeText(t, p.identity.serialNumber); }},
-    {"manufacturer",      "its maker",             [](Text t, Port& p) { return TakeText(t, p.identity.manufacturer); }},
+    {"port_name",         "WWPN",                  PORTS,        [](Text t, Port& p) { return TakeName(t, p.record.WWPN); }},
+    {"node_name",         "WWNN",                  PORT_DETAILS, [](Text t, Port& p) { return TakeName(t, p.record.WWNN); }},
+    {"port_id",           "port id",               PORT_DETAILS, [](Text t, Port& p) { return TakePortId(t, p.record.PortId); }},
+    {"port_state",        "state of the link",     PORT_DETAILS, [](Text t, Port& p) { return TakePortState(t, p.record.PortState); }},
+    {"port_type",         "topology",              PORT_DETAILS, [](Text t, Port& p) { return TakePortType(t, p.record); }},
+    {"speed",             "speed of the link",     PORT_DETAILS, [](Text t, Port& p) { return TakeSpeed(t, p.record.PortSpeed); }},
+    {"supported_speeds",  "speeds of the port",    PORT_DETAILS, [](Text t, Port& p) { return TakeSpeeds(t, p.record.SupportedSpeeds); }},
+    {"fabric_name",       "WWN of the fabric",     PORT_DETAILS, [](Text t, Port& p) { return TakeName(t, p.record.PrincipalFabricWWN); }},
+    {"driver_version",    "version of the driver", PORT_DETAILS, [](Text t, Port& p) { return TakeText(t, p.record.DriverVersion); }},
+    {"firmware_version",  "running firmware",      PORT_DETAILS, [](Text t, Port& p) { return TakeText(t, p.record.RunningFwVersion); }},
+    {"optionrom_version", "boot code in flash",    PORT_DETAILS, [](Text t, Port& p) { return TakeText(t, p.record.BiosVersion); }},
+};
+
+/// The same folder: names of the adapter, until one of its ports has told each.
+inline constexpr Attribute<Identity> IDENTITY[] = {
+    {"model",         "model of the adapter", ADAPTERS, [](Text t, auto& i) { return TakeText(t, i.model); }},
+    {"serial_number", "its serial number",    ADAPTERS, [](Text t, auto& i) { return TakeText(t, i.serialNumber); }},
+    {"manufacturer",  "its maker",            ADAPTERS, [](Text t, auto& i) { return TakeText(t, i.manufacturer); }},
 };
 
 /// class/fc_host/hostN/statistics: all ones if the driver doesn't count.
 inline constexpr Attribute<_vexapi_protocol_t> HOST_STATISTICS[] = {
-    {"fcp_input_requests",          "reads",                       [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
-    {"fcp_output_requests",         "writes",                      [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
-    {"fcp_control_requests",        "other requests",              [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
-    {"fcp_input_megabytes",         "megabytes read",              [](Text t, auto& r) { return AddNumber(t, r.MegaBytesCount); }},
-    {"fcp_output_megabytes",        "megabytes written",           [](Text t, auto& r) { return AddNumber(t, r.MegaBytesCount); }},
-    {"lip_count",                   "loop initializations",        [](Text t, auto& r) { return TakeNumber(t, r.LipResetCount); }},
-    {"link_failure_count",          "link failures",               [](Text t, auto& r) { return TakeNumber(t, r.LinkFailureCount); }},
-    {"loss_of_sync_count",          "losses of synchronization",   [](Text t, auto& r) { return TakeNumber(t, r.LossOfSyncCount); }},
-    {"loss_of_signal_count",        "losses of signal",            [](Text t, auto& r) { return TakeNumber(t, r.LossOfSignalCount); }},
-    {"prim_seq_protocol_err_count", "primitive sequence errors",   [](Text t, auto& r) { return TakeNumber(t, r.PrimitiveSeqProtocolErrorCount); }},
-    {"invalid_tx_word_count",       "invalid transmission words",  [](Text t, auto& r) { return TakeNumber(t, r.InvalidTxWordCount); }},
-    {"invalid_crc_count",           "frames with an invalid CRC",  [](Text t, auto& r) { return TakeNumber(t, r.InvalidCrcCount); }},
+    {"fcp_input_requests",          "reads",                       PORT_COUNTERS, [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
+    {"fcp_output_requests",         "writes",                      PORT_COUNTERS, [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
+    {"fcp_control_requests",        "other requests",              PORT_COUNTERS, [](Text t, auto& r) { return AddNumber(t, r.IoCount); }},
+    {"fcp_input_megabytes",         "megabytes read",              PORT_COUNTERS, [](Text t, auto& r) { return AddNumber(t, r.MegaBytesCount); }},
+    {"fcp_output_megabytes",        "megabytes written",           PORT_COUNTERS, [](Text t, auto& r) { return AddNumber(t, r.MegaBytesCount); }},
+    {"lip_count",                   "loop initializations",        PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.LipResetCount); }},
+    {"link_failure_count",          "link failures",               PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.LinkFailureCount); }},
+    {"loss_of_sync_count",          "losses of synchronization",   PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.LossOfSyncCount); }},
+    {"loss_of_signal_count",        "losses of signal",            PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.LossOfSignalCount); }},
+    {"prim_seq_protocol_err_count", "primitive sequence errors",   PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.PrimitiveSeqProtocolErrorCount); }},
+    {"invalid_tx_word_count",       "invalid transmission words",  PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.InvalidTxWordCount); }},
+    {"invalid_crc_count",           "frames with an invalid CRC",  PORT_COUNTERS, [](Text t, auto& r) { return TakeNumber(t, r.InvalidCrcCount); }},
 };
 /// Written, not read: "1" clears the port's counters.
 inline constexpr char RESET_STATISTICS[] = "reset_statistics";
 
 /// The folder of a PCI function.
 inline constexpr Attribute<PciFunction> PCI[] = {
-    {"vendor",             "vendor id",             [](Text t, auto& f) { return TakeNumber(t, f.chip.VendorId); }},
-    {"device",             "device id",             [](Text t, auto& f) { return TakeNumber(t, f.chip.DeviceId); }},
-    {"subsystem_vendor",   "vendor id of the card", [](Text t, auto& f) { return TakeNumber(t, f.chip.SubVendorId); }},
-    {"subsystem_device",   "device id of the card", [](Text t, auto& f) { return TakeNumber(t, f.chip.SubDeviceId); }},
-    {"class",              "kind of device",        [](Text t, auto& f) { return TakeNumber(t, f.classCode); }},
-    {"revision",           "revision of the chip",  [](Text t, auto& f) { return TakeNumber(t, f.revision); }},
-    {"max_link_speed",     "fastest PCI link",      [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciMaxLink); }},
-    {"max_link_width",     "widest PCI link",       [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciMaxLink); }},
-    {"current_link_speed", "speed of the PCI link", [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciNegotiatedLink); }},
-    {"current_link_width", "width of the PCI link", [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciNegotiatedLink); }},
+    {"vendor",             "vendor id",             ADAPTERS | PORT_DETAILS, [](Text t, auto& f) { return TakeNumber(t, f.chip.VendorId); }},
+    {"device",             "device id",             ADAPTERS | PORT_DETAILS, [](Text t, auto& f) { return TakeNumber(t, f.chip.DeviceId); }},
+    {"subsystem_vendor",   "vendor id of the card", ADAPTERS | PORT_DETAILS, [](Text t, auto& f) { return TakeNumber(t, f.chip.SubVendorId); }},
+    {"subsystem_device",   "device id of the card", ADAPTERS | PORT_DETAILS, [](Text t, auto& f) { return TakeNumber(t, f.chip.SubDeviceId); }},
+    {"revision",           "revision of the chip",  ADAPTERS,                [](Text t, auto& f) { return TakeNumber(t, f.revision); }},
+    {"max_link_speed",     "fastest PCI link",      PORT_DETAILS,            [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciMaxLink); }},
+    {"max_link_width",     "widest PCI link",       PORT_DETAILS,            [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciMaxLink); }},
+    {"current_link_speed", "speed of the PCI link", PORT_DETAILS,            [](Text t, auto& f) { return TakeLinkSpeed(t, f.chip.PciNegotiatedLink); }},
+    {"current_link_width", "width of the PCI link", PORT_DETAILS,            [](Text t, auto& f) { return TakeLinkWidth(t, f.chip.PciNegotiatedLink); }},
 };
+/// Only of an FCoE adapter.
+inline constexpr Attribute<PciFunction> PCI_CLASS{"class", "kind of device", ADAPTERS, [](Text t, auto& f) { return TakeNumber(t, f.classCode); }};
 /// Vital product data. Cards may be slow to return it, so it is only read on request and for the names of an adapter
 /// that the transport class lacks.
 inline constexpr char VITAL_PRODUCT_DATA[] = "vpd";
 
 /// class/fc_remote_ports/rport-H:C-N; only the roles are read if it isn't a target.
-inline constexpr Attribute<Target> ROLES{"roles", "roles", [](Text t, Target& r) { return TakeText(t, r.roles); }};
+inline constexpr Attribute<Target> ROLES{"roles", "roles", TARGETS, [](Text t, Target& r) { return TakeText(t, r.roles); }};
 inline constexpr Attribute<Target> REMOTE_PORT[] = {
-    {"port_name",      "WWPN",                       [](Text t, auto& r) { return TakeName(t, r.record.PortName); }},
-    {"node_name",      "WWNN",                       [](Text t, auto& r) { return TakeName(t, r.record.NodeName); }},
-    {"port_id",        "port id",                    [](Text t, auto& r) { return TakePortId(t, r.record.PortId); }},
-    {"port_state",     "state",                      [](Text t, auto& r) { return TakeTargetState(t, r.record.TargetFlags); }},
-    {"scsi_target_id", "number of the SCSI target",  [](Text t, auto& r) { return TakeNumber(t, r.record.TargetNumber); }},
+    {"port_name",      "WWPN",                       TARGETS,        [](Text t, auto& r) { return TakeName(t, r.record.PortName); }},
+    {"node_name",      "WWNN",                       TARGET_DETAILS, [](Text t, auto& r) { return TakeName(t, r.record.NodeName); }},
+    {"port_id",        "port id",                    TARGET_DETAILS, [](Text t, auto& r) { return TakePortId(t, r.record.PortId); }},
+    {"port_state",     "state",                      TARGET_DETAILS, [](Text t, auto& r) { return TakeTargetState(t, r.record.TargetFlags); }},
+    {"scsi_target_id", "number of the SCSI target",  TARGETS,        [](Text t, auto& r) { return TakeNumber(t, r.record.TargetNumber); }},
 };
 
 /// bus/scsi/devices/H:C:T:L
-inline constexpr Attribute<Lun> INQUIRY{"inquiry", "standard inquiry data", TakeInquiry};
+inline constexpr Attribute<Lun> INQUIRY{"inquiry", "standard inquiry data", TARGET_DETAILS | LUN_DETAILS, TakeInquiry};
 /// The same as texts, used if that is missing.
 inline constexpr Attribute<Lun> INQUIRY_TEXTS[] = {
-    {"type",   "peripheral device type", [](Text t, auto& l) { return TakeNumber(t, l.deviceType); }},
-    {"vendor", "vendor",                 [](Text t, auto& l) { return TakePadded(t, l.record.VendorId); }},
-    {"model",  "product",                [](Text t, auto& l) { return TakePadded(t, l.record.ProductId); }},
-    {"rev",    "revision",               [](Text t, auto& l) { return TakePadded(t, l.record.ProductRevision); }},
+    {"type",   "peripheral device type", TARGET_DETAILS | LUN_DETAILS, [](Text t, auto& l) { return TakeNumber(t, l.deviceType); }},
+    {"vendor", "vendor",                 TARGET_DETAILS | LUN_DETAILS, [](Text t, auto& l) { return TakePadded(t, l.record.VendorId); }},
+    {"model",  "product",                TARGET_DETAILS | LUN_DETAILS, [](Text t, auto& l) { return TakePadded(t, l.record.ProductId); }},
+    {"rev",    "revision",               TARGET_DETAILS | LUN_DETAILS, [](Text t, auto& l) { return TakePadded(t, l.record.ProductRevision); }},
 };
-inline constexpr Attribute<Lun> DESIGNATORS{"vpd_pg83", "worldwide ids", [](Text t, auto& l) { return TakeDesignators(t, l.record); }};
+inline constexpr Attribute<Lun> DESIGNATORS{"vpd_pg83", "worldwide ids", LUN_DETAILS, [](Text t, auto& l) { return TakeDesignators(t, l.record); }};
 /// The same as a text, used if that is missing and for namespaces.
-inline constexpr Attribute<Lun> WORLDWIDE_ID{"wwid", "worldwide id", [](Text t, auto& l) { return TakeWorldwideId(t, l.record); }};
+inline constexpr Attribute<Lun> WORLDWIDE_ID{"wwid", "worldwide id", LUN_DETAILS, [](Text t, auto& l) { return TakeWorldwideId(t, l.record); }};
 
 /// The block device of a LUN or a namespace.
 inline constexpr Attribute<Lun> BLOCK_DEVICE[] = {
-    {"size",                     "size in units of 512 bytes",  [](Text t, auto& l) { return TakeNumber(t, l.record.BlockCount); }},
-    {"queue/logical_block_size", "bytes in a block",            [](Text t, auto& l) { return TakeNumber(t, l.record.BlockSize); }},
+    {"size",                     "size in units of 512 bytes",  LUN_DETAILS, [](Text t, auto& l) { return TakeNumber(t, l.record.BlockCount); }},
+    {"queue/logical_block_size", "bytes in a block",            LUN_DETAILS, [](Text t, auto& l) { return TakeNumber(t, l.record.BlockSize); }},
 };
 /// Only of a namespace.
-inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", [](Text t, auto& l) { return TakeNumber(t, l.namespaceNumber); }};
+inline constexpr Attribute<Lun> NAMESPACE_NUMBER{"nsid", "namespace number", LUNS, [](Text t, auto& l) { return TakeNumber(t, l.namespaceNumber); }};
 
 /// class/nvme/nvmeN; only the transport is read if it isn't Fibre Channel.
-inline constexpr Attribute<Controller> TRANSPORT{"transport", "transport", [](Text t, auto& c) { return TakeText(t, c.transport); }};
+inline constexpr Attribute<Controller> TRANSPORT{"transport", "transport", PORT_DETAILS | TARGETS, [](Text t, auto& c) { return TakeText(t, c.transport); }};
+inline constexpr Attribute<Controller> ENDS[] = {
+    {"address",   "names of both ports", PORT_DETAILS | TARGETS, TakeAddress},
+    {"cntrltype", "kind of controller",  PORT_DETAILS | TARGETS, [](Text t, auto& c) { return TakeText(t, c.kind); }},
+};
 inline constexpr Attribute<Controller> CONTROLLER[] = {
-    {"address",      "names of both ports",     TakeAddress},
-    {"cntrltype",    "kind of controller",      [](Text t, auto& c) { return TakeText(t, c.kind); }},
-    {"state",        "state",                   [](Text t, auto& c) { return TakeText(t, c.state); }},
-    {"subsysnqn",    "NQN of the subsystem",    [](Text t, auto& c) { return TakeText(t, c.target.StorageNqn); }},
-    {"cntlid",       "controller number",       [](Text t, auto& c) { return TakeNumber(t, c.target.StorageControllerId); }},
-    {"model",        "model",                   [](Text t, auto& c) { return TakePadded(t, c.target.ProductId); }},
-    {"serial",       "serial number",           [](Text t, auto& c) { return TakePadded(t, c.target.SerialNumber); }},
-    {"firmware_rev", "firmware",                [](Text t, auto& c) { return TakePadded(t, c.target.NvmeRevision); }},
-    {"hostnqn",      "NQN of this host",        [](Text t, auto& c) { return TakeText(t, c.hostNqn); }},
-    {"hostid",       "UUID of this host",       [](Text t, auto& c) { return TakeUuid(t, c.hostId); }},
+    {"state",        "state",                   TARGET_DETAILS,               [](Text t, auto& c) { return TakeText(t, c.state); }},
+    {"subsysnqn",    "NQN of the subsystem",    TARGETS,                      [](Text t, auto& c) { return TakeText(t, c.target.StorageNqn); }},
+    {"cntlid",       "controller number",       TARGET_DETAILS,               [](Text t, auto& c) { return TakeNumber(t, c.target.StorageControllerId); }},
+    {"model",        "model",                   TARGET_DETAILS | LUN_DETAILS, [](Text t, auto& c) { return TakePadded(t, c.target.ProductId); }},
+    {"serial",       "serial number",           TARGET_DETAILS,               [](Text t, auto& c) { return TakePadded(t, c.target.SerialNumber); }},
+    {"firmware_rev", "firmware",                TARGET_DETAILS | LUN_DETAILS, [](Text t, auto& c) { return TakePadded(t, c.target.NvmeRevision); }},
+    {"hostnqn",      "NQN of this host",        PORT_DETAILS,                 [](Text t, auto& c) { return TakeText(t, c.hostNqn); }},
+    {"hostid",       "UUID of this host",       PORT_DETAILS,                 [](Text t, auto& c) { return TakeUuid(t, c.hostId); }},
 };
 
 /// statistics/ of a port or a remote port: counters of fabric notifications. Kernels without them have no congestion

@@ -1,6 +1,7 @@
 /// @file
 /// Functions other than the tree: vital product data, counters and their reset.
 #include "Attributes.h"
+#include "Messages.h"
 #include "Session.h"
 
 #include <cerrno>

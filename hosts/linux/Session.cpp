@@ -19,11 +19,11 @@ host::Tree* host::GetTree() {
     return Current().get();
 }
 
-/// Reads everything at once: messages printed here don't end up in the tool's documents.
+/// Reads at once what the scope asks for: messages printed here don't end up in the tool's documents.
 VX_UINT32 VEXAPI_Initialize(VX_UINT32 /*debugLevel*/, VX_UINT32 /*reserved*/) {
     const char* const root = std::getenv("VEXAPI_SYSFS_ROOT");
     const std::string folder = root == nullptr ? "" : root;
-    Current() = std::make_unique<host::Tree>(folder);
+    Current() = std::make_unique<host::Tree>(folder, host::NextScope());
     if (!Current()->IsValid()) {
         std::fprintf(stderr, "vexapi linux: %s/sys/class can't be read: no sysfs there\n", folder.c_str());
         return host::NOT_READABLE;

@@ -3,6 +3,7 @@
 /// dangle and reads fail.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,22 +16,24 @@ struct Reading {
     std::string_view bytes;
 };
 
-/// An open folder in a tree. All paths are relative to it. A folder that can't be opened behaves as an empty one.
+/// A folder in a tree, opened when it is first needed. All paths are relative to it. A folder that can't be opened
+/// behaves as an empty one.
 class Folder {
 public:
     /// The root of a tree. An empty path is the root of this machine. Links can't leave any other tree: its root is the
     /// root of absolute links and its own parent.
     explicit Folder(const std::string& path);
-    /// A folder in the tree of `parent`. The root's object must outlive it.
+    /// A folder in the tree of `parent`, whose object must outlive it.
     Folder(const Folder& parent, const char* path);
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
     ~Folder();
 
-    bool IsOpen() const { return mDescriptor >= 0; }
+    /// False if it can't be opened.
+    bool Exists() const { return Descriptor() >= 0; }
 
-    /// The names in it, unsorted, except those that begin with a dot.
-    std::vector<std::string> Names() const;
+    /// The names in a folder, unsorted, except those that begin with a dot. None if it can't be read.
+    std::vector<std::string> Names(const char* path = ".") const;
 
     /// The target of a link, unresolved; empty if it isn't a link.
     std::string Link(const char* path) const;
@@ -48,10 +51,13 @@ public:
 
 private:
     int Open(const char* path, int flags) const;
+    int Descriptor() const;
 
-    int mDescriptor = -1;
-    int mRoot = -1;    ///< of the tree; -1: the root of this machine
-    std::string mPath; ///< relative to `mRoot`, with a trailing slash
+    const Folder* mParent = nullptr; ///< null for the root
+    std::string mName;               ///< in it
+    std::string mPath;               ///< relative to `mRoot`, with a trailing slash
+    int mRoot = -1;                  ///< of the tree; -1: the root of this machine
+    mutable std::optional<int> mDescriptor; ///< -1: failed to open
 };
 
 } // namespace host

@@ -1,6 +1,7 @@
 #include "Tree.h"
 
 #include "Attributes.h"
+#include "Messages.h"
 
 #include <algorithm>
 #include <array>
@@ -51,15 +52,17 @@ std::optional<std::array<std::uint64_t, count>> NumbersIn(std::string_view name,
     return at == name.end() ? std::optional(numbers) : std::nullopt;
 }
 
-/// The names in a folder that match a pattern, by their numbers.
+/// The names in a folder that match a pattern, sorted by their numbers.
 template <std::size_t count>
-std::map<std::array<std::uint64_t, count>, std::string> Numbered(const Folder& folder, std::string_view pattern) {
-    std::map<std::array<std::uint64_t, count>, std::string> found;
-    for (std::string& name : folder.Names()) {
+std::vector<std::pair<std::array<std::uint64_t, count>, std::string>>
+Numbered(const Folder& folder, std::string_view pattern, const char* path = ".") {
+    std::vector<std::pair<std::array<std::uint64_t, count>, std::string>> found;
+    for (std::string& name : folder.Names(path)) {
         if (const auto numbers = NumbersIn<count>(name, pattern)) {
-            found.emplace(*numbers, std::move(name));
+            found.emplace_back(*numbers, std::move(name));
         }
     }
+    std::sort(found.begin(), found.end());
     return found;
 }
 
@@ -92,11 +95,14 @@ bool Take(const Folder& folder, const std::string& entry, const Attribute<Record
     return true;
 }
 
+/// Reads the attributes of an entry that any of these parts needs.
 template <class Record, std::size_t count>
 void TakeAll(const Folder& folder, const std::string& entry, const Attribute<Record> (&attributes)[count],
-             Record& record) {
+             VX_UINT32 parts, Record& record) {
     for (const Attribute<Record>& attribute : attributes) {
-        Take(folder, entry, attribute, record);
+        if ((attribute.parts & parts) != 0) {
+            Take(folder, entry, attribute, record);
+        }
     }
 }
 
@@ -140,6 +146,10 @@ std::string TextOf(Text text) {
     return value;
 }
 
+bool IsComplete(const Identity& identity) {
+    return !identity.model.empty() && !identity.serialNumber.empty() && !identity.manufacturer.empty();
+}
+
 /// Fills in missing texts.
 void Complete(Identity& identity, const Identity& other) {
     for (std::string Identity::*const text : {&Identity::model, &Identity::serialNumber, &Identity::manufacturer}) {
@@ -170,7 +180,7 @@ std::optional<std::array<std::uint64_t, 3>> ScsiTarget(const Folder& remotePorts
         return std::array{(*numbers)[0], (*numbers)[1], std::uint64_t{target.record.TargetNumber}};
     }
     // The attribute may be unreadable; the remote port's device folder contains the SCSI target.
-    const auto found = Numbered<3>(Folder(remotePorts, (target.name + "/device").c_str()), "target#:#:#");
+    const auto found = Numbered<3>(remotePorts, "target#:#:#", (target.name + "/device").c_str());
     return found.empty() ? std::nullopt : std::optional(found.begin()->first);
 }
 
@@ -178,29 +188,78 @@ template <std::size_t size> bool IsZero(const VX_UINT8 (&bytes)[size]) {
     return std::all_of(bytes, bytes + size, [](VX_UINT8 byte) { return byte == 0; });
 }
 
+void TakeIdentity(const Identity& identity, _vexapi_adapter_t& record) {
+    TakeText(identity.model, record.Model);
+    TakeText(identity.serialNumber, record.SerialNumber);
+    TakeText(identity.manufacturer, record.Manufacturer);
+}
+
+void TakeChip(const Port& port, _vexapi_adapter_t& record) {
+    record.AdapterType = !port.isFcoe                        ? FIBRE_CHANNEL_ADAPTER
+                         : port.pci.classCode >> 8 == 0x0200 ? ETHERNET_ADAPTER
+                                                             : 0;
+    record.VendorId = port.pci.chip.VendorId;
+    record.SubVendorId = port.pci.chip.SubVendorId;
+    record.SubDeviceId = port.pci.chip.SubDeviceId;
+    record.PciBusNumber = port.record.PciBusNumber;
+    record.ChipRevision = port.pci.revision;
+}
+
 /// Reads the size of a LUN and converts it to the LUN's blocks.
 void TakeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
-    TakeAll(classes, "block/" + blockDevice, BLOCK_DEVICE, lun);
+    TakeAll(classes, "block/" + blockDevice, BLOCK_DEVICE, LUN_DETAILS, lun);
     if (lun.record.BlockSize < SECTOR) {
         lun.record.BlockSize = SECTOR;
     }
     lun.record.BlockCount /= lun.record.BlockSize / SECTOR;
 }
 
-} // namespace
-
-void Tell(const std::string& what, const std::string& why) {
-    std::printf("vexapi linux: %s: %s\n", what.c_str(), why.c_str());
+/// The block devices of NVMe controllers, or all others.
+BlockDevices ReadBlockDevices(const Folder& classes, bool ofControllers) {
+    BlockDevices devices;
+    const Folder blocks(classes, "block");
+    for (const std::string& name : blocks.Names()) {
+        if (name.starts_with("nvme") != ofControllers) {
+            continue;
+        }
+        std::vector<std::string> parts = Split(blocks.Link(name.c_str()));
+        if (parts.size() < 3) {
+            continue;
+        }
+        parts.pop_back();
+        if (parts.back() == "block") {
+            parts.pop_back();
+        }
+        devices.emplace(parts.back(), name);
+    }
+    return devices;
 }
 
-Tree::Tree(const std::string& root)
-    : mRoot(root), mSystem(mRoot, "sys"), mClasses(mSystem, "class"), mHosts(mClasses, "fc_host"),
+/// Links the records into a list and returns its head.
+template <class Records, class Project> auto Chain(Records& records, Project project) {
+    decltype(&project(records.front())) next = nullptr;
+    for (auto record = records.rbegin(); record != records.rend(); ++record) {
+        project(*record).pNext = next;
+        next = &project(*record);
+    }
+    return next;
+}
+
+} // namespace
+
+Tree::Tree(const std::string& root, const Scope& scope)
+    : mScope(scope), mRoot(root), mSystem(mRoot, "sys"), mClasses(mSystem, "class"), mHosts(mClasses, "fc_host"),
       mRemotePorts(mClasses, "fc_remote_ports") {
     ReadPorts();
+    JoinPorts();
+    for (Port& port : mPorts) {
+        ReadPortDetails(port);
+    }
+    NameAdapters();
     ReadRemotePorts();
     ReadLuns();
     ReadControllers();
-    Join();
+    LinkRecords();
 }
 
 Port* Tree::FindPort(VX_UINT32 word) {
@@ -227,25 +286,15 @@ void Tree::ReadPorts() {
         port.number = static_cast<unsigned>(numbers[0]);
         port.name = name;
         Place(mHosts.Link(name.c_str()), port);
+        TakeAll(mHosts, name, HOST, PORTS, port);
         _vexapi_protocol_t& record = port.record;
-        TakeAll(mHosts, name, HOST, port);
         if (IsZero(record.WWPN)) {
             Tell("fc_host/" + name, "left out, since it has no port name");
             continue;
         }
-        ReadCounters(port);
-        if (mHosts.Has((name + "/statistics/" + NOTIFICATIONS).c_str())) {
-            record.FeatureFlags |= CONGESTION_PHASE_2;
-        }
-        if (!port.pci.path.empty()) {
-            TakeAll(mHosts, port.pci.path, PCI, port.pci);
-        }
-        record.ChipProperty = port.pci.chip;
+        port.isNamed = Names(mScope.port, NameNumber(record.WWPN));
         record.ProtocolType = port.isFcoe ? 1 : 0;
         record.ScmCongState = UNKNOWN_STATE;
-        if (record.PortState == OFFLINE) {
-            record.PortSpeed = 0; // the kernel still shows the last one, or the fastest
-        }
         const VX_UINT32 word = port.number;
         std::memcpy(record.PortHandle.opaque, HANDLE_TAG, sizeof HANDLE_TAG);
         std::memcpy(record.PortHandle.opaque + sizeof HANDLE_TAG, &word, sizeof word);
@@ -253,17 +302,90 @@ void Tree::ReadPorts() {
     }
 }
 
+/// Makes the adapters of the ports.
+void Tree::JoinPorts() {
+    for (Port& port : mPorts) {
+        auto adapter = std::find_if(mAdapters.begin(), mAdapters.end(),
+                                    [&](const Adapter& known) { return known.first->owner == port.owner; });
+        if (adapter == mAdapters.end()) {
+            adapter = mAdapters.emplace(mAdapters.end());
+            adapter->first = &port;
+        }
+        adapter->isNamed = adapter->isNamed || port.isNamed;
+        port.adapter = &*adapter;
+        // Virtual ports follow their physical port.
+        auto physical = std::find_if(adapter->ports.begin(), adapter->ports.end(),
+                                     [&](const PhysicalPort& known) { return known.number == port.physicalNumber; });
+        if (physical == adapter->ports.end()) {
+            physical = adapter->ports.emplace(adapter->ports.end());
+            physical->number = port.physicalNumber;
+            physical->record.PortNumber = static_cast<VX_UINT8>(adapter->ports.size());
+            physical->record.pProtocolList = &physical->protocols;
+        }
+        _vexapi_protocol_t** end = &physical->protocols.pHead;
+        while (*end != nullptr) {
+            end = &(*end)->pNext;
+        }
+        *end = &port.record;
+        ++physical->protocols.Count;
+    }
+}
+
+/// Reads the rest of a port, and what it says of its adapter.
+void Tree::ReadPortDetails(Port& port) {
+    Adapter& adapter = *port.adapter;
+    _vexapi_protocol_t& record = port.record;
+    const VX_UINT32 adapterParts = adapter.isNamed ? mScope.Of(ADAPTERS) : 0;
+    const VX_UINT32 portParts = port.isNamed ? mScope.Of(PORT_DETAILS | PORT_COUNTERS) : 0;
+    if (!IsComplete(adapter.identity)) {
+        Identity identity;
+        TakeAll(mHosts, port.name, IDENTITY, adapterParts, identity);
+        Complete(adapter.identity, identity);
+    }
+    TakeAll(mHosts, port.name, HOST, portParts, port);
+    if (!port.pci.path.empty()) {
+        const VX_UINT32 chipParts = adapter.first == &port ? adapterParts : 0;
+        TakeAll(mHosts, port.pci.path, PCI, portParts | chipParts, port.pci);
+        if (port.isFcoe && chipParts != 0) {
+            Take(mHosts, port.pci.path, PCI_CLASS, port.pci);
+        }
+    }
+    record.ChipProperty = port.pci.chip;
+    if (record.PortState == OFFLINE) {
+        record.PortSpeed = 0; // the kernel still shows the last one, or the fastest
+    }
+    if ((portParts & PORT_DETAILS) != 0 && mHosts.Has((port.name + "/statistics/" + NOTIFICATIONS).c_str())) {
+        record.FeatureFlags |= CONGESTION_PHASE_2;
+    }
+    if ((portParts & PORT_COUNTERS) != 0) {
+        ReadCounters(port);
+    }
+}
+
 void Tree::ReadCounters(Port& port) {
     port.record.IoCount = 0; // summed up from several files
     port.record.MegaBytesCount = 0;
-    TakeAll(mHosts, port.name + "/statistics", HOST_STATISTICS, port.record);
+    TakeAll(mHosts, port.name + "/statistics", HOST_STATISTICS, PORT_COUNTERS, port.record);
+}
+
+void Tree::NameAdapters() {
+    for (Adapter& adapter : mAdapters) {
+        TakeChip(*adapter.first, adapter.record);
+        if (adapter.isNamed && mScope.Of(ADAPTERS) != 0) {
+            TakeIdentityFromCard(mHosts, adapter.first->pci, adapter.identity);
+            TakeIdentity(adapter.identity, adapter.record);
+        }
+    }
 }
 
 void Tree::ReadRemotePorts() {
+    if (mScope.Of(TARGETS) == 0) {
+        return;
+    }
     for (const auto& [numbers, name] : Numbered<3>(mRemotePorts, "rport-#:#-#")) {
         Port* const owner = numbers[0] > MAX_HOST ? nullptr : FindPort(static_cast<VX_UINT32>(numbers[0]));
         Target target;
-        if (owner == nullptr) {
+        if (owner == nullptr || !owner->isNamed) {
             continue;
         }
         if (!Take(mRemotePorts, name, ROLES, target)) {
@@ -280,32 +402,30 @@ void Tree::ReadRemotePorts() {
         record.TargetFlags[5] = isFcp ? 0 : NVME_TARGET;
         record.ScmCongState = UNKNOWN_STATE;
         target.name = name;
-        TakeAll(mRemotePorts, name, REMOTE_PORT, target);
+        TakeAll(mRemotePorts, name, REMOTE_PORT, TARGETS, target);
         if (IsZero(record.PortName)) {
             Tell("fc_remote_ports/" + name, "left out, since it has no port name");
             continue;
+        }
+        target.isNamed = Names(mScope.target, NameNumber(record.PortName));
+        if (target.isNamed) {
+            TakeAll(mRemotePorts, name, REMOTE_PORT, mScope.Of(TARGET_DETAILS), target);
         }
         owner->targets.push_back(std::move(target));
     }
 }
 
-/// Keys are the names of the parent folders, from the links.
-void Tree::ReadBlockDevices() {
-    if (!mBlockDevices.empty()) {
-        return; // already read
+/// For one target the folder of each LUN is listed; for more, the links of all block devices are read once.
+std::string Tree::BlockDeviceOf(const Folder& devices, const std::string& lun) {
+    if (mScope.target) {
+        const std::vector<std::string> names = devices.Names((lun + "/block").c_str());
+        return names.empty() ? std::string() : names.front();
     }
-    const Folder blocks(mClasses, "block");
-    for (const std::string& name : blocks.Names()) {
-        std::vector<std::string> parts = Split(blocks.Link(name.c_str()));
-        if (parts.size() < 3) {
-            continue;
-        }
-        parts.pop_back();
-        if (parts.back() == "block") {
-            parts.pop_back();
-        }
-        mBlockDevices.emplace(parts.back(), name);
+    if (!mDisks) {
+        mDisks = ReadBlockDevices(mClasses, false);
     }
+    const auto found = mDisks->find(lun);
+    return found == mDisks->end() ? std::string() : found->second;
 }
 
 void Tree::ReadLuns() {
@@ -313,7 +433,8 @@ void Tree::ReadLuns() {
     std::map<std::array<std::uint64_t, 3>, Target*> targets;
     for (Port& port : mPorts) {
         for (Target& target : port.targets) {
-            if ((target.record.TargetFlags[5] & NVME_TARGET) != 0) {
+            if (!target.isNamed || mScope.Of(TARGET_DETAILS | LUNS) == 0 ||
+                (target.record.TargetFlags[5] & NVME_TARGET) != 0) {
                 continue;
             }
             if (const auto numbers = ScsiTarget(mRemotePorts, target)) {
@@ -324,41 +445,50 @@ void Tree::ReadLuns() {
     if (targets.empty()) {
         return;
     }
-    ReadBlockDevices();
     const Folder devices(mSystem, "bus/scsi/devices");
-    for (const auto& [numbers, name] : Numbered<4>(devices, "#:#:#:#")) {
+    for (auto& [numbers, name] : Numbered<4>(devices, "#:#:#:#")) {
         const auto owner = targets.find({numbers[0], numbers[1], numbers[2]});
         if (owner == targets.end()) {
             continue;
         }
-        Lun lun;
+        Target& target = *owner->second;
+        const bool isFirst = target.luns.empty();
+        Lun& lun = target.luns.emplace_back();
+        lun.name = std::move(name);
         lun.deviceType = NO_DEVICE_TYPE;
         lun.record.LunNumber = static_cast<VX_UINT16>(numbers[3]); // the first level of the address
-        if (!Take(devices, name, INQUIRY, lun)) {
-            TakeAll(devices, name, INQUIRY_TEXTS, lun);
+        const VX_UINT32 details = Names(mScope.lun, lun.record.LunNumber) ? mScope.Of(LUN_DETAILS) : 0;
+        const VX_UINT32 parts = details | (isFirst ? mScope.Of(TARGET_DETAILS) : 0);
+        if (parts != 0 && !Take(devices, lun.name, INQUIRY, lun)) {
+            TakeAll(devices, lun.name, INQUIRY_TEXTS, parts, lun);
         }
-        if (!Take(devices, name, DESIGNATORS, lun)) {
-            Take(devices, name, WORLDWIDE_ID, lun);
-        }
-        if (const auto block = mBlockDevices.find(name); block != mBlockDevices.end()) {
-            TakeSize(mClasses, block->second, lun);
-        }
-        Target& target = *owner->second;
-        if (target.luns.empty()) { // the target takes its texts from the first LUN
+        if (isFirst) { // the target takes its texts from it
             std::copy_n(lun.record.VendorId, sizeof lun.record.VendorId, target.record.VendorId);
             std::copy_n(lun.record.ProductId, sizeof lun.record.ProductId, target.record.ProductId);
             std::copy_n(lun.record.ProductRevision, sizeof lun.record.ProductRevision, target.record.ProductRevision);
             target.record.DeviceType = lun.deviceType;
         }
-        target.luns.push_back(lun.record);
+        if (details == 0) {
+            continue;
+        }
+        if (!Take(devices, lun.name, DESIGNATORS, lun)) {
+            Take(devices, lun.name, WORLDWIDE_ID, lun);
+        }
+        if (const std::string disk = BlockDeviceOf(devices, lun.name); !disk.empty()) {
+            TakeSize(mClasses, disk, lun);
+        }
     }
 }
 
 /// Namespaces are sorted by number; those without one, or with one that doesn't fit the record, are left out.
 void Tree::ReadNamespaces(const std::string& controller, Target& target) {
-    const auto [begin, end] = mBlockDevices.equal_range(controller);
+    if (!mNamespaces) {
+        mNamespaces = ReadBlockDevices(mClasses, true);
+    }
+    const auto [begin, end] = mNamespaces->equal_range(controller);
     for (auto block = begin; block != end; ++block) {
         Lun lun;
+        lun.name = block->second;
         lun.record.LunFlags = NAMESPACE;
         const std::string entry = "block/" + block->second;
         Take(mClasses, entry, NAMESPACE_NUMBER, lun);
@@ -368,24 +498,24 @@ void Tree::ReadNamespaces(const std::string& controller, Target& target) {
             continue;
         }
         lun.record.LunNumber = static_cast<VX_UINT16>(lun.namespaceNumber);
-        Take(mClasses, entry, WORLDWIDE_ID, lun);
-        TakeSize(mClasses, block->second, lun);
+        if (mScope.Of(LUN_DETAILS) != 0 && Names(mScope.lun, lun.record.LunNumber)) {
+            Take(mClasses, entry, WORLDWIDE_ID, lun);
+            TakeSize(mClasses, lun.name, lun);
+        }
         std::copy_n(target.record.ProductId, sizeof lun.record.ProductId, lun.record.ProductId);
         std::copy_n(target.record.NvmeRevision, sizeof lun.record.NamespaceRevision, lun.record.NamespaceRevision);
-        target.luns.push_back(lun.record);
+        target.luns.push_back(std::move(lun));
     }
     std::sort(target.luns.begin(), target.luns.end(),
-              [](const auto& a, const auto& b) { return a.LunNumber < b.LunNumber; });
+              [](const Lun& a, const Lun& b) { return a.record.LunNumber < b.record.LunNumber; });
 }
 
 void Tree::ReadControllers() {
-    const Folder controllers(mClasses, "nvme");
-    const std::map<std::array<std::uint64_t, 1>, std::string> names = Numbered<1>(controllers, "nvme#");
-    if (names.empty()) {
+    if (mScope.Of(PORT_DETAILS | TARGETS) == 0) {
         return;
     }
-    ReadBlockDevices();
-    for (const auto& [numbers, name] : names) {
+    const Folder controllers(mClasses, "nvme");
+    for (const auto& [numbers, name] : Numbered<1>(controllers, "nvme#")) {
         Controller controller;
         if (!Take(controllers, name, TRANSPORT, controller)) {
             Tell("nvme/" + name, "left out, since it has no transport");
@@ -394,7 +524,7 @@ void Tree::ReadControllers() {
         if (controller.transport != "fc") {
             continue;
         }
-        TakeAll(controllers, name, CONTROLLER, controller);
+        TakeAll(controllers, name, ENDS, PORT_DETAILS | TARGETS, controller);
         if (controller.kind == "discovery") { // discovery controllers have no namespaces
             continue;
         }
@@ -405,9 +535,18 @@ void Tree::ReadControllers() {
             Tell("nvme/" + name, "left out, since no port of this host has it");
             continue;
         }
+        if (!owner->isNamed) {
+            continue;
+        }
+        const bool isNamed = Names(mScope.target, NameNumber(controller.target.PortName));
+        const VX_UINT32 parts = isNamed ? mScope.parts : mScope.Of(PORT_DETAILS | TARGETS);
+        TakeAll(controllers, name, CONTROLLER, parts, controller);
         if (owner->record.HostNQN[0] == '\0') {
             TakeText(controller.hostNqn, owner->record.HostNQN);
             std::copy_n(controller.hostId, sizeof controller.hostId, owner->record.HostId);
+        }
+        if (mScope.Of(TARGETS) == 0) {
+            continue;
         }
         // A remote port with the NVMe role already has a record, which the first controller takes.
         Target* target = nullptr;
@@ -429,80 +568,25 @@ void Tree::ReadControllers() {
             target = &owner->targets.emplace_back();
         }
         target->record = record;
-        ReadNamespaces(name, *target);
+        target->controller = name;
+        if (isNamed && mScope.Of(LUNS) != 0) {
+            ReadNamespaces(name, *target);
+        }
     }
 }
 
-namespace {
-
-/// Links the records into a list and returns its head.
-template <class Records, class Project> auto Chain(Records& records, Project project) {
-    decltype(&project(records.front())) next = nullptr;
-    for (auto record = records.rbegin(); record != records.rend(); ++record) {
-        project(*record).pNext = next;
-        next = &project(*record);
-    }
-    return next;
-}
-
-void TakeIdentity(const Identity& identity, _vexapi_adapter_t& record) {
-    TakeText(identity.model, record.Model);
-    TakeText(identity.serialNumber, record.SerialNumber);
-    TakeText(identity.manufacturer, record.Manufacturer);
-}
-
-void TakeChip(const Port& port, _vexapi_adapter_t& record) {
-    record.AdapterType = !port.isFcoe                        ? FIBRE_CHANNEL_ADAPTER
-                         : port.pci.classCode >> 8 == 0x0200 ? ETHERNET_ADAPTER
-                                                             : 0;
-    record.VendorId = port.pci.chip.VendorId;
-    record.SubVendorId = port.pci.chip.SubVendorId;
-    record.SubDeviceId = port.pci.chip.SubDeviceId;
-    record.PciBusNumber = port.record.PciBusNumber;
-    record.ChipRevision = port.pci.revision;
-}
-
-} // namespace
-
-void Tree::Join() {
+void Tree::LinkRecords() {
     for (Port& port : mPorts) {
         for (Target& target : port.targets) {
             target.record.LunCount = static_cast<VX_UINT32>(target.luns.size());
             target.record.pLunList = Chain(
-                target.luns, [](auto& lun) -> auto& { return lun; });
+                target.luns, [](Lun & lun) -> auto& { return lun.record; });
         }
         port.record.TargetCount = static_cast<VX_UINT32>(port.targets.size());
         port.record.pTargetList = Chain(
             port.targets, [](Target & target) -> auto& { return target.record; });
-
-        auto adapter = std::find_if(mAdapters.begin(), mAdapters.end(),
-                                    [&](const Adapter& known) { return known.owner == port.owner; });
-        if (adapter == mAdapters.end()) {
-            adapter = mAdapters.emplace(mAdapters.end());
-            adapter->owner = port.owner;
-            adapter->pci = port.pci;
-            TakeChip(port, adapter->record);
-        }
-        Complete(adapter->identity, port.identity);
-        // Virtual ports follow their physical port.
-        auto physical = std::find_if(adapter->ports.begin(), adapter->ports.end(),
-                                     [&](const PhysicalPort& known) { return known.number == port.physicalNumber; });
-        if (physical == adapter->ports.end()) {
-            physical = adapter->ports.emplace(adapter->ports.end());
-            physical->number = port.physicalNumber;
-            physical->record.PortNumber = static_cast<VX_UINT8>(adapter->ports.size());
-            physical->record.pProtocolList = &physical->protocols;
-        }
-        _vexapi_protocol_t** end = &physical->protocols.pHead;
-        while (*end != nullptr) {
-            end = &(*end)->pNext;
-        }
-        *end = &port.record;
-        ++physical->protocols.Count;
     }
     for (Adapter& adapter : mAdapters) {
-        TakeIdentityFromCard(mHosts, adapter.pci, adapter.identity);
-        TakeIdentity(adapter.identity, adapter.record);
         adapter.list.Count = static_cast<VX_UINT32>(adapter.ports.size());
         adapter.list.pHead = Chain(
             adapter.ports, [](PhysicalPort & port) -> auto& { return port.record; });

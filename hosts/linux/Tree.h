@@ -3,10 +3,12 @@
 #pragma once
 
 #include "Api.h"
+#include "Scope.h"
 #include "Sysfs.h"
 
 #include <deque>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,18 +29,20 @@ struct PciFunction {
     VX_UINT32 revision = 0;
 };
 
-/// A LUN that is being read.
 struct Lun {
     _tagVEXAPI_SDMLun record{};
+    std::string name; ///< in bus/scsi/devices/, or of a namespace in class/block/
     VX_UINT32 deviceType = 0;
     VX_UINT32 namespaceNumber = 0; ///< 0: none
 };
 
 struct Target {
     _tagVEXAPI_SDMTarget record{};
-    std::string name;  ///< in class/fc_remote_ports/; empty: only known as an NVMe controller
-    std::string roles; ///< as the kernel writes them
-    std::vector<_tagVEXAPI_SDMLun> luns;
+    std::string name;       ///< in class/fc_remote_ports/; empty: only known as an NVMe controller
+    std::string controller; ///< in class/nvme/; empty: none
+    std::string roles;      ///< as the kernel writes them
+    bool isNamed = true;    ///< by the scope
+    std::vector<Lun> luns;
 };
 
 /// An NVMe controller that is being read.
@@ -52,15 +56,18 @@ struct Controller {
     VX_UINT8 hostId[16] = {};
 };
 
+struct Adapter;
+
 struct Port {
     unsigned number = 0;         ///< the N of class/fc_host/hostN
     unsigned physicalNumber = 0; ///< of a virtual port's physical port; otherwise `number`
     std::string name;            ///< "hostN"
     std::string owner;           ///< path of its device; functions of a PCI device have the same owner
     bool isFcoe = false;
+    bool isNamed = true; ///< by the scope
     PciFunction pci;
-    Identity identity;
     _vexapi_protocol_t record{};
+    Adapter* adapter = nullptr;
     std::deque<Target> targets;
 };
 
@@ -71,22 +78,25 @@ struct PhysicalPort {
 };
 
 struct Adapter {
-    std::string owner;
-    PciFunction pci;   ///< of its first port
-    Identity identity; ///< from the first of its ports that has it
+    const Port* first = nullptr; ///< of its ports
+    bool isNamed = false;        ///< by the scope, as one of its ports
+    Identity identity;           ///< each text from the first of its ports that has it
     _vexapi_adapter_t record{};
     VX_PHY_PORT_LIST list{};
     std::deque<PhysicalPort> ports;
 };
 
-/// The whole host, read by the constructor. What can't be read is reported on standard output and left out.
+/// Names in class/block/ by that of the parent device: a LUN ("0:0:1:300") or a controller ("nvme0").
+using BlockDevices = std::multimap<std::string, std::string>;
+
+/// The host, or as much of it as the scope asks for, read by the constructor. What can't be read is told and left out.
 class Tree {
 public:
     /// `root` holds `sys/`.
-    explicit Tree(const std::string& root);
+    Tree(const std::string& root, const Scope& scope);
 
     /// False if `root` has no `sys/class`.
-    bool IsValid() const { return mClasses.IsOpen(); }
+    bool IsValid() const { return mClasses.Exists(); }
 
     VX_ADAPTER_LIST* List() { return &mList; }
     std::size_t PortCount() const { return mPorts.size(); }
@@ -104,26 +114,28 @@ public:
 
 private:
     void ReadPorts();
+    void JoinPorts();
+    void ReadPortDetails(Port& port);
+    void NameAdapters();
     void ReadRemotePorts();
-    void ReadBlockDevices();
+    /// The block device of a LUN; empty if there is none.
+    std::string BlockDeviceOf(const Folder& devices, const std::string& lun);
     void ReadLuns();
     void ReadNamespaces(const std::string& controller, Target& target);
     void ReadControllers();
-    void Join();
+    void LinkRecords();
 
+    Scope mScope;
     Folder mRoot;
     Folder mSystem;
     Folder mClasses;
     Folder mHosts;
     Folder mRemotePorts;
-    /// Names in class/block by LUN ("0:0:1:300") or controller ("nvme0").
-    std::multimap<std::string, std::string> mBlockDevices;
-    std::deque<Port> mPorts; ///< sorted by number
+    std::optional<BlockDevices> mDisks;      ///< of LUNs; read if needed
+    std::optional<BlockDevices> mNamespaces; ///< of controllers; the same
+    std::deque<Port> mPorts;                 ///< sorted by number
     std::deque<Adapter> mAdapters;
     VX_ADAPTER_LIST mList{};
 };
-
-/// Prints "vexapi linux: WHAT: WHY" to the library's output.
-void Tell(const std::string& what, const std::string& why);
 
 } // namespace host

@@ -114,7 +114,7 @@ SIM_RECORD(_VEXAPI_DiagnosticsDPortResult, As(Kind::NETWORK_ORDER, F(RoundtripLi
            As(Kind::NETWORK_ORDER, F(RemoteTxPower)), As(Kind::NETWORK_ORDER, F(LocalRxPower)),
            As(Kind::NETWORK_ORDER, F(LocalTxPower)))
 
-SIM_RECORD(VEXAPI_EXT_SCOPE, F(Parts), F(PortName), F(TargetName))
+SIM_RECORD(VEXAPI_EXT_SCOPE, F(Parts), F(PortName), F(TargetName), F(HasLunNumber), F(LunNumber))
 
 SIM_RECORD(VEXAPI_EXT_PORT, F(DeviceLossTimeout), Ended(F(KernelName)), Ended(F(Device)), Ended(F(Driver)),
            Ended(F(State)), Ended(F(Speed)), Ended(F(SymbolicName)))

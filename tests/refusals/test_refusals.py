@@ -923,7 +923,7 @@ UNREACHABLE = {
 NO_STATUS = {"VEXAPI_GetAdapterList", "VEXAPI_GetBfsConfigMode", "VEXAPI_CheckRowanPersonalityChangeOption",
              "VEXAPI_CheckAdapterDPortOption", "VEXAPI_DiagnosticsLoopBackTest",
              "VEXAPI_DiagnosticsReadWriteBufferTest", "VEXAPI_DiagnosticDPortTest", "VEXAPI_Initialize",
-             "VEXAPI_SetToolID", "VEXAPI_SetToolVersion", "VEXAPI_Uninitialize"}
+             "VEXAPI_ExtSetScope", "VEXAPI_SetToolID", "VEXAPI_SetToolVersion", "VEXAPI_Uninitialize"}
 
 # Classes that resolve identifiers for all families; one of them traces the name of another.
 RESOLVERS = ("AdapterCmdsProcessor", "AdapterDefaultCfgCmdsProcessor", "PhysicalPortCmdsProcessor",

@@ -25,6 +25,7 @@ Without `--boot-mode` the BIOS is meant: four boot targets, and the library is s
         Drive 3 LUN: 0
   ****************************************************
   $ calls --all
+  VEXAPI_ExtSetScope
   VEXAPI_Initialize debugLevel=0 reserved=0
   VEXAPI_SetToolID toolId=11
   VEXAPI_SetToolVersion major=1 minor=3 sub=6 build=0

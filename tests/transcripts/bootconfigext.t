@@ -44,7 +44,7 @@ The mode is the second word, and has no default.
         Storage 2 NQN: 
         Storage 2 ControllerID: 0x0
         Storage 2 NamespaceID: 0
-  $ calls --all | grep -v -E 'Initialize|Tool|AdapterList'
+  $ calls --all | grep -v -E 'Initialize|Tool|Scope|AdapterList'
   VEXAPI_Uninitialize
   VEXAPI_GetBfsConfigMode
   VEXAPI_SetBfsConfigMode mode=4

@@ -17,7 +17,7 @@ The library's output goes to a separate log, and never between the lines of a do
   FC ESXCLI Debug level = 0
   VEXAPI Debug level = 0
   $ grep -c '^VEXAPI_.*status' /var/tmp/vexapi-output.log
-  6
+  7
 
 The log grows with each run. The debug level of the library is 31 or 0.
 

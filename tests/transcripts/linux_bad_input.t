@@ -71,6 +71,9 @@ Every other attribute may be missing, empty, unknown, garbage or too long.
         Port ID: 00:00:00
   $ told
   host0/supported_speeds: not understood as the speeds of the port
+  $ orfc-esxcli -t port -s stats getcli $PORT Driver | grep LIP
+        LIP Reset Count: 0
+  $ told
   host0/statistics/lip_count: not understood as the loop initializations
   $ lists | paste -s
   5\t5\t11 (esc)
@@ -83,19 +86,22 @@ A port whose state isn't known keeps its speed; only a link that is down has non
         Port State: Unknown
         Port Speed: 16 Gbps
 
-An unreadable file is reported. So is a folder in place of a file.
+An unreadable file is reported if what it says is shown. So is a folder in place of a file.
 
-  $ rm $sys/class/fc_host/host0/speed; mkdir $sys/class/fc_host/host0/speed
+  $ rm $sys/class/fc_host/host0/speed; mkdir $sys/class/fc_host/host0/speed; told >/dev/null
   $ orfc-esxcli -t port listcli | grep -c FC_
   5
+  $ told
+  $ orfc-esxcli -t port -s info getcli $PORT | grep 'Port Speed'
+        Port Speed: Unknown
   $ told | grep -w speed
   host0/speed: Is a directory
 
 Nobody waits for a pipe in a file's place.
 
   $ rm -f $sys/class/fc_host/host0/node_name; mkfifo $sys/class/fc_host/host0/node_name
-  $ timeout 5 orfc-esxcli -t port listcli | grep -c FC_
-  5
+  $ timeout 5 orfc-esxcli -t port -s info getcli $PORT | grep 'Node Name'
+        Node Name: 00:00:00:00:00:00:00:00
 
 The kernel writes host numbers of 32 bits, and without zeros in front.
 

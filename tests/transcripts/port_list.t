@@ -69,6 +69,7 @@ Only the list is requested from the library, once.
   $ rm -f journal
   $ orfc-esxcli -t port list >/dev/null
   $ calls --all
+  VEXAPI_ExtSetScope
   VEXAPI_Initialize debugLevel=0 reserved=0
   VEXAPI_SetToolID toolId=11
   VEXAPI_SetToolVersion major=1 minor=3 sub=6 build=0

@@ -119,7 +119,7 @@ A congested port of the second generation. The list is released.
   </field>
   </structure>
   </output>
-  $ calls --all | grep -v -e Initialize -e Uninit -e Tool -e AdapterList
+  $ calls --all | grep -v -e Initialize -e Uninit -e Tool -e Scope -e AdapterList
   VEXAPI_IsFWCMFeatureEnabled
   VEXAPI_GetSCMRStatisticsList
   VEXAPI_FreeSCMRStatisticsList

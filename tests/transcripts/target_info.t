@@ -41,6 +41,7 @@ A SCSI target with three LUNs, after a Larch. Port and target have authenticated
 Everything is in the adapter list: the library is asked for nothing else.
 
   $ calls --all
+  VEXAPI_ExtSetScope
   VEXAPI_Initialize debugLevel=0 reserved=0
   VEXAPI_SetToolID toolId=11
   VEXAPI_SetToolVersion major=1 minor=3 sub=6 build=0

@@ -1,3 +1,5 @@
+#include "CommandTree.h"
+#include "CommandNodes.h"
 #include "CommandTreeRows.h"
 #include "FamilyTest.h"
 
@@ -178,6 +180,35 @@ TEST_F(CommandTreeTest, BuildsItsChildrenOnce) {
             const std::vector<CmdProcessor*> first = node->GetSubCmdProcessors();
             EXPECT_EQ(&node->GetSubCmdProcessors(), &node->GetSubCmdProcessors()) << family.path;
             EXPECT_EQ(node->GetSubCmdProcessors(), first) << family.path;
+        }
+    }
+}
+
+TEST_F(CommandTreeTest, FindsALeafInTheRowsAsItsNode) {
+    const RunMode mode(FLAG_COMMAND_LINE);
+    for (const LeafRow& row : LEAVES) {
+        TavuStringArray front = {row.name, "FC_1"};
+        TavuStringArray back = {row.name, "FC_1"};
+        for (std::string path = row.family; !path.empty(); path = ParentOf(path)) {
+            const TavuStringArray words = {FindFamily(path)->option, NameOf(path).c_str()};
+            front.insert(front.begin(), words.begin(), words.end());
+            back.insert(back.end(), words.begin(), words.end());
+        }
+        for (const TavuStringArray& words : {front, back, TavuStringArray{"FC_1", row.name}}) {
+            TavuStringArray nodeArgs = words;
+            TavuStringArray leafArgs = words;
+            CmdProcessor* const node = root->GetCmdProcessor(root, nodeArgs);
+            const Leaf* const leaf = FindLeaf(CommandTree<ProgramRows>::ROOT, leafArgs);
+            if (node == nullptr ||
+                node->GetParent() == root) { // the root's own leaves, such as its help, are in no row
+                EXPECT_TRUE(leaf == nullptr || leaf->kind == Leaf::HELP) << row.family << " " << row.name;
+                continue;
+            }
+            ASSERT_NE(leaf, nullptr) << row.family << " " << row.name;
+            EXPECT_EQ(leaf->word, node->GetCmdName());
+            EXPECT_EQ(leaf->description, node->GetCmdDesc());
+            EXPECT_EQ(leaf->id, node->GetCmdId());
+            EXPECT_EQ(leafArgs, nodeArgs);
         }
     }
 }

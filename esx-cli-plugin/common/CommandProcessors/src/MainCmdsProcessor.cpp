@@ -1,6 +1,7 @@
 #include "MainCmdsProcessor.h"
 
 #include "CommandTree.h"
+#include "HostScope.h"
 #include "LibraryCall.h"
 #include "Output.h"
 #include "ProgramMode.h"
@@ -117,7 +118,7 @@ void MainCmdsProcessor::destroyMainCmdsProcessor() {
     mpMainCmdsProcessor = nullptr;
 }
 
-VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
+VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray& args) {
     const TracedCall traced(CLASS_NAME, __func__);
     const char* value = std::getenv("ORFC_DEBUG_LEVEL");
     const long requested = value != nullptr ? std::strtol(value, nullptr, 10) : 0;
@@ -125,6 +126,11 @@ VX_UINT32 MainCmdsProcessor::Initialize(TavuStringArray&) {
     const VX_UINT32 code = MakeLibraryCalls([&] {
         std::printf("FC ESXCLI Debug level = %ld\n", requested);
         std::printf("VEXAPI Debug level = %d\n", static_cast<int>(level));
+        if (HasProgramFlag(FLAG_COMMAND_LINE)) {
+            TavuStringArray words = args;
+            const Leaf* const leaf = FindLeaf(CommandTree<ProgramRows>::ROOT, words);
+            LimitReading(leaf != nullptr ? leaf->reads : 0, ArgText(words, 0));
+        }
         TraceStatus("VEXAPI_Initialize", VEXAPI_Initialize(level, 0));
         VEXAPI_SetToolID(TOOL_ID);
         VEXAPI_SetToolVersion(TOOL_VERSION_MAJOR, TOOL_VERSION_MINOR, TOOL_VERSION_PATCH, 0);

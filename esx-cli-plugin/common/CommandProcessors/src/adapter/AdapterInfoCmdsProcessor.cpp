@@ -35,7 +35,8 @@ constexpr Command AdapterInfoCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get [adapter identifier]\r\n",
      .arguments = ONLY_ADAPTER,
-     .document = ReportDocument(OUT_SHAPE.names)},
+     .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_ADAPTERS},
 };
 
 constinit const FamilyDescription AdapterInfoCmdsProcessor::FAMILY = {

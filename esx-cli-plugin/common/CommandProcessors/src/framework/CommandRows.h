@@ -10,6 +10,7 @@
 #include "ResultCodes.h"
 #include "Serializer.h"
 #include "Texts.h"
+#include "extensions.h"
 
 #include <algorithm>
 #include <array>
@@ -120,7 +121,8 @@ struct Command {
     const char* usage; ///< of the twin; null for none
     std::span<const Argument> arguments;
     DocumentRow document;
-    bool changes = false; ///< the adapter, the link or a file
+    VX_UINT32 reads = VEXAPI_EXT_EVERYTHING; ///< parts of the host that it needs, of `VEXAPI_EXT_PARTS`
+    bool changes = false;                    ///< the adapter, the link or a file
 
     // Irregularities that clients may depend on
     VX_UINT32 id = ANY_ID;                 ///< of the plain leaf
@@ -142,6 +144,7 @@ struct Leaf {
     const char* usage;    ///< null for none
     const FamilyDescription* usageFamily;
     VX_UINT32 id;
+    VX_UINT32 reads; ///< as in `Command`
     Kind kind;
     bool hasUsage;
 };
@@ -151,16 +154,16 @@ template <std::size_t N>
 consteval std::array<Leaf, 2 * N + 1> LeavesOf(const Command (&commands)[N], const char* helpDescription,
                                                VX_UINT32 helpId) {
     std::array<Leaf, 2 * N + 1> leaves{};
-    leaves[N] = {"help", helpDescription, nullptr, nullptr, nullptr, nullptr, helpId, Leaf::HELP, true};
+    leaves[N] = {"help", helpDescription, nullptr, nullptr, nullptr, nullptr, helpId, 0, Leaf::HELP, true};
     for (VX_UINT32 at = 0; at < N; ++at) {
         const Command& row = commands[at];
         const VX_UINT32 id = row.id != Command::ANY_ID ? row.id : at;
         const char* const description = row.twinDescription != nullptr ? row.twinDescription : row.description;
         const bool hasUsage = row.twinUsage == TwinUsage::OWN;
-        leaves[at] = {
-            row.names.plain, row.description, row.run, row.names.function, nullptr, nullptr, id, Leaf::PLAIN, false};
-        leaves[N + 1 + at] = {row.names.twin,  description, row.run, row.names.function, row.usage, row.usageFamily,
-                              helpId + 1 + at, Leaf::TWIN,  hasUsage};
+        leaves[at] = {row.names.plain, row.description, row.run, row.names.function, nullptr, nullptr, id,
+                      row.reads,       Leaf::PLAIN,     false};
+        leaves[N + 1 + at] = {row.names.twin,  description,     row.run,   row.names.function, row.usage,
+                              row.usageFamily, helpId + 1 + at, row.reads, Leaf::TWIN,         hasUsage};
     }
     return leaves;
 }

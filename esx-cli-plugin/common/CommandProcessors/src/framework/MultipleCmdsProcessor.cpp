@@ -5,6 +5,29 @@
 #include "ProgramMode.h"
 #include "TavuDebug.h"
 
+namespace {
+
+/// Removes the option and the name of a family, which may be anywhere; false if they aren't there.
+bool TakeFamily(TavuStringArray& args, const char* option, const char* name) {
+    int index = -1;
+    if (IsCommandInArgs(args, option, name, index) == 0) {
+        return false;
+    }
+    args.erase(args.begin() + index, args.begin() + index + 2);
+    return true;
+}
+
+/// Removes the first word if it is this one.
+bool TakeWord(TavuStringArray& args, const char* word) {
+    if (args.empty() || args[0].CompareNoCase(word) != 0) {
+        return false;
+    }
+    args.erase(args.begin());
+    return true;
+}
+
+} // namespace
+
 MultipleCmdsProcessor::MultipleCmdsProcessor(MultipleCmdsProcessor* parent, const FamilyRow& row)
     : CmdProcessor(parent, row.name, row.option, row.description, false, 0, 0), mRow(&row) {
     const ScopedTrace trace(ScopedTrace::CONSTRUCTOR, row.family->className);
@@ -95,15 +118,9 @@ CmdProcessor* MultipleCmdsProcessor::GetCmdProcessor(MultipleCmdsProcessor*, Tav
         if (child == nullptr || child->IsApplicable(args) != 0) {
             continue;
         }
-        if (optionsCount && *child->GetCmdOpt() != '\0') {
-            int index = -1;
-            if (IsCommandInArgs(args, child->GetCmdOpt(), child->GetCmdName(), index) == 0) {
-                continue;
-            }
-            args.erase(args.begin() + index, args.begin() + index + 2);
-        } else if (!args.empty() && args[0].CompareNoCase(child->GetCmdName()) == 0) {
-            args.erase(args.begin());
-        } else {
+        const bool isByOption = optionsCount && *child->GetCmdOpt() != '\0';
+        if (!(isByOption ? TakeFamily(args, child->GetCmdOpt(), child->GetCmdName())
+                         : TakeWord(args, child->GetCmdName()))) {
             continue;
         }
         const bool isLeaf = child->IsMultiple() != 0;
@@ -127,4 +144,21 @@ void MultipleCmdsProcessor::MakeFamilies(std::span<const FamilyRow> rows) {
 void MultipleCmdsProcessor::DeleteFamilies() {
     mChildren.clear();
     mFamilies.clear();
+}
+
+const Leaf* FindLeaf(std::span<const FamilyRow> rows, TavuStringArray& args) {
+    for (const FamilyRow& row : rows) {
+        if (!TakeFamily(args, row.option, row.name)) {
+            continue;
+        }
+        for (const Leaf& leaf : row.family->leaves) {
+            if (TakeWord(args, leaf.word)) {
+                return &leaf;
+            }
+        }
+        if (const Leaf* const found = FindLeaf(row.subFamilies, args)) {
+            return found;
+        }
+    }
+    return nullptr;
 }

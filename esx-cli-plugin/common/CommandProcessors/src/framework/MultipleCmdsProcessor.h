@@ -53,3 +53,7 @@ private:
     const FamilyRow* mRow = nullptr;
     std::vector<FamilyLeaf> mLeaves;
 };
+
+/// The leaf that a command line selects below these families, found as `GetCmdProcessor` finds its node but without
+/// making one; null if there is none. Removes the words that select it.
+const Leaf* FindLeaf(std::span<const FamilyRow> rows, TavuStringArray& args);

@@ -36,7 +36,8 @@ consteval Command StagedGet(CommonFunction run, const DocumentRow& document,
             .run = run,
             .usage = "Usage: get\r\n",
             .arguments = arguments,
-            .document = document};
+            .document = document,
+            .reads = VEXAPI_EXT_PORT_DETAILS};
 }
 template <FixedText Settings>
 consteval Command StagedSetFile(CommonFunction run, const DocumentRow& document, std::span<const Argument> arguments) {

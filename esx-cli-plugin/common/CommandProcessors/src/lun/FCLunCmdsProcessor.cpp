@@ -20,7 +20,8 @@ constexpr Command FCLunCmdsProcessor::COMMANDS[] = {
      .run = CmdListCommon,
      .usage = "Usage: list\r\n",
      .arguments = {},
-     .document = ListDocument(OUT_STRUCT_NAME, LIST_FIELDS)},
+     .document = ListDocument(OUT_STRUCT_NAME, LIST_FIELDS),
+     .reads = VEXAPI_EXT_TARGETS | VEXAPI_EXT_LUNS},
 };
 
 constinit const FamilyDescription FCLunCmdsProcessor::FAMILY = {

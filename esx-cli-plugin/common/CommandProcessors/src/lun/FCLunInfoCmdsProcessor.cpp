@@ -41,7 +41,8 @@ constexpr Command FCLunInfoCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_LUN,
-     .document = ReportDocument(OUT_SHAPE.names)},
+     .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_TARGETS | VEXAPI_EXT_LUNS | VEXAPI_EXT_LUN_DETAILS},
 };
 
 constinit const FamilyDescription FCLunInfoCmdsProcessor::FAMILY = {

@@ -63,6 +63,7 @@ constexpr Command PhysicalPortBeaconCmdsProcessor::COMMANDS[] = {
      .usage = nullptr,
      .arguments = ONLY_PORT,
      .document = FlatDocument(OUT_STRUCT_NAME, FIELDS),
+     .reads = VEXAPI_EXT_PORT_DETAILS,
      .usageFamily = &PhysicalPortFECCmdsProcessor::FAMILY},
     {.names = Names<"set", "CmdSet">(),
      .description = "set Orvane adapter's Beacon information",

@@ -194,6 +194,7 @@ constexpr Command PhysicalPortDPortDiagCmdsProcessor::COMMANDS[] = {
      .usage = nullptr,
      .arguments = ONLY_PORT,
      .document = FlatDocument(OUT_SHAPE.names.structure, GET_FIELDS),
+     .reads = VEXAPI_EXT_PORT_DETAILS,
      .usageFamily = &PhysicalPortFECCmdsProcessor::FAMILY},
     {.names = Names<"set", "CmdSet">(),
      .description = "set Orvane adapter port's DPortDiag information",

@@ -85,7 +85,8 @@ constexpr Command PhysicalPortInfoCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_SHAPE.names)},
+     .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_ADAPTERS | VEXAPI_EXT_PORT_DETAILS},
 };
 
 constinit const FamilyDescription PhysicalPortInfoCmdsProcessor::FAMILY = {

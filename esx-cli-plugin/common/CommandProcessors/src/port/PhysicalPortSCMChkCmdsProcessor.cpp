@@ -48,6 +48,7 @@ constexpr Command PhysicalPortSCMChkCmdsProcessor::COMMANDS[] = {
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_PORT,
      .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_PORT_DETAILS,
      .twinDescription = "get Orvane Physical Port SCM information"},
 };
 

@@ -51,6 +51,7 @@ constexpr Command PhysicalPortSCMStatsCmdsProcessor::COMMANDS[] = {
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_PORT,
      .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_PORT_DETAILS | VEXAPI_EXT_TARGETS | VEXAPI_EXT_TARGET_DETAILS,
      .twinDescription = "get Orvane Physical Port SCM information"},
     {.names = Names<"clear", "CmdClear">(),
      .description = "clear SCM statistics of all targets connected to Orvane Physical Port",

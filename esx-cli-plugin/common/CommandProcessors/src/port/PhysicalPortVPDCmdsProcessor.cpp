@@ -130,7 +130,8 @@ constexpr Command PhysicalPortVPDCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get\r\n",
      .arguments = ONLY_PORT,
-     .document = ReportDocument(OUT_NAMES, GET_FIELDS)},
+     .document = ReportDocument(OUT_NAMES, GET_FIELDS),
+     .reads = VEXAPI_EXT_PORTS},
 };
 
 constinit const FamilyDescription PhysicalPortVPDCmdsProcessor::FAMILY = {

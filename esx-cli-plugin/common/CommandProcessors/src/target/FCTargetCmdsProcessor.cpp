@@ -21,7 +21,8 @@ constexpr Command FCTargetCmdsProcessor::COMMANDS[] = {
      .run = CmdListCommon,
      .usage = "Usage: list\r\n",
      .arguments = {},
-     .document = ListDocument(OUT_STRUCT_NAME, LIST_FIELDS)},
+     .document = ListDocument(OUT_STRUCT_NAME, LIST_FIELDS),
+     .reads = VEXAPI_EXT_TARGETS},
 };
 
 constinit const FamilyDescription FCTargetCmdsProcessor::FAMILY = {

@@ -130,7 +130,8 @@ constexpr Command FCTargetInfoCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_TARGET,
-     .document = ReportDocument(OUT_SHAPE.names)},
+     .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_PORT_DETAILS | VEXAPI_EXT_TARGETS | VEXAPI_EXT_TARGET_DETAILS | VEXAPI_EXT_LUNS},
 };
 
 constinit const FamilyDescription FCTargetInfoCmdsProcessor::FAMILY = {

@@ -32,7 +32,8 @@ constexpr Command FCTargetSCMChkCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_TARGET,
-     .document = ReportDocument(OUT_SHAPE.names)},
+     .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_PORT_DETAILS | VEXAPI_EXT_TARGETS | VEXAPI_EXT_TARGET_DETAILS},
 };
 
 constinit const FamilyDescription FCTargetSCMChkCmdsProcessor::FAMILY = {

@@ -43,7 +43,8 @@ constexpr Command FCTargetStatsCmdsProcessor::COMMANDS[] = {
      .run = CmdGetCommon,
      .usage = "Usage: get [port identifier]\r\n",
      .arguments = ONLY_TARGET,
-     .document = ReportDocument(OUT_SHAPE.names)},
+     .document = ReportDocument(OUT_SHAPE.names),
+     .reads = VEXAPI_EXT_TARGETS | VEXAPI_EXT_TARGET_DETAILS},
 };
 
 constinit const FamilyDescription FCTargetStatsCmdsProcessor::FAMILY = {
