@@ -4,8 +4,11 @@
 #include "CommandTree.h"
 #include "Version.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 namespace {
 
@@ -56,7 +59,28 @@ ordered_json DescribeText(const CodeText& row) {
     return {{"code", row.code}, {"text", row.text}};
 }
 
-ordered_json DescribeArgument(const Argument& argument) {
+/// The argument that decides whether another one of the command applies, and with which of its words it does.
+ordered_json DescribeCondition(const Argument& argument, std::span<const Argument> all) {
+    const auto applies = [&](const CodeText& word) {
+        return std::any_of(argument.appliesWith.begin(), argument.appliesWith.end(),
+                           [&](const CodeText& with) { return std::string_view(with.text) == word.text; });
+    };
+    for (const Argument& deciding : all) {
+        ordered_json words = ordered_json::array();
+        for (const CodeText& word : deciding.words) {
+            if (applies(word)) {
+                words.push_back(word.text);
+            }
+        }
+        if (!words.empty()) {
+            return {{"argument", deciding.name}, {"words", words}};
+        }
+    }
+    std::fprintf(stderr, "orfc-describe: %s depends on words that no argument has\n", argument.name);
+    std::exit(1);
+}
+
+ordered_json DescribeArgument(const Argument& argument, std::span<const Argument> all) {
     ordered_json described = {{"name", argument.name}};
     if (argument.shortName != nullptr) {
         described["short_name"] = argument.shortName;
@@ -71,6 +95,9 @@ ordered_json DescribeArgument(const Argument& argument) {
         described["minimum"] = argument.minimum;
         described["maximum"] = argument.maximum;
         described["unit"] = argument.unit;
+    }
+    if (!argument.appliesWith.empty()) {
+        described["applies_with"] = DescribeCondition(argument, all);
     }
     return described;
 }
@@ -93,11 +120,12 @@ ordered_json DescribeDocument(const DocumentRow& document) {
 }
 
 ordered_json DescribeCommand(const Command& command) {
+    const auto describe = [&](const Argument& argument) { return DescribeArgument(argument, command.arguments); };
     return {{"name", command.names.plain},
             {"text_name", command.names.twin},
             {"description", command.description},
             {"changes", command.changes},
-            {"arguments", ArrayOf(command.arguments, DescribeArgument)},
+            {"arguments", ArrayOf(command.arguments, describe)},
             {"document", DescribeDocument(command.document)}};
 }
 
@@ -122,7 +150,8 @@ void DescribeFamilies(std::span<const FamilyRow> rows, const ordered_json& path,
 
 } // namespace
 
-int main(int count, char*[]) {
+// An exception fails the build.
+int main(int count, char*[]) { // NOLINT(bugprone-exception-escape)
     if (count != 1) {
         std::fputs("usage: orfc-describe\n", stderr);
         return 2;

@@ -2,14 +2,14 @@
 /// Holds the rows of all commands to what the commands do: the options that they look up, the arguments that they
 /// take by position, and the documents that they write. Every command runs on simulated hosts with every value that
 /// its row names.
+#include "Rows.h"
+
 #include "Capture.h"
-#include "CommandTree.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
-#include <sstream>
 
 using TextSet = std::set<std::string>;
 
@@ -27,59 +27,8 @@ int RecordingParser(const TavuStringArray& args, const char* shortName, const ch
 
 namespace {
 
-using Words = std::vector<std::string>;
-
 const char* const HOSTS[] = {"",         "boot",     "congestion", "diagnostics",  "fec",
                              "refusals", "settings", "targets",    "transceivers", "vpd"};
-
-constexpr const char* PORT_NAMES[] = {"50:06:0e:80:12:4a:7c:10", "21:00:00:24:ff:0a:51:c4"};
-
-/// An image of each kind that the simulated host takes.
-constexpr std::pair<const char*, const char*> INPUT_FILES[] = {
-    {"/tmp/rows-mbi", "ORFC-IMAGE MBI 2.10.15\n"},
-    {"/tmp/rows-nvram", "ORFC-IMAGE NVRAM 1\nFrameSize 1024\n"},
-    {"/tmp/rows-sfp", "ORFC-IMAGE SFP B\n"}};
-
-/// Every value of an argument that its row names.
-Words ValuesOf(const Argument& argument) {
-    Words values;
-    switch (argument.kind) {
-    case ArgumentKind::WORD:
-        for (const CodeText& word : argument.words) {
-            values.emplace_back(word.text);
-        }
-        break;
-    case ArgumentKind::NUMBER:
-        for (const CodeText& word : argument.words) {
-            values.emplace_back(word.text);
-        }
-        values.push_back(std::to_string(argument.minimum));
-        values.push_back(std::to_string(argument.maximum));
-        break;
-    case ArgumentKind::WWPN:
-        values.assign(std::begin(PORT_NAMES), std::end(PORT_NAMES));
-        break;
-    case ArgumentKind::INPUT_FILE:
-        for (const auto& [path, content] : INPUT_FILES) {
-            values.emplace_back(path);
-        }
-        break;
-    case ArgumentKind::OUTPUT_FILE:
-        values.emplace_back("/tmp/rows-output");
-        break;
-    default:
-        values.emplace_back("sample");
-        break;
-    }
-    return values;
-}
-
-bool IsIdentifier(const Argument& argument) {
-    return argument.kind <= ArgumentKind::LUN;
-}
-bool IsOption(const Argument& argument) {
-    return argument.shortName != nullptr;
-}
 
 /// The words of a command after its identifier, in every way that is tried: each argument with each of its values,
 /// the other ones by position with their first; then all options at once.
@@ -197,22 +146,6 @@ struct Seen {
     Shape document;
     std::size_t successes = 0;
 };
-
-struct CommandPath {
-    std::string words; ///< "-t port -s info"
-    const FamilyRow* family;
-    const Command* command;
-};
-
-void Gather(const std::string& words, std::span<const FamilyRow> rows, std::vector<CommandPath>& paths) {
-    for (const FamilyRow& row : rows) {
-        const std::string path = words + row.option + " " + row.name + " ";
-        for (std::size_t at = 0; at < row.family->leaves.size() / 2; ++at) {
-            paths.push_back({path, &row, &row.commands[at]});
-        }
-        Gather(path, row.subFamilies, paths);
-    }
-}
 
 /// A session with the library, as the program's.
 class Session {

@@ -74,6 +74,15 @@ struct Argument {
     VX_UINT32 minimum = 0;
     VX_UINT32 maximum = 0;
     const char* unit = "";
+    /// Words of another argument with which this one applies; with any other word the command refuses or ignores it.
+    /// Empty if it always applies. An option whose range depends on the word has a row for each range.
+    std::span<const CodeText> appliesWith = {};
+
+    constexpr Argument With(std::span<const CodeText> decidingWords) const {
+        Argument limited = *this;
+        limited.appliesWith = decidingWords;
+        return limited;
+    }
 };
 
 /// Finds an option of a command by name; an unknown name does not compile.

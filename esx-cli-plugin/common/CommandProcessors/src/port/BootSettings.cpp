@@ -147,22 +147,12 @@ void ReadBootFile(const BootGroup& group, const StagedFile& file, BootSettings& 
     }
 }
 
-ResultCode OnlyBios(VX_UINT8 mode) {
-    return mode == BOOT_BIOS ? RC_SUCCESS : RC_INVALID_FIELD;
-}
-ResultCode NotBios(VX_UINT8 mode) {
-    return mode != BOOT_BIOS ? RC_SUCCESS : RC_PARAM_ERROR;
-}
-ResultCode OnlyNvme(VX_UINT8 mode) {
-    return mode == BOOT_NVME ? RC_SUCCESS : RC_PARAM_ERROR;
-}
-
 /// Row: a flag option. The adapter is checked first, then the mode, then the value.
 struct FlagOption {
     const Argument& argument;
     const char* key;
     bool (*isSupported)(__CHIPPROPERTY chip) = nullptr; ///< null: on every adapter
-    ResultCode (*checkMode)(VX_UINT8 mode) = nullptr;   ///< null: in every mode
+    ResultCode otherMode = RC_SUCCESS;                  ///< result in a mode with which it doesn't apply
 };
 consteval const Argument& Of(std::string_view name) {
     return OptionOf(BOOT_FLAGS, name);
@@ -170,22 +160,20 @@ consteval const Argument& Of(std::string_view name) {
 constexpr FlagOption FLAG_OPTIONS[] = {
     {Of("--enable-bfs"), "Disable_BIOS"},
     {Of("--fabric-assigned-boot-lun"), "Fabric_Assigned_Boot_Lun", HasFabricAssignment},
-    {Of("--selectable-boot"), "Selectable_Boot", nullptr, OnlyBios},
-    {Of("--selective-login"), "Selective_Login", IsUefiCapableAdapter, NotBios},
-    {Of("--selective-lun-login"), "Selective_LUN_Login", IsUefiCapableAdapter, NotBios},
-    {Of("--world-login"), "World_Login", IsUefiCapableAdapter, NotBios},
+    {Of("--selectable-boot"), "Selectable_Boot", nullptr, RC_INVALID_FIELD},
+    {Of("--selective-login"), "Selective_Login", IsUefiCapableAdapter, RC_PARAM_ERROR},
+    {Of("--selective-lun-login"), "Selective_LUN_Login", IsUefiCapableAdapter, RC_PARAM_ERROR},
+    {Of("--world-login"), "World_Login", IsUefiCapableAdapter, RC_PARAM_ERROR},
 };
 static_assert(std::size(FLAG_OPTIONS) == std::size(BOOT_FLAGS));
-constexpr FlagOption NVME_FLAG_OPTIONS[] = {{NVME_BOOT_FLAG, KEY_NVME_ENABLE, IsUefiCapableAdapter, OnlyNvme}};
+constexpr FlagOption NVME_FLAG_OPTIONS[] = {{NVME_BOOT_FLAG, KEY_NVME_ENABLE, IsUefiCapableAdapter, RC_PARAM_ERROR}};
 
 ResultCode CheckFlag(const FlagOption& option, const char* word, const BootSettings& boot, StagedValues& values) {
     if (option.isSupported != nullptr && !option.isSupported(boot.Chip())) {
         return RC_FEATURE_NOT_SUPPORTED;
     }
-    if (option.checkMode != nullptr) {
-        if (const ResultCode code = option.checkMode(boot.mode); code != RC_SUCCESS) {
-            return code;
-        }
+    if (!AppliesWith(option.argument, boot.mode)) {
+        return option.otherMode;
     }
     VX_UINT32 number = 0;
     if (!FindWord(option.argument.words, word, number)) {

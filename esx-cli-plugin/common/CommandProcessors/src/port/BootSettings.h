@@ -39,19 +39,32 @@ struct BootCalls {
 /// The boot mode is an option in `bootconfig`, and the second argument in `bootconfigext`.
 inline constexpr CodeText BOOT_MODE_WORDS[] = {{BOOT_BIOS, "BIOS"}, {BOOT_UEFI, "UEFI"}, {BOOT_NVME, "NVME"}};
 inline constexpr std::span<const CodeText> PLAIN_BOOT_MODES{BOOT_MODE_WORDS, 2};
+/// Modes with which an option applies.
+inline constexpr std::span<const CodeText> ONLY_BIOS{BOOT_MODE_WORDS, 1};
+inline constexpr std::span<const CodeText> NOT_BIOS{BOOT_MODE_WORDS + 1, 2};
+inline constexpr std::span<const CodeText> ONLY_NVME{BOOT_MODE_WORDS + 2, 1};
+
+/// Whether an option applies with a mode.
+constexpr bool AppliesWith(const Argument& option, VX_UINT8 mode) {
+    return option.appliesWith.empty() || TextOf(option.appliesWith, mode, nullptr) != nullptr;
+}
 
 /// The flags common to both groups, and the one that only `bootconfigext` has.
+consteval Argument BootFlag(const char* name, const char* shortName, const char* description,
+                            std::span<const CodeText> modes) {
+    return Argument{name, shortName, description, ArgumentKind::WORD, false, FLAG_WORDS}.With(modes);
+}
 inline constexpr Argument BOOT_FLAGS[] = {
     {"--enable-bfs", "-a", "whether the adapter's boot code runs", ArgumentKind::WORD, false, INVERTED_FLAG_WORDS},
     {"--fabric-assigned-boot-lun", "-f", "whether the fabric assigns the boot LUN", ArgumentKind::WORD, false,
      FLAG_WORDS},
-    {"--selectable-boot", "-d", "whether the boot target can be selected", ArgumentKind::WORD, false, FLAG_WORDS},
-    {"--selective-login", "-e", "whether only the boot targets are logged into", ArgumentKind::WORD, false, FLAG_WORDS},
-    {"--selective-lun-login", "-c", "the same for the boot LUNs", ArgumentKind::WORD, false, FLAG_WORDS},
-    {"--world-login", "-g", "whether every port is logged into", ArgumentKind::WORD, false, FLAG_WORDS},
+    BootFlag("--selectable-boot", "-d", "whether the boot target can be selected", ONLY_BIOS),
+    BootFlag("--selective-login", "-e", "whether only the boot targets are logged into", NOT_BIOS),
+    BootFlag("--selective-lun-login", "-c", "the same for the boot LUNs", NOT_BIOS),
+    BootFlag("--world-login", "-g", "whether every port is logged into", NOT_BIOS),
 };
-inline constexpr Argument NVME_BOOT_FLAG = {"--fc-nvme",        "-m",  "whether NVMe over Fibre Channel is booted from",
-                                            ArgumentKind::WORD, false, FLAG_WORDS};
+inline constexpr Argument NVME_BOOT_FLAG =
+    BootFlag("--fc-nvme", "-m", "whether NVMe over Fibre Channel is booted from", ONLY_NVME);
 
 /// `first`, the flags, then `last`.
 template <std::size_t M, std::size_t N>

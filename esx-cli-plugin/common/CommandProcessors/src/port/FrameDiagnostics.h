@@ -57,9 +57,9 @@ inline constexpr Argument FRAME_TEST_ON_ERROR = {
 inline constexpr Argument FRAME_TEST_PATTERN = {
     "pattern",          nullptr, "data of a frame; any other word means Random",
     ArgumentKind::WORD, true,    FRAME_TEST_PATTERN_WORDS};
-inline constexpr Argument FRAME_TEST_DATA = {"--data-pattern", "-d",
-                                             "data for the pattern Custom, eight characters with hyphens between them",
-                                             ArgumentKind::TEXT};
+inline constexpr Argument FRAME_TEST_DATA =
+    Argument{"--data-pattern", "-d", "eight characters with hyphens between them", ArgumentKind::TEXT}.With(
+        std::span(FRAME_TEST_PATTERN_WORDS).last(1)); // "Custom"
 
 /// Iterations of a test, and their outcome.
 struct FrameTestCounts {

@@ -53,11 +53,13 @@ VX_UINT8 ModeFromFile(VX_UINT32 number) {
 constexpr Argument MODE = {"--boot-mode",      "-b",  "what boots; BIOS without it",
                            ArgumentKind::WORD, false, PLAIN_BOOT_MODES};
 constexpr char DRIVE[] = "a target's port name and a LUN, xx:xx:xx:xx:xx:xx:xx:xx-LUN; a name of zeros clears it";
+constexpr Argument Drive(const char* name, const char* shortName, std::span<const CodeText> modes = {}) {
+    return Argument{name, shortName, DRIVE, ArgumentKind::TEXT}.With(modes);
+}
 constexpr Argument DRIVE_OPTIONS[] = {
-    {"--drive-0", "-j", DRIVE, ArgumentKind::TEXT}, {"--drive-1", "-k", DRIVE, ArgumentKind::TEXT},
-    {"--drive-2", "-l", DRIVE, ArgumentKind::TEXT}, {"--drive-3", "-m", DRIVE, ArgumentKind::TEXT},
-    {"--drive-4", "-n", DRIVE, ArgumentKind::TEXT}, {"--drive-5", "-o", DRIVE, ArgumentKind::TEXT},
-    {"--drive-6", "-p", DRIVE, ArgumentKind::TEXT}, {"--drive-7", "-q", DRIVE, ArgumentKind::TEXT},
+    Drive("--drive-0", "-j"),           Drive("--drive-1", "-k"),           Drive("--drive-2", "-l"),
+    Drive("--drive-3", "-m"),           Drive("--drive-4", "-n", NOT_BIOS), Drive("--drive-5", "-o", NOT_BIOS),
+    Drive("--drive-6", "-p", NOT_BIOS), Drive("--drive-7", "-q", NOT_BIOS),
 };
 constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT, MODE};
 constexpr auto SET_FILE_ARGUMENTS = BootArguments(GET_ARGUMENTS, DRIVE_OPTIONS);
@@ -75,8 +77,6 @@ ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
     }
     return word.CompareNoCase("BIOS") == 0 ? RC_SUCCESS : RefuseBootOption(MODE.name, word, RC_INVALID_PARAMETER);
 }
-
-constexpr VX_UINT32 FIRST_UEFI_DRIVE = 4;
 
 /// Stages a drive, "xx:xx:xx:xx:xx:xx:xx:xx-LUN", which names a discovered target and LUN, or clears it if the name
 /// is all zeros. Required: a value without a LUN takes that of the previous drive, carried over in `lun`, initially
@@ -113,10 +113,10 @@ ResultCode StageDrives(const TavuStringArray& args, const BootSettings& boot, St
         if (!CmdLineParser::GetOption(args, option, value)) {
             continue;
         }
-        if (number >= FIRST_UEFI_DRIVE && !IsUefiCapableAdapter(boot.Chip())) {
+        if (!AppliesWith(option, BOOT_BIOS) && !IsUefiCapableAdapter(boot.Chip())) {
             return RefuseBootOption(option.name, value, RC_FEATURE_NOT_SUPPORTED);
         }
-        if (number >= FIRST_UEFI_DRIVE && boot.mode == BOOT_BIOS) {
+        if (!AppliesWith(option, boot.mode)) {
             return RefuseBootOption(option.name, value, RC_PARAM_ERROR);
         }
         if (const ResultCode code = StageDrive(number, value.c_str(), boot, lun, values); code != RC_SUCCESS) {

@@ -68,15 +68,19 @@ ResultCode ReadMode(const TavuStringArray& args, BootSettings& boot) {
     return CompareNoCase(word, "BIOS") == 0 ? RC_SUCCESS : RefuseBootOption(MODE_OPTION, word, RC_INVALID_PARAMETER);
 }
 
-constexpr Argument TARGET_NUMBER = {
-    "--boot-target-num", "-n", "which boot entry", ArgumentKind::NUMBER, false, {}, 0, 7};
+constexpr Argument TargetNumber(VX_UINT32 last, std::span<const CodeText> modes) {
+    return Argument{"--boot-target-num", "-n", "which boot entry", ArgumentKind::NUMBER, false, {}, 0, last}.With(
+        modes);
+}
+constexpr Argument BIOS_TARGET_NUMBER = TargetNumber(3, ONLY_BIOS);
+constexpr Argument TARGET_NUMBER = TargetNumber(7, NOT_BIOS);
 constexpr Argument TARGET_WWPN = {"--boot-target-wwpn", "-p", "port name of the target; zeros clear the entry",
                                   ArgumentKind::WWPN};
 constexpr Argument DISK_NUMBER = {
     "--boot-disk-num", "-o", "LUN, or namespace of an NVMe target", ArgumentKind::NUMBER, false, {}, 0, 65535};
-constexpr Argument TARGET_ENABLE = {"--boot-target-enable", "-l",  "whether the entry is used, in the mode NVME",
-                                    ArgumentKind::WORD,     false, FLAG_WORDS};
-constexpr Argument ENTRY_OPTIONS[] = {NVME_BOOT_FLAG, TARGET_NUMBER, TARGET_WWPN, DISK_NUMBER, TARGET_ENABLE};
+constexpr Argument TARGET_ENABLE = BootFlag("--boot-target-enable", "-l", "whether the entry is used", ONLY_NVME);
+constexpr Argument ENTRY_OPTIONS[] = {NVME_BOOT_FLAG, BIOS_TARGET_NUMBER, TARGET_NUMBER,
+                                      TARGET_WWPN,    DISK_NUMBER,        TARGET_ENABLE};
 constexpr Argument GET_ARGUMENTS[] = {PORT_ARGUMENT, MODE};
 constexpr auto SET_FILE_ARGUMENTS = BootArguments(GET_ARGUMENTS, ENTRY_OPTIONS);
 
@@ -97,10 +101,9 @@ std::optional<TavuString> OptionValue(const TavuStringArray& args, const Argumen
 
 /// Checks each option separately, in order. The target is looked up before checking that the options are complete.
 ResultCode ReadBootTargetOptions(const TavuStringArray& args, const BootSettings& boot, BootTargetOptions& options) {
-    constexpr VX_UINT32 LAST_BIOS_TARGET = 3; // also on adapters without UEFI, whose only mode is the BIOS
     if (const auto number = OptionValue(args, TARGET_NUMBER)) {
         options.number = ParseNumber(number->c_str());
-        if (*options.number > LAST_BIOS_TARGET && boot.mode == BOOT_BIOS) {
+        if (boot.mode == BOOT_BIOS && *options.number > BIOS_TARGET_NUMBER.maximum) {
             return RefuseBootOption(TARGET_NUMBER.name, *number, RC_PARAM_ERROR);
         }
     }
@@ -122,7 +125,7 @@ ResultCode ReadBootTargetOptions(const TavuStringArray& args, const BootSettings
         if (!IsUefiCapableAdapter(boot.Chip())) {
             return RefuseBootOption(TARGET_ENABLE.name, *word, RC_FEATURE_NOT_SUPPORTED);
         }
-        if (boot.mode != BOOT_NVME) {
+        if (!AppliesWith(TARGET_ENABLE, boot.mode)) {
             return RefuseBootOption(TARGET_ENABLE.name, *word, RC_PARAM_ERROR);
         }
         VX_UINT32 isEnabled = 0;
