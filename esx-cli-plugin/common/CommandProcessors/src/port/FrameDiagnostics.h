@@ -46,10 +46,10 @@ constexpr Argument FrameTestCountArgument(const FrameTestLimits& limits) {
 constexpr Argument FrameTestIncrementArgument(const FrameTestLimits& limits) {
     return {"increment", nullptr, "number of iterations", ArgumentKind::NUMBER, true, {}, 1, limits.maxCount};
 }
-constexpr Argument FrameTestSizeArgument(const FrameTestLimits& limits) {
-    return {"size", nullptr, "size of a frame's data", ArgumentKind::NUMBER,
-            true,   {},      limits.dataSizes.front(), limits.dataSizes.back(),
-            "bytes"};
+constexpr Argument FrameTestSizeArgument(const char* description, const FrameTestLimits& limits) {
+    return {
+        "size", nullptr, description, ArgumentKind::NUMBER, true, {}, limits.dataSizes.front(), limits.dataSizes.back(),
+        "bytes"};
 }
 inline constexpr Argument FRAME_TEST_ON_ERROR = {
     "onerror",          nullptr, "what to do after an error; any other word means to ignore it",

@@ -51,7 +51,7 @@ constexpr Argument RUN_ARGUMENTS[] = {
     PORT_ARGUMENT,
     FrameTestCountArgument(LIMITS),
     FrameTestIncrementArgument(LIMITS),
-    FrameTestSizeArgument(LIMITS),
+    FrameTestSizeArgument("size of a frame's data, a power of two or 65535", LIMITS),
     FRAME_TEST_ON_ERROR,
     {"type", nullptr, "where frames are looped back", ArgumentKind::WORD, true, LOOPBACK_WORDS},
     FRAME_TEST_PATTERN,

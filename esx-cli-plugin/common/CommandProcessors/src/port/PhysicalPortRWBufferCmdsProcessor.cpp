@@ -43,7 +43,7 @@ constexpr Argument RUN_ARGUMENTS[] = {
     PORT_ARGUMENT,
     FrameTestCountArgument(LIMITS),
     FrameTestIncrementArgument(LIMITS),
-    FrameTestSizeArgument(LIMITS),
+    FrameTestSizeArgument("size of a frame's data, a power of two", LIMITS),
     FRAME_TEST_ON_ERROR,
     FRAME_TEST_PATTERN,
     FRAME_TEST_DATA,
