@@ -821,6 +821,7 @@ DIAGNOSTICS = [
     Family("-t port -s rwbuffer", "PhysicalPortRWBufferCmdsProcessor", host="diagnostics",
            successes=[("run {diag} 1 1 8 Ignore Random", "DisplayRWBufferTestResult")],
            rows=[*rows_of_frames("", 10000, "256"),
+                 row("run {diag} 1 1 8 Ignore Random", 19, NO_FILE, refuse=3, ahead=("Success",)),
                  row("run {diag} 1 1 8 Ignore Random", 13, "Failed, DPortDiag read failed",
                      faults="VEXAPI_DiagnosticsReadWriteBufferTest=null")]),
 ]
@@ -951,7 +952,8 @@ def words_of(text):
     return shlex.split(text.format_map(NAMES))
 
 
-def run(path, words, level, host=None, faults="", refuse=0, journal=False):
+def run(path, words, level, host=None, faults="", refuse=0, journal=False, command=None):
+    """Runs the program with these words, or another command that does."""
     environment = dict(os.environ, VEXAPI_SIM_STATE="", VEXAPI_SIM_FAULTS=faults, ORFC_DEBUG_LEVEL=str(level))
     if host is not None:
         environment["VEXAPI_SIM_HOST"] = f"{TESTS}/data/{host}.json"
@@ -961,8 +963,8 @@ def run(path, words, level, host=None, faults="", refuse=0, journal=False):
         environment["VEXAPI_SIM_JOURNAL"] = str(JOURNAL)
     for file in (DEBUG_LOG, LIBRARY_LOG, JOURNAL):
         file.unlink(missing_ok=True)
-    process = subprocess.Popen([PROGRAM, *path.split(), *words_of(words)], env=environment, stdout=subprocess.PIPE,
-                               stderr=subprocess.PIPE)
+    process = subprocess.Popen(command or [PROGRAM, *path.split(), *words_of(words)], env=environment,
+                               stdout=subprocess.PIPE, stderr=subprocess.PIPE)
     output, errors = process.communicate(timeout=60)
     read = lambda file: file.read_bytes().decode() if file.exists() else ""
     return Run(output.decode(), read(LIBRARY_LOG), read(DEBUG_LOG), process.pid, process.returncode, errors.decode())
@@ -983,7 +985,7 @@ def forget_staged(words):
         temporary.unlink(missing_ok=True)
 
 
-def run_row(family, refusal, level=4):
+def run_row(family, refusal, level=4, command=None):
     host = refusal.host or family.host
     forget_staged(refusal.words)
     if refusal.staged:
@@ -995,7 +997,7 @@ def run_row(family, refusal, level=4):
         elif refusal.broken == "merge":
             pathlib.Path(f"{file}_tmp").mkdir()
     try:
-        return run(family.path, refusal.words, level, host, refusal.faults, refusal.refuse)
+        return run(family.path, refusal.words, level, host, refusal.faults, refusal.refuse, command=command)
     finally:
         forget_staged(refusal.words)
 
