@@ -116,6 +116,9 @@ VX_UINT32 VEXAPI_ExtSetScope(const VEXAPI_EXT_SCOPE* scope) {
             if ((known.Parts & ~VX_UINT32{VEXAPI_EXT_EVERYTHING}) != 0) {
                 throw Mistake{"Parts of scope may not be " + std::to_string(known.Parts)};
             }
+            if (known.HasLunNumber > 1) {
+                throw Mistake{"HasLunNumber of scope may not be " + std::to_string(known.HasLunNumber)};
+            }
         }
         call.Begin();
         return STATUS_OK; // nothing is left out

@@ -266,11 +266,15 @@ TEST_F(Extensions, ScopeIsAcceptedAndLeavesNothingOut) {
     scope.Parts = VEXAPI_EXT_LUNS;
     std::memcpy(scope.PortName, Port(1)->WWPN, 8);
     scope.TargetName[7] = 5;
+    scope.HasLunNumber = 1;
+    scope.LunNumber = 300;
     EXPECT_EQ(VEXAPI_ExtSetScope(&scope), 0U);
     const Json logged = LastCall()["records"]["scope"];
     EXPECT_EQ(logged["Parts"], 0x40);
     EXPECT_EQ(logged["PortName"], "21:00:00:24:ff:01:02:04");
     EXPECT_EQ(logged["TargetName"], "00:00:00:00:00:00:00:05");
+    EXPECT_EQ(logged["HasLunNumber"], 1);
+    EXPECT_EQ(logged["LunNumber"], 300);
     Restart();
     EXPECT_EQ(Target()->LunCount, 2U);
     EXPECT_EQ(Port()->PortSpeed, 50U);
@@ -282,6 +286,9 @@ TEST_F(Extensions, ScopesThatCannotBe) {
     auto scope = Sized<VEXAPI_EXT_SCOPE>();
     scope.Parts = 0x100;
     ExpectMistake(VEXAPI_ExtSetScope(&scope), "Parts of scope may not be 256");
+    scope.Parts = 0;
+    scope.HasLunNumber = 2;
+    ExpectMistake(VEXAPI_ExtSetScope(&scope), "HasLunNumber of scope may not be 2");
     scope.Size = offsetof(VEXAPI_EXT_SCOPE, Parts); // which isn't covered then
     EXPECT_EQ(VEXAPI_ExtSetScope(&scope), 0U);
 }
