@@ -13,6 +13,7 @@ import unittest
 BUILD = pathlib.Path(os.environ['BUILD'])
 TOOLS = pathlib.Path(__file__).parents[2] / 'integration/descriptor'
 DESCRIPTION = BUILD / 'integration/orfc-esxcli.json'
+RECORDS = BUILD / 'integration/orfc.json'
 DESCRIPTOR = (BUILD / 'integration/orfc-esxcli.xml').read_text()
 
 
@@ -67,13 +68,14 @@ class Generator(InFolder):
         self.assertEqual([name for name in os.listdir(self.folder) if name != 'in.json'], [])
 
     def test_build_has_its_descriptor(self):
-        self.assertEqual((self.generate().returncode, (self.folder / 'out.xml').read_text()), (0, DESCRIPTOR))
+        self.assertEqual((self.generate(DESCRIPTION, '--records', RECORDS).returncode, (self.folder / 'out.xml').read_text()), (0, DESCRIPTOR))
         self.assertEqual(os.listdir(self.folder), ['out.xml'])
 
     def test_program_is_an_option(self):
-        self.assertEqual(self.generate(DESCRIPTION, '--program', '/usr/libexec/x').returncode, 0)
+        self.assertEqual(self.generate(DESCRIPTION, '--records', RECORDS, '--program', '/usr/libexec/x').returncode, 0)
         self.assertEqual((self.folder / 'out.xml').read_text(),
-                         DESCRIPTOR.replace('/opt/orvane/fc/bin/orfc-esxcli', '/usr/libexec/x'))
+                         DESCRIPTOR.replace('/opt/orvane/fc/bin/orfc-esxcli', '/usr/libexec/x')
+                         .replace('/opt/orvane/fc/bin/orfc', '/usr/libexec/orfc'))
 
     def test_usage(self):
         for options in (['--nosuch'], ['--program'], ['--program', 'orfc-esxcli'], ['--program', '/a b'],
@@ -98,11 +100,11 @@ class Generator(InFolder):
                 parent = parent[key]
             spoil(parent, place[-1])
             with self.assertRaises(generator.Fault) as raised:
-                generator.make_descriptor(generator.checked(description), '/program')
+                generator.make_descriptor(generator.checked(generator.Node(description)), '/program')
             return str(raised.exception)
 
         spelled = lambda place: re.sub(r'\.\[', '[', '.'.join(f'[{key}]' if isinstance(key, int) else key for key in place))
-        generator.make_descriptor(generator.checked(SMALL), '/program')
+        generator.make_descriptor(generator.checked(generator.Node(SMALL)), '/program')
         for place in places(SMALL, []):
             if place == ['schema_version', 1]: # of no interest
                 continue

@@ -29,6 +29,15 @@ def descriptor_for(program):
     return agent.read_descriptor(path)
 
 
+def records_of(program):
+    """The commands for the lists of orfc, which is installed beside the program."""
+    path = FOLDER / 'records.xml'
+    subprocess.run([TESTS.parent / 'integration/descriptor/generate', '--program', program,
+                    '--records', BUILD / 'integration/orfc.json', DESCRIPTION, path], check=True)
+    return {path: command for path, command in agent.read_descriptor(path).items()
+            if path.startswith(f'{TOP}.records.')}
+
+
 def lab(**variables):
     return dict(os.environ, VEXAPI_SIM_STATE='', **variables)
 
@@ -353,6 +362,59 @@ class Attacks(Documents, unittest.TestCase):
         command = COMMANDS[f'{TOP}.port.info.get']
         for word in ('q', 'version', '?'):
             self.assertEqual(command.run({'port': word}, env=lab()), b'')
+
+
+class Records(unittest.TestCase):
+    """The lists of orfc as commands: flat records, of which scripts read properties."""
+    KINDS = ('adapters', 'counters', 'luns', 'paths', 'ports', 'targets', 'transceivers')
+
+    @classmethod
+    def setUpClass(cls):
+        cls.commands = records_of(BUILD / 'orfc-esxcli')
+
+    def records(self, kind, environment=None, **values):
+        output = self.commands[f'{TOP}.records.{kind}.list'].run(values, env=environment or lab())
+        self.assertEqual(self.commands[f'{TOP}.records.{kind}.list'].judge(output), set())
+        return agent.read_records(output)
+
+    def test_each_list_is_a_command(self):
+        self.assertEqual(tuple(sorted(self.commands)), tuple(f'{TOP}.records.{kind}.list' for kind in self.KINDS))
+
+    def test_every_record_has_every_field(self):
+        for kind in self.KINDS:
+            with self.subTest(kind=kind):
+                records = self.records(kind)
+                self.assertGreater(len(records), 1)
+                self.assertEqual({tuple(record) for record in records}, {tuple(records[0])})
+
+    def test_no_record_without_a_port(self):
+        path = FOLDER / 'empty.json'
+        path.write_text('{"Adapters": []}')
+        for kind in self.KINDS:
+            with self.subTest(kind=kind):
+                self.assertEqual(self.records(kind, lab(VEXAPI_SIM_HOST=str(path))), [])
+
+    def test_properties_are_those_of_the_documents(self):
+        """The link failures of a port, as a property and as a line of the report of orfc-esxcli."""
+        port = 'FC_21:00:00:24:ff:7e:2d:94'
+        record, = self.records('ports', name=port)
+        self.assertEqual(record['Port'], [port])
+        report = subprocess.run([BUILD / 'orfc-esxcli', '-t', 'port', '-s', 'stats', 'getcli', port, 'Firmware'], env=lab(),
+                                capture_output=True, text=True, check=True).stdout
+        self.assertIn(f'Link Failure Count: {record["LinkFailureCount"][0]}\n', report)
+
+    def test_names_reach_the_program_as_one_word(self):
+        with tempfile.TemporaryDirectory() as folder:
+            forbidden = pathlib.Path(folder) / 'forbidden'
+            for hostile in Words.HOSTILE:
+                name = hostile.format(forbidden)
+                if name == '':
+                    continue # no name at all: every port
+                with self.subTest(name=name):
+                    output = self.commands[f'{TOP}.records.ports.list'].run({'name': name}, env=lab(), cwd=folder,
+                                                                            stderr=subprocess.DEVNULL)
+                    self.assertEqual(output, b'')
+                    self.assertFalse(forbidden.exists())
 
 
 if __name__ == '__main__':
