@@ -66,14 +66,16 @@ std::optional<Step> Lun::DownAt() const {
 }
 
 bool Lun::IsForeignInMap() const {
-    // "mpath-3600…": the name space, a digit that says which kind of id follows, and the digits of the id.
+    // "mpath-3600…": the name space, a digit that says which kind of id follows, and the digits of the id; or
+    // "mpath-eui.…", the id of a namespace as the kernel spells it.
     constexpr std::string_view NAME_SPACE = "mpath-";
     const std::size_t digits = worldwideId.find('.');
     if (!mapId.starts_with(NAME_SPACE) || mapId.size() <= NAME_SPACE.size() + 1 ||
         !(worldwideId.starts_with("naa.") || worldwideId.starts_with("eui."))) {
         return false;
     }
-    return std::string_view(mapId).substr(NAME_SPACE.size() + 1) != std::string_view(worldwideId).substr(digits + 1);
+    const std::string_view id = std::string_view(mapId).substr(NAME_SPACE.size());
+    return id != worldwideId && id.substr(1) != std::string_view(worldwideId).substr(digits + 1);
 }
 
 std::string WwnText(Wwn name) {
@@ -89,11 +91,14 @@ std::string WwnText(Wwn name) {
 }
 
 std::string DesignatorText(decoders::Bytes id, bool isNamespace) {
-    if (id.empty()) {
+    if (std::all_of(id.begin(), id.end(), [](unsigned byte) { return byte == 0; })) {
         return {};
     }
-    const bool isPrintable =
-        std::all_of(id.begin(), id.end(), [](unsigned byte) { return (byte >= 0x20 && byte < 0x7F) || byte == 0; });
+    const std::string_view text = id.PaddedText(0, id.size());
+    // Nothing but padding follows the text.
+    const bool isPrintable = std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; }) &&
+                             std::all_of(id.begin() + static_cast<std::ptrdiff_t>(text.size()), id.end(),
+                                         [](unsigned byte) { return byte == ' ' || byte == 0; });
     std::string hexadecimal;
     for (const unsigned byte : id) {
         char digits[3];
@@ -109,7 +114,7 @@ std::string DesignatorText(decoders::Bytes id, bool isNamespace) {
         (id.size() == 8 && (authority == 2 || authority == 3 || authority == 5))) {
         return "naa." + hexadecimal;
     }
-    return isPrintable ? "t10." + std::string(id.PaddedText(0, id.size())) : "0x" + hexadecimal;
+    return isPrintable ? "t10." + std::string(text) : "0x" + hexadecimal;
 }
 
 } // namespace orfc

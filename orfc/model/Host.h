@@ -65,8 +65,10 @@ struct Transceiver {
     decoders::ModuleFamily family = decoders::ModuleFamily::OTHER;
     decoders::ModuleIdentity identity;
     bool hasDiagnostics = false;
-    bool isReady = false;
+    bool isReady = false; ///< false: the module has no values yet
     bool isAverageReceivePower = false;
+    /// Of thresholds and calibration constants. If it is wrong, no value has thresholds.
+    decoders::Checksum diagnosticsChecksum = decoders::Checksum::UNREAD;
     Monitored<decoders::Celsius> temperature;
     Monitored<decoders::Volts> voltage;
     std::vector<Lane> lanes; ///< one for the SFP family, four for QSFP
@@ -108,6 +110,7 @@ struct Port {
     Wwn fabricName = 0;            ///< of the principal switch
     Wwn switchName = 0;            ///< of the adjacent switch
     unsigned number = 0;           ///< of the physical port on its adapter
+    unsigned physicalPort = 0;     ///< of the physical port in the host: virtual ports share it
     std::string portId;            ///< "01:30:00"
     std::string state;             ///< "online", "offline"
     std::string interface;         ///< "physical", "virtual"
@@ -210,7 +213,8 @@ struct Host {
 
 /// "21:00:00:24:ff:7e:2d:94"; empty for 0.
 std::string WwnText(Wwn name);
-/// A designator as the kernel spells it: "naa.60…", "eui.…" of a namespace, "t10.…" for a text, else "0x…".
+/// A designator as the kernel spells it: "naa.60…", "eui.…" of a namespace, "t10.…" for a text, else "0x…". Empty if
+/// all bytes are zero.
 std::string DesignatorText(decoders::Bytes id, bool isNamespace);
 
 } // namespace orfc

@@ -86,6 +86,7 @@ Session::Session(const Library& library, VEXAPI_EXT_SCOPE scope) : mLibrary(libr
     if (const VX_UINT32 status = library.VEXAPI_Initialize(0, 0); status != 0) {
         char number[16];
         std::snprintf(number, sizeof number, "0x%x", status);
+        EndMessages();
         throw Failure(library.Path() + ": doesn't start, status " + number +
                       (mMessages.empty() ? "" : ": " + mMessages.front()));
     }
@@ -95,6 +96,10 @@ Session::Session(const Library& library, VEXAPI_EXT_SCOPE scope) : mLibrary(libr
 
 Session::~Session() {
     mLibrary.VEXAPI_Uninitialize();
+    EndMessages();
+}
+
+void Session::EndMessages() const {
     if (mLibrary.VEXAPI_ExtSetMessageHandler != nullptr) {
         mLibrary.VEXAPI_ExtSetMessageHandler(nullptr, nullptr);
     }

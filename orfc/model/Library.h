@@ -26,6 +26,9 @@ public:
     /// `choice` is "linux", "simulator", the path of a library, or empty for the one that the loader finds. Throws
     /// `Failure`.
     explicit Library(const std::string& choice);
+    /// Same with functions that the caller has.
+    Library(const LibraryFunctions& functions, std::string path)
+        : LibraryFunctions(functions), mPath(std::move(path)) {}
 
     /// Path of the file that serves.
     const std::string& Path() const { return mPath; }
@@ -48,6 +51,8 @@ public:
     std::vector<std::string>& Messages() { return mMessages; }
 
 private:
+    void EndMessages() const;
+
     const Library& mLibrary;
     std::vector<std::string> mMessages;
 };

@@ -27,7 +27,7 @@ bool DropPrefix(std::string_view& text, std::string_view prefix) {
 std::string Plain(std::string_view name) {
     std::string lower = LowerCase(name);
     std::string_view text = lower;
-    for (const std::string_view folder : {"/dev/mapper/", "/dev/"}) {
+    for (const std::string_view folder : {"/dev/mapper/", "/dev/disk/by-id/", "/dev/"}) {
         if (DropPrefix(text, folder)) {
             break;
         }
@@ -35,8 +35,10 @@ std::string Plain(std::string_view name) {
     return std::string(text);
 }
 
-/// The digits of a name that is hexadecimal but for prefixes and colons; empty for any other.
+/// The digits of a name that is hexadecimal but for prefixes and colons between pairs; empty for any other. Of the two
+/// names of a port, "nn-…:pn-…", those of the port name.
 std::string Digits(std::string_view plain) {
+    plain.remove_prefix(std::min(plain.find(":pn-") + 1, plain.size()));
     for (const std::string_view prefix : {"nn-", "pn-", "wwn-", "naa.", "eui."}) {
         if (DropPrefix(plain, prefix)) {
             break;
@@ -44,11 +46,15 @@ std::string Digits(std::string_view plain) {
     }
     DropPrefix(plain, "0x");
     std::string digits;
+    std::size_t group = 0; // digits since the last colon
     for (const char c : plain) {
         if ((c >= '0' && c <= '9') || (c >= 'a' && c <= 'f')) {
             digits += c;
-        } else if (c != ':') {
-            return {};
+            ++group;
+        } else if (c == ':' && group == 2) {
+            group = 0;
+        } else {
+            return {}; // "2:0:1:5" is an address
         }
     }
     return digits;
@@ -195,7 +201,7 @@ Selection Find(const Host& host, std::string_view name) {
     const std::string digits = Digits(plain);
     Selection exact;
     Selection beginning;
-    std::map<std::string, std::string> begun; // names with this beginning, by what is compared
+    std::map<std::string, Selection> begun; // names with this beginning, as they are shown
     VisitHost(host, [&](const Name& candidate, auto select) {
         for (const std::string& text : {plain, digits}) {
             if (text.empty()) {
@@ -205,7 +211,7 @@ Selection Find(const Host& host, std::string_view name) {
                 select(exact);
             } else if (candidate.compared.starts_with(text)) {
                 select(beginning);
-                begun.emplace(candidate.compared, candidate.shown);
+                select(begun[candidate.shown]);
             }
         }
     });
@@ -215,18 +221,16 @@ Selection Find(const Host& host, std::string_view name) {
     if (beginning.IsEmpty()) {
         throw Failure("nothing is named " + std::string(name) + Suggestions(host, plain, digits));
     }
-    if (begun.size() == 1 || KeepTop(beginning)) {
+    const bool isUnique =
+        std::all_of(begun.begin(), begun.end(), [&](const auto& it) { return it.second == beginning; });
+    if (isUnique || KeepTop(beginning)) {
         return beginning;
-    }
-    std::set<std::string> shown; // an object's own names may differ in spelling only
-    for (const auto& [compared, text] : begun) {
-        shown.insert(text);
     }
     std::string text;
     std::size_t count = 0;
-    for (const std::string& candidate : shown) {
+    for (const auto& [candidate, objects] : begun) {
         if (count++ == MAX_SUGGESTIONS) {
-            text += " and " + std::to_string(shown.size() - MAX_SUGGESTIONS) + " more";
+            text += " and " + std::to_string(begun.size() - MAX_SUGGESTIONS) + " more";
             break;
         }
         text += (text.empty() ? "" : ", ") + candidate;

@@ -16,6 +16,7 @@ struct Selection {
     std::set<const Target*> targets;
     std::set<const Lun*> luns;
 
+    friend bool operator==(const Selection&, const Selection&) = default;
     bool IsEmpty() const { return adapters.empty() && ports.empty() && targets.empty() && luns.empty(); }
 };
 
@@ -26,7 +27,7 @@ struct Selection {
 ///    in either letter case;
 ///  - kernel names, "host2", "rport-2:0-1", "sdb", "/dev/sdb", "2:0:1:5", "nvme0n1";
 ///  - maps, by name, device or id;
-///  - the beginning of any of these that belongs to one name only.
+///  - the beginning of any of these, if all names that begin so denote the same.
 ///
 /// A name may denote several objects: a storage port that two ports see is two targets, a LUN one for each path.
 /// Throws `Failure` if nothing has the name, and tells the nearest that exist; if a beginning is that of several names,

@@ -52,8 +52,10 @@ constexpr SpeedCode SPEEDS[] = {{1, 1}, {2, 2}, {4, 4}, {8, 8}, {16, 10}, {22, 1
 constexpr SpeedCode SPEED_BITS[] = {{0x01, 1},  {0x02, 2},  {0x08, 4},  {0x10, 8},
                                     {0x04, 10}, {0x20, 16}, {0x40, 32}, {0x80, 64}};
 
-constexpr std::size_t RDP_SIZE = 508;  ///< likewise
-constexpr std::size_t VPD_SIZE = 1024; ///< that of `orfc-esxcli`; libraries may refuse another
+constexpr std::size_t VPD_SIZE = 1024;   ///< that of `orfc-esxcli`; libraries may refuse another
+constexpr std::size_t RDP_SIZE = 508;    ///< likewise
+constexpr std::size_t FEW_COUNTERS = 64; ///< as many as drivers have
+constexpr std::size_t MOST_COUNTERS = 4096;
 constexpr VX_UINT16 NO_TARGET_NUMBER = 0xFFFF;
 constexpr VX_UINT8 NVME_TARGET = 0x08; ///< in byte 5 of a target's flags
 
@@ -83,24 +85,42 @@ std::optional<unsigned> KnownNumber(VX_UINT32 number) {
     return number != VEXAPI_EXT_UNKNOWN ? std::optional<unsigned>(number) : std::nullopt;
 }
 
-/// Visits the entries of a list. A list that runs in a ring ends at the first entry that was visited before: Brent's
-/// algorithm, which finds it after at most three rounds.
-template <typename Entry, typename Visit> bool Walk(Entry* head, Visit visit) {
-    Entry* mark = head;
-    std::size_t steps = 0;
-    std::size_t limit = 2;
-    for (Entry* entry = head; entry != nullptr; entry = entry->pNext) {
-        if (steps != 0 && entry == mark) {
-            return false;
-        }
-        if (++steps == limit) {
+/// The number of entries of a list that runs in a ring, each counted once; none for a list that ends. Brent's
+/// algorithm.
+template <typename Entry> std::optional<std::size_t> RingSize(const Entry* head) {
+    const Entry* mark = head;
+    const Entry* entry = head != nullptr ? head->pNext : nullptr;
+    std::size_t length = 1; // from the mark to the entry
+    for (std::size_t limit = 1; entry != nullptr && entry != mark; entry = entry->pNext, ++length) {
+        if (length == limit) {
             mark = entry;
-            steps = 1;
             limit *= 2;
+            length = 0;
         }
+    }
+    if (entry == nullptr) {
+        return std::nullopt;
+    }
+    // Two pointers that are a ring's length apart meet where it begins.
+    const Entry* ahead = head;
+    for (std::size_t step = 0; step < length; ++step) {
+        ahead = ahead->pNext;
+    }
+    std::size_t before = 0;
+    for (entry = head; entry != ahead; entry = entry->pNext, ahead = ahead->pNext) {
+        ++before;
+    }
+    return before + length;
+}
+
+/// Visits each entry of a list once. Returns false for a list without an end.
+template <typename Entry, typename Visit> bool Walk(Entry* head, Visit visit) {
+    const std::optional<std::size_t> ring = RingSize(head);
+    std::size_t left = ring.value_or(0);
+    for (Entry* entry = head; entry != nullptr && (!ring || left-- != 0); entry = entry->pNext) {
         visit(*entry);
     }
-    return true;
+    return !ring;
 }
 
 /// The counters of a port's record, where the operating system's aren't to be had.
@@ -160,9 +180,9 @@ public:
     }
 
 private:
-    template <typename Entry, typename Visit> void WalkAll(Entry* head, const char* what, Visit visit) {
+    template <typename Entry, typename Visit> void WalkAll(Entry* head, const std::string& what, Visit visit) {
         if (!Walk(head, visit)) {
-            mHost.messages.push_back(std::string(what) + ": the library's list has no end");
+            mHost.messages.push_back(what + ": the library's list has no end");
         }
     }
 
@@ -194,13 +214,15 @@ private:
         if (record.pPhyPortList == nullptr) {
             return;
         }
-        WalkAll(record.pPhyPortList->pHead, "physical ports", [&](_vexapi_phy_port_t& physical) {
+        WalkAll(record.pPhyPortList->pHead, adapter.identifier + ": physical ports", [&](_vexapi_phy_port_t& physical) {
+            ++mPhysicalPorts;
             if (physical.pProtocolList != nullptr) {
-                WalkAll(physical.pProtocolList->pHead, "ports", [&](_vexapi_protocol_t& protocol) {
-                    if (!NameOf(PROTOCOLS, protocol.ProtocolType).empty()) {
-                        ReadPort(adapter, physical.PortNumber, protocol);
-                    }
-                });
+                WalkAll(physical.pProtocolList->pHead, adapter.identifier + ": ports",
+                        [&](_vexapi_protocol_t& protocol) {
+                            if (!NameOf(PROTOCOLS, protocol.ProtocolType).empty()) {
+                                ReadPort(adapter, physical.PortNumber, protocol);
+                            }
+                        });
             }
         });
     }
@@ -210,6 +232,7 @@ private:
         ++adapter.portCount;
         port.adapter = &adapter;
         port.number = number;
+        port.physicalPort = mPhysicalPorts;
         port.portName = WwnOf(record.WWPN);
         port.nodeName = WwnOf(record.WWNN);
         char identifier[] = "FC_xx:xx:xx:xx:xx:xx:xx:xx";
@@ -222,6 +245,9 @@ private:
         }
         if (mWanted.portDetails) {
             ReadPortDetails(port, record);
+            if (port.state == "offline") {
+                port.speed.reset(); // some drivers keep the last one
+            }
         }
         const bool isMeant = mWanted.ports.empty() || mWanted.ports.contains(port.portName);
         if (mWanted.counters && isMeant) {
@@ -249,7 +275,7 @@ private:
             ReadVpd(adapter, record);
         }
         if (mWanted.targets) {
-            WalkAll(record.pTargetList, "targets",
+            WalkAll(record.pTargetList, port.identifier + ": targets",
                     [&](_tagVEXAPI_SDMTarget& target) { ReadTarget(port, record, target); });
         }
     }
@@ -305,23 +331,24 @@ private:
         if (mSession->VEXAPI_ExtGetCounters == nullptr) {
             return;
         }
-        std::vector<VEXAPI_EXT_COUNTER> records(64);
-        for (;;) {
-            auto count = static_cast<VX_UINT32>(records.size());
-            std::fill(records.begin(), records.end(), VEXAPI_EXT_COUNTER{});
+        std::vector<VEXAPI_EXT_COUNTER> records;
+        for (std::size_t room = FEW_COUNTERS; room <= MOST_COUNTERS;) {
+            records.assign(room, {});
+            auto count = static_cast<VX_UINT32>(room);
             if (!Succeeds(mSession->VEXAPI_ExtGetCounters(&port.PortHandle, target, records.data(), &count), where,
                           "counters")) {
                 return;
             }
-            if (count <= records.size()) {
+            if (count <= room) {
                 records.resize(count);
-                break;
+                for (const VEXAPI_EXT_COUNTER& record : records) {
+                    counters[TextOf(record.Name)] = record.Value;
+                }
+                return;
             }
-            records.resize(count);
+            room = count;
         }
-        for (const VEXAPI_EXT_COUNTER& record : records) {
-            counters[TextOf(record.Name)] = record.Value;
-        }
+        mHost.messages.push_back(where + ": counters: more than " + std::to_string(MOST_COUNTERS));
     }
 
     void ReadSettings(Port& port, _vexapi_protocol_t& record) {
@@ -443,7 +470,7 @@ private:
             ReadCounters(owner, &record, target.counters, target.identifier);
         }
         if (mWanted.luns) {
-            WalkAll(record.pLunList, "LUNs",
+            WalkAll(record.pLunList, target.identifier + ": LUNs",
                     [&](_tagVEXAPI_SDMLun& lun) { ReadLun(port, target, owner, record, lun); });
         }
     }
@@ -459,9 +486,11 @@ private:
         lun.vendor = TextOf(record.VendorId);
         lun.product = TextOf(record.ProductId);
         lun.revision = lun.IsNamespace() ? TextOf(record.NamespaceRevision) : TextOf(record.ProductRevision);
-        if (record.BlockCount != 0 && record.BlockSize != 0) {
-            lun.size = record.BlockCount * record.BlockSize;
+        if (record.BlockSize != 0) {
             lun.blockSize = record.BlockSize;
+            if (record.BlockCount != 0 && record.BlockCount <= UINT64_MAX / record.BlockSize) {
+                lun.size = record.BlockCount * record.BlockSize;
+            }
         }
         lun.worldwideId = DesignatorText(
             {record.WorldwideId, std::min<std::size_t>(record.WorldwideIdLength, sizeof record.WorldwideId)},
@@ -492,6 +521,7 @@ private:
     const Wanted& mWanted;
     const std::function<void(const std::string&)>& mOnPort;
     Host& mHost;
+    unsigned mPhysicalPorts = 0;
 };
 
 } // namespace

@@ -12,17 +12,23 @@ namespace {
 
 constexpr std::size_t PAGE = 256;
 
+bool IsZero(decoders::Bytes memory) {
+    return std::all_of(memory.begin(), memory.end(), [](unsigned byte) { return byte == 0; });
+}
+
 void TakeDiagnostics(const decoders::SfpDiagnostics& values, Transceiver& transceiver) {
-    transceiver.isReady = values.isReady;
-    transceiver.isAverageReceivePower = values.isAverageReceivePower;
     transceiver.temperature = values.temperature;
     transceiver.voltage = values.voltage;
     transceiver.lanes = {{values.bias, values.transmitPower, values.receivePower}};
+    transceiver.diagnosticsChecksum = values.checksum;
+    if (values.checksum == decoders::Checksum::INVALID) {
+        const auto distrust = [](auto&... readings) { ((readings ? readings->thresholds.reset() : void()), ...); };
+        Lane& lane = transceiver.lanes.front();
+        distrust(transceiver.temperature, transceiver.voltage, lane.bias, lane.transmitPower, lane.receivePower);
+    }
 }
 
 void TakeDiagnostics(const decoders::QsfpDiagnostics& values, Transceiver& transceiver) {
-    transceiver.isReady = values.isReady;
-    transceiver.isAverageReceivePower = values.isAverageReceivePower;
     transceiver.temperature = values.temperature;
     transceiver.voltage = values.voltage;
     if (values.lanes) {
@@ -37,8 +43,13 @@ void Take(decoders::ModuleIdentity identity, const Diagnostics& diagnostics, Tra
     transceiver.identity = std::move(identity);
     transceiver.state =
         transceiver.identity.baseChecksum == decoders::Checksum::VALID ? ModuleState::READ : ModuleState::BAD;
-    transceiver.hasDiagnostics = diagnostics.has_value();
-    if (diagnostics && transceiver.state == ModuleState::READ) {
+    if (transceiver.state != ModuleState::READ || !diagnostics) {
+        return;
+    }
+    transceiver.hasDiagnostics = true;
+    transceiver.isReady = diagnostics->isReady;
+    transceiver.isAverageReceivePower = diagnostics->isAverageReceivePower;
+    if (diagnostics->isReady) {
         TakeDiagnostics(*diagnostics, transceiver);
     }
 }
@@ -47,7 +58,7 @@ void Take(decoders::ModuleIdentity identity, const Diagnostics& diagnostics, Tra
 
 Transceiver DecodeTransceiver(decoders::Bytes image) {
     Transceiver transceiver;
-    if (std::all_of(image.begin(), image.end(), [](unsigned byte) { return byte == 0; })) {
+    if (IsZero(image)) {
         transceiver.state = ModuleState::EMPTY;
         return transceiver;
     }
@@ -55,7 +66,9 @@ Transceiver DecodeTransceiver(decoders::Bytes image) {
     switch (transceiver.family) {
     case decoders::ModuleFamily::SFP: {
         const decoders::Bytes a0 = image.Sub(0, PAGE);
-        Take(decoders::DecodeSfpIdentity(a0), decoders::DecodeSfpDiagnostics(a0, image.Sub(PAGE, PAGE)), transceiver);
+        const decoders::Bytes a2 = image.Sub(PAGE, PAGE);
+        const decoders::Bytes read = IsZero(a2) ? decoders::Bytes() : a2; // a library may have A0h only
+        Take(decoders::DecodeSfpIdentity(a0), decoders::DecodeSfpDiagnostics(a0, read), transceiver);
         break;
     }
     case decoders::ModuleFamily::QSFP: {

@@ -12,13 +12,13 @@ std::size_t Volume::WaysUp() const {
 }
 
 Redundancy Volume::Judge() const {
-    std::set<const Port*> ports;
+    std::set<unsigned> ports;
     std::set<Wwn> fabrics;
     std::size_t up = 0;
     for (const Lun* way : ways) {
         if (!way->DownAt()) {
             ++up;
-            ports.insert(way->target->port);
+            ports.insert(way->target->port->physicalPort);
             fabrics.insert(way->target->port->fabricName);
         }
     }
@@ -36,12 +36,14 @@ std::vector<Volume> VolumesOf(const Host& host) {
     std::vector<Volume> volumes;
     std::unordered_map<std::string_view, std::size_t> known;
     for (const Lun& lun : host.luns) {
-        const std::string_view key = lun.worldwideId.empty() ? lun.identifier : lun.worldwideId;
-        const auto [place, isNew] = known.emplace(key, volumes.size());
-        if (isNew) {
+        std::size_t place = volumes.size();
+        if (!lun.worldwideId.empty()) {
+            place = known.emplace(lun.worldwideId, place).first->second;
+        }
+        if (place == volumes.size()) {
             volumes.push_back({lun.worldwideId, {}});
         }
-        volumes[place->second].ways.push_back(&lun);
+        volumes[place].ways.push_back(&lun);
     }
     return volumes;
 }

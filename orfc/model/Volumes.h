@@ -10,7 +10,7 @@ namespace orfc {
 enum class Redundancy {
     NO_PATH,    ///< none works
     ONE_PATH,   ///< one works
-    ONE_PORT,   ///< those that work share a port of this host
+    ONE_PORT,   ///< those that work share a physical port of this host
     ONE_FABRIC, ///< they share a fabric
     REDUNDANT,
 };
