@@ -132,6 +132,10 @@ Shown ShowCounters(const Request& request);
 Shown ShowPaths(const Request& request);
 Shown ShowPing(const Request& request);
 
+/// Adds the counters of these ports and targets: those that moved, if there is an earlier reading.
+void AddCounters(const Request& request, const std::vector<const Port*>& ports,
+                 const std::vector<const Target*>& targets, Shown& shown);
+
 /// "ok", "warning", "alarm", "empty", "bad checksum"…: how a module does, in one word.
 std::string HealthOf(const Transceiver& transceiver);
 /// "ok", "high alarm", …

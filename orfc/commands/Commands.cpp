@@ -25,7 +25,7 @@ Shown ShowLuns(const Request& request) {
     return shown;
 }
 
-/// The named objects themselves, and the modules of ports.
+/// The named objects themselves, with the modules of ports and all counters.
 Shown ShowObjects(const Request& request) {
     const Selection selection = FindAll(request);
     Shown shown;
@@ -34,8 +34,10 @@ Shown ShowObjects(const Request& request) {
     shown.Add("port", PortColumns(), ports);
     shown.Add("settings", SettingsColumns(), ports);
     shown.Add(TRANSCEIVER_KIND, TransceiverColumns(), ports);
-    shown.Add("target", TargetColumns(), InOrder(request.host.targets, selection.targets));
+    const std::vector<const Target*> targets = InOrder(request.host.targets, selection.targets);
+    shown.Add("target", TargetColumns(), targets);
     shown.Add("lun", LunColumns(), InOrder(request.host.luns, selection.luns));
+    AddCounters(request, ports, targets, shown);
     return shown;
 }
 

@@ -57,21 +57,27 @@ void AddRows(const Counters& counters, const Counters* before, const Request& re
 
 } // namespace
 
-Shown ShowCounters(const Request& request) {
+void AddCounters(const Request& request, const std::vector<const Port*>& ports,
+                 const std::vector<const Target*>& targets, Shown& shown) {
     std::vector<CounterRow> rows;
-    const std::vector<const Target*> targets = TargetsOf(request);
-    for (const Port* port : PortsOf(request)) {
-        AddRows(port->counters, CountersOf(request.before, port->identifier, false), request, port->identifier, "",
-                rows);
+    for (const Port& port : request.host.ports) {
+        if (std::find(ports.begin(), ports.end(), &port) != ports.end()) {
+            AddRows(port.counters, CountersOf(request.before, port.identifier, false), request, port.identifier, "",
+                    rows);
+        }
         for (const Target* target : targets) {
-            if (target->port == port) {
+            if (target->port == &port) {
                 AddRows(target->counters, CountersOf(request.before, target->identifier, true), request,
-                        port->identifier, WwnText(target->portName), rows);
+                        port.identifier, WwnText(target->portName), rows);
             }
         }
     }
-    Shown shown;
     shown.AddRows<CounterRow>("counter", COUNTER, std::move(rows));
+}
+
+Shown ShowCounters(const Request& request) {
+    Shown shown;
+    AddCounters(request, PortsOf(request), TargetsOf(request), shown);
     return shown;
 }
 

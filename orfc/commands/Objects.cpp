@@ -172,13 +172,17 @@ constexpr ColumnOf<Lun> LUN[] = {
     {{"size_bytes", "SIZE", Type::BYTES, Place::TABLE, "LUN", "Size in bytes"}, [](const Lun& l) { return NumberValue(l.size); }},
     {{"worldwide_id", "WORLDWIDE ID", Type::TEXT, Place::TABLE, "LUN", "Worldwide id"}, [](const Lun& l) { return TextValue(l.worldwideId); }},
     {{"address", "H:C:T:L", Type::TEXT, Place::TABLE, "LUN", "Host, channel, target and LUN in the kernel"}, [](const Lun& l) { return TextValue(l.address); }},
-    {{"map", "MAP", Type::TEXT, Place::TABLE, "LUN", "Multipath map"}, [](const Lun& l) { return TextValue(l.map); }},
+    {{"map", "MAP", Type::TEXT, Place::TABLE, "Map", "Multipath map"}, [](const Lun& l) { return TextValue(l.map); }},
     {{"vendor", "VENDOR", Type::TEXT, Place::WIDE, "LUN", "Vendor of the storage"}, [](const Lun& l) { return TextValue(l.vendor); }},
     {{"product", "PRODUCT", Type::TEXT, Place::WIDE, "LUN", "Product"}, [](const Lun& l) { return TextValue(l.product); }},
     {{"revision", "REVISION", Type::TEXT, Place::WIDE, "LUN", "Revision of the product"}, [](const Lun& l) { return TextValue(l.revision); }},
     {{"block_size_bytes", "BLOCK", Type::INTEGER, Place::WIDE, "LUN", "Size of a logical block in bytes"}, [](const Lun& l) { return NumberValue(l.blockSize); }},
     {{"device_state", "STATE", Type::TEXT, Place::WIDE, "LUN", "State of the device in the kernel's words"}, [](const Lun& l) { return TextValue(l.state); }},
     {{"access_state", "ACCESS", Type::TEXT, Place::WIDE, "LUN", "Access state that the storage reports for this path"}, [](const Lun& l) { return TextValue(l.accessState); }},
+    {{"map_device", "MAP DEVICE", Type::TEXT, Place::WIDE, "Map", "Device of the map"}, [](const Lun& l) { return TextValue(l.mapDevice); }},
+    {{"map_path_state", "IN MAP", Type::TEXT, Place::WIDE, "Map", "State of the path in its map"}, [](const Lun& l) { return TextValue(l.mapPathState); }},
+    {{"map_state", "MAP STATE", Type::TEXT, Place::WIDE, "Map", "State of the map"}, [](const Lun& l) { return TextValue(l.mapState); }},
+    {{"map_id", "MAP ID", Type::TEXT, Place::WIDE, "Map", "Id of the map"}, [](const Lun& l) { return TextValue(l.mapId); }},
 };
 // clang-format on
 

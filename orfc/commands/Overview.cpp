@@ -8,8 +8,8 @@ namespace {
 // clang-format off
 constexpr ColumnOf<Port> OVERVIEW[] = {
     {{"adapter", "ADAPTER", Type::TEXT, Place::HEADING, "Port", "Identifier of the adapter"}, [](const Port& p) { return TextValue(p.adapter->identifier); }},
-    {{"firmware_version", "FIRMWARE", Type::TEXT, Place::HEADING, "Port", "Version of the running firmware"}, [](const Port& p) { return TextValue(p.firmwareVersion.empty() ? "" : "firmware " + p.firmwareVersion); }},
-    {{"driver_version", "DRIVER VERSION", Type::TEXT, Place::HEADING, "Port", "Version of the driver"}, [](const Port& p) { return TextValue(p.driverVersion.empty() ? "" : "driver " + p.driverVersion); }},
+    {{"firmware_version", "firmware", Type::TEXT, Place::HEADING, "Port", "Version of the running firmware"}, [](const Port& p) { return TextValue(p.firmwareVersion); }},
+    {{"driver_version", "driver", Type::TEXT, Place::HEADING, "Port", "Version of the driver"}, [](const Port& p) { return TextValue(p.driverVersion); }},
     {{"port", "PORT", Type::TEXT, Place::ALWAYS, "Port", "Identifier of the port"}, [](const Port& p) { return TextValue(p.identifier); }},
     {{"host", "HOST", Type::TEXT, Place::TABLE, "Port", "The kernel's name of the port"}, [](const Port& p) { return TextValue(p.kernelName); }},
     {{"state", "STATE", Type::VERDICT, Place::TABLE, "Port", "State of the link"}, [](const Port& p) { return TextValue(p.state); }},

@@ -29,13 +29,13 @@ std::string RedundancyText(Redundancy redundancy) {
     return {};
 }
 
-/// The verdict over a path: the first step that is down, or what else is wrong.
+/// The verdict over a path: the map of another LUN, which endangers data, or the first step that is down.
 std::string VerdictOf(const Lun& way) {
-    if (const std::optional<Step> step = way.DownAt()) {
-        return StepText(*step);
-    }
     if (way.IsForeignInMap()) {
         return "wrong map";
+    }
+    if (const std::optional<Step> step = way.DownAt()) {
+        return StepText(*step);
     }
     return way.accessState == "standby" || way.accessState == "transitioning" ? way.accessState : "ok";
 }
@@ -46,14 +46,15 @@ const Port& PortOf(const PathRow& row) {
 
 // clang-format off
 constexpr ColumnOf<PathRow> PATH[] = {
-    {{"worldwide_id", "WORLDWIDE ID", Type::TEXT, Place::HEADING, "LUN", "Worldwide id of the LUN; unknown if it has none"}, [](const PathRow& r) { return TextValue(r.volume->worldwideId); }},
+    {{"volume", "VOLUME", Type::TEXT, Place::HEADING, "LUN", "What the paths lead to: the worldwide id of the LUN, or the identifier of the path if the LUN has none"}, [](const PathRow& r) { return TextValue(r.volume->worldwideId.empty() ? r.way->identifier : r.volume->worldwideId); }},
+    {{"worldwide_id", "WORLDWIDE ID", Type::TEXT, Place::DETAILED, "LUN", "Worldwide id of the LUN; unknown if it has none"}, [](const PathRow& r) { return TextValue(r.volume->worldwideId); }},
     {{"map", "MAP", Type::TEXT, Place::HEADING, "LUN", "Multipath map"}, [](const PathRow& r) { return TextValue(r.way->map); }},
     {{"map_device", "MAP DEVICE", Type::TEXT, Place::HEADING, "LUN", "Device of the map"}, [](const PathRow& r) { return TextValue(r.way->mapDevice); }},
     {{"size_bytes", "SIZE", Type::BYTES, Place::HEADING, "LUN", "Size in bytes"}, [](const PathRow& r) { return r.way->size ? Value(*r.way->size) : Value(); }},
     {{"paths", "paths", Type::INTEGER, Place::HEADING, "LUN", "Number of paths to the LUN"}, [](const PathRow& r) { return Value(std::uint64_t{r.volume->ways.size()}); }},
     {{"paths_up", "up", Type::INTEGER, Place::HEADING, "LUN", "Number of those that work"}, [](const PathRow& r) { return Value(std::uint64_t{r.waysUp}); }},
     {{"redundancy", "REDUNDANCY", Type::VERDICT, Place::HEADING, "LUN", "redundant; one fabric, one port or one path if all that work share it; no path if none works"}, [](const PathRow& r) { return TextValue(RedundancyText(r.redundancy)); }},
-    {{"verdict", "VERDICT", Type::VERDICT, Place::ALWAYS, "Path", "ok; the first step that is down; standby or transitioning; wrong map if the map is of another worldwide id"}, [](const PathRow& r) { return TextValue(VerdictOf(*r.way)); }},
+    {{"verdict", "VERDICT", Type::VERDICT, Place::ALWAYS, "Path", "ok; wrong map if the map is of another worldwide id; the first step that is down; standby or transitioning"}, [](const PathRow& r) { return TextValue(VerdictOf(*r.way)); }},
     {{"port", "PORT", Type::TEXT, Place::ALWAYS, "Path", "Identifier of the port"}, [](const PathRow& r) { return TextValue(PortOf(r).identifier); }},
     {{"host", "HOST", Type::TEXT, Place::TABLE, "Path", "The kernel's name of the port"}, [](const PathRow& r) { return TextValue(PortOf(r).kernelName); }},
     {{"target_port_name", "TARGET PORT", Type::TEXT, Place::ALWAYS, "Path", "Worldwide name of the storage port"}, [](const PathRow& r) { return TextValue(WwnText(r.way->target->portName)); }},

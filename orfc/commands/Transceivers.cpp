@@ -177,6 +177,7 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
     {{"length_cable_metres", "CABLE m", Type::INTEGER, Place::DETAILED, "Module", "Length of the attached cable"}, [](const Port& p) { return LengthValue(p, &decoders::LinkLengths::cable); }},
     {{"base_checksum_valid", "CC_BASE", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the first fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.baseChecksum); }},
     {{"extended_checksum_valid", "CC_EXT", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the other fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.extendedChecksum); }},
+    {{"diagnostics_checksum_valid", "CC_DMI", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the thresholds and calibration constants is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.diagnosticsChecksum); }},
     ORFC_READING(Near, "temperature", "celsius", "Temperature", "Temperature of the module", Temperature, 1),
     ORFC_VERDICT(Near, "temperature", "Temperature", Temperature),
     ORFC_READING(Near, "voltage", "volts", "Supply", "Supply voltage", Voltage, 3),
@@ -353,6 +354,9 @@ std::string HealthOf(const Transceiver& transceiver) {
     }
     if (!transceiver.isReady) {
         return "not ready";
+    }
+    if (transceiver.diagnosticsChecksum == decoders::Checksum::INVALID) {
+        return "bad checksum";
     }
     const std::optional<Verdict> worst = transceiver.WorstVerdict();
     return !worst                                                              ? "no thresholds"

@@ -22,9 +22,12 @@ std::string FieldOf(std::string text) {
 void WriteCsv(const Answer& answer, const Style& style, std::FILE* out) {
     const char* separator = "";
     for (const Records* records : answer.records) {
+        const std::vector<std::size_t> columns = ChosenColumns(*records, style, Place::DETAILED);
+        if (columns.empty()) {
+            continue;
+        }
         std::fputs(separator, out);
         separator = "\r\n";
-        const std::vector<std::size_t> columns = ChosenColumns(*records, style, Place::DETAILED);
         const auto writeLine = [&](auto textOf) {
             const char* comma = "";
             for (const std::size_t column : columns) {

@@ -4,8 +4,6 @@
 #include "Version.h"
 #include "Writer.h"
 
-#include <cmath>
-
 namespace orfc {
 
 using nlohmann::ordered_json;
@@ -32,11 +30,11 @@ ordered_json JsonOf(const Value& value) {
         ordered_json operator()(std::int64_t number) const { return number; }
         ordered_json operator()(const Decimal& number) const {
             // With the digits that the value has: the shortest text that reads as that number.
-            return std::isfinite(number.value) ? ordered_json(std::stod(TextOf(number))) : ordered_json(nullptr);
+            return std::stod(TextOf(number));
         }
         ordered_json operator()(const std::string& text) const { return text; }
     };
-    return std::visit(Converter{}, value);
+    return IsKnown(value) ? std::visit(Converter{}, value) : ordered_json();
 }
 
 ordered_json RecordOf(const Records& records, std::size_t record) {
@@ -89,7 +87,7 @@ ordered_json SchemaOf(const Records& records) {
 } // namespace
 
 std::string DumpJson(const ordered_json& json, int indent) {
-    return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace);
+    return json.dump(indent, ' ', true, ordered_json::error_handler_t::replace);
 }
 
 void WriteJson(const Answer& answer, const Style& style, std::FILE* out) {
@@ -120,6 +118,9 @@ ordered_json SchemaOf(const std::vector<const Records*>& kinds) {
     ordered_json definitions = ordered_json::object();
     ordered_json anyRecord = ordered_json::array();
     for (const Records* records : kinds) {
+        if (definitions.contains(records->Kind())) {
+            continue;
+        }
         definitions[records->Kind()] = SchemaOf(*records);
         anyRecord.push_back({{"$ref", std::string("#/definitions/") + records->Kind()}});
     }

@@ -11,7 +11,8 @@ namespace orfc {
 /// Of everything that is written as JSON. The first number moves when a reader must, the second when keys are added.
 inline constexpr int JSON_FORMAT_VERSION[] = {1, 0};
 
-/// The text of a value, on one line without an indent. Bytes that are no UTF-8 are U+FFFD.
+/// The text of a value, on one line without an indent. Bytes that are no UTF-8 are U+FFFD, and nothing but ASCII is in
+/// it, so that it does no harm on a terminal.
 std::string DumpJson(const nlohmann::ordered_json& json, int indent = -1);
 
 /// The schema of everything that `WriteJson` writes, given a set of records of each kind, which may be empty.

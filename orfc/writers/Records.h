@@ -23,9 +23,8 @@ struct Decimal {
 /// Unknown, or one of the types.
 using Value = std::variant<std::monostate, bool, std::uint64_t, std::int64_t, Decimal, std::string>;
 
-inline bool IsKnown(const Value& value) {
-    return value.index() != 0;
-}
+/// False for nothing, and for a number that is infinite or none.
+bool IsKnown(const Value& value);
 /// Empty texts are unknown.
 inline Value TextValue(std::string text) {
     return text.empty() ? Value() : Value(std::move(text));
@@ -92,7 +91,7 @@ private:
     std::vector<const Record*> mRecords;
 };
 
-/// A value as a text: "true" or "false" for a flag, empty if unknown.
+/// A value as a text: "true" or "false" for a flag, empty if unknown. Zero has no sign.
 std::string TextOf(const Value& value);
 
 } // namespace orfc

@@ -8,6 +8,7 @@ namespace orfc {
 namespace {
 
 constexpr std::string_view GAP = "  ";
+constexpr std::string_view CONTINUATION = "\n    "; ///< of a line above rows
 constexpr char UNKNOWN[] = "-";
 
 /// "1.5T": a number of bytes with three digits at most.
@@ -22,11 +23,12 @@ std::string SizeText(std::uint64_t bytes) {
     return TextOf(Decimal{value, unit == 0 || value >= 99.95 ? 0 : 1}) + UNITS[unit];
 }
 
-std::string CellText(const Records& records, std::size_t record, std::size_t column) {
+std::string CellText(const Records& records, std::size_t record, std::size_t column, bool isExact = false) {
     const Value value = records.At(record, column);
     const auto* number = std::get_if<std::uint64_t>(&value);
     if (records.Column(column).type == Type::BYTES && number != nullptr) {
-        return SizeText(*number);
+        const std::string size = SizeText(*number);
+        return isExact ? TextOf(value) + " (" + size + ")" : size;
     }
     if (const auto* flag = std::get_if<bool>(&value)) {
         return *flag ? "yes" : "no";
@@ -61,18 +63,23 @@ std::string Colored(std::string text, const ColumnInfo& column, const Style& sty
     return text;
 }
 
-/// What the rows below it have in common: the known values, a number after its name.
+/// What the rows below it have in common: the known values. A name in lower case is part of the text.
 std::string HeadingOf(const Records& records, std::size_t record, const std::vector<std::size_t>& columns,
                       const Style& style) {
     std::string heading;
+    std::size_t cells = 0; // of its last line
     for (const std::size_t column : columns) {
         const std::string text = CellText(records, record, column);
-        if (!text.empty()) {
-            const ColumnInfo& info = records.Column(column);
-            heading += heading.empty() ? "" : GAP;
-            heading += info.type == Type::INTEGER ? info.heading + std::string(" ") : std::string();
-            heading += Colored(text, info, style);
+        if (text.empty()) {
+            continue;
         }
+        const ColumnInfo& info = records.Column(column);
+        const std::string name = *info.heading >= 'a' && *info.heading <= 'z' ? info.heading + std::string(" ") : "";
+        const std::size_t own = CellsOf(name) + CellsOf(text);
+        const bool isFull = style.width && cells + GAP.size() + own > *style.width;
+        heading += cells == 0 ? "" : isFull ? CONTINUATION : GAP;
+        cells = own + (cells == 0 ? 0 : isFull ? CONTINUATION.size() - 1 : cells + GAP.size());
+        heading += name + Colored(text, info, style);
     }
     return heading;
 }
@@ -81,8 +88,14 @@ class Table {
 public:
     Table(const Records& records, const Style& style, std::FILE* out) : mRecords(records), mStyle(style), mOut(out) {
         for (const std::size_t column : ChosenColumns(records, style, style.isWide ? Place::WIDE : Place::TABLE)) {
-            const bool isHeading = records.Column(column).place == Place::HEADING && style.columns.empty();
-            (isHeading ? mHeadings : mColumns).push_back(column);
+            const Place place = records.Column(column).place;
+            if (!style.columns.empty() || place == Place::ALWAYS) {
+                mColumns.push_back(column);
+            } else if (place == Place::HEADING) {
+                mHeadings.push_back(column);
+            } else if (HasValue(column)) {
+                mColumns.push_back(column);
+            }
         }
         Measure();
         Fit();
@@ -116,10 +129,16 @@ public:
         }
     }
 
-    /// Columns for which there is no room.
-    std::size_t LeftOut() const { return mLeftOut; }
-
 private:
+    /// Whether the column is known of any record. Libraries without optional functions leave many unknown.
+    bool HasValue(std::size_t column) const {
+        std::size_t record = 0;
+        while (record < mRecords.Size() && !IsKnown(mRecords.At(record, column))) {
+            ++record;
+        }
+        return record < mRecords.Size();
+    }
+
     std::string Cell(std::size_t record, std::size_t at) const {
         std::string text = CellText(mRecords, record, mColumns[at]);
         return text.empty() ? UNKNOWN : text;
@@ -151,7 +170,6 @@ private:
             if (mRecords.Column(mColumns[at]).place != Place::ALWAYS) {
                 mColumns.erase(mColumns.begin() + static_cast<std::ptrdiff_t>(at));
                 mWidths.erase(mWidths.begin() + static_cast<std::ptrdiff_t>(at));
-                ++mLeftOut;
             }
         }
     }
@@ -179,7 +197,6 @@ private:
     std::vector<std::size_t> mHeadings;
     std::vector<std::size_t> mColumns;
     std::vector<std::size_t> mWidths;
-    std::size_t mLeftOut = 0;
 };
 
 /// The groups of columns, in the order of their first.
@@ -197,10 +214,9 @@ std::vector<std::string_view> GroupsOf(const Records& records, const std::vector
 } // namespace
 
 void WriteTable(const Answer& answer, const Style& style, std::FILE* out) {
-    const auto& all = answer.forPeople.empty() ? answer.records : answer.forPeople;
     bool isFirst = true;
-    for (const Records* records : all) {
-        if (records->Size() == 0) {
+    for (const Records* records : answer.ForTables()) {
+        if (records->Size() == 0 || ChosenColumns(*records, style, Place::TABLE).empty()) {
             continue;
         }
         if (!isFirst) {
@@ -215,6 +231,15 @@ void WriteDetails(const Answer& answer, const Style& style, std::FILE* out) {
     bool isFirst = true;
     for (const Records* records : answer.records) {
         const std::vector<std::size_t> columns = ChosenColumns(*records, style, Place::DETAILED);
+        if (records->Size() == 0 || columns.empty()) {
+            continue;
+        }
+        if (records->Column(0).place == Place::HEADING) { // rows that belong together
+            std::fputs(isFirst ? "" : "\n", out);
+            isFirst = false;
+            Table(*records, style, out).Write();
+            continue;
+        }
         std::size_t width = 0;
         for (const std::size_t column : columns) {
             width = std::max(width, CellsOf(records->Column(column).key));
@@ -226,7 +251,7 @@ void WriteDetails(const Answer& answer, const Style& style, std::FILE* out) {
                 bool hasTitle = false;
                 for (const std::size_t column : columns) {
                     const ColumnInfo& info = records->Column(column);
-                    const std::string text = CellText(*records, record, column);
+                    const std::string text = CellText(*records, record, column, true);
                     if (info.group == group && !text.empty()) {
                         std::fprintf(out, "%s", hasTitle ? "" : (std::string(group) + "\n").c_str());
                         hasTitle = true;

@@ -18,22 +18,25 @@ constexpr Lead LEADS[] = {
     {0xEE, 0xEF, 0x80, 0xBF, 3}, {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
 };
 
-/// Whether a whole character may not reach a terminal: controls (C0, delete, C1) and those that change the direction
-/// of what follows them.
+/// Whether a whole character may not reach a reader: controls (C0, delete, C1), those that change the direction of what
+/// follows them, and U+FFFE and U+FFFF, which XML can't hold.
 bool IsControl(std::string_view character) {
+    constexpr std::string_view ARABIC_LETTER_MARK = "\xD8\x9C";
+    constexpr std::string_view LEFT_TO_RIGHT_MARK = "\xE2\x80\x8E", RIGHT_TO_LEFT_MARK = "\xE2\x80\x8F";
+    constexpr std::string_view FIRST_SEPARATOR = "\xE2\x80\xA8", LAST_EMBEDDING = "\xE2\x80\xAE";
+    constexpr std::string_view FIRST_ISOLATE = "\xE2\x81\xA6", LAST_ISOLATE = "\xE2\x81\xA9";
+    constexpr std::string_view FIRST_NONCHARACTER = "\xEF\xBF\xBE"; // two, at the end of the plane
     const auto first = static_cast<std::uint8_t>(character[0]);
     if (character.size() == 1) {
         return first < 0x20 || first == 0x7F;
     }
     if (character.size() == 2) {
-        return first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0;
+        return (first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0) || character == ARABIC_LETTER_MARK;
     }
-    constexpr std::string_view LEFT_TO_RIGHT_MARK = "\xE2\x80\x8E", RIGHT_TO_LEFT_MARK = "\xE2\x80\x8F";
-    constexpr std::string_view FIRST_SEPARATOR = "\xE2\x80\xA8", LAST_EMBEDDING = "\xE2\x80\xAE";
-    constexpr std::string_view FIRST_ISOLATE = "\xE2\x81\xA6", LAST_ISOLATE = "\xE2\x81\xA9";
     return character == LEFT_TO_RIGHT_MARK || character == RIGHT_TO_LEFT_MARK ||
            (character >= FIRST_SEPARATOR && character <= LAST_EMBEDDING) ||
-           (character >= FIRST_ISOLATE && character <= LAST_ISOLATE);
+           (character >= FIRST_ISOLATE && character <= LAST_ISOLATE) ||
+           (character.size() == 3 && character >= FIRST_NONCHARACTER);
 }
 
 } // namespace
@@ -81,6 +84,13 @@ std::string PrintableText(std::string_view text) {
         text.remove_prefix(character.size());
     }
     return printable;
+}
+
+std::string LineText(std::string_view text) {
+    constexpr std::size_t LONGEST = 2000;
+    constexpr std::string_view MORE = "...";
+    const std::size_t end = std::min(text.size(), LONGEST);
+    return PrintableText(text.substr(0, end)) + std::string(end < text.size() ? MORE : "");
 }
 
 std::size_t CellsOf(std::string_view text) {

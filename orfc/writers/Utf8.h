@@ -13,9 +13,12 @@ inline constexpr std::string_view REPLACEMENT = "\xEF\xBF\xBD"; ///< U+FFFD
 std::size_t CharacterLength(std::string_view text);
 bool IsUtf8(std::string_view text);
 
-/// For people: bytes that are no UTF-8, control characters and characters that change the direction of writing are
-/// U+FFFD each.
+/// For people: bytes that are no UTF-8, control characters, characters that change the direction of writing and
+/// noncharacters are U+FFFD each.
 std::string PrintableText(std::string_view text);
+
+/// The same as one line of a message, which ends at 2,000 bytes.
+std::string LineText(std::string_view text);
 
 /// Cells that a printable text takes on a terminal: one for each character.
 std::size_t CellsOf(std::string_view text);

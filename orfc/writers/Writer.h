@@ -18,6 +18,8 @@ struct Answer {
     bool isOk = true;                      ///< false: the command failed, and the last message says why
     std::vector<const Records*> records;   ///< one kind after the other
     std::vector<const Records*> forPeople; ///< shown instead in tables; empty: the same
+
+    const std::vector<const Records*>& ForTables() const { return forPeople.empty() ? records : forPeople; }
 };
 
 struct Style {
@@ -34,13 +36,17 @@ void WriteTable(const Answer& answer, const Style& style, std::FILE* out);
 void WriteJson(const Answer& answer, const Style& style, std::FILE* out);
 void WriteCsv(const Answer& answer, const Style& style, std::FILE* out);
 void WriteEsxcli(const Answer& answer, const Style& style, std::FILE* out);
-/// Every column of each record, a line each, by groups.
+/// Every column of each record, a line each, by groups. Records with headings, which belong together, as a table.
 void WriteDetails(const Answer& answer, const Style& style, std::FILE* out);
 
-/// Columns that a style shows, by their index. Throws `Failure` for a key that the records don't have.
+/// Throws `Failure` for a key to show or to sort by that none of the sets of records has.
+void CheckColumns(const std::vector<const Records*>& all, const Style& style, std::string_view sort);
+
+/// Columns that a style shows, by their index. Empty for records without the keys that it names.
 std::vector<std::size_t> ChosenColumns(const Records& records, const Style& style, Place last);
 
-/// The records in another order: by the values of a column, ascending, or descending with "-" before its key.
+/// The records in another order: by the values of a column, ascending, or descending with "-" before its key. What is
+/// unknown comes last, and records without the column stay as they are.
 class SortedRecords final : public Records {
 public:
     SortedRecords(const Records& records, std::string_view key);
