@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "Utf8.h"
 #include "Version.h"
 
 #include <CLI/CLI.hpp>
@@ -16,6 +17,7 @@ namespace {
 constexpr char PROGRAM[] = "orfc";
 constexpr double SHORTEST_INTERVAL = 0.1; // seconds
 constexpr double LONGEST_INTERVAL = 86400;
+constexpr double LARGEST_COUNT = 1e9;
 
 const std::map<std::string, Format> FORMATS = {{"table", Format::TABLE},
                                                {"wide", Format::WIDE},
@@ -29,6 +31,27 @@ std::string ExamplesText(std::span<const char* const> examples) {
         text += "\n  " + std::string(example);
     }
     return text;
+}
+
+/// A format by its name.
+std::string TransformFormat(std::string& text) {
+    const auto format = FORMATS.find(CLI::detail::to_lower(text));
+    if (format == FORMATS.end()) {
+        return text + " is no format";
+    }
+    text = std::to_string(static_cast<int>(format->second));
+    return {};
+}
+
+/// Refuses what is no number from `least` to `most`.
+CLI::Validator Between(double least, double most, const char* expected) {
+    return {[=](std::string& text) {
+                double number = 0;
+                const bool isGood =
+                    CLI::detail::lexical_cast(text, number) && number >= least && number <= most; // not a NaN either
+                return isGood ? std::string() : text + " is not " + expected;
+            },
+            ""};
 }
 
 /// What an option takes, for completion.
@@ -54,11 +77,12 @@ struct CommandLine {
 void AddCommonOptions(CommandLine& line, Options& options) {
     CLI::App& app = line.app;
     line.Describe(app.add_option("-o,--output", options.format, "Format: table, wide, json, csv or esxcli")
-                      ->transform(CLI::CheckedTransformer(FORMATS, CLI::ignore_case).description("")),
+                      ->transform(CLI::Validator(TransformFormat, "")),
                   "FORMAT", Argument::WORD, {"table", "wide", "json", "csv", "esxcli"});
     line.Describe(
         app.add_option("--columns", options.columns, "Columns of a table or CSV: keys, with commas between them")
-            ->delimiter(','),
+            ->delimiter(',')
+            ->allow_extra_args(false),
         "KEY,KEY", Argument::COLUMNS);
     line.Describe(app.add_flag("--no-headings", options.hasNoHeadings, "No line of headings in a table or CSV"), "",
                   Argument::NONE);
@@ -92,17 +116,18 @@ void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
     }
     if (row.repeats != Repeats::NOTHING) {
         const bool isOfFrames = row.repeats == Repeats::FRAMES;
-        CLI::Option* const interval = command
-                                          ->add_option("--interval", options.interval,
-                                                       isOfFrames ? "Seconds between two frames, 1 if not given"
-                                                                  : "Read again every so many seconds")
-                                          ->check(CLI::Range(SHORTEST_INTERVAL, LONGEST_INTERVAL).description(""));
+        CLI::Option* const interval =
+            command
+                ->add_option("--interval", options.interval,
+                             isOfFrames ? "Seconds between two frames, 1 if not given"
+                                        : "Read again every so many seconds")
+                ->check(Between(SHORTEST_INTERVAL, LONGEST_INTERVAL, "from 0.1 to 86400 seconds"));
         line.Describe(interval, "SECONDS", Argument::NUMBER);
         CLI::Option* const count =
             command
                 ->add_option("--count", options.count,
                              isOfFrames ? "Frames to each remote port, 5 if not given" : "End after so many readings")
-                ->check(CLI::PositiveNumber.description(""));
+                ->check(Between(1, LARGEST_COUNT, "from 1 to 1000000000"));
         line.Describe(isOfFrames ? count : count->needs(interval), "N", Argument::NUMBER);
     }
 }
@@ -169,7 +194,7 @@ std::optional<Options> ParseOptions(int count, char* words[], int& status) {
         line->app.exit(success);
         status = 0;
     } catch (const CLI::Error& error) {
-        std::cerr << PROGRAM << ": " << error.what() << "\nTry: " << PROGRAM << " --help\n";
+        std::cerr << PROGRAM << ": " << LineText(error.what()) << "; see " << PROGRAM << " --help\n";
         status = Failure::USAGE;
     }
     return std::nullopt;

@@ -22,7 +22,7 @@ struct Options {
     std::string sort;
     std::string color = "auto";
     std::string library;
-    std::string root;
+    std::optional<std::string> root;
     bool isFar = false;
     double interval = 0;     ///< seconds; 0: once
     unsigned long count = 0; ///< of readings; 0: no end

@@ -4,12 +4,14 @@
 /// Exit status: 0 all is well, 1 the command failed, 2 usage, 3 something couldn't be read, which is told on standard
 /// error, and the rest is complete.
 #include "Options.h"
+#include "Utf8.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
-#include <functional>
+#include <mutex>
 #include <sys/ioctl.h>
 #include <thread>
 #include <unistd.h>
@@ -21,6 +23,11 @@ namespace {
 constexpr int INCOMPLETE = 3;
 
 using Clock = std::chrono::steady_clock;
+
+/// Tells of something in one line on standard error. Nothing in it reaches a terminal raw.
+void Tell(std::string_view text) {
+    std::fprintf(stderr, "orfc: %s\n", LineText(text).c_str());
+}
 
 /// Standard output for this program alone: what a library prints goes nowhere.
 std::FILE* TakeStandardOutput() {
@@ -59,6 +66,16 @@ Style StyleOf(const Options& options, int file) {
     return style;
 }
 
+/// Writes out what is left. A reader that has gone has seen enough: the program ends.
+void Flush(std::FILE* out) {
+    if (std::fflush(out) != 0 || std::ferror(out) != 0) {
+        if (errno == EPIPE) {
+            std::_Exit(0);
+        }
+        throw Failure(std::string("standard output: ") + std::strerror(errno));
+    }
+}
+
 void Write(const Answer& answer, const Options& options, const Style& style, std::FILE* out) {
     switch (options.format) {
     case Format::TABLE:
@@ -75,38 +92,63 @@ void Write(const Answer& answer, const Options& options, const Style& style, std
         WriteEsxcli(answer, style, out);
         break;
     }
-    if (std::fflush(out) != 0 || std::ferror(out) != 0) {
-        if (errno == EPIPE) {
-            std::_Exit(0); // the reader has seen enough
-        }
-        throw Failure(std::string("standard output: ") + std::strerror(errno));
-    }
+    Flush(out);
 }
 
-/// Tells on a terminal's standard error what is read when it takes long, and wipes that at its end.
+/// Tells on a terminal's standard error what is read when it takes long, and wipes that at its end. From a thread of
+/// its own, since a single call of the library may be what takes long.
 class Progress {
 public:
+    Progress() {
+        if (isatty(STDERR_FILENO) != 0) {
+            mThread = std::thread([this] { Show(); });
+        }
+    }
+    Progress(const Progress&) = delete;
     ~Progress() {
-        if (mIsShown) {
-            std::fputs("\r\033[K", stderr);
+        if (mThread.joinable()) {
+            {
+                const std::lock_guard lock(mMutex);
+                mIsOver = true;
+            }
+            mEnd.notify_one();
+            mThread.join();
         }
     }
     void operator()(const std::string& identifier) {
-        if (mIsTerminal && Clock::now() - mBegin > std::chrono::seconds(1)) {
-            std::fprintf(stderr, "\rreading %s\033[K", identifier.c_str());
-            mIsShown = true;
-        }
+        const std::lock_guard lock(mMutex);
+        mText = "reading " + identifier;
     }
 
 private:
-    const Clock::time_point mBegin = Clock::now();
-    const bool mIsTerminal = isatty(STDERR_FILENO) != 0;
-    bool mIsShown = false;
+    void Show() {
+        constexpr std::chrono::milliseconds PATIENCE(1000), PERIOD(200);
+        std::unique_lock lock(mMutex);
+        if (IsOverAfter(lock, PATIENCE)) {
+            return;
+        }
+        do {
+            // A line that wraps couldn't be wiped.
+            const std::size_t room = TerminalWidth(STDERR_FILENO).value_or(mText.size() + 1) - 1;
+            std::fprintf(stderr, "\r%s\033[K", mText.substr(0, room).c_str());
+        } while (!IsOverAfter(lock, PERIOD));
+        std::fputs("\r\033[K", stderr);
+    }
+    bool IsOverAfter(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds time) {
+        return mEnd.wait_for(lock, time, [this] { return mIsOver; });
+    }
+
+    std::mutex mMutex;
+    std::condition_variable mEnd;
+    std::string mText = "reading the host";
+    bool mIsOver = false;
+    std::thread mThread;
 };
 
-Host ReadWithProgress(Session& session, const Wanted& wanted) {
+Host ReadWithProgress(const Library& library, const Wanted& wanted) {
     Progress progress;
-    return ReadHost(session, wanted, std::ref(progress));
+    Session session(library, ScopeOf(wanted));
+    return ReadHost(session, wanted, [&progress](const std::string& identifier) { progress(identifier); });
 }
 
 /// What a command needs of the host, for the named objects only. Any object may have a name, so the names are read
@@ -120,8 +162,7 @@ Wanted WantedOf(const Options& options, const Library& library) {
     if (!options.names.empty()) {
         const Wanted names = {.portDetails = true, .targets = true, .luns = true};
         wanted = wanted | names;
-        Session session(library, ScopeOf(names));
-        const Host host = ReadWithProgress(session, names);
+        const Host host = ReadWithProgress(library, names);
         Request request{host, options.names};
         if (options.command->repeats == Repeats::FRAMES) { // what follows the port needn't be a name of this host
             request.names.resize(1);
@@ -167,7 +208,7 @@ public:
 
     int operator()() {
         try {
-            const Library library(mOptions.library);
+            const Library library(UseRoot());
             mAnswer.library = library.Path();
             const Wanted wanted = WantedOf(mOptions, library);
             bool isComplete = true;
@@ -175,8 +216,8 @@ public:
             Clock::time_point last;
             for (unsigned long reading = 1;; ++reading) {
                 const Clock::time_point now = Clock::now();
-                Session session(library, ScopeOf(wanted));
-                Host host = ReadWithProgress(session, wanted);
+                Host host = ReadWithProgress(library, wanted);
+                isComplete = isComplete && host.messages.empty();
                 if (before) {
                     for (std::string& change : Changes(*before, host)) {
                         host.messages.push_back(std::move(change));
@@ -184,9 +225,10 @@ public:
                 }
                 const double seconds = std::chrono::duration<double>(now - last).count();
                 constexpr double USUAL_INTERVAL = 1;
-                Show({host, mOptions.names, before ? &*before : nullptr, seconds, &session, &host.messages,
+                const std::size_t told = host.messages.size();
+                Show({host, mOptions.names, before ? &*before : nullptr, seconds, &library, &host.messages,
                       mOptions.interval != 0 ? mOptions.interval : USUAL_INTERVAL, mOptions.count});
-                isComplete = isComplete && host.messages.empty();
+                isComplete = isComplete && host.messages.size() == told;
                 if (!IsRepeated(mOptions) || reading == mOptions.count) {
                     break;
                 }
@@ -197,8 +239,8 @@ public:
             }
             return isComplete ? 0 : INCOMPLETE;
         } catch (const Failure& failure) {
-            std::fprintf(stderr, "orfc: %s\n", failure.what());
-            if (mOptions.format == Format::JSON) { // scripts read an answer in any case
+            Tell(failure.what());
+            if (mOptions.format == Format::JSON && std::ferror(mOut) == 0) { // scripts read an answer in any case
                 mAnswer.isOk = false;
                 mAnswer.messages = {failure.what()};
                 mAnswer.records.clear();
@@ -209,6 +251,22 @@ public:
     }
 
 private:
+    /// Makes a folder the root of the library, and returns the library to use.
+    std::string UseRoot() const {
+        if (!mOptions.root) {
+            return mOptions.library;
+        }
+        const std::string& root = *mOptions.root;
+        if (root.empty() || mOptions.library == "simulator") {
+            throw Failure(root.empty() ? "--root names no folder" : "the simulator reads no --root", Failure::USAGE);
+        }
+        if (access((root + "/sys/class/.").c_str(), X_OK) != 0) {
+            throw Failure(root + ": no sys/class in it: " + std::strerror(errno));
+        }
+        setenv("VEXAPI_SYSFS_ROOT", root.c_str(), 1);
+        return mOptions.library.empty() ? "linux" : mOptions.library;
+    }
+
     void Show(const Request& request) {
         Shown shown = mOptions.command->run(request);
         if (!mOptions.sort.empty()) {
@@ -217,17 +275,19 @@ private:
         Answer answer = mAnswer;
         answer.messages = request.host.messages;
         shown.Fill(answer);
+        const bool isTable = mOptions.format == Format::TABLE || mOptions.format == Format::WIDE;
+        CheckColumns(isTable && !mOptions.command->isDetailed ? answer.ForTables() : answer.records, mStyle,
+                     mOptions.sort);
         if (request.before != nullptr && mOptions.format != Format::JSON) {
-            std::fputc('\n', mOut);
+            std::fputs(mOptions.format == Format::CSV ? "\r\n" : "\n", mOut);
         }
         Write(answer, mOptions, mStyle, mOut);
         for (const std::string& message : answer.messages) {
-            std::fprintf(stderr, "orfc: %s\n", message.c_str());
+            Tell(message);
         }
         if (request.host.ports.empty() && *mOptions.command->name == '\0') {
-            std::fputs("orfc: no Fibre Channel port; is the driver of the adapter loaded? "
-                       "orfc --library simulator shows a simulated host\n",
-                       stderr);
+            Tell("no Fibre Channel port; is the driver of the adapter loaded? "
+                 "orfc --library simulator shows a simulated host");
         }
     }
 
@@ -258,28 +318,19 @@ void PrintSpecial(Special special) {
         json["records"] = commandKinds;
     }
     std::printf("%s\n", DumpJson(json, 1).c_str());
-    if (std::fflush(stdout) != 0) {
-        throw Failure(std::string("standard output: ") + std::strerror(errno));
-    }
+    Flush(stdout);
 }
 
 int Main(int count, char* words[]) {
     int status = 0;
     std::optional<Options> options = ParseOptions(count, words, status);
     if (!options) {
+        Flush(stdout);
         return status;
     }
     if (options->special != Special::NONE) {
         PrintSpecial(options->special);
         return 0;
-    }
-    if (!options->root.empty()) {
-        if (access((options->root + "/sys/class").c_str(), X_OK) != 0) {
-            std::fprintf(stderr, "orfc: %s: no sys/class in it: %s\n", options->root.c_str(), std::strerror(errno));
-            return Failure::FAILED;
-        }
-        setenv("VEXAPI_SYSFS_ROOT", options->root.c_str(), 1);
-        options->library = options->library.empty() ? "linux" : options->library;
     }
     return Run(*options, {words, words + count})();
 }
@@ -289,10 +340,11 @@ int Main(int count, char* words[]) {
 } // namespace orfc
 
 int main(int count, char* words[]) {
+    std::signal(SIGPIPE, SIG_IGN); // NOLINT(bugprone-signal-handler): a write tells of it
     try {
         return orfc::Main(count, words);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "orfc: %s\n", error.what());
+        orfc::Tell(error.what());
         return orfc::Failure::FAILED;
     }
 }
