@@ -145,10 +145,11 @@ private:
     std::thread mThread;
 };
 
-Host ReadWithProgress(const Library& library, const Wanted& wanted) {
+/// Starts a session, which may be what takes long, and reads the host.
+Host ReadWithProgress(const Library& library, const Wanted& wanted, std::optional<Session>& session) {
     Progress progress;
-    Session session(library, ScopeOf(wanted));
-    return ReadHost(session, wanted, [&progress](const std::string& identifier) { progress(identifier); });
+    session.emplace(library, ScopeOf(wanted));
+    return ReadHost(*session, wanted, [&progress](const std::string& identifier) { progress(identifier); });
 }
 
 /// What a command needs of the host, for the named objects only. Any object may have a name, so the names are read
@@ -162,7 +163,8 @@ Wanted WantedOf(const Options& options, const Library& library) {
     if (!options.names.empty()) {
         const Wanted names = {.portDetails = true, .targets = true, .luns = true};
         wanted = wanted | names;
-        const Host host = ReadWithProgress(library, names);
+        std::optional<Session> session;
+        const Host host = ReadWithProgress(library, names, session);
         Request request{host, options.names};
         if (options.command->repeats == Repeats::FRAMES) { // what follows the port needn't be a name of this host
             request.names.resize(1);
@@ -216,7 +218,8 @@ public:
             Clock::time_point last;
             for (unsigned long reading = 1;; ++reading) {
                 const Clock::time_point now = Clock::now();
-                Host host = ReadWithProgress(library, wanted);
+                std::optional<Session> session;
+                Host host = ReadWithProgress(library, wanted, session);
                 isComplete = isComplete && host.messages.empty();
                 if (before) {
                     for (std::string& change : Changes(*before, host)) {
@@ -224,9 +227,9 @@ public:
                     }
                 }
                 const double seconds = std::chrono::duration<double>(now - last).count();
-                constexpr double USUAL_INTERVAL = 1;
                 const std::size_t told = host.messages.size();
-                Show({host, mOptions.names, before ? &*before : nullptr, seconds, &library, &host.messages,
+                constexpr double USUAL_INTERVAL = 1;
+                Show({host, mOptions.names, before ? &*before : nullptr, seconds, &*session, &host.messages,
                       mOptions.interval != 0 ? mOptions.interval : USUAL_INTERVAL, mOptions.count});
                 isComplete = isComplete && host.messages.size() == told;
                 if (!IsRepeated(mOptions) || reading == mOptions.count) {

@@ -97,15 +97,14 @@ PingPlan PlanOf(const Request& request) {
 
 Shown ShowPing(const Request& request) {
     std::vector<PingResult> results;
-    if (request.library != nullptr) { // else only the columns are wanted
+    if (request.session != nullptr) { // else only the columns are wanted
         const PingPlan plan = PlanOf(request);
         // The first interrupt ends the run with what is known so far, the second one ends the program.
         struct sigaction once {};
         once.sa_handler = [](int) { s_isInterrupted = 1; };
         once.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(SIGINT, &once, nullptr);
-        Session session(*request.library, ScopeOf({}));
-        results = Ping(session, plan, [] { return s_isInterrupted != 0; });
+        results = Ping(*request.session, plan, [] { return s_isInterrupted != 0; });
         for (const PingResult& result : results) {
             if (result.received < result.sent) {
                 request.messages->push_back(result.port + ": " + WwnText(result.remoteName) + ": " +

@@ -141,7 +141,8 @@ TEST(ColumnsTest, EachIsDescribed) {
 
 /// A number's key ends with its unit, or it has none.
 TEST(ColumnsTest, DecimalsHaveUnits) {
-    const std::regex unit(".*_(celsius|volts|milliamperes|milliwatts|dbm|nanometres|per_second)");
+    const std::regex unit(
+        ".*_(celsius|volts|milliamperes|milliwatts|dbm|nanometres|per_second|percent|milliseconds|db)");
     for (const auto& [kind, columns] : Kinds()) {
         for (const ColumnInfo& column : columns) {
             EXPECT_TRUE(column.type != Type::DECIMAL || std::regex_match(column.key, unit))

@@ -60,7 +60,13 @@ protected:
                         "GetVpd"});
     }
 
-    inline static const Wanted EVERYTHING = {true, true, true, true, true, true, true, {}};
+    inline static const Wanted EVERYTHING = {.portDetails = true,
+                                             .counters = true,
+                                             .targets = true,
+                                             .luns = true,
+                                             .transceivers = true,
+                                             .settings = true,
+                                             .vpd = true};
     static Extensions s_extensions;
 };
 
