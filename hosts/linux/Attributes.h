@@ -7,18 +7,12 @@
 /// product data. Reads have no side effects; only one file is ever written.
 #pragma once
 
+#include "Attribute.h"
+#include "Multipath.h"
 #include "Scope.h"
 #include "Tree.h"
-#include "Values.h"
 
 namespace host {
-
-template <class Record> struct Attribute {
-    const char* path;                        ///< relative to the entry's folder
-    const char* meaning;                     ///< for messages about malformed values
-    VX_UINT32 parts;                         ///< read for any of these parts
-    bool (*take)(Text text, Record& record); ///< false: the text is malformed
-};
 
 // clang-format off
 
@@ -157,6 +151,51 @@ inline constexpr Notification NOTIFICATION_COUNTERS[] = {
     {"fpin_cn_oversubscription",      &_VEXAPI_SANCONGTMGMTV2::CongOversubscriptionCount,  &__STATISTICS::PeerCongOversubscriptionCount},
     {"fpin_cn_device_specific",       &_VEXAPI_SANCONGTMGMTV2::CongDevSpecCount,           &__STATISTICS::PeerCongDevSpecCount},
 };
+
+/// class/fc_host/hostN, in the kernel's words
+inline constexpr Attribute<VEXAPI_EXT_PORT> KERNEL_PORT[] = {
+    {"port_state",    "state of the link",                  ON_REQUEST, [](Text t, auto& p) { return TakeText(t, p.State); }},
+    {"speed",         "speed of the link",                  ON_REQUEST, [](Text t, auto& p) { return TakeText(t, p.Speed); }},
+    {"symbolic_name", "symbolic name",                      ON_REQUEST, [](Text t, auto& p) { return TakeText(t, p.SymbolicName); }},
+    {"dev_loss_tmo",  "seconds until a target is given up", ON_REQUEST, [](Text t, auto& p) { return TakeTimeout(t, p.DeviceLossTimeout); }},
+};
+/// class/scsi_host/hostN: of ports whose PCI function has no driver, or that of a network device.
+inline constexpr Attribute<VEXAPI_EXT_PORT> DRIVER{"proc_name", "driver", ON_REQUEST, [](Text t, auto& p) { return TakeText(t, p.Driver); }};
+inline constexpr char NO_DRIVER[] = "(null)";
+
+/// class/fc_remote_ports/rport-H:C-N
+inline constexpr Attribute<VEXAPI_EXT_TARGET> KERNEL_REMOTE_PORT[] = {
+    {"port_state",       "state",                              ON_REQUEST, [](Text t, auto& r) { return TakeText(t, r.State); }},
+    {"roles",            "roles",                              ON_REQUEST, [](Text t, auto& r) { return TakeText(t, r.Roles); }},
+    {"dev_loss_tmo",     "seconds until a target is given up", ON_REQUEST, [](Text t, auto& r) { return TakeTimeout(t, r.DeviceLossTimeout); }},
+    {"fast_io_fail_tmo", "seconds until commands fail",        ON_REQUEST, [](Text t, auto& r) { return TakeTimeout(t, r.FastFailTimeout); }},
+};
+/// class/nvme/nvmeN
+inline constexpr Attribute<VEXAPI_EXT_TARGET> KERNEL_CONTROLLER{"state", "state", ON_REQUEST, [](Text t, auto& r) { return TakeText(t, r.State); }};
+
+/// bus/scsi/devices/H:C:T:L
+inline constexpr Attribute<VEXAPI_EXT_LUN> KERNEL_LUN[] = {
+    {"state",        "state",        ON_REQUEST, [](Text t, auto& l) { return TakeText(t, l.State); }},
+    {"access_state", "access state", ON_REQUEST, [](Text t, auto& l) { return TakeText(t, l.AccessState); }},
+    {"wwid",         "worldwide id", ON_REQUEST, [](Text t, auto& l) { return TakeText(t, l.WorldwideId); }},
+};
+/// The block device of a namespace, and its controller
+inline constexpr Attribute<VEXAPI_EXT_LUN> KERNEL_NAMESPACE[] = {
+    {"ana_state", "access state", ON_REQUEST, [](Text t, auto& l) { return TakeText(t, l.AccessState); }},
+    {"wwid",      "worldwide id", ON_REQUEST, [](Text t, auto& l) { return TakeText(t, l.WorldwideId); }},
+};
+inline constexpr Attribute<VEXAPI_EXT_LUN> NAMESPACE_STATE{"state", "state", ON_REQUEST, [](Text t, auto& l) { return TakeText(t, l.State); }};
+
+/// class/block/dm-N; only the id if it isn't a multipath map
+inline constexpr Attribute<Map> MAP_ID{"dm/uuid", "id of the map", ON_REQUEST, [](Text t, auto& m) { return TakeText(t, m.id); }};
+inline constexpr Attribute<Map> MAP[] = {
+    {"dm/name",      "name of the map",  ON_REQUEST, [](Text t, auto& m) { return TakeText(t, m.name); }},
+    {"dm/suspended", "state of the map", ON_REQUEST, [](Text t, auto& m) { return TakeSuspension(t, m.state); }},
+};
+/// Only if the device mapper is asked for the states of the paths.
+inline constexpr Attribute<Map> MAP_NUMBER{"dev", "device number", ON_REQUEST, [](Text t, auto& m) { return TakeDeviceNumber(t, m.number); }};
+/// class/nvme-subsystem/nvme-subsysN/nvmeNnM: a namespace whose paths the kernel joins itself
+inline constexpr Attribute<Map> NATIVE_MAP{"wwid", "worldwide id", ON_REQUEST, [](Text t, auto& m) { return TakeText(t, m.id); }};
 
 // clang-format on
 

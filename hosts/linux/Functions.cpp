@@ -1,8 +1,8 @@
 /// @file
 /// Functions other than the tree: vital product data, counters and their reset.
 #include "Attributes.h"
+#include "Extension.h"
 #include "Messages.h"
-#include "Session.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -14,10 +14,6 @@ using namespace host;
 namespace {
 
 constexpr VX_UINT32 PHYSICAL_PORT_ENTRY = 0x80;
-
-Port* PortOf(const VX_PORT_HANDLE* handle) {
-    return GetTree() == nullptr ? nullptr : GetTree()->FindPort(handle);
-}
 
 Port* PortOf(VX_UINT32 word) {
     return GetTree() == nullptr ? nullptr : GetTree()->FindPort(word);

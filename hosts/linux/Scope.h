@@ -19,6 +19,7 @@ enum Part : VX_UINT32 {
     TARGET_DETAILS = VEXAPI_EXT_TARGET_DETAILS,
     LUNS = VEXAPI_EXT_LUNS,
     LUN_DETAILS = VEXAPI_EXT_LUN_DETAILS,
+    ON_REQUEST = 0x80000000, ///< by an optional function, whatever the scope
 };
 
 /// Parts of the host, and the names to which they are limited.

@@ -53,10 +53,10 @@ private:
     int Open(const char* path, int flags) const;
     int Descriptor() const;
 
-    const Folder* mParent = nullptr; ///< null for the root
-    std::string mName;               ///< in it
-    std::string mPath;               ///< relative to `mRoot`, with a trailing slash
-    int mRoot = -1;                  ///< of the tree; -1: the root of this machine
+    const Folder* mParent = nullptr;        ///< null for the root
+    std::string mName;                      ///< in it
+    std::string mPath;                      ///< relative to `mRoot`, with a trailing slash
+    int mRoot = -1;                         ///< of the tree; -1: the root of this machine
     mutable std::optional<int> mDescriptor; ///< -1: failed to open
 };
 

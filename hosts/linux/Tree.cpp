@@ -32,26 +32,6 @@ constexpr VX_UINT32 MAX_NAMESPACE = 0xFFFF; ///< limit of the library's record
 constexpr VX_UINT32 SECTOR = 512;           ///< unit of the kernel's sizes
 constexpr char HANDLE_TAG[4] = {'s', 'y', 's', 'f'};
 
-/// The numbers in a name such as "rport-3:0-12" for the pattern "rport-#:#-#".
-template <std::size_t count>
-std::optional<std::array<std::uint64_t, count>> NumbersIn(std::string_view name, std::string_view pattern) {
-    std::array<std::uint64_t, count> numbers{};
-    auto number = numbers.begin();
-    const char* at = name.begin();
-    for (const char expected : pattern) {
-        if (expected == '#') {
-            const auto [end, error] = std::from_chars(at, name.end(), *number++);
-            if (error != std::errc() || (*at == '0' && end != at + 1)) {
-                return std::nullopt;
-            }
-            at = end;
-        } else if (at == name.end() || *at++ != expected) {
-            return std::nullopt;
-        }
-    }
-    return at == name.end() ? std::optional(numbers) : std::nullopt;
-}
-
 /// The names in a folder that match a pattern, sorted by their numbers.
 template <std::size_t count>
 std::vector<std::pair<std::array<std::uint64_t, count>, std::string>>
@@ -74,36 +54,6 @@ std::vector<std::string> Split(std::string_view path) {
         path.remove_prefix(std::min(slash + 1, path.size()));
     }
     return parts;
-}
-
-/// Reads an attribute of an entry of a folder. A missing file isn't reported, since kernels differ.
-template <class Record>
-bool Take(const Folder& folder, const std::string& entry, const Attribute<Record>& attribute, Record& record) {
-    const std::string path = entry + '/' + attribute.path;
-    const Reading reading = folder.Read(path.c_str());
-    if (reading.error == ENOENT) {
-        return false;
-    }
-    if (reading.error != 0) {
-        Tell(path, std::strerror(reading.error));
-        return false;
-    }
-    if (!attribute.take(reading.bytes, record)) {
-        Tell(path, std::string("not understood as the ") + attribute.meaning);
-        return false;
-    }
-    return true;
-}
-
-/// Reads the attributes of an entry that any of these parts needs.
-template <class Record, std::size_t count>
-void TakeAll(const Folder& folder, const std::string& entry, const Attribute<Record> (&attributes)[count],
-             VX_UINT32 parts, Record& record) {
-    for (const Attribute<Record>& attribute : attributes) {
-        if ((attribute.parts & parts) != 0) {
-            Take(folder, entry, attribute, record);
-        }
-    }
 }
 
 /// Derives the owner of a port from the link of its entry: "../../devices/…/0000:0b:00.1/host3/fc_host/host3", or
@@ -249,7 +199,8 @@ template <class Records, class Project> auto Chain(Records& records, Project pro
 
 Tree::Tree(const std::string& root, const Scope& scope)
     : mScope(scope), mRoot(root), mSystem(mRoot, "sys"), mClasses(mSystem, "class"), mHosts(mClasses, "fc_host"),
-      mRemotePorts(mClasses, "fc_remote_ports") {
+      mRemotePorts(mClasses, "fc_remote_ports"), mDevices(mSystem, "bus/scsi/devices"),
+      mMaps(mSystem, mClasses, root.empty()) {
     ReadPorts();
     JoinPorts();
     for (Port& port : mPorts) {
@@ -416,16 +367,25 @@ void Tree::ReadRemotePorts() {
 }
 
 /// For one target the folder of each LUN is listed; for more, the links of all block devices are read once.
-std::string Tree::BlockDeviceOf(const Folder& devices, const std::string& lun) {
+std::string Tree::BlockDeviceOf(const Lun& lun) {
     if (mScope.target) {
-        const std::vector<std::string> names = devices.Names((lun + "/block").c_str());
+        const std::vector<std::string> names = mDevices.Names((lun.name + "/block").c_str());
         return names.empty() ? std::string() : names.front();
     }
     if (!mDisks) {
         mDisks = ReadBlockDevices(mClasses, false);
     }
-    const auto found = mDisks->find(lun);
+    const auto found = mDisks->find(lun.name);
     return found == mDisks->end() ? std::string() : found->second;
+}
+
+void Tree::BeginPath(Lun& lun) {
+    if (lun.pass == mPass) {
+        ++mPass;
+        mDisks.reset();
+        mMaps.Forget();
+    }
+    lun.pass = mPass;
 }
 
 void Tree::ReadLuns() {
@@ -445,8 +405,7 @@ void Tree::ReadLuns() {
     if (targets.empty()) {
         return;
     }
-    const Folder devices(mSystem, "bus/scsi/devices");
-    for (auto& [numbers, name] : Numbered<4>(devices, "#:#:#:#")) {
+    for (auto& [numbers, name] : Numbered<4>(mDevices, "#:#:#:#")) {
         const auto owner = targets.find({numbers[0], numbers[1], numbers[2]});
         if (owner == targets.end()) {
             continue;
@@ -459,8 +418,8 @@ void Tree::ReadLuns() {
         lun.record.LunNumber = static_cast<VX_UINT16>(numbers[3]); // the first level of the address
         const VX_UINT32 details = Names(mScope.lun, lun.record.LunNumber) ? mScope.Of(LUN_DETAILS) : 0;
         const VX_UINT32 parts = details | (isFirst ? mScope.Of(TARGET_DETAILS) : 0);
-        if (parts != 0 && !Take(devices, lun.name, INQUIRY, lun)) {
-            TakeAll(devices, lun.name, INQUIRY_TEXTS, parts, lun);
+        if (parts != 0 && !Take(mDevices, lun.name, INQUIRY, lun)) {
+            TakeAll(mDevices, lun.name, INQUIRY_TEXTS, parts, lun);
         }
         if (isFirst) { // the target takes its texts from it
             std::copy_n(lun.record.VendorId, sizeof lun.record.VendorId, target.record.VendorId);
@@ -471,10 +430,10 @@ void Tree::ReadLuns() {
         if (details == 0) {
             continue;
         }
-        if (!Take(devices, lun.name, DESIGNATORS, lun)) {
-            Take(devices, lun.name, WORLDWIDE_ID, lun);
+        if (!Take(mDevices, lun.name, DESIGNATORS, lun)) {
+            Take(mDevices, lun.name, WORLDWIDE_ID, lun);
         }
-        if (const std::string disk = BlockDeviceOf(devices, lun.name); !disk.empty()) {
+        if (const std::string disk = BlockDeviceOf(lun); !disk.empty()) {
             TakeSize(mClasses, disk, lun);
         }
     }

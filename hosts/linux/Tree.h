@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Api.h"
+#include "Multipath.h"
 #include "Scope.h"
 #include "Sysfs.h"
 
@@ -31,7 +32,8 @@ struct PciFunction {
 
 struct Lun {
     _tagVEXAPI_SDMLun record{};
-    std::string name; ///< in bus/scsi/devices/, or of a namespace in class/block/
+    std::string name;  ///< in bus/scsi/devices/, or of a namespace in class/block/
+    unsigned pass = 0; ///< of `Tree::BeginPath` that last asked for it
     VX_UINT32 deviceType = 0;
     VX_UINT32 namespaceNumber = 0; ///< 0: none
 };
@@ -108,9 +110,20 @@ public:
     /// Reads the counters of a port, or reads them again.
     void ReadCounters(Port& port);
 
+    const Folder& Classes() const { return mClasses; }
     /// The folders class/fc_host and class/fc_remote_ports.
     const Folder& Hosts() const { return mHosts; }
     const Folder& RemotePorts() const { return mRemotePorts; }
+    /// The folder bus/scsi/devices.
+    const Folder& Devices() const { return mDevices; }
+
+    /// The block device of a LUN; empty if there is none.
+    std::string BlockDeviceOf(const Lun& lun);
+    /// The multipath map of a block device; null if there is none.
+    const Map* MapOf(const std::string& blockDevice) { return mMaps.MapOf(blockDevice, mScope.target.has_value()); }
+    /// To be called before a LUN is read again. What paths share is read once for all LUNs, and once more when a LUN is
+    /// asked for a second time.
+    void BeginPath(Lun& lun);
 
 private:
     void ReadPorts();
@@ -118,8 +131,6 @@ private:
     void ReadPortDetails(Port& port);
     void NameAdapters();
     void ReadRemotePorts();
-    /// The block device of a LUN; empty if there is none.
-    std::string BlockDeviceOf(const Folder& devices, const std::string& lun);
     void ReadLuns();
     void ReadNamespaces(const std::string& controller, Target& target);
     void ReadControllers();
@@ -131,11 +142,14 @@ private:
     Folder mClasses;
     Folder mHosts;
     Folder mRemotePorts;
+    Folder mDevices;
     std::optional<BlockDevices> mDisks;      ///< of LUNs; read if needed
     std::optional<BlockDevices> mNamespaces; ///< of controllers; the same
     std::deque<Port> mPorts;                 ///< sorted by number
     std::deque<Adapter> mAdapters;
     VX_ADAPTER_LIST mList{};
+    Multipath mMaps;
+    unsigned mPass = 1;
 };
 
 } // namespace host

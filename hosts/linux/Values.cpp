@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
+#include <sys/sysmacros.h>
 
 namespace host {
 
@@ -188,6 +189,10 @@ bool TakeNumber(Text text, VX_UINT64& number) {
     return TakeAny(text, number);
 }
 
+bool TakeNumber(Text text, std::optional<std::uint64_t>& number) {
+    return WithNumber(text, [&](std::uint64_t value) { number = value; });
+}
+
 bool AddNumber(Text text, VX_UINT32& number) {
     return WithNumber(text, [&](std::uint64_t value) {
         const VX_UINT32 room = std::numeric_limits<VX_UINT32>::max() - number;
@@ -370,6 +375,33 @@ bool TakeInquiry(Text bytes, Lun& lun) {
     TakePadded(bytes.substr(8, 8), lun.record.VendorId);
     TakePadded(bytes.substr(16, 16), lun.record.ProductId);
     return TakePadded(bytes.substr(32, 4), lun.record.ProductRevision);
+}
+
+bool TakeTimeout(Text text, VX_UINT32& seconds) {
+    return Trimmed(text) == "off" || TakeNumber(text, seconds);
+}
+
+bool TakeSuspension(Text text, std::string& state) {
+    const Text word = Trimmed(text);
+    if (word != "0" && word != "1") {
+        return false;
+    }
+    state = word == "0" ? "active" : "suspended";
+    return true;
+}
+
+bool TakeDeviceNumber(Text text, dev_t& number) {
+    const Text word = Trimmed(text);
+    const std::size_t colon = std::min(word.find(':'), word.size());
+    const std::optional<std::uint64_t> major = NumberIn(word.substr(0, colon));
+    const std::optional<std::uint64_t> minor = NumberIn(word.substr(std::min(colon + 1, word.size())));
+    constexpr std::uint64_t MAX_MAJOR = 0xFFF; // the kernel's limits
+    constexpr std::uint64_t MAX_MINOR = 0xFFFFF;
+    if (!major || !minor || *major > MAX_MAJOR || *minor > MAX_MINOR) {
+        return false;
+    }
+    number = makedev(static_cast<unsigned>(*major), static_cast<unsigned>(*minor));
+    return true;
 }
 
 std::uint64_t NameNumber(const VX_UINT8 (&name)[8]) {

@@ -8,10 +8,13 @@
 
 #include "Tree.h"
 
+#include <array>
+#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 
 namespace host {
 
@@ -19,6 +22,26 @@ using Text = std::string_view;
 
 /// Removes white space and null characters at both ends.
 Text Trimmed(Text text);
+
+/// The numbers in a name such as "rport-3:0-12" for the pattern "rport-#:#-#".
+template <std::size_t count>
+std::optional<std::array<std::uint64_t, count>> NumbersIn(std::string_view name, std::string_view pattern) {
+    std::array<std::uint64_t, count> numbers{};
+    auto number = numbers.begin();
+    const char* at = name.begin();
+    for (const char expected : pattern) {
+        if (expected == '#') {
+            const auto [end, error] = std::from_chars(at, name.end(), *number++);
+            if (error != std::errc() || (*at == '0' && end != at + 1)) {
+                return std::nullopt;
+            }
+            at = end;
+        } else if (at == name.end() || *at++ != expected) {
+            return std::nullopt;
+        }
+    }
+    return at == name.end() ? std::optional(numbers) : std::nullopt;
+}
 
 /// The whole text as a number: hexadecimal with "0x", otherwise decimal.
 std::optional<std::uint64_t> NumberIn(Text text);
@@ -34,6 +57,8 @@ bool TakeNumber(Text text, VX_UINT8& number);
 bool TakeNumber(Text text, VX_UINT16& number);
 bool TakeNumber(Text text, VX_UINT32& number);
 bool TakeNumber(Text text, VX_UINT64& number);
+/// The same; nothing if the number is unknown.
+bool TakeNumber(Text text, std::optional<std::uint64_t>& number);
 /// The same, added to the value.
 bool AddNumber(Text text, VX_UINT32& number);
 
@@ -92,6 +117,15 @@ bool TakeAddress(Text text, Controller& controller);
 
 /// Standard inquiry data (SPC-4, 6.4.2). False if it is shorter than its fixed part.
 bool TakeInquiry(Text bytes, Lun& lun);
+
+/// Seconds, or "off", which leaves the value unchanged.
+bool TakeTimeout(Text text, VX_UINT32& seconds);
+
+/// "0" as "active", "1" as "suspended".
+bool TakeSuspension(Text text, std::string& state);
+
+/// "253:0" as a device number.
+bool TakeDeviceNumber(Text text, dev_t& number);
 
 /// A worldwide name as its number, and back.
 std::uint64_t NameNumber(const VX_UINT8 (&name)[8]);
