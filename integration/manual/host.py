@@ -1,0 +1,24 @@
+#!/usr/bin/env python3
+"""Writes the manual page of a host: a template with the sections of the host's README."""
+import pathlib
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
+# pylint: disable=wrong-import-position
+import markdown
+import roff
+from generator import Template, run
+
+TITLES = {'Variables': 'ENVIRONMENT'}
+OF_DEVELOPERS = ['Sources']
+
+
+def generate(readme, template):
+    """Writes the manual page of a host of the management library."""
+    lines = [line for title, text in readme if title not in OF_DEVELOPERS
+             for line in roff.heading('SH', TITLES.get(title, title.upper())) + text]
+    return roff.page(template, {'sections': lines})
+
+
+if __name__ == '__main__':
+    run(generate, readme=markdown.sections, template=Template)
