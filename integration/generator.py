@@ -83,12 +83,41 @@ def check(value, schema, root, place):
                 require(False, f'its schema has an unknown keyword "{keyword}"')
 
 
-def read_description(path):
-    """The description of the commands. Raises Problem if it is not one that generators understand."""
+def read_json(path):
     try:
-        description = json.loads(read_text(path))
+        return json.loads(read_text(path))
     except (ValueError, RecursionError) as error:
         raise Problem(f'{path}: is not JSON: {error}') from error
+
+
+class Lookup(dict):
+    """An object of JSON that is not held to a schema. A key that is missing is a Problem and tells its place."""
+
+    def __init__(self, value, place):
+        super().__init__(value)
+        self.place = place
+
+    def __missing__(self, key):
+        raise Problem(f'{self.place}: lacks "{key}"')
+
+
+def read_program(path):
+    """What a program tells of its commands, options and records."""
+    def with_places(value, place):
+        if isinstance(value, dict):
+            return Lookup({key: with_places(each, f'{place}/{key}') for key, each in value.items()}, place)
+        if isinstance(value, list):
+            return [with_places(each, f'{place}/{index}') for index, each in enumerate(value)]
+        return value
+    program = read_json(path)
+    if not isinstance(program, dict) or 'commands' not in program:
+        raise Problem(f'{path}: does not describe a program')
+    return with_places(program, f'{path}: ')
+
+
+def read_description(path):
+    """The description of the commands. Raises Problem if it is not one that generators understand."""
+    description = read_json(path)
     try:
         # Before the rest, which another version may have in another form.
         version = description.get('schema_version') if isinstance(description, dict) else None

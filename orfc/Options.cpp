@@ -55,8 +55,8 @@ CLI::Validator Between(double least, double most, const char* expected) {
 }
 
 /// What an option takes, for completion.
-enum class Argument { NONE, WORD, NUMBER, COLUMNS, LIBRARY, FOLDER };
-constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "columns", "library", "folder"};
+enum class Argument { NONE, WORD, NUMBER, COLUMN, COLUMNS, LIBRARY, FOLDER };
+constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "column", "columns", "library", "folder"};
 
 /// The command line, and what each option takes beyond what its parser knows.
 struct CommandLine {
@@ -87,7 +87,7 @@ void AddCommonOptions(CommandLine& line, Options& options) {
     line.Describe(app.add_flag("--no-headings", options.hasNoHeadings, "No line of headings in a table or CSV"), "",
                   Argument::NONE);
     line.Describe(app.add_option("--sort", options.sort, "Sort by a column: its key, after a - in descending order"),
-                  "KEY", Argument::COLUMNS);
+                  "KEY", Argument::COLUMN);
     const std::vector<std::string> whens = {"auto", "always", "never"};
     line.Describe(app.add_option("--color", options.color, "Mark verdicts with colours: auto, always or never")
                       ->check(CLI::IsMember(whens).description("")),
@@ -149,9 +149,9 @@ std::unique_ptr<CommandLine> MakeCommandLine(Options& options) {
             app.footer(ExamplesText(row.examples));
         }
     }
-    app.add_subcommand("schema", "the JSON schema of all output")->callback([&options] {
-        options.special = Special::SCHEMA;
-    });
+    app.add_subcommand("schema", "the JSON schema of all output")
+        ->footer("Prints the JSON schema of everything that -o json writes.")
+        ->callback([&options] { options.special = Special::SCHEMA; });
     app.add_subcommand("describe", "the program's commands, options and records as JSON")
         ->group("") // for generators
         ->callback([&options] { options.special = Special::DESCRIPTION; });

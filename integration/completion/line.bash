@@ -39,7 +39,10 @@ _orfc_offer() {
         candidate=${candidate:${#current}}
         # In quotes, what would have to be quoted is left out: readline has ideas of its own about a quote there.
         case $quote in
-        '') [[ -z $candidate ]] || printf -v candidate %q "$candidate" ;;
+        '')
+            [[ -z $candidate ]] || printf -v candidate %q "$candidate"
+            candidate=${candidate//\\,/,} # where braces are quoted, commas needn't be
+            ;;
         \') [[ $candidate != *[\'[:cntrl:]]* ]] || continue ;;
         \") [[ $candidate != *[\"\\\$\`![:cntrl:]]* ]] || continue ;;
         esac

@@ -41,6 +41,20 @@ Shown ShowObjects(const Request& request) {
     return shown;
 }
 
+// clang-format off
+constexpr ColumnOf<KnownName> NAME[] = {
+    {{"name", "NAME", Type::TEXT, Place::ALWAYS, "Name", "A name, as commands take it"}, [](const KnownName& n) { return TextValue(n.name); }},
+    {{"object", "OBJECT", Type::TEXT, Place::ALWAYS, "Name", "What goes by it: adapter, port, target or lun"}, [](const KnownName& n) { return TextValue(n.kind); }},
+};
+// clang-format on
+
+Shown ShowNames(const Request& request) {
+    Shown shown;
+    shown.AddRows<KnownName>("name", NAME, NamesOf(request.host));
+    return shown;
+}
+
+constexpr const char* NAME_EXAMPLES[] = {"orfc names", "orfc names --columns name --no-headings"};
 constexpr const char* OVERVIEW_EXAMPLES[] = {"orfc", "orfc --library simulator"};
 constexpr const char* ADAPTER_EXAMPLES[] = {"orfc adapters", "orfc adapters -o json"};
 constexpr const char* PORT_EXAMPLES[] = {"orfc ports", "orfc ports --columns port,state,speed_gbps",
@@ -148,6 +162,12 @@ const CommandRow COMMANDS[] = {
      .needsNames = true,
      .repeats = Repeats::FRAMES,
      .run = ShowPing},
+    {.name = "names",
+     .summary = "every name that an object goes by",
+     .description = "Lists the names that commands take, and what goes by each.",
+     .examples = NAME_EXAMPLES,
+     .wanted = PATHS,
+     .run = ShowNames},
 };
 
 } // namespace

@@ -238,6 +238,25 @@ Selection Find(const Host& host, std::string_view name) {
     throw Failure(std::string(name) + " is ambiguous: " + text);
 }
 
+std::vector<KnownName> NamesOf(const Host& host) {
+    std::vector<KnownName> names;
+    std::set<std::pair<std::string, const char*>> known;
+    const auto addAll = [&](const auto& objects, const char* kind) {
+        for (const auto& object : objects) {
+            VisitNames(object, [&](const Name& name) {
+                if (known.emplace(name.shown, kind).second) {
+                    names.push_back({name.shown, kind});
+                }
+            });
+        }
+    };
+    addAll(host.adapters, "adapter");
+    addAll(host.ports, "port");
+    addAll(host.targets, "target");
+    addAll(host.luns, "lun");
+    return names;
+}
+
 Selection WithRelatives(const Host& host, const Selection& selection) {
     Selection all = selection;
     for (const Lun* lun : selection.luns) {

@@ -34,6 +34,14 @@ struct Selection {
 /// tells which.
 Selection Find(const Host& host, std::string_view name);
 
+/// A name and what goes by it: an object of this kind, or several.
+struct KnownName {
+    std::string name;
+    const char* kind; ///< "adapter", "port", "target" or "lun"
+};
+/// The names of all objects, each once for a kind, in the host's order.
+std::vector<KnownName> NamesOf(const Host& host);
+
 /// Adds to a selection what is above or below its members: their ports, targets and LUNs, and those that they are of.
 Selection WithRelatives(const Host& host, const Selection& selection);
 
