@@ -37,12 +37,10 @@ def cells(line):
 
 
 def table(lines):
-    """A tagged paragraph for each row. What its column is called precedes a cell, but for the first two of a small
-    table."""
+    """A tagged paragraph for each row. The title of its column precedes a cell from the third one on."""
     titles = cells(lines[0])
-    unnamed = 2 if len(titles) < 4 else 1
     found = []
     for tag, *texts in map(cells, lines[2:]):
-        named = [text if at < unnamed else f'{titles[at]}: {text}' for at, text in enumerate(texts, 1) if text]
+        named = [f'{titles[at]}: {text}' if at > 1 else text for at, text in enumerate(texts, 1) if text]
         found += roff.tagged([tag], ' '.join(map(roff.sentence, named)))
     return found

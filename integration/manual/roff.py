@@ -12,7 +12,7 @@ SPECIAL = {'\\': r'\e', '-': r'\-', "'": r'\(aq', '`': r'\(ga', '^': r'\(ha', '~
 MARKUP = re.compile(r'`(?P<literal>[^`]+)`|\*\*(?P<strong>[^*]+)\*\*|\*(?P<argument>[^*\s]+)\*|'
                     r'\[(?P<link>[^]]+)\]\([^)]+\)')
 # What ends a sentence, if another one follows; the next one may begin with markup or a sign.
-SENTENCE_END = re.compile(r'(?<=[\w)])([.!?]["\')]*(?:\\fR)?["\')]*) +(?=\S)')
+SENTENCE_END = re.compile(r'(?<=[\w)"])([.!?]["\')]*(?:\\fR)?["\')]*) +(?=\S)')
 
 
 def build_date():

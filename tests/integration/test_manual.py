@@ -251,8 +251,8 @@ class Sources(unittest.TestCase):
         attributes = re.findall(r'\{"([\w/]+)", +"([^"]+)",', (ROOT / 'hosts/linux/Attributes.h').read_text())
         self.assertGreater(len(attributes), 50)
         for path, meaning in attributes:
-            self.assertTrue(any(tag == path and text.startswith(f'What it says: {meaning}. ') for tag, text in rows),
-                            path)
+            self.assertTrue(any(tag == path and text.startswith(f'{meaning[0].upper()}{meaning[1:]}. ')
+                                for tag, text in rows), path)
         # And the other way: no row without its attribute.
         self.assertEqual({tag for tag, text in rows if 'Shown as' in text}, {path for path, _ in attributes})
         for counter in self.matches(r'^    \{"(\w+)", +&_VEXAPI_SANCONGTMGMTV2', 'hosts/linux'):
