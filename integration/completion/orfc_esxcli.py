@@ -1,11 +1,7 @@
-#!/usr/bin/env python3
 """Writes the completion of orfc-esxcli for a shell."""
 import pathlib
 import shlex
-import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
-# pylint: disable=wrong-import-position
 from generator import Problem, Template, read_description, read_text, run
 
 HERE = pathlib.Path(__file__).parent
@@ -16,11 +12,11 @@ def array(words):
     return ' '.join(map(shlex.quote, words))
 
 
-def one_word(words):
+def one_word(words, place):
     """Words as one, separated by blanks."""
     for word in words:
         if len(word.split()) != 1:
-            raise Problem(f'the word "{word}" contains a blank')
+            raise Problem(f'{place}: the word "{word}" contains a blank')
     return ' '.join(words)
 
 
@@ -60,12 +56,12 @@ def arguments(description):
                 continue
             settings = ['arguments=(']
             for argument in command['arguments']:
+                place = ' '.join([*family['words'], command['name'], argument['name']])
                 condition = argument.get('applies_with')
+                decided = [condition['argument'], *condition['words']] if condition else []
                 settings.append('    ' + array([
                     argument['name'], argument.get('short_name', ''), argument['kind'],
-                    one_word(argument.get('words', ())),
-                    one_word([condition['argument'], *condition['words']]) if condition else '',
-                    argument['description']]))
+                    one_word(argument.get('words', ()), place), one_word(decided, place), argument['description']]))
             yield [' '.join([*family['path'], name]).lower() for name in names(command)], [*settings, ')']
 
 

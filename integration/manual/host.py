@@ -1,10 +1,4 @@
-#!/usr/bin/env python3
 """Writes the manual page of a host: a template with the sections of the host's README."""
-import pathlib
-import sys
-
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
-# pylint: disable=wrong-import-position
 import markdown
 import roff
 from generator import Template, run

@@ -1,17 +1,12 @@
-#!/usr/bin/env python3
 """Writes orfc-esxcli(8)."""
-import pathlib
 import re
-import sys
 import textwrap
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
-# pylint: disable=wrong-import-position
 import roff
 from generator import Problem, Template, read_description, run
 from readme import Readme, blocks
 
-SECTIONS = {'adapter': 'ADAPTERS', 'port': 'PORTS', 'target': 'TARGETS', 'lun': 'LUNS'}
+IDENTIFIERS = ('adapter', 'port', 'target', 'lun') # kinds of arguments with a section of their own
 VALUES = {'word': '*WORD*', 'number': '*NUMBER*', 'wwpn': '*WWPN*', 'text': '*TEXT*'}
 EXAMPLE_WIDTH = 66
 OPTION = r'--[\w-]+'
@@ -95,16 +90,14 @@ class Page:
         """A text of the Readme or the description with markup."""
         return self.names.sub(r'*\g<0>*', re.sub(rf'(?<![\w-])(?:{OPTION}|-\w\b)', r'`\g<0>`', text))
 
-    def blocks(self, lines, margin):
-        """Text of any of its sections, as paragraphs after a first one."""
-        for row, text in blocks(lines, margin):
-            if row is None:
-                yield from ['.PP', *roff.literal([text])]
-            else:
-                yield from roff.tagged([f'`{row}`'], self.marked(text)) if row else roff.paragraph(self.marked(text))
-
     def section(self, title):
-        return list(self.blocks(self.readme.section(title), 3))
+        lines = []
+        for row, text in blocks(self.readme.section(title), 3):
+            if row is None:
+                lines += ['.PP', *roff.literal([text])]
+            else:
+                lines += roff.tagged([f'`{row}`'], self.marked(text)) if row else roff.paragraph(self.marked(text))
+        return lines
 
     def calling_examples(self):
         text = '\n'.join(self.readme.section('CALLING')).partition('Example:')[2]
@@ -112,20 +105,22 @@ class Page:
 
     def commands(self):
         lines = []
-        for top, title in SECTIONS.items():
+        for top in dict.fromkeys(words[:2] for words in self.families):
+            names = {words: [command['name'] for command in family['commands']]
+                     for words, family in self.families.items() if words[:2] == top}
+            missing = {words: set(each) for words, each in names.items()}
+            title, groups = self.readme.groups(top, names)
             lines += roff.heading('SH', title)
-            missing = {words: {command['name'] for command in family['commands']}
-                       for words, family in self.families.items() if words[1] == top}
             shown = None
-            for group in self.readme.groups(top, {words: set(names) for words, names in missing.items()}):
+            for group in groups:
                 if group.family != shown:
                     lines += roff.heading('SS', ' '.join(group.family))
                     shown = group.family
                 lines += self.group(group)
                 missing[shown] -= set(group.names)
-            for words, names in missing.items():
-                if names:
-                    raise Problem(f'{self.readme.path}: does not describe "{" ".join((*words, min(names)))}"')
+            for words, each in missing.items():
+                if each:
+                    raise Problem(f'{self.readme.path}: does not describe "{" ".join((*words, min(each)))}"')
         return lines
 
     def group(self, group):
@@ -142,7 +137,7 @@ class Page:
             else:
                 rows.append((f'`{row}`', self.marked(text)))
         rows += [(tag(argument), self.about(argument, remarks.get(key))) for key, argument in arguments.items()
-                 if argument['kind'] not in SECTIONS]
+                 if argument['kind'] not in IDENTIFIERS]
         texts.append(documents(commands))
         lines = roff.paragraph(self.marked(group.introduction)) if group.introduction else []
         lines += roff.tagged(map(head, commands), texts[0])

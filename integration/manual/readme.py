@@ -37,6 +37,8 @@ class Group:
 
 
 class Readme:
+    """The file by sections; a section's lines are those after its title."""
+
     def __init__(self, path):
         self.path = path
         # A backslash continues a line.
@@ -50,27 +52,31 @@ class Readme:
         return self.sections[title]
 
     def groups(self, top, commands):
-        """The groups of the section about a top-level family. `commands`: plain names by the words of a family."""
-        (title,) = [title for title in self.sections if title.endswith(f'(-t {top})')] or [f'(-t {top})']
-        found, introduction, isOpen = [], [], False
+        """(title, groups) of the section about a top-level family. `top`: the words of the family;
+        `commands`: plain names by the words of each family."""
+        suffix = f' ({" ".join(top)})'
+        title = next((title for title in self.sections if title.endswith(suffix)), suffix)
+        found, introduction, is_open = [], [], False
         for line in self.section(title):
             depth, text = depth_of(line), line.strip()
             head = re.fullmatch(r'(-[sv] \w+ )?(\w+)(?:, \w+)*(?: .*)?', text)
-            family = ('-t', top, *(head[1] or '').split()) if head else ()
+            family = (*top, *(head[1] or '').split()) if head else ()
             if depth == 3 and text != 'help':
                 if head and head[2] in commands.get(family, ()):
-                    if not isOpen or family != found[-1].family:
+                    if not is_open or family != found[-1].family:
                         found.append(Group(' '.join(introduction), family))
                         introduction = []
                     found[-1].names.append(head[2])
                 else:
                     introduction.append(text)
+            elif depth > 3 and not found:
+                raise Problem(f'{self.path}: "{text}" belongs to no command')
             elif depth > 3 and (example := re.fullmatch(r'(?:Example: +)?(orfc-esxcli .*)', text)):
                 found[-1].examples.append(example[1])
             elif depth > 3:
                 found[-1].body.append(line)
-            isOpen = depth == 3
-        return found
+            is_open = depth == 3
+        return title.removesuffix(suffix), found
 
     def messages(self):
         """(paragraphs before them, groups): each group (title, rows), and each row (texts, what to do)."""

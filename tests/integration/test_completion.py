@@ -612,7 +612,8 @@ class BadInput(unittest.TestCase):
         (self.folder / 'template').write_text(self.template)
         run = subprocess.run([sys.executable, '-B', COMPLETION / 'orfc_esxcli.py', self.folder / 'description',
                               self.folder / 'template', self.output, *options],
-                             capture_output=True, text=True, check=False, **settings)
+                             capture_output=True, text=True, check=False, env={'PYTHONPATH': ROOT / 'integration'},
+                             **settings)
         self.assertEqual((run.returncode, run.stdout), (status, ''))
         self.assertNotIn('Traceback', run.stderr)
         self.assertEqual(self.output.read_text(), 'before')
@@ -630,8 +631,9 @@ class BadInput(unittest.TestCase):
 
     def test_word_with_a_blank(self):
         """The shells separate words by blanks."""
-        text = json.dumps(DESCRIPTION).replace('"Monitor_Only"', '"Monitor Only"')
-        self.assertIn('"Monitor Only"', self.refused(description=json.loads(text)))
+        changed = json.loads(json.dumps(DESCRIPTION).replace('"Monitor_Only"', '"Monitor Only"'))
+        self.assertIn('-t port -s scmprofile set --activation: the word "Monitor Only"',
+                      self.refused(description=changed))
 
     def test_template(self):
         self.template = self.template.replace('# insert commands', '')
