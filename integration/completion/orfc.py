@@ -1,10 +1,7 @@
 #!/usr/bin/env python3
 """Writes the completion of orfc for a shell."""
 import pathlib
-import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
-# pylint: disable=wrong-import-position
 from generator import Template, read_program, read_text, run
 from orfc_esxcli import array, function, one_word
 

@@ -1,10 +1,5 @@
 #!/usr/bin/env python3
 """Writes orfc(1)."""
-import pathlib
-import sys
-
-sys.path.insert(0, str(pathlib.Path(__file__).parents[1]))
-# pylint: disable=wrong-import-position
 import roff
 from generator import Template, read_program, run
 
