@@ -2,6 +2,8 @@
 /// Start and end of the library, and the adapter tree.
 #include "Session.h"
 
+#include "LinkTests.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -43,6 +45,7 @@ VX_UINT32 VEXAPI_SetToolVersion(VX_UINT32 /*major*/, VX_UINT32 /*minor*/, VX_UIN
 }
 
 VX_UINT32 VEXAPI_Uninitialize(void) {
+    host::EndLinkTests();
     Current().reset();
     return host::OK;
 }

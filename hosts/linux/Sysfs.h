@@ -31,6 +31,8 @@ public:
 
     /// False if it can't be opened.
     bool Exists() const { return Descriptor() >= 0; }
+    /// False in a captured tree.
+    bool IsThisMachine() const { return mRoot < 0; }
 
     /// The names in a folder, unsorted, except those that begin with a dot. None if it can't be read.
     std::vector<std::string> Names(const char* path = ".") const;

@@ -1,6 +1,6 @@
 /// @file
-/// Functions without an open kernel interface: flash, NVRAM, transceivers, diagnostics and most settings. They fail
-/// without side effects.
+/// Functions without an open kernel interface: flash, NVRAM, transceivers, tests of the adapter and most settings. They
+/// fail without side effects.
 #include "Session.h"
 
 #include <cstring>
@@ -164,29 +164,11 @@ VX_UINT32 VEXAPI_SetSCMRProfile(VX_PORT_HANDLE* /*handle*/, _VEXAPI_SCMRProfile*
 VX_UINT32 VEXAPI_FreeRWBufferTestResultList(_VEXAPI_ReadWriteBufferTestResult* /*list*/) {
     return UNSUPPORTED;
 }
-VX_UINT32 VEXAPI_DiagnosticsFCPingTest(VX_PORT_HANDLE* /*handle*/, const char* /*name*/, VX_UINT32 /*count*/,
-                                       VX_UINT32 /*stopOnError*/, VX_UINT32* /*output*/, void* /*buffer*/,
-                                       VX_UINT32 /*size*/) {
-    return UNSUPPORTED;
-}
-VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* /*handle*/, const char* /*name*/, VX_UINT32 /*count*/,
-                                        VX_UINT32 /*stopOnError*/, VX_UINT32 /*destinationType*/,
-                                        _VEXAPI_ECHO_RESULTS* /*result*/) {
-    return UNSUPPORTED;
-}
-VX_UINT32 VEXAPI_DiagnosticsCTCommand(VX_PORT_HANDLE* /*handle*/, const char* /*name*/, VX_UINT32 /*count*/,
-                                      VX_UINT32 /*stopOnError*/, VX_UINT32* /*output*/, void* /*buffer*/,
-                                      VX_UINT32 /*size*/, VX_UINT32 /*testType*/) {
-    return UNSUPPORTED;
-}
 VX_UINT32 VEXAPI_ConfigureAdapterDPortSettings(VX_PORT_HANDLE* /*handle*/, VX_UINT32 /*enable*/,
                                                VX_UINT32 /*reserved*/) {
     return UNSUPPORTED;
 }
 VX_UINT32 VEXAPI_DiagnosticDPortTestV2(VX_PORT_HANDLE* /*handle*/, _VEXAPI_DiagnosticsDPortResult* /*result*/) {
-    return UNSUPPORTED;
-}
-VX_UINT32 VEXAPI_DiagnosticsRDPTest(VX_PORT_HANDLE* /*handle*/, void* /*buffer*/, VX_UINT32* /*size*/) {
     return UNSUPPORTED;
 }
 VX_UINT32 VEXAPI_GetTargetLinkSpeed(VX_PORT_HANDLE* /*handle*/, VX_UINT16 /*targetNumber*/, VX_UINT32* /*speed*/) {
