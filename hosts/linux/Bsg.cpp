@@ -3,7 +3,6 @@
 #include "Sysfs.h"
 #include "Values.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <ctime>
@@ -126,7 +125,6 @@ Delivery Deliver(const Peer& peer, Service service, std::span<const std::uint8_t
                  std::span<std::uint8_t> answer) {
     const Request head = MakeRequest(peer, service, request);
     Reply reply{};
-    std::fill(answer.begin(), answer.end(), std::uint8_t{0});
     sg_io_v4 exchange{};
     exchange.guard = 'Q';
     exchange.protocol = BSG_PROTOCOL_SCSI;

@@ -43,8 +43,9 @@ private:
     std::string mClasses;
 };
 
-/// The kernel gives up a request after this time; it takes nothing below 7 seconds.
-inline constexpr std::uint32_t TIMEOUT_MILLISECONDS = 10'000;
+/// The kernel gives up a request after this time. Drivers are to end it earlier, as they do when the port is lost: some
+/// still use a request that the kernel gave up.
+inline constexpr std::uint32_t TIMEOUT_MILLISECONDS = 30'000;
 
 enum class Service { LINK, COMMON_TRANSPORT };
 
@@ -77,7 +78,7 @@ struct Delivery {
     std::uint32_t length = 0; ///< of the answer; may exceed the buffer
 };
 
-/// Sends `request`, a whole payload, and fills `answer`, which is cleared before.
+/// Sends `request`, a whole payload, and fills `answer` from the front. What doesn't arrive stays as it is.
 Delivery Deliver(const Peer& peer, Service service, std::span<const std::uint8_t> request,
                  std::span<std::uint8_t> answer);
 

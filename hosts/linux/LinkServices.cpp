@@ -130,6 +130,8 @@ constexpr Code FAULTS[] = {
     {0x0F, "transport failed"},
 };
 
+constexpr char NO_ANSWER[] = "No answer in time";
+
 struct Refusal {
     int error;
     Outcome::Kind kind;
@@ -153,9 +155,9 @@ constexpr Refusal SENDING[] = {
     {EOPNOTSUPP,   Outcome::UNSUPPORTED, false, "Not sent: the driver doesn't offer this request"},
     {EBADR,        Outcome::UNSUPPORTED, false, "Not sent: the driver doesn't offer this request"},
     {ENOMSG,       Outcome::UNSUPPORTED, false, "Not sent: the driver doesn't offer this request"},
-    {ENODEV,       Outcome::GONE,        false, "Not sent: the port is gone"},
-    {ENXIO,        Outcome::GONE,        false, "Not sent: the port is gone"},
-    {ETIMEDOUT,    Outcome::FAILED,      true,  "No answer in time"},
+    {ENODEV,       Outcome::FAILED,      false, "Not sent: the port is gone"},
+    {ENXIO,        Outcome::FAILED,      false, "Not sent: the port is gone"},
+    {ETIMEDOUT,    Outcome::FAILED,      true,  NO_ANSWER},
     {ECONNABORTED, Outcome::FAILED,      true,  "No answer: the exchange was aborted"},
     {EIO,          Outcome::FAILED,      false, "Not sent: the port can't be reached"},
     {EAGAIN,       Outcome::FAILED,      false, "Not sent: the port is busy"},
@@ -242,6 +244,10 @@ Outcome Judge(Service service, const Delivery& delivery, const Bytes& answer) {
     }
     if (delivery.fault != 0) {
         outcome.text = Text("Failed in the driver: %s", Words(FAULTS, delivery.fault, "fault").c_str());
+        return outcome;
+    }
+    if (delivery.status == DELIVERED && delivery.length == 0) { // so the kernel ends a request that it gives up
+        outcome.text = NO_ANSWER;
         return outcome;
     }
     outcome.length = delivery.length;
@@ -334,23 +340,22 @@ Outcome OutcomeOfOpening(int error) {
 
 Outcome SendEcho(const Peer& peer, std::size_t size) {
     static std::uint64_t random = peer.kernel->Now();
-    Bytes request;
-    Append(request, ECHO, 1);
-    Append(request, 0, 3);
-    while (request.size() < size) {
+    Bytes request(size);
+    request[0] = ECHO;
+    for (std::size_t at = WORD; at < size; at += WORD) {
         // splitmix64
         std::uint64_t number = random += 0x9E3779B97F4A7C15;
         number = (number ^ number >> 30) * 0xBF58476D1CE4E5B9;
         number = (number ^ number >> 27) * 0x94D049BB133111EB;
-        Append(request, number ^ number >> 31, WORD);
+        std::memcpy(&request[at], &number, WORD);
     }
     Bytes answer(size);
     Outcome outcome = Ask(peer, Service::LINK, request, answer);
     if (outcome.kind != Outcome::ACCEPTED) {
         return outcome;
     }
-    const auto altered = std::mismatch(answer.begin() + WORD, answer.end(), request.begin() + WORD).first;
-    if (altered != answer.end()) {
+    if (!std::equal(answer.begin() + WORD, answer.end(), request.begin() + WORD)) {
+        const auto altered = std::mismatch(answer.begin() + WORD, answer.end(), request.begin() + WORD).first;
         Fail(outcome, Text("Answer altered at byte %td of %zu", altered - answer.begin(), size));
     } else if (outcome.length != size) {
         Fail(outcome,

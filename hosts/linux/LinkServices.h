@@ -14,7 +14,6 @@ struct Outcome {
     enum Kind {
         ACCEPTED,
         FAILED,      ///< not sent, rejected, or without the right answer: the next request may succeed
-        GONE,        ///< the node is no longer that of a port
         UNSUPPORTED, ///< not sent, and the next one wouldn't be either
         LINK_DOWN,   ///< the same, as long as the port has no link
         NO_PORT,     ///< there is nothing to send to

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <optional>
 
 using namespace host;
 
@@ -29,6 +30,8 @@ constexpr std::uint32_t DIRECTORY_SERVER = 0xFFFFFC;
 constexpr std::uint32_t FABRIC_CONTROLLER = 0xFFFFFD;
 constexpr std::uint32_t FABRIC_PORT = 0xFFFFFE;
 constexpr std::uint32_t FIRST_WELL_KNOWN = 0xFFFC00; ///< domain controllers, then services
+
+constexpr char ONLINE[] = "Online"; ///< state of a port
 
 constexpr std::size_t ECHO_SIZE = 1024;        ///< in bytes; less if a frame takes less
 constexpr VX_UINT32 SMALLEST_FRAME_SIZE = 256; ///< that a port may have
@@ -98,7 +101,7 @@ std::vector<RemotePort> RemotePortsOf(const Port& port) {
         const std::uint64_t portName = name.starts_with(prefix) ? NameOf(Attribute(folder, name, "port_name")) : 0;
         if (portName != 0) {
             found.push_back({name, portName, PortIdOf(Attribute(folder, name, "port_id")),
-                             Attribute(folder, name, "port_state") == "Online"});
+                             Attribute(folder, name, "port_state") == ONLINE});
         }
     }
     // One that came back may be there twice.
@@ -113,10 +116,12 @@ std::uint64_t FabricOf(const Port& port) {
     return isFabric ? NameOf(Attribute(hosts, port.name, "fabric_name")) : 0;
 }
 
+constexpr char NOT_SENT[] = "Not sent: ";
+
 Outcome Refusal(Outcome::Kind kind, std::string text) {
     Outcome outcome;
     outcome.kind = kind;
-    outcome.text = "Not sent: " + std::move(text);
+    outcome.text = NOT_SENT + std::move(text);
     return outcome;
 }
 
@@ -126,19 +131,25 @@ Outcome Success() {
     return outcome;
 }
 
-/// Succeeds if a port is online.
-Outcome CheckOnline(const Folder& folder, const std::string& entry, const std::string& what, Outcome::Kind failure) {
-    const std::string state = Attribute(folder, entry, "port_state");
-    return state == "Online" ? Success()
-           : state.empty()   ? Refusal(Outcome::GONE, what + "gone")
-                             : Refusal(failure, what + state);
+/// Succeeds if a port of this host is online and, unless its name is empty, a remote port.
+Outcome CheckOnline(const Port& port, const std::string& remotePort) {
+    const std::string own = Attribute(GetTree()->Hosts(), port.name, "port_state");
+    const std::string remote =
+        remotePort.empty() ? ONLINE : Attribute(GetTree()->RemotePorts(), remotePort, "port_state");
+    if (own != ONLINE) {
+        return Refusal(Outcome::LINK_DOWN, "the port is " + (own.empty() ? "gone" : own));
+    }
+    if (remote != ONLINE) {
+        return Refusal(Outcome::FAILED, "the remote port is " + (remote.empty() ? "gone" : remote));
+    }
+    return Success();
 }
 
+/// Opens a destination. `ACCEPTED` if requests may be sent to it.
 Outcome Open(const Port& port, const Destination& destination) {
     EndLinkTests();
-    if (Outcome outcome = CheckOnline(GetTree()->Hosts(), port.name, "the port is ", Outcome::LINK_DOWN);
-        outcome.kind != Outcome::ACCEPTED) {
-        return outcome;
+    if (TestKernel() == nullptr && !GetTree()->Hosts().IsThisMachine()) {
+        return Refusal(Outcome::UNSUPPORTED, "the tree isn't that of this machine");
     }
     Connection connection;
     connection.destination = destination;
@@ -159,6 +170,10 @@ Outcome Open(const Port& port, const Destination& destination) {
     if (isNamed && !connection.peer.isRemotePort) {
         return Refusal(Outcome::NO_PORT, "the port sees no such remote port");
     }
+    // Old kernels hold a request to a blocked remote port back until they give that up.
+    if (Outcome outcome = CheckOnline(port, connection.remotePort); outcome.kind != Outcome::ACCEPTED) {
+        return outcome;
+    }
     static SystemKernel systemKernel;
     connection.peer.kernel = TestKernel() != nullptr ? TestKernel() : &systemKernel;
     connection.peer.descriptor =
@@ -170,30 +185,28 @@ Outcome Open(const Port& port, const Destination& destination) {
     return Success();
 }
 
-/// Opens the destination, unless it is the last one, and checks its state. `ACCEPTED` if something may be sent to it.
-Outcome Connect(const Port& port, const Destination& destination) {
-    if (TestKernel() == nullptr && !GetTree()->Hosts().IsThisMachine()) {
-        return Refusal(Outcome::UNSUPPORTED, "the tree isn't that of this machine");
-    }
-    if (Current().peer.descriptor < 0 || Current().destination != destination) {
+/// Calls `send` with the peer, which stays open for the next request until one fails.
+template <class Send> Outcome Try(const Port& port, const Destination& destination, Send send) {
+    Connection& connection = Current();
+    if (connection.peer.descriptor < 0 || connection.destination != destination) {
         if (Outcome outcome = Open(port, destination); outcome.kind != Outcome::ACCEPTED) {
             return outcome;
         }
     }
-    // Old kernels hold a request to a blocked remote port back until they give that up.
-    return Current().peer.isRemotePort
-               ? CheckOnline(GetTree()->RemotePorts(), Current().remotePort, "the remote port is ", Outcome::FAILED)
-               : CheckOnline(GetTree()->Hosts(), port.name, "the port is ", Outcome::LINK_DOWN);
-}
-
-/// Connects, and calls `send` with the peer. Ends the connection to a port that is gone.
-template <class Send> Outcome Try(const Port& port, const Destination& destination, Send send) {
-    Outcome outcome = Connect(port, destination);
+    Outcome outcome = send(connection.peer);
     if (outcome.kind == Outcome::ACCEPTED) {
-        outcome = send(Current().peer);
+        return outcome;
     }
-    if (outcome.kind == Outcome::GONE) {
-        EndLinkTests();
+    EndLinkTests();
+    // The kernel doesn't say why it ends a request early.
+    if (!outcome.isAnswered) {
+        if (Outcome state = CheckOnline(port, connection.remotePort); state.kind != Outcome::ACCEPTED) {
+            if (outcome.isSent) {
+                state.text.replace(0, sizeof NOT_SENT - 1, "No answer: ");
+            }
+            state.isSent = outcome.isSent;
+            return state;
+        }
     }
     return outcome;
 }
@@ -284,11 +297,14 @@ private:
 /// failure. Tells of failures, but of a row of the same once only.
 template <class Send>
 Outcome Run(const Port& port, VX_UINT32 count, VX_UINT32 stopOnError, VX_UINT32& answered, Send send) {
-    const Interruption interruption;
+    std::optional<Interruption> interruption;
+    if (count > 1) {
+        interruption.emplace();
+    }
     Outcome failure = Success();
     answered = 0;
     for (VX_UINT32 sent = 0; sent < count; ++sent) {
-        if (sent != 0 && interruption.HasCome()) {
+        if (sent != 0 && interruption->HasCome()) {
             Tell(port.name, "interrupted after " + std::to_string(sent) + " of " + std::to_string(count) + " frames");
             failure.kind = Outcome::FAILED;
             break;
@@ -404,7 +420,7 @@ VX_UINT32 VEXAPI_DiagnosticsCTCommand(VX_PORT_HANDLE* handle, const char* name, 
     return Report(*port, outcome, answered, count, route, output, buffer, size);
 }
 
-/// Asks the fabric port of a fabric, and its controller if that gives no answer; otherwise the only remote port.
+/// Asks the fabric port of a fabric, and the fabric controller if that rejects it; otherwise the only remote port.
 VX_UINT32 VEXAPI_DiagnosticsRDPTest(VX_PORT_HANDLE* handle, void* buffer, VX_UINT32* size) {
     const Port* const port = PortOf(handle);
     if (port == nullptr) {
@@ -420,7 +436,7 @@ VX_UINT32 VEXAPI_DiagnosticsRDPTest(VX_PORT_HANDLE* handle, void* buffer, VX_UIN
         const std::uint32_t own = PortIdOf(Attribute(GetTree()->Hosts(), port->name, "port_id"));
         for (const std::uint32_t address : {FABRIC_PORT, FABRIC_CONTROLLER}) {
             outcome = ask({port->number, 0, address}, own);
-            if (outcome.kind == Outcome::ACCEPTED || IsFinal(outcome)) {
+            if (outcome.kind == Outcome::ACCEPTED || !outcome.isAnswered) {
                 break;
             }
         }
