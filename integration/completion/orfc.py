@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Writes the completion of orfc for a shell."""
 import pathlib
 

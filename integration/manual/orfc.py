@@ -1,4 +1,3 @@
-#!/usr/bin/env python3
 """Writes orfc(1)."""
 import roff
 from generator import Template, read_program, run
