@@ -172,6 +172,7 @@ public:
             throw Failure(mSession->Path() + ": shows no host" +
                           (mSession.Messages().empty() ? "" : ": " + mSession.Messages().front()));
         }
+        mTold = mSession.Messages().size();
         WalkAll(list->pHead, "adapters", [this](_vexapi_adapter_t& record) { ReadAdapter(record); });
         for (std::string& message : mSession.Messages()) {
             mHost.messages.push_back(std::move(message));
@@ -186,13 +187,16 @@ private:
         }
     }
 
-    /// Whether a function succeeded. Tells of a failure, unless it's only one that isn't supported.
+    /// Whether a function succeeded. Tells of a failure, unless the library itself has told why. One that isn't supported
+    /// is none, whatever the library says.
     bool Succeeds(VX_UINT32 status, const std::string& where, const char* what) {
-        if (status != 0 && std::find(std::begin(UNSUPPORTED), std::end(UNSUPPORTED), status) == std::end(UNSUPPORTED)) {
-            char text[32];
-            std::snprintf(text, sizeof text, ": failed with status %u", status);
-            mHost.messages.push_back(where + ": " + what + text);
+        std::vector<std::string>& told = mSession.Messages();
+        if (std::find(std::begin(UNSUPPORTED), std::end(UNSUPPORTED), status) != std::end(UNSUPPORTED)) {
+            told.resize(mTold);
+        } else if (status != 0 && told.size() == mTold) {
+            mHost.messages.push_back(where + ": " + what + ": failed with status " + std::to_string(status));
         }
+        mTold = told.size();
         return status == 0;
     }
 
@@ -522,6 +526,7 @@ private:
     const std::function<void(const std::string&)>& mOnPort;
     Host& mHost;
     unsigned mPhysicalPorts = 0;
+    std::size_t mTold = 0; ///< the library's messages up to the call before
 };
 
 } // namespace

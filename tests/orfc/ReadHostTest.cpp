@@ -583,6 +583,25 @@ TEST_F(ReadHostTest, ScopesAndMessages) {
     EXPECT_EQ(ScopeOf(EVERYTHING).Parts, static_cast<VX_UINT32>(VEXAPI_EXT_EVERYTHING));
 }
 
+/// A library may say in words what it has no support for. Nothing is wrong then; what it told before is.
+TEST_F(ReadHostTest, WordsAboutWhatIsNotSupported) {
+    Tree().AddPort();
+    Fake().onInitialize = [](auto...) {
+        Ext().Tell("host2/speed: Input/output error");
+        return VX_UINT32{0};
+    };
+    VX_UINT32 status = 118;
+    Fake().onGetVpd = [&](auto...) {
+        Ext().Tell("host2: vital product data: No such file or directory");
+        return status;
+    };
+    const Wanted wanted = {.portDetails = true, .vpd = true};
+    EXPECT_EQ(ReadExtended(wanted).messages, (Texts{"host2/speed: Input/output error"}));
+    status = 102;
+    EXPECT_EQ(ReadExtended(wanted).messages,
+              (Texts{"host2/speed: Input/output error", "host2: vital product data: No such file or directory"}));
+}
+
 TEST_F(ReadHostTest, WhatIsWantedAddsUp) {
     const Wanted both = Wanted{.portDetails = true, .targets = true, .settings = true, .ports = {1}} |
                         Wanted{.counters = true, .luns = true, .transceivers = true, .vpd = true};
