@@ -9,7 +9,7 @@ HERE = pathlib.Path(__file__).parent
 
 def options(rows):
     """Five words for each option: its name, the short one, what it takes, the allowed words, and its description."""
-    return ['    ' + array([row['name'], row['short_name'], row['argument'], one_word(row['words']), row['description']])
+    return ['    ' + array([row['name'], row['short_name'], row['argument'], one_word(row['words'], row['name']), row['description']])
             for row in rows]
 
 
