@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
+#include <string>
 
 using namespace sim;
 
@@ -44,6 +46,16 @@ std::string CountUp(std::string text, const Counted& how, std::size_t more) {
         text.insert(begin, 1, digits[(more - none) % digits.size()]);
     }
     return text;
+}
+
+/// Number of calls so far for the counters of a port or target. They go on in the next session, as real ones do.
+VX_UINT64& CounterCalls(const Port& port, const _tagVEXAPI_SDMTarget* target) {
+    static std::map<std::string, VX_UINT64> calls; // by names
+    std::string names(reinterpret_cast<const char*>(port.record.WWPN), sizeof port.record.WWPN);
+    if (target != nullptr) {
+        names.append(reinterpret_cast<const char*>(target->PortName), sizeof target->PortName);
+    }
+    return calls[names];
 }
 
 /// Checks a caller's record and returns how many of its bytes are known here.
@@ -167,21 +179,23 @@ VX_UINT32 VEXAPI_ExtGetCounters(VX_PORT_HANDLE* handle, const _tagVEXAPI_SDMTarg
                                 VEXAPI_EXT_COUNTER* counters, VX_UINT32* count) {
     return Answer(__func__, [&](Call& call) {
         Port& port = call.GetPort(handle);
-        KernelCounters& known = target == nullptr ? port.kernelCounters : OwnTarget(call, port, target).kernelCounters;
+        const KernelCounters& known =
+            target == nullptr ? port.kernelCounters : OwnTarget(call, port, target).kernelCounters;
         call.CheckPointer(count, "count");
         call.NoteArgument("count", *count);
         if (*count != 0) {
             call.CheckCleared(counters, *count * sizeof *counters, "counters");
         }
         call.Begin();
+        VX_UINT64& calls = CounterCalls(port, target);
         const std::size_t room = *count;
         *count = static_cast<VX_UINT32>(known.counters.size());
         for (std::size_t i = 0; i < std::min(room, known.counters.size()); ++i) {
             counters[i] = known.counters[i].start;
-            counters[i].Value += known.counters[i].step * known.calls;
+            counters[i].Value += known.counters[i].step * calls;
         }
         // A call that only asks how many there are doesn't count.
-        known.calls += room == 0 ? 0 : 1;
+        calls += room == 0 ? 0 : 1;
         return STATUS_OK;
     });
 }

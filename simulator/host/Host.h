@@ -59,11 +59,10 @@ struct PortAnswers {
 /// What the driver counts for a port or a target.
 struct KernelCounters {
     struct Counter {
-        VEXAPI_EXT_COUNTER start; ///< the value in the first call of a session
+        VEXAPI_EXT_COUNTER start; ///< the value in the first call of the process
         VX_UINT64 step;           ///< added with each call
     };
     std::vector<Counter> counters;
-    VX_UINT64 calls = 0;
 };
 
 struct Target {
