@@ -187,8 +187,8 @@ private:
         }
     }
 
-    /// Whether a function succeeded. Tells of a failure, unless the library itself has told why. One that isn't supported
-    /// is none, whatever the library says.
+    /// Whether a function succeeded. Tells of a failure, unless the library itself has told why. One that isn't
+    /// supported is none, whatever the library says.
     bool Succeeds(VX_UINT32 status, const std::string& where, const char* what) {
         std::vector<std::string>& told = mSession.Messages();
         if (std::find(std::begin(UNSUPPORTED), std::end(UNSUPPORTED), status) != std::end(UNSUPPORTED)) {
