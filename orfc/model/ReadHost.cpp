@@ -174,8 +174,12 @@ public:
         }
         mTold = mSession.Messages().size();
         WalkAll(list->pHead, "adapters", [this](_vexapi_adapter_t& record) { ReadAdapter(record); });
-        for (std::string& message : mSession.Messages()) {
-            mHost.messages.push_back(std::move(message));
+        // A library may meet the same file twice.
+        std::set<std::string> known;
+        for (const std::string& message : mSession.Messages()) {
+            if (known.insert(message).second) {
+                mHost.messages.push_back(message);
+            }
         }
         mSession.Messages().clear();
     }

@@ -583,6 +583,16 @@ TEST_F(ReadHostTest, ScopesAndMessages) {
     EXPECT_EQ(ScopeOf(EVERYTHING).Parts, static_cast<VX_UINT32>(VEXAPI_EXT_EVERYTHING));
 }
 
+TEST_F(ReadHostTest, WhatIsToldTwiceIsToldOnce) {
+    Tree().AddPort();
+    Tree().AddPort();
+    Ext().getPort = [](auto...) {
+        Ext().Tell("host2/speed: Input/output error");
+        return VX_UINT32{0};
+    };
+    EXPECT_EQ(ReadExtended({.portDetails = true}).messages, (Texts{"host2/speed: Input/output error"}));
+}
+
 /// A library may say in words what it has no support for. Nothing is wrong then; what it told before is.
 TEST_F(ReadHostTest, WordsAboutWhatIsNotSupported) {
     Tree().AddPort();

@@ -154,9 +154,11 @@ class Names(Case):
         self.assertEqual(self.refused("show", "host99"), "nothing is named host99; did you mean host9 or host19 or host0?")
         self.assertIn("21:00:00:24:ff:7e:2d:9 is ambiguous: 21:00:00:24:ff:7e:2d:94, 21:00:00:24:ff:7e:2d:95",
                       self.refused("ports", "21:00:00:24:ff:7e:2d:9"))
-        for words in program.commands():
-            if len(words) == 1 and words != ["ping"]:
-                self.assertIn("nothing is named zzz", self.refused(*words, "zzz"))
+        for command in json.loads(run("describe").stdout)["commands"]:
+            if command["takes_names"]:
+                self.assertIn("nothing is named zzz", self.refused(command["name"], "zzz"))
+            elif command["name"]:
+                self.assertIn("zzz", self.refused(command["name"], "zzz", status=2))
 
     def test_one_spelling(self):
         names = ("host9", "FC_21:00:00:24:FF:7E:2D:94", "0x21000024ff7e2d94", "pn-0x21000024FF7E2D94", "21000024ff7e2d94")
