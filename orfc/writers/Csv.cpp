@@ -18,12 +18,13 @@ std::string FieldOf(std::string text) {
 
 } // namespace
 
-/// One table for each kind of records, with an empty line between them.
+/// One table for each kind of records that there are, with an empty line between them.
 void WriteCsv(const Answer& answer, const Style& style, std::FILE* out) {
     const char* separator = "";
     for (const Records* records : answer.records) {
         const std::vector<std::size_t> columns = ChosenColumns(*records, style, Place::DETAILED);
-        if (columns.empty()) {
+        const bool isMissing = records->Size() == 0 && answer.records.size() > 1;
+        if (columns.empty() || isMissing) {
             continue;
         }
         std::fputs(separator, out);

@@ -39,13 +39,15 @@ TEST(CsvTest, Quotes) {
 
 TEST(CsvTest, KindsHaveAnEmptyLineBetweenThem) {
     const Rows rows({COLUMNS[0]}, {{"a"}});
-    const Rows others({COLUMNS[1]}, {});
+    const Rows others({COLUMNS[1]}, {{true}});
+    const Rows none({COLUMNS[0]}, {});
     Answer answer;
-    answer.records = {&rows, &others};
-    EXPECT_EQ(Written(WriteCsv, answer), "port\r\na\r\n\r\nbeacon\r\n");
+    answer.records = {&rows, &none, &others};
+    EXPECT_EQ(Written(WriteCsv, answer), "port\r\na\r\n\r\nbeacon\r\ntrue\r\n");
     Style style;
     style.columns = {"beacon"};
-    EXPECT_EQ(Written(WriteCsv, answer, style), "beacon\r\n");
+    EXPECT_EQ(Written(WriteCsv, answer, style), "beacon\r\ntrue\r\n");
+    EXPECT_EQ(Written(WriteCsv, none), "port\r\n"); // the only one has its headings
 }
 
 } // namespace
