@@ -22,6 +22,7 @@ class Programs:
         self.tool = str(build / "orfc-esxcli")
         self.empty = str(build / "bench/empty_program")
         self.host_only = str(build / "bench/host_only")
+        self.path_loop = str(build / "bench/path_loop")
         self.log_loop = str(build / "bench/log_loop")
         self.printf_loop = str(build / "bench/printf_loop")
         self.stopwatch = str(build / "bench/stopwatch")

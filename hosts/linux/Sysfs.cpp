@@ -28,32 +28,37 @@ ssize_t ReadBytes(int descriptor, char* buffer, std::size_t size) {
     return count;
 }
 
-/// Opens a path below `root` without leaving it through links. Returns -1 with ENOSYS if the kernel doesn't support
-/// that.
-int OpenInRoot(int root, const char* path, int flags) {
+/// Opens a path below `root` without leaving it through links.
+int OpenConfined(int root, const char* path, int flags) {
     open_how how{};
     how.flags = static_cast<unsigned>(flags);
     how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
-    int descriptor = -1;
     // The kernel returns EAGAIN if any file on the machine was renamed in the meantime.
     for (int tries = 0; tries < 100; ++tries) {
-        descriptor = static_cast<int>(syscall(SYS_openat2, root, path, &how, sizeof how));
+        const auto descriptor = static_cast<int>(syscall(SYS_openat2, root, path, &how, sizeof how));
+        // Kernels before 5.6 lack it, and sandboxes may forbid it.
+        if (descriptor < 0 && (errno == ENOSYS || errno == EPERM)) {
+            return openat(root, path, flags);
+        }
         if (descriptor >= 0 || errno != EAGAIN) {
-            break;
+            return descriptor;
         }
     }
-    return descriptor;
+    return -1;
 }
 
 } // namespace
 
 Folder::Folder(const std::string& path)
-    : mDescriptor(::open(path.empty() ? "/" : path.c_str(), O_RDONLY | O_DIRECTORY | NEVER_WAIT)) {
-    mRoot = path.empty() ? -1 : *mDescriptor;
+    : mIsConfined(!path.empty()), mRoot(AT_FDCWD), mPath(path.empty() ? "/" : path + '/') {
+    if (mIsConfined) {
+        mDescriptor = mRoot = ::open(mPath.c_str(), O_RDONLY | O_DIRECTORY | NEVER_WAIT);
+        mPath.clear();
+    }
 }
 
 Folder::Folder(const Folder& parent, const char* path)
-    : mParent(&parent), mName(path), mPath(parent.mPath + path + '/'), mRoot(parent.mRoot) {}
+    : mIsConfined(parent.mIsConfined), mRoot(parent.mRoot), mPath(parent.mPath + path + '/') {}
 
 Folder::~Folder() {
     if (mDescriptor && *mDescriptor >= 0) {
@@ -62,22 +67,19 @@ Folder::~Folder() {
 }
 
 int Folder::Descriptor() const {
+    constexpr int FLAGS = O_RDONLY | O_DIRECTORY | NEVER_WAIT;
     if (!mDescriptor) {
-        mDescriptor = mParent->Open(mName.c_str(), O_RDONLY | O_DIRECTORY);
+        mDescriptor = mIsConfined ? OpenConfined(mRoot, mPath.c_str(), FLAGS) : ::open(mPath.c_str(), FLAGS);
     }
     return *mDescriptor;
 }
 
 int Folder::Open(const char* path, int flags) const {
-    if (mRoot >= 0) {
-        const int descriptor = OpenInRoot(mRoot, (mPath + path).c_str(), flags | NEVER_WAIT);
-        // Kernels before 5.6 lack it, and sandboxes may forbid it.
-        if (descriptor >= 0 || (errno != ENOSYS && errno != EPERM)) {
-            return descriptor;
-        }
+    if (mIsConfined) {
+        return OpenConfined(mRoot, (mPath + path).c_str(), flags | NEVER_WAIT);
     }
     if (!Exists()) {
-        errno = ENOENT; // not a file of the current directory
+        errno = ENOENT;
         return -1;
     }
     return openat(Descriptor(), path, flags | NEVER_WAIT);

@@ -23,7 +23,7 @@ public:
     /// The root of a tree. An empty path is the root of this machine. Links can't leave any other tree: its root is the
     /// root of absolute links and its own parent.
     explicit Folder(const std::string& path);
-    /// A folder in the tree of `parent`, whose object must outlive it.
+    /// A folder in the tree of `parent`. The root's object must outlive it.
     Folder(const Folder& parent, const char* path);
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
@@ -55,10 +55,9 @@ private:
     int Open(const char* path, int flags) const;
     int Descriptor() const;
 
-    const Folder* mParent = nullptr;        ///< null for the root
-    std::string mName;                      ///< in it
-    std::string mPath;                      ///< relative to `mRoot`, with a trailing slash
-    int mRoot = -1;                         ///< of the tree; -1: the root of this machine
+    bool mIsConfined;                       ///< to the tree
+    int mRoot;                              ///< what `mPath` is relative to
+    std::string mPath;                      ///< with a slash at its end
     mutable std::optional<int> mDescriptor; ///< -1: failed to open
 };
 

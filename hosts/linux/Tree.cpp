@@ -164,12 +164,12 @@ void TakeSize(const Folder& classes, const std::string& blockDevice, Lun& lun) {
     lun.record.BlockCount /= lun.record.BlockSize / SECTOR;
 }
 
-/// The block devices of NVMe controllers, or all others.
+/// The block devices of NVMe controllers, or all others but maps, which have no parent.
 BlockDevices ReadBlockDevices(const Folder& classes, bool ofControllers) {
     BlockDevices devices;
     const Folder blocks(classes, "block");
     for (const std::string& name : blocks.Names()) {
-        if (name.starts_with("nvme") != ofControllers) {
+        if (name.starts_with("nvme") != ofControllers || name.starts_with("dm-")) {
             continue;
         }
         std::vector<std::string> parts = Split(blocks.Link(name.c_str()));

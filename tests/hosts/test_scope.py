@@ -76,16 +76,16 @@ class Case(unittest.TestCase):
         run = subprocess.run([BUILD / "orfc-esxcli", *words], env=environment, capture_output=True, check=False)
         return run.returncode, run.stdout.decode("latin-1"), run.stderr.decode("latin-1")
 
-    def identifiers(self):
-        """At most three of each kind: the first ones and the last."""
+    def identifiers(self, are_all=False):
+        """Of each kind the first and the last, or all."""
         found = {}
         for kind in ("adapter", "port", "target", "lun"):
             names = list(dict.fromkeys(NAME.findall(self.run_program(["-t", kind, "list"], self.everything)[1])))
-            found[kind] = names[:2] + names[2:][-1:]
+            found[kind] = names if are_all else names[:1] + names[1:][-1:]
         return found
 
-    def compare(self):
-        lines = list(all_command_lines(self.identifiers()))
+    def compare(self, are_all=False):
+        lines = list(all_command_lines(self.identifiers(are_all)))
         with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
             limited = pool.map(self.run_program, lines)
             whole = pool.map(self.run_program, lines, itertools.repeat(self.everything))
@@ -100,53 +100,52 @@ class SameDocuments(Case):
 
     def test_ports_targets_luns_and_namespaces(self):
         self.unpack("fcoe")
-        self.assertGreater(self.compare(), 15)
+        self.assertGreater(self.compare(), 10)
 
     def test_faults(self):
         self.unpack("degraded")
-        self.assertGreater(self.compare(), 15)
+        self.assertGreater(self.compare(), 10)
 
     def test_a_virtual_port(self):
         self.unpack("npiv")
-        self.assertGreater(self.compare(), 15)
+        self.assertGreater(self.compare(), 10)
 
     def test_cards_with_two_ports(self):
         self.generate(6, 40)
-        self.assertGreater(self.compare(), 15)
+        self.assertGreater(self.compare(), 10)
 
     def test_no_port_and_no_tree(self):
         names = {"adapter": ["Adapter_A_B"], "port": ["FC_20:00:02:00:00:00:a0:01"], "target": [], "lun": []}
-        self.identifiers = lambda: names
+        self.identifiers = lambda are_all: names
         self.compare()
         (self.sys / "class").mkdir(parents=True)
         self.compare()
 
     def test_values_of_neighbours(self):
         self.generate(6, 12)
-        # Only the second port tells the serial number of the first adapter, and only the card its model.
-        for host in (0, 1):
-            self.write(f"class/fc_host/host{host}/model", "\n")
-        self.write("class/fc_host/host0/serial_number", "\n")
-        # The second adapter has no name at all, and the third the first one's.
+        # Only the second port tells the model of the first adapter, and only the first one its serial number.
+        self.write("class/fc_host/host0/model", "\n")
+        self.write("class/fc_host/host1/serial_number", "unknown\n")
+        # The second adapter has no name at all. The third one's model is on the card, and its name the first one's.
         for host in (2, 3):
-            self.write(f"class/fc_host/host{host}/model", "unknown\n")
+            self.write(f"class/fc_host/host{host}/model", "\n")
             self.write(f"class/fc_host/host{host}/serial_number", "\n")
-        (self.sys / "devices/pci0000:00/0000:00:00.1").rename(self.sys / "devices/pci0000:00/elsewhere")
-        (self.sys / "devices/pci0000:00/0000:00:00.1").symlink_to("elsewhere")
-        for path in self.sys.glob("bus/pci/devices/0000:02:00.*/vpd"):
+        for path in self.sys.glob("bus/pci/devices/0000:0[12]:00.*/vpd"):
             path.unlink()
         for host in (4, 5):
-            self.write(f"class/fc_host/host{host}/model", "SYN-16002\n")
+            self.write(f"class/fc_host/host{host}/model", "\n")
             self.write(f"class/fc_host/host{host}/serial_number", "SYN00000\n")
         # Two ports of one name, and two targets of one name.
         self.write("class/fc_host/host3/port_name", (self.sys / "class/fc_host/host0/port_name").read_text())
         self.write("class/fc_host/host5/port_name", "0x0\n")
         self.write("class/fc_remote_ports/rport-1:0-0/port_name", "0x50001d0c00000000\n")
         # LUNs whose numbers have the same first level; the first has no inquiry data.
-        device = next(self.sys.glob("bus/scsi/devices/0:0:0:0")).resolve()
-        (device / "inquiry").unlink()
-        subprocess.run(["cp", "-r", device, f"{device}65536".replace("0:0:065536", "0:0:65536")], check=True)
-        self.assertGreater(self.compare(), 15)
+        first = (self.sys / "bus/scsi/devices/0:0:0:0").resolve()
+        (first / "inquiry").unlink()
+        subprocess.run(["cp", "-r", first, first.with_name("0:0:0:65536")], check=True)
+        (self.sys / "bus/scsi/devices/0:0:0:65536").symlink_to(
+            os.path.relpath(first.with_name("0:0:0:65536"), self.sys / "bus/scsi/devices"))
+        self.assertGreater(self.compare(are_all=True), 15)
 
     def test_targets_that_share_a_remote_port(self):
         self.unpack("fcoe")
@@ -158,11 +157,11 @@ class SameDocuments(Case):
         (self.sys / "class/nvme/nvme2").symlink_to("../../devices/virtual/nvme-fabrics/ctl/nvme2")
         self.write("class/nvme/nvme0/subsysnqn", "\n")
         self.write("class/nvme/nvme0/hostnqn", "\n")
-        self.assertGreater(self.compare(), 15)
+        self.assertGreater(self.compare(), 10)
 
     def test_traces(self):
         self.generate(2, 4)
-        for words in (["-t", "lun", "list"], ["-t", "port", "-s", "info", "get", self.identifiers()["port"][1]]):
+        for words in (["-t", "lun", "list"], ["-t", "port", "-s", "info", "get", self.identifiers()["port"][-1]]):
             traces = []
             for variables in ({}, self.everything):
                 log = pathlib.Path("/var/tmp/orfc-esxcli.log")
