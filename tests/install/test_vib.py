@@ -18,7 +18,7 @@ BUILD = ROOT / "packaging/vib/build"
 CHECK = ROOT / "packaging/vib/check"
 CHECKER = types.ModuleType("check")
 exec(CHECK.read_text(), CHECKER.__dict__)
-PROGRAM = pathlib.Path(os.environ["BUILD"]) / "orfc-esxcli"
+FOLDER = pathlib.Path(os.environ["BUILD"])
 README = ROOT / "ORFC_ESXCLI_Readme.txt"
 COMMANDS = b"""<plugin xmlns="http://www.vmware.com/Products/ESX/5.0/esxcli/"><commands><command path="orfc.port.list">
 <execute>ORFC_XML=strict /opt/orvane/fc/bin/orfc-esxcli -t port list</execute></command></commands></plugin>"""
@@ -110,7 +110,7 @@ class Vib:
 
 class VibTest(unittest.TestCase):
     maxDiff = None
-    program = PROGRAM
+    programs = [FOLDER / "orfc-esxcli", FOLDER / "orfc"]
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -121,7 +121,7 @@ class VibTest(unittest.TestCase):
         self.path = self.folder / "orfc-esxcli.vib"
 
     def inputs(self):
-        return ["1.3.6", self.program, self.commands, README, self.path]
+        return ["1.3.6", self.path, self.commands, README, *self.programs]
 
     def build(self, *arguments, **variables):
         return run(BUILD, *(arguments or self.inputs()), **variables)
@@ -133,14 +133,19 @@ class VibTest(unittest.TestCase):
 
 
 class Build(VibTest):
-    def test_holds_the_three_files(self):
+    def test_holds_the_files(self):
         vib = Vib.of(self.good())
         self.assertEqual({entry.name: (entry.mode, content) for entry, content in vib.entries if entry.isreg()}, {
             f"{BIN}/ORFC_ESXCLI_Readme.txt": (0o644, README.read_bytes()),
-            f"{BIN}/orfc-esxcli": (0o755, PROGRAM.read_bytes()), EXTENSION: (0o644, COMMANDS)})
+            **{f"{BIN}/{path.name}": (0o755, path.read_bytes()) for path in self.programs},
+            EXTENSION: (0o644, COMMANDS)})
         self.assertEqual({entry.mtime for entry, _ in vib.entries}, {TIME})
         self.assertIn("<version>1.3.6-1</version>", vib.descriptor)
         self.assertIn("<release-date>2023-11-14T22:13:20.000000+00:00</release-date>", vib.descriptor)
+
+    def test_descriptor_of_the_build_executes_the_programs(self):
+        self.commands.write_bytes((FOLDER / "integration/orfc-esxcli.xml").read_bytes())
+        self.assertEqual(CHECKER.check(self.good()), [])
 
     def test_same_files_give_the_same_bytes(self):
         first = self.good()
@@ -151,14 +156,16 @@ class Build(VibTest):
         self.build(TZ="Asia/Tokyo")
         self.assertEqual(self.path.read_bytes(), first)
 
-    def test_program_runs_from_the_payload(self):
+    def test_programs_run_from_the_payload(self):
         self.good()
         subprocess.run(f"ar p {self.path} orfc | tar -xz -C {self.folder} opt", shell=True, check=True)
-        program = self.folder / BIN / "orfc-esxcli"
-        # The library isn't part of it: it lies beside the program, where the maker's does on a host.
-        self.assertNotEqual(run(program, "-t", "port", "list").returncode, 0)
-        (program.parent / "libvexapi_fconly.so").symlink_to(PROGRAM.parent / "libvexapi_fconly.so")
-        self.assertIn("<string>FC_", run(program, "-t", "port", "list", VEXAPI_SIM_STATE="").stdout)
+        runs = [[self.folder / BIN / "orfc-esxcli", "-t", "port", "list"], [self.folder / BIN / "orfc", "ports"]]
+        # The library isn't part of it: it lies beside the programs, where the maker's does on a host.
+        for command in runs:
+            self.assertNotEqual(run(*command).returncode, 0)
+        (self.folder / BIN / "libvexapi_fconly.so").symlink_to(FOLDER / "libvexapi_fconly.so")
+        for command in runs:
+            self.assertIn("FC_21:00:00:24:ff:4b:18:7a", run(*command, VEXAPI_SIM_STATE="").stdout)
 
     def check_refused(self, place, *arguments, status=1):
         before = sorted(self.folder.rglob("*"))
@@ -171,12 +178,13 @@ class Build(VibTest):
         self.check_refused("usage: packaging/vib/build VERSION", "--help", status=2)
         self.check_refused("usage: packaging/vib/build VERSION", "--version", *"1234", status=2)
         self.check_refused("1.3<b>: not a version", "1.3<b>", *self.inputs()[1:])
+        self.check_refused("usage: packaging/vib/build VERSION", *self.inputs()[:4], status=2)
 
     def test_refuses_missing_files(self):
         empty = self.folder / "empty"
         empty.touch()
         for missing in ("/nowhere", self.folder, empty):
-            for at in (1, 2, 3):
+            for at in range(2, 6):
                 arguments = self.inputs()
                 arguments[at] = missing
                 self.check_refused(f"packaging/vib/build: {missing}: no such file, or an empty one", *arguments)
@@ -184,7 +192,7 @@ class Build(VibTest):
     def test_refuses_where_nothing_can_be_written(self):
         for place in ("/nowhere/x.vib", "/proc/x.vib", f"{self.commands}/x.vib"):
             self.check_refused(f"packaging/vib/build: {place}: cannot be written",
-                               *self.inputs()[:-1], place)
+                               "1.3.6", place, *self.inputs()[2:])
         self.path.mkdir()
         self.check_refused(f"packaging/vib/build: {self.path}: not made")
 
@@ -204,8 +212,8 @@ class Check(VibTest):
 
     def setUp(self):
         super().setUp()
-        self.program = self.folder / "program"
-        self.program.write_bytes(b"\x7fELF" + bytes(range(256)))
+        self.programs = [self.folder / "orfc-esxcli"]
+        self.programs[0].write_bytes(b"\x7fELF" + bytes(range(256)))
         self.vib = Vib.of(self.good())
 
     def test_run(self):
