@@ -3,6 +3,7 @@
 #include "TargetIdentifiers.h"
 #include "extensions.h"
 
+#include <algorithm>
 #include <dlfcn.h>
 
 namespace {
