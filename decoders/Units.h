@@ -10,7 +10,7 @@ namespace decoders {
 template <typename Unit> struct Quantity {
     double value = 0;
 
-    friend constexpr auto operator<=>(const Quantity&, const Quantity&) = default;
+    friend constexpr auto operator<=>(const Quantity&, const Quantity&) = default; // NOLINT(modernize-use-nullptr)
 };
 
 using Celsius = Quantity<struct CelsiusUnit>;

@@ -386,7 +386,7 @@ Outcome ReadDiagnosticParameters(const Peer& peer, std::uint32_t portId, Bytes& 
 
 Outcome QueryPortId(const Peer& directory, std::uint64_t portName, std::uint32_t& portId) {
     std::uint64_t data = 0;
-    const Outcome outcome = Query(directory, GID_PN, portName, 8, 4, data);
+    Outcome outcome = Query(directory, GID_PN, portName, 8, 4, data);
     portId = static_cast<std::uint32_t>(data & 0xFFFFFF);
     return outcome;
 }

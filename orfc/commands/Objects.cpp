@@ -193,6 +193,7 @@ std::vector<const Object*> Meant(const Request& request, const std::deque<Object
         return InOrder(all, (*selection).*chosen);
     }
     std::vector<const Object*> objects;
+    objects.reserve(all.size());
     for (const Object& object : all) {
         objects.push_back(&object);
     }

@@ -48,9 +48,9 @@ const Lane& LaneOf(const Transceiver& module, std::size_t number) {
 template <auto Member, std::size_t Number> const auto& OfLane(const Transceiver& module) {
     return LaneOf(module, Number).*Member;
 }
-constexpr auto Bias = OfLane<&Lane::bias, 0>;
-constexpr auto TransmitPower = OfLane<&Lane::transmitPower, 0>;
-constexpr auto ReceivePower = OfLane<&Lane::receivePower, 0>;
+constexpr auto BIAS = OfLane<&Lane::bias, 0>;
+constexpr auto TRANSMIT_POWER = OfLane<&Lane::transmitPower, 0>;
+constexpr auto RECEIVE_POWER = OfLane<&Lane::receivePower, 0>;
 
 /// Both ends of a link.
 const Transceiver& Near(const Port& port) {
@@ -81,8 +81,8 @@ std::optional<double> LossOf(const Transceiver& from, const Transceiver& to) {
     const auto dbm = [](const Monitored<Milliwatts>& power) {
         return power ? decoders::DbmOf(power->value) : std::nullopt;
     };
-    const auto sent = dbm(TransmitPower(from));
-    const auto received = dbm(ReceivePower(to));
+    const auto sent = dbm(TRANSMIT_POWER(from));
+    const auto received = dbm(RECEIVE_POWER(to));
     return sent && received ? std::optional(sent->value - received->value) : std::nullopt;
 }
 template <auto From, auto To> Value LossValue(const Port& port) {
@@ -182,12 +182,12 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
     ORFC_VERDICT(Near, "temperature", "Temperature", Temperature),
     ORFC_READING(Near, "voltage", "volts", "Supply", "Supply voltage", Voltage, 3),
     ORFC_VERDICT(Near, "voltage", "Supply", Voltage),
-    ORFC_READING(Near, "bias", "milliamperes", "Laser", "Laser bias current, of lane 1", Bias, 3),
-    ORFC_VERDICT(Near, "bias", "Laser", Bias),
-    ORFC_POWER(Near, "transmit_power", "Transmitter", "Transmitted power, of lane 1,", TransmitPower),
-    ORFC_VERDICT(Near, "transmit_power", "Transmitter", TransmitPower),
-    ORFC_POWER(Near, "receive_power", "Receiver", "Received power, of lane 1,", ReceivePower),
-    ORFC_VERDICT(Near, "receive_power", "Receiver", ReceivePower),
+    ORFC_READING(Near, "bias", "milliamperes", "Laser", "Laser bias current, of lane 1", BIAS, 3),
+    ORFC_VERDICT(Near, "bias", "Laser", BIAS),
+    ORFC_POWER(Near, "transmit_power", "Transmitter", "Transmitted power, of lane 1,", TRANSMIT_POWER),
+    ORFC_VERDICT(Near, "transmit_power", "Transmitter", TRANSMIT_POWER),
+    ORFC_POWER(Near, "receive_power", "Receiver", "Received power, of lane 1,", RECEIVE_POWER),
+    ORFC_VERDICT(Near, "receive_power", "Receiver", RECEIVE_POWER),
     {{"receive_power_is_average", "", Type::FLAG, Place::DETAILED, "Receiver", "Whether the received power is the average; otherwise it is the optical modulation amplitude"}, [](const Port& p) { return p.transceiver.hasDiagnostics ? Value(p.transceiver.isAverageReceivePower) : Value(); }},
     ORFC_LANE("2", 1),
     ORFC_LANE("3", 2),
@@ -205,12 +205,12 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
     ORFC_VERDICT(Far, "far_temperature", "Far end", Temperature),
     ORFC_READING(Far, "far_voltage", "volts", "Far end", "Supply voltage of the far module", Voltage, 3),
     ORFC_VERDICT(Far, "far_voltage", "Far end", Voltage),
-    ORFC_READING(Far, "far_bias", "milliamperes", "Far end", "Laser bias current of the far module", Bias, 3),
-    ORFC_VERDICT(Far, "far_bias", "Far end", Bias),
-    ORFC_POWER(Far, "far_transmit_power", "Far end", "Power that the far module transmits,", TransmitPower),
-    ORFC_VERDICT(Far, "far_transmit_power", "Far end", TransmitPower),
-    ORFC_POWER(Far, "far_receive_power", "Far end", "Power that the far module receives,", ReceivePower),
-    ORFC_VERDICT(Far, "far_receive_power", "Far end", ReceivePower),
+    ORFC_READING(Far, "far_bias", "milliamperes", "Far end", "Laser bias current of the far module", BIAS, 3),
+    ORFC_VERDICT(Far, "far_bias", "Far end", BIAS),
+    ORFC_POWER(Far, "far_transmit_power", "Far end", "Power that the far module transmits,", TRANSMIT_POWER),
+    ORFC_VERDICT(Far, "far_transmit_power", "Far end", TRANSMIT_POWER),
+    ORFC_POWER(Far, "far_receive_power", "Far end", "Power that the far module receives,", RECEIVE_POWER),
+    ORFC_VERDICT(Far, "far_receive_power", "Far end", RECEIVE_POWER),
     ORFC_FAR_COUNTER("link_failure_count", "Link failures that the far end counts"),
     ORFC_FAR_COUNTER("loss_of_sync_count", "Losses of synchronization that it counts"),
     ORFC_FAR_COUNTER("loss_of_signal_count", "Losses of signal that it counts"),

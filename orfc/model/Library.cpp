@@ -63,6 +63,7 @@ Library::Library(const std::string& choice) {
         throw Failure(std::string("library ") + (error != nullptr ? error : choice));
     }
     mPath = PathOf(library);
+// NOLINTBEGIN(bugprone-macro-parentheses): members
 #define ORFC_LOOK_UP(name)                                                                                             \
     name = reinterpret_cast<decltype(name)>(dlsym(library, #name));                                                    \
     if (name == nullptr) {                                                                                             \
@@ -72,6 +73,7 @@ Library::Library(const std::string& choice) {
     VEXAPI_FUNCTIONS(ORFC_LOOK_UP)
     VEXAPI_EXTENSIONS(ORFC_LOOK_UP_OPTIONAL)
 #undef ORFC_LOOK_UP
+// NOLINTEND(bugprone-macro-parentheses)
 #undef ORFC_LOOK_UP_OPTIONAL
 }
 

@@ -176,7 +176,10 @@ bool KeepTop(Selection& selection) {
         }
         return objects.size() == 1;
     };
-    auto& [adapters, ports, targets, luns] = selection;
+    auto& adapters = selection.adapters;
+    auto& ports = selection.ports;
+    auto& targets = selection.targets;
+    auto& luns = selection.luns;
     if (!adapters.empty()) {
         return std::all_of(ports.begin(), ports.end(), [&](auto* port) { return adapters.contains(port->adapter); }) &&
                targets.empty() && luns.empty() && keepOne(adapters, ports);

@@ -89,11 +89,10 @@ public:
     Table(const Records& records, const Style& style, std::FILE* out) : mRecords(records), mStyle(style), mOut(out) {
         for (const std::size_t column : ChosenColumns(records, style, style.isWide ? Place::WIDE : Place::TABLE)) {
             const Place place = records.Column(column).place;
-            if (!style.columns.empty() || place == Place::ALWAYS) {
-                mColumns.push_back(column);
-            } else if (place == Place::HEADING) {
+            const bool isChosen = !style.columns.empty();
+            if (place == Place::HEADING && !isChosen) {
                 mHeadings.push_back(column);
-            } else if (HasValue(column)) {
+            } else if (isChosen || place == Place::ALWAYS || HasValue(column)) {
                 mColumns.push_back(column);
             }
         }
