@@ -131,7 +131,7 @@ def judge_structure(value, spec):
         fields[name] = field[0]
     specs = {field.get('name'): field[0] for field in spec}
     for name in fields.keys() - specs.keys():
-        raise ValueError(f'field {name} is not in the spec')
+        raise ValueError(f'field {name} is not in the output-spec')
     for name, inner in specs.items():
         if name in fields:
             yield from judge_value(fields[name], inner)
