@@ -14,7 +14,7 @@ namespace orfc {
 
 /// The functions of a library under their own names. Optional ones are null where the library lacks them.
 struct LibraryFunctions {
-#define ORFC_MEMBER(name) decltype(&::name) name;
+#define ORFC_MEMBER(name) decltype(&::name) name; // NOLINT(bugprone-macro-parentheses): a member's name
     VEXAPI_FUNCTIONS(ORFC_MEMBER)
     VEXAPI_EXTENSIONS(ORFC_MEMBER)
 #undef ORFC_MEMBER

@@ -28,7 +28,7 @@ TEST_P(BootOptionsTest, FlagOptions) {
                 continue;
             }
             bfsMode = mode;
-            for (const BootFlag& flag : BOOT_FLAGS) {
+            for (const FlagOfBoot& flag : BOOT_FLAGS) {
                 SCOPED_TRACE(std::string(chip.name) + " " + flag.longName + " in mode " + std::to_string(mode));
                 const std::string name = flag.longName;
                 ResultCode code = RC_SUCCESS;
@@ -58,7 +58,7 @@ TEST_P(BootOptionsTest, FlagOptions) {
 }
 
 TEST_P(BootOptionsTest, FlagWords) {
-    for (const BootFlag& flag : BOOT_FLAGS) {
+    for (const FlagOfBoot& flag : BOOT_FLAGS) {
         const Mode mode = flag.biosLabel != nullptr ? BIOS : UEFI;
         const std::string longName = flag.longName;
         for (const std::string& name :

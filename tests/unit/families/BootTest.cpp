@@ -91,7 +91,7 @@ TEST_P(BootTest, ErrorsAreByteExact) {
 }
 
 TEST_P(BootTest, EveryFlagHasItsLine) {
-    for (const BootFlag& flag : BOOT_FLAGS) {
+    for (const FlagOfBoot& flag : BOOT_FLAGS) {
         const VX_UINT32 before = nvram.*flag.field;
         for (const VX_UINT32 number : {0u, 1u, 2u, 0xFFFFFFFFu}) { // as the library has it, even if invalid
             nvram.*flag.field = number;
@@ -247,7 +247,7 @@ TEST_P(BootTest, SetWritesTheWholeRecordOnce) {
         // Each value differs from the library's.
         std::string content = Snapshot(UEFI);
         _VEXAPI_HBAParameters expected = nvram; // including everything unknown to the tool
-        for (const BootFlag& flag : BOOT_FLAGS) {
+        for (const FlagOfBoot& flag : BOOT_FLAGS) {
             expected.*flag.field = 1 - nvram.*flag.field;
             content = WithLine(content, flag.key, std::to_string(expected.*flag.field));
         }
@@ -341,7 +341,7 @@ TEST_P(BootTest, FilesEditedByHand) {
         {"=1#", 1},         {"\t=\t1", 1}, {" 1", 9},          {"=" + long1, group.isExtended ? 0u : 1u},
         {"=0\n=1", 0},
     };
-    for (const BootFlag& flag : BOOT_FLAGS) {
+    for (const FlagOfBoot& flag : BOOT_FLAGS) {
         nvram.*flag.field = 9;
         _VEXAPI_HBAParameters expected = nvram;
         for (const Case& row : flags) {

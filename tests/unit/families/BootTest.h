@@ -16,7 +16,7 @@ inline constexpr char UPDATE_FAILED[] = "Failed, Boot Config update failed";
 inline constexpr char NO_WWN[] = "00:00:00:00:00:00:00:00";
 
 /// A flag of the record: its option, its key, and its lines in the layouts of the BIOS and of UEFI.
-struct BootFlag {
+struct FlagOfBoot {
     VX_UINT32 _VEXAPI_HBAParameters::*field;
     const char* longName;
     const char* shortName;
@@ -25,7 +25,7 @@ struct BootFlag {
     const char* uefiLabel;
     bool isInverted; ///< inverted in the record
 };
-inline constexpr BootFlag BOOT_FLAGS[] = {
+inline constexpr FlagOfBoot BOOT_FLAGS[] = {
     {&_VEXAPI_HBAParameters::DisableBIOS, "--enable-bfs", "-a", "Disable_BIOS", "Adapter BIOS", "Adapter Driver", true},
     {&_VEXAPI_HBAParameters::EnableFabricAssignBootLun, "--fabric-assigned-boot-lun", "-f", "Fabric_Assigned_Boot_Lun",
      "Fabric Assigned Boot LUN", "Fabric Assigned Boot LUN", false},
