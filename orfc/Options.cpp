@@ -1,5 +1,6 @@
 #include "Options.h"
 
+#include "Rules.h"
 #include "Utf8.h"
 #include "Version.h"
 
@@ -17,6 +18,7 @@ namespace {
 constexpr char PROGRAM[] = "orfc";
 constexpr double SHORTEST_INTERVAL = 0.1; // seconds
 constexpr double LONGEST_INTERVAL = 86400;
+constexpr char EXPECTED_INTERVAL[] = "from 0.1 to 86400 seconds";
 constexpr double LARGEST_COUNT = 1e9;
 
 const std::map<std::string, Format> FORMATS = {{"table", Format::TABLE},
@@ -55,8 +57,8 @@ CLI::Validator Between(double least, double most, const char* expected) {
 }
 
 /// What an option takes, for completion.
-enum class Argument { NONE, WORD, NUMBER, COLUMN, COLUMNS, LIBRARY, FOLDER };
-constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "column", "columns", "library", "folder"};
+enum class Argument { NONE, WORD, NUMBER, COLUMN, COLUMNS, LIBRARY, FOLDER, FILE };
+constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "column", "columns", "library", "folder", "file"};
 
 /// The command line, and what each option takes beyond what its parser knows.
 struct CommandLine {
@@ -99,6 +101,29 @@ void AddCommonOptions(CommandLine& line, Options& options) {
                   "FOLDER", Argument::FOLDER);
 }
 
+/// The options of commands that judge.
+void AddRules(CommandLine& line, CLI::App& command, const CommandRow& row, Options& options) {
+    HealthOptions& health = options.health;
+    line.Describe(command.add_option("--rules", health.rules, "File that changes bounds and switches rules off"),
+                  "FILE", Argument::FILE);
+    line.Describe(command.add_option("--state", health.state,
+                                     "File of earlier readings, to compare with; an empty name for none"),
+                  "FILE", Argument::FILE);
+    if (row.isExposition) {
+        return;
+    }
+    std::vector<std::string> names;
+    for (const Rule& rule : Rules()) {
+        names.emplace_back(rule.name);
+    }
+    line.Describe(command.add_option("--explain", options.explained, "Tell what a rule means and what to do")
+                      ->each([&options](const std::string&) { options.special = Special::EXPLANATION; }),
+                  "RULE", Argument::WORD, names);
+    line.Describe(command.add_flag("--nagios", health.isNagios,
+                                   "One line with performance data for a checker, and its exit status"),
+                  "", Argument::NONE);
+}
+
 void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
     CLI::App* const command = line.app.add_subcommand(row.name, row.summary);
     command->footer(row.description +
@@ -114,14 +139,22 @@ void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
             command->add_flag("--far", options.isFar, "Ask the far end of each link too, which sends a frame"), "",
             Argument::NONE);
     }
-    if (row.repeats != Repeats::NOTHING) {
+    if (row.hasRules) {
+        AddRules(line, *command, row, options);
+    }
+    if (row.repeats == Repeats::COMPARISON) {
+        line.Describe(command
+                          ->add_option("--interval", options.interval,
+                                       "Compare with a reading so many seconds before, and not with the kept ones")
+                          ->check(Between(SHORTEST_INTERVAL, LONGEST_INTERVAL, EXPECTED_INTERVAL)),
+                      "SECONDS", Argument::NUMBER);
+    } else if (row.repeats != Repeats::NOTHING) {
         const bool isOfFrames = row.repeats == Repeats::FRAMES;
-        CLI::Option* const interval =
-            command
-                ->add_option("--interval", options.interval,
-                             isOfFrames ? "Seconds between two frames, 1 if not given"
-                                        : "Read again every so many seconds")
-                ->check(Between(SHORTEST_INTERVAL, LONGEST_INTERVAL, "from 0.1 to 86400 seconds"));
+        CLI::Option* const interval = command
+                                          ->add_option("--interval", options.interval,
+                                                       isOfFrames ? "Seconds between two frames, 1 if not given"
+                                                                  : "Read again every so many seconds")
+                                          ->check(Between(SHORTEST_INTERVAL, LONGEST_INTERVAL, EXPECTED_INTERVAL));
         line.Describe(interval, "SECONDS", Argument::NUMBER);
         CLI::Option* const count =
             command
@@ -189,6 +222,12 @@ std::optional<Options> ParseOptions(int count, char* words[], int& status) {
         if (options.command->isDetailed && options.format == Format::ESXCLI) {
             throw CLI::ValidationError("--output", "esxcli is for lists");
         }
+        if (options.health.isNagios && (options.format != Format::TABLE || !options.columns.empty())) {
+            throw CLI::ValidationError("--nagios", "has a format of its own");
+        }
+        if (options.root && !options.health.state) { // another host's readings
+            options.health.state = "";
+        }
         return options;
     } catch (const CLI::Success& success) { // help or the version
         line->app.exit(success);
@@ -196,6 +235,11 @@ std::optional<Options> ParseOptions(int count, char* words[], int& status) {
     } catch (const CLI::Error& error) {
         std::cerr << PROGRAM << ": " << LineText(error.what()) << "; see " << PROGRAM << " --help\n";
         status = Failure::USAGE;
+        const bool isChecked = std::find(words, words + count, std::string_view("--nagios")) != words + count;
+        if (const auto text = FailHealth({.isNagios = isChecked}, error.what())) { // checkers have other statuses
+            std::cout << text->text;
+            status = *text->status;
+        }
     }
     return std::nullopt;
 }
@@ -223,11 +267,28 @@ ordered_json DescribeCommandLine() {
                         {"needs_names", false},
                         {"options", ordered_json::array()},
                         {"examples", {"orfc schema"}}});
+    ordered_json rules = ordered_json::array();
+    for (const Rule& rule : Rules()) {
+        ordered_json bounds = ordered_json::array();
+        for (const Bound& bound : rule.bounds) {
+            bounds.push_back({{"name", bound.name}, {"value", bound.value}, {"description", bound.description}});
+        }
+        rules.push_back({{"name", rule.name},
+                         {"subject", SubjectText(rule.subject)},
+                         {"severity", SeverityText(rule.severity)},
+                         {"bounds", bounds},
+                         {"text", rule.text},
+                         {"meaning", rule.meaning},
+                         {"remedy", rule.remedy},
+                         {"compares_readings", rule.Is(COMPARES_READINGS)},
+                         {"slow", rule.Is(IS_SLOW)}});
+    }
     return {{"program", PROGRAM},
             {"version", TOOL_VERSION},
             {"description", line->app.get_description()},
             {"options", DescribeOptions(*line, line->app)},
-            {"commands", commands}};
+            {"commands", commands},
+            {"rules", rules}};
 }
 
 } // namespace orfc

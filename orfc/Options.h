@@ -10,7 +10,7 @@ namespace orfc {
 enum class Format { TABLE, WIDE, JSON, CSV, ESXCLI };
 
 /// What the program prints instead of a host.
-enum class Special { NONE, SCHEMA, DESCRIPTION };
+enum class Special { NONE, SCHEMA, DESCRIPTION, EXPLANATION };
 
 struct Options {
     const CommandRow* command = nullptr;
@@ -26,6 +26,8 @@ struct Options {
     bool isFar = false;
     double interval = 0;     ///< seconds; 0: once
     unsigned long count = 0; ///< of readings; 0: no end
+    HealthOptions health;
+    std::string explained; ///< name of the rule to explain
 };
 
 /// Parses the command line. Returns nothing where the program has done its job with it, after help, a version or a

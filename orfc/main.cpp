@@ -4,6 +4,7 @@
 /// Exit status: 0 all is well, 1 the command failed, 2 usage, 3 something couldn't be read, which is told on standard
 /// error, and the rest is complete.
 #include "Options.h"
+#include "Rules.h"
 #include "Utf8.h"
 
 #include <chrono>
@@ -48,9 +49,15 @@ std::optional<std::size_t> TerminalWidth(int file) {
                : std::nullopt;
 }
 
-/// Whether the host is read more than once.
+/// Whether the host is shown more than once.
 bool IsRepeated(const Options& options) {
     return options.command->repeats == Repeats::READINGS && options.interval != 0;
+}
+
+/// Of readings; 0: no end.
+unsigned long CountOf(const Options& options) {
+    const bool isCompared = options.command->repeats == Repeats::COMPARISON && options.interval != 0;
+    return isCompared ? 2 : IsRepeated(options) ? options.count : 1;
 }
 
 Style StyleOf(const Options& options, int file) {
@@ -214,6 +221,8 @@ public:
             mAnswer.library = library.Path();
             const Wanted wanted = WantedOf(mOptions, library);
             bool isComplete = true;
+            std::optional<int> status;
+            const unsigned long count = CountOf(mOptions);
             std::optional<Host> before;
             Clock::time_point last;
             for (unsigned long reading = 1;; ++reading) {
@@ -229,10 +238,13 @@ public:
                 const double seconds = std::chrono::duration<double>(now - last).count();
                 const std::size_t told = host.messages.size();
                 constexpr double USUAL_INTERVAL = 1;
-                Show({host, mOptions.names, before ? &*before : nullptr, seconds, &*session, &host.messages,
-                      mOptions.interval != 0 ? mOptions.interval : USUAL_INTERVAL, mOptions.count});
+                if (reading == count || IsRepeated(mOptions)) {
+                    status = Show({host, mOptions.names, before ? &*before : nullptr, seconds, &*session,
+                                   &host.messages, mOptions.interval != 0 ? mOptions.interval : USUAL_INTERVAL,
+                                   mOptions.count, &mOptions.health});
+                }
                 isComplete = isComplete && host.messages.size() == told;
-                if (!IsRepeated(mOptions) || reading == mOptions.count) {
+                if (reading == count) {
                     break;
                 }
                 before = std::move(host);
@@ -240,7 +252,7 @@ public:
                 std::this_thread::sleep_until(now + std::chrono::duration_cast<Clock::duration>(
                                                         std::chrono::duration<double>(mOptions.interval)));
             }
-            return isComplete ? 0 : INCOMPLETE;
+            return status.value_or(isComplete ? 0 : INCOMPLETE);
         } catch (const Failure& failure) {
             Tell(failure.what());
             if (mOptions.format == Format::JSON && std::ferror(mOut) == 0) { // scripts read an answer in any case
@@ -249,11 +261,23 @@ public:
                 mAnswer.records.clear();
                 WriteJson(mAnswer, mStyle, mOut);
             }
-            return failure.status;
+            return TellFailure(failure);
         }
     }
 
 private:
+    /// What the command prints of its failure. Returns the exit status.
+    int TellFailure(const Failure& failure) {
+        const auto text = mOptions.command->fail != nullptr && std::ferror(mOut) == 0
+                              ? mOptions.command->fail(mOptions.health, failure.what())
+                              : std::nullopt;
+        if (text) {
+            std::fputs(text->text.c_str(), mOut);
+            Flush(mOut);
+        }
+        return text && text->status ? *text->status : static_cast<int>(failure.status);
+    }
+
     /// Makes a folder the root of the library, and returns the library to use.
     std::string UseRoot() const {
         if (!mOptions.root) {
@@ -270,28 +294,38 @@ private:
         return mOptions.library.empty() ? "linux" : mOptions.library;
     }
 
-    void Show(const Request& request) {
+    /// Returns the exit status if it isn't the usual one.
+    std::optional<int> Show(const Request& request) {
         Shown shown = mOptions.command->run(request);
         if (!mOptions.sort.empty()) {
             shown.Sort(mOptions.sort);
         }
         Answer answer = mAnswer;
         answer.messages = request.host.messages;
+        if (shown.text) {
+            std::fputs(shown.text->text.c_str(), mOut);
+            Flush(mOut);
+            TellAll(answer.messages);
+            return shown.text->status;
+        }
         shown.Fill(answer);
         const bool isTable = mOptions.format == Format::TABLE || mOptions.format == Format::WIDE;
         CheckColumns(isTable && !mOptions.command->isDetailed ? answer.ForTables() : answer.records, mStyle,
                      mOptions.sort);
-        if (request.before != nullptr && mOptions.format != Format::JSON) {
+        if (request.before != nullptr && IsRepeated(mOptions) && mOptions.format != Format::JSON) {
             std::fputs(mOptions.format == Format::CSV ? "\r\n" : "\n", mOut);
         }
         Write(answer, mOptions, mStyle, mOut);
-        for (const std::string& message : answer.messages) {
-            Tell(message);
-        }
+        TellAll(answer.messages);
         if (request.host.ports.empty() && *mOptions.command->name == '\0') {
             Tell("no Fibre Channel port; is the driver of the adapter loaded? "
                  "orfc --library simulator shows a simulated host");
         }
+        return std::nullopt;
+    }
+
+    static void TellAll(const std::vector<std::string>& messages) {
+        std::for_each(messages.begin(), messages.end(), Tell);
     }
 
     const Options& mOptions;
@@ -331,6 +365,12 @@ int Main(int count, char* words[]) {
         Flush(stdout);
         return status;
     }
+    if (options->special == Special::EXPLANATION) {
+        const std::string& rules = options->health.rules;
+        std::printf("%s", (rules.empty() ? RuleBook() : RuleBook(rules)).Explain(options->explained).c_str());
+        Flush(stdout);
+        return 0;
+    }
     if (options->special != Special::NONE) {
         PrintSpecial(options->special);
         return 0;
@@ -346,6 +386,9 @@ int main(int count, char* words[]) {
     std::signal(SIGPIPE, SIG_IGN); // NOLINT(bugprone-signal-handler): a write tells of it
     try {
         return orfc::Main(count, words);
+    } catch (const orfc::Failure& failure) {
+        orfc::Tell(failure.what());
+        return failure.status;
     } catch (const std::exception& error) {
         orfc::Tell(error.what());
         return orfc::Failure::FAILED;

@@ -35,6 +35,16 @@ def keys(program):
     return lines
 
 
+def rules(program):
+    lines = []
+    for rule in program['rules']:
+        bounds = ', '.join(f'{bound["name"]} {bound["value"]:g}' for bound in rule['bounds'])
+        lines += roff.tagged([f'`{rule["name"]}` ({rule["subject"]}, {rule["severity"]})'],
+                             roff.sentence(rule['text'][0].upper() + rule['text'][1:]) +
+                             (f' Bounds: {bounds}.' if bounds else ''))
+    return lines
+
+
 def examples(program):
     return roff.literal([example for command in program['commands'] for example in command['examples']])
 
@@ -42,6 +52,7 @@ def examples(program):
 def generate(program, template):
     """Writes the manual page of orfc."""
     parts = {'options': options(program['options']), 'commands': commands(program), 'keys': keys(program),
+             'rules': rules(program),
              'examples': examples(program)}
     return roff.page(template, parts)
 

@@ -20,6 +20,15 @@ template <std::size_t Size> struct Literal {
     consteval Literal(const char (&literal)[Size]) { std::copy_n(literal, Size, text); } // NOLINT: a conversion
 };
 
+/// What the commands on health are asked for.
+struct HealthOptions {
+    std::string rules = {};                ///< file of rules; empty: those of the table
+    std::optional<std::string> state = {}; ///< file of earlier readings, empty for none; the usual one if not given
+    bool isNagios = false;
+    std::string part = {};   ///< of metrics
+    std::string output = {}; ///< file of metrics; empty: standard output
+};
+
 /// What a command works with.
 struct Request {
     const Host& host;
@@ -30,6 +39,7 @@ struct Request {
     std::vector<std::string>* messages = nullptr; ///< what they have to tell, one line each
     double interval = 0;                          ///< between frames, seconds
     unsigned long count = 0;                      ///< of frames; 0: the usual number
+    const HealthOptions* health = nullptr;        ///< for commands on health
 };
 
 /// The records that a command answers with. They refer to the host and to rows that they keep themselves.
@@ -64,6 +74,13 @@ public:
     void Sort(const std::string& key);
     void Fill(Answer& answer) const;
 
+    /// A text that is printed instead of records, and the exit status if it isn't the usual one.
+    struct Text {
+        std::string text;
+        std::optional<int> status = {};
+    };
+    std::optional<Text> text;
+
 private:
     struct Set {
         std::unique_ptr<Records> records;
@@ -74,7 +91,12 @@ private:
 };
 
 /// What an interval and a count are of.
-enum class Repeats { NOTHING, READINGS, FRAMES };
+enum class Repeats {
+    NOTHING,
+    READINGS,   ///< shown one after the other
+    COMPARISON, ///< two readings, of which the second one is shown
+    FRAMES
+};
 
 struct CommandRow {
     const char* name; ///< empty: what the program shows without a command
@@ -87,8 +109,12 @@ struct CommandRow {
     bool needsNames = false;
     bool isDetailed = false; ///< shown by groups, a line for each value
     Repeats repeats = Repeats::NOTHING;
-    bool hasFar = false; ///< can ask the far ends of links
+    bool hasFar = false;       ///< can ask the far ends of links
+    bool hasRules = false;     ///< judges by rules
+    bool isExposition = false; ///< prints a text for a collector instead of records
     Shown (*run)(const Request& request) = nullptr;
+    /// What is printed beside the message on standard error where the command fails.
+    std::optional<Shown::Text> (*fail)(const HealthOptions& options, const std::string& failure) = nullptr;
 };
 
 std::span<const CommandRow> Commands();
@@ -131,6 +157,10 @@ Shown ShowTransceivers(const Request& request);
 Shown ShowCounters(const Request& request);
 Shown ShowPaths(const Request& request);
 Shown ShowPing(const Request& request);
+Shown ShowHealth(const Request& request);
+
+/// The line of a checker that has no verdict, if one is asked for.
+std::optional<Shown::Text> FailHealth(const HealthOptions& options, const std::string& failure);
 
 /// Adds the counters of these ports and targets: those that moved, if there is an earlier reading.
 void AddCounters(const Request& request, const std::vector<const Port*>& ports,

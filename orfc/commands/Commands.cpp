@@ -67,10 +67,14 @@ constexpr const char* TRANSCEIVER_EXAMPLES[] = {"orfc transceivers", "orfc trans
 constexpr const char* COUNTER_EXAMPLES[] = {"orfc counters host2", "orfc counters --interval 5 --count 12"};
 constexpr const char* PING_EXAMPLES[] = {"orfc ping host2", "orfc ping host2 50:06:0e:80:12:4a:7c:10 --count 100",
                                          "orfc ping host2 --interval 0.1 -o json"};
+constexpr const char* HEALTH_EXAMPLES[] = {"orfc health", "orfc health host2 --far", "orfc health --interval 10",
+                                           "orfc health --explain link-down", "orfc health --nagios"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
 const Wanted TARGETS = {.targets = true, .luns = true};
 const Wanted PATHS = {.portDetails = true, .targets = true, .luns = true};
+const Wanted HEALTH = {
+    .portDetails = true, .counters = true, .targets = true, .luns = true, .transceivers = true, .settings = true};
 const Wanted EVERYTHING = {.portDetails = true,
                            .counters = true,
                            .targets = true,
@@ -162,6 +166,21 @@ const CommandRow COMMANDS[] = {
      .needsNames = true,
      .repeats = Repeats::FRAMES,
      .run = ShowPing},
+    {.name = "health",
+     .summary = "a verdict for every object, with its reason",
+     .description =
+         "Judges every adapter, port, link, transceiver, target, path and LUN by rules and shows what isn't well: the "
+         "reason in words, the figures that led to it, and the rule. Counters are compared with those of the last run, "
+         "transmit power with the highest of 32 days; both are kept in a file, /var/lib/orfc/health.json for root and "
+         "orfc/health.json below $XDG_STATE_HOME or ~/.local/state for others.",
+     .examples = HEALTH_EXAMPLES,
+     .wanted = HEALTH,
+     .takesNames = true,
+     .repeats = Repeats::COMPARISON,
+     .hasFar = true,
+     .hasRules = true,
+     .run = ShowHealth,
+     .fail = FailHealth},
     {.name = "names",
      .summary = "every name that an object goes by",
      .description = "Lists the names that commands take, and what goes by each.",

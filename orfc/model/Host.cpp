@@ -45,12 +45,15 @@ std::optional<decoders::Verdict> Transceiver::WorstVerdict() const {
     return worst;
 }
 
+bool Target::IsDown() const {
+    return kernelState.empty() ? state == "offline" : !IsOneOf(kernelState, {"Online", "Marginal", "live"});
+}
+
 std::optional<Step> Lun::DownAt() const {
     if (target->port->state == "offline") {
         return Step::LINK;
     }
-    if (target->kernelState.empty() ? target->state == "offline"
-                                    : !IsOneOf(target->kernelState, {"Online", "Marginal", "live"})) {
+    if (target->IsDown()) {
         return Step::REMOTE_PORT;
     }
     if (!state.empty() && !IsOneOf(state, {"running", "live"})) {

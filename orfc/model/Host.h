@@ -84,7 +84,8 @@ struct FarEnd {
     Wwn portName = 0;
     Wwn nodeName = 0;
     std::optional<unsigned> speed; ///< Gb/s
-    Counters counters;             ///< of its link error block and forward error correction
+    std::vector<unsigned> supportedSpeeds;
+    Counters counters; ///< of its link error block and forward error correction
     std::optional<std::uint32_t> bufferCredits;
     std::optional<std::uint32_t> attachedBufferCredits; ///< of this port, as the far end knows them
 };
@@ -96,8 +97,9 @@ struct PortSettings {
     std::optional<bool> fec;
     std::optional<std::uint64_t> correctedFecErrors;
     std::optional<std::uint64_t> uncorrectedFecErrors;
-    std::optional<bool> creditRecovery;
-    std::string creditRecoveryReason; ///< why it is off
+    std::optional<bool> creditRecovery;          ///< whether it is configured
+    std::optional<bool> isCreditRecoveryRunning; ///< whether it is negotiated with the far end
+    std::string creditRecoveryReason;            ///< why it is off
     std::optional<bool> congestionManagement;
     std::vector<std::pair<const char*, std::uint32_t>> nvram; ///< parameters by key
 };
@@ -169,6 +171,8 @@ struct Target {
 
     Counters counters;
     std::size_t lunCount = 0;
+
+    bool IsDown() const;
 };
 
 /// The steps from a port to a device, in their order. A path is down at the first that is bad.

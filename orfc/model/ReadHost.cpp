@@ -266,7 +266,7 @@ private:
                 }
             }
         }
-        if (mWanted.transceivers && isMeant) {
+        if ((mWanted.transceivers || (mWanted.modulesOfDownPorts && port.state == "offline")) && isMeant) {
             auto image = std::make_unique<_VEXAPI_SFP_DATA>();
             if (Succeeds(mSession->VEXAPI_GetSFPData(&record.PortHandle, image.get()), port.identifier,
                          "transceiver")) {
@@ -393,6 +393,7 @@ private:
                                                          sizeof reason),
                   "credit recovery")) {
             settings.creditRecovery = status != 0;
+            settings.isCreditRecoveryRunning = state != 0;
             settings.creditRecoveryReason = TextOf(reason);
         }
         VX_UINT8 congestion = 0;
@@ -542,6 +543,7 @@ Wanted operator|(const Wanted& left, const Wanted& right) {
     both.targets |= right.targets;
     both.luns |= right.luns;
     both.transceivers |= right.transceivers;
+    both.modulesOfDownPorts |= right.modulesOfDownPorts;
     both.settings |= right.settings;
     both.vpd |= right.vpd;
     both.farEnds |= right.farEnds;

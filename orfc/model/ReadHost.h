@@ -17,10 +17,11 @@ struct Wanted {
     bool targets = false;
     bool luns = false;
     bool transceivers = false;
-    bool settings = false;    ///< of ports
-    bool vpd = false;         ///< keywords of adapters
-    bool farEnds = false;     ///< of ports that are online, which takes a frame to each
-    std::set<Wwn> ports = {}; ///< counters, transceivers, settings and keywords of these only; empty: of all
+    bool modulesOfDownPorts = false; ///< transceivers of ports that are offline, with details of ports
+    bool settings = false;           ///< of ports
+    bool vpd = false;                ///< keywords of adapters
+    bool farEnds = false;            ///< of ports that are online, which takes a frame to each
+    std::set<Wwn> ports = {};        ///< counters, transceivers, settings and keywords of these only; empty: of all
 
     friend Wanted operator|(const Wanted& left, const Wanted& right);
 };

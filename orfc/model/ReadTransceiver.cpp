@@ -112,6 +112,7 @@ FarEnd DecodeFarEnd(decoders::Bytes payload) {
     }
     if (const auto& speed = parameters.speed) {
         far.speed = speed->operatingSpeed;
+        far.supportedSpeeds = decoders::RdpSpeedsOf(speed->capabilities);
     }
     if (const auto& errors = parameters.linkErrors) {
         far.counters = {{"link_failure_count", errors->linkFailures},

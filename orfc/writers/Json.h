@@ -9,7 +9,7 @@
 namespace orfc {
 
 /// Of everything that is written as JSON. The first number moves when a reader must, the second when keys are added.
-inline constexpr int JSON_FORMAT_VERSION[] = {1, 0};
+inline constexpr int JSON_FORMAT_VERSION[] = {1, 1};
 
 /// The text of a value, on one line without an indent. Bytes that are no UTF-8 are U+FFFD, and nothing but ASCII is in
 /// it, so that it does no harm on a terminal.

@@ -47,9 +47,9 @@ struct ColoredWord {
 };
 constexpr char RED[] = "\033[31m", YELLOW[] = "\033[33m", GREEN[] = "\033[32m", DEFAULT[] = "\033[0m";
 constexpr ColoredWord COLORS[] = {
-    {"alarm", RED}, {"down", RED},       {"offline", RED},     {"no path", RED},    {"bad", RED},
-    {"wrong", RED}, {"warning", YELLOW}, {"one ", YELLOW},     {"standby", YELLOW}, {"not ready", YELLOW},
-    {"ok", GREEN},  {"online", GREEN},   {"redundant", GREEN},
+    {"alarm", RED},        {"critical", RED}, {"down", RED},       {"offline", RED},     {"no path", RED},
+    {"bad", RED},          {"wrong", RED},    {"warning", YELLOW}, {"one ", YELLOW},     {"standby", YELLOW},
+    {"not ready", YELLOW}, {"ok", GREEN},     {"online", GREEN},   {"redundant", GREEN},
 };
 
 std::string Colored(std::string text, const ColumnInfo& column, const Style& style) {

@@ -186,7 +186,7 @@ TEST(TableTest, ColoursOfVerdicts) {
         {"one port", YELLOW},   {"one fabric", YELLOW},    {"standby", YELLOW},      {"transitioning", NONE},
         {"bad checksum", RED},  {"not ready", YELLOW},     {"empty", NONE},          {"unread", NONE},
         {"unknown kind", NONE}, {"no diagnostics", NONE},  {"no thresholds", NONE},  {"unconfigured", NONE},
-        {"alarm", RED},         {"warning", YELLOW},
+        {"alarm", RED},         {"warning", YELLOW},       {"critical", RED},        {"unknown", NONE},
     };
     Style style;
     style.isColored = true;

@@ -71,9 +71,11 @@ def functions():
 @functools.cache
 def commands():
     """Words of a run of each command that shows a host. Those that need a name have `NAME`."""
+    description = json.loads(run("describe").stdout)
     return [[*command["name"].split(), *([NAME] if command["needs_names"] else []),
-             *(["--count", "1"] if command["name"] == "ping" else [])]
-            for command in json.loads(run("describe").stdout)["commands"] if command["name"] != "schema"]
+             *(["--count", "1"] if command["name"] == "ping" else []),
+             *(["--state", ""] if any(option["name"] == "--state" for option in command["options"]) else [])]
+            for command in description["commands"] if command["name"] in description["records"]]
 
 
 def records(*words, **more):

@@ -8,7 +8,7 @@
 Every key of a record is there; what is unknown is null.
 
   $ json adapters host0
-  {"json_format_version":[1,0],
+  {"json_format_version":[1,1],
   "tool":{"name":"orfc","version":"N","arguments":["orfc","adapters","host0","-o","json"],"library":"libvexapi_fconly.so"},
   "command":"adapters",
   "ok":true,
@@ -17,7 +17,7 @@ Every key of a record is there; what is unknown is null.
   {"kind":"adapter","adapter":"Adapter_ORV2460_RFC0748T40312","model":"ORV2460","serial_number":"RFC0748T40312","type":"Fibre Channel","ports":1,"manufacturer":"Orvane Corporation","pci_vendor_id":"0x1d0c","pci_subsystem_vendor_id":"0x1d0c","pci_subsystem_device_id":"0x0137","flash_multiboot_version":"3.00.20","flash_firmware_version":"5.09.00","flash_bios_version":"2.17","flash_fcode_version":"2.12","flash_efi_version":null,"vpd_part_number":"OR2460401-03","vpd_engineering_change":"E740612","vpd_serial_number":"RFC0748T40312","vpd_manufacturer_id":"1D0C"}
   ]}
   $ json ports host6
-  {"json_format_version":[1,0],
+  {"json_format_version":[1,1],
   "tool":{"name":"orfc","version":"N","arguments":["orfc","ports","host6","-o","json"],"library":"libvexapi_fconly.so"},
   "command":"ports",
   "ok":true,
@@ -26,7 +26,7 @@ Every key of a record is there; what is unknown is null.
   {"kind":"port","port":"FC_21:00:00:24:ff:08:65:93","host":"host6","state":"offline","speed_gbps":null,"port_id":null,"fabric":null,"adapter":"Adapter_ORV8362_RFE1506P30951","port_name":"21:00:00:24:ff:08:65:93","node_name":"20:00:00:24:ff:08:65:92","port_number":2,"interface":"physical","protocol":"FCoE","pci_address":"0d:00.7","device":"0000:0d:00.7","driver":"orvfc","driver_version":"4.1.34.0-1","firmware_version":"8.07.16","bios_version":"3.38","link_state":"Linkdown","supported_speeds_gbps":"10","port_type":"node","connection":"point to point","switch":null,"symbolic_name":"ORV8362 FW:8.07.16 DVR:4.1.34.0-1","host_nqn":null,"device_loss_timeout_seconds":30,"link_failure_count":0,"loss_of_sync_count":0,"loss_of_signal_count":0,"prim_seq_protocol_err_count":0,"invalid_tx_word_count":0,"invalid_crc_count":0,"lip_count":0}
   ]}
   $ json targets host0
-  {"json_format_version":[1,0],
+  {"json_format_version":[1,1],
   "tool":{"name":"orfc","version":"N","arguments":["orfc","targets","host0","-o","json"],"library":"libvexapi_fconly.so"},
   "command":"targets",
   "ok":true,
@@ -35,7 +35,7 @@ Every key of a record is there; what is unknown is null.
   {"kind":"target","target":"FC_21:00:00:24:ff:0a:51:c4_Target_50:01:10:a0:00:8b:c4:11","port":"FC_21:00:00:24:ff:0a:51:c4","port_name":"50:01:10:a0:00:8b:c4:11","state":"online","protocol":"FCP","vendor":"TAPEWELL","product":"ULTRIUM-4","luns":1,"remote_port":"rport-0:0-0","remote_port_state":"Online","node_name":"50:01:10:a0:00:8b:c4:10","port_id":"00:00:e8","target_number":0,"roles":"FCP Target","type":"tape","revision":"A23D","serial_number":"TW4L0A1763","nqn":null,"controller_id":null,"device_loss_timeout_seconds":30,"fast_fail_timeout_seconds":5}
   ]}
   $ json luns host0
-  {"json_format_version":[1,0],
+  {"json_format_version":[1,1],
   "tool":{"name":"orfc","version":"N","arguments":["orfc","luns","host0","-o","json"],"library":"libvexapi_fconly.so"},
   "command":"luns",
   "ok":true,
@@ -58,7 +58,7 @@ Every key of a record is there; what is unknown is null.
   {"kind":"overview","adapter":"Adapter_ORV2460_RFC0748T40312","firmware_version":"5.09.00","driver_version":"8.07.21","port":"FC_21:00:00:24:ff:0a:51:c4","host":"host0","state":"online","speed_gbps":2,"transceiver_health":"no diagnostics","targets":1,"luns":1,"paths_down":0},
   $ json ports host99
   orfc: nothing is named host99; did you mean host9 or host19 or host0?
-  {"json_format_version":[1,0],
+  {"json_format_version":[1,1],
   "tool":{"name":"orfc","version":"N","arguments":["orfc","ports","host99","-o","json"],"library":"libvexapi_fconly.so"},
   "command":"ports",
   "ok":false,

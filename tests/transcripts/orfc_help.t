@@ -26,6 +26,7 @@
     counters                    counters, or what moves in them
     paths                       LUNs by worldwide id, with every path to each
     ping                        echo frames to remote ports
+    health                      a verdict for every object, with its reason
     names                       every name that an object goes by
     schema                      the JSON schema of all output
   
@@ -34,7 +35,7 @@
     orfc --library simulator
   $ orfc --version | sed 's/[0-9.]*$/N/'
   orfc N
-  $ for command in adapters ports targets luns show transceivers counters paths ping names schema; do
+  $ for command in adapters ports targets luns show transceivers counters paths ping health names schema; do
   >   echo "== $command"; orfc $command --help
   > done
   == adapters
@@ -202,6 +203,32 @@
     orfc ping host2
     orfc ping host2 50:06:0e:80:12:4a:7c:10 --count 100
     orfc ping host2 --interval 0.1 -o json
+  == health
+  a verdict for every object, with its reason
+  Usage: orfc health [OPTIONS] [NAME...]
+  
+  Positionals:
+    NAME TEXT ...               Names of objects, in any spelling
+  
+  Options:
+    -h,--help                   Show this help
+    --far                       Ask the far end of each link too, which sends a frame
+    --rules FILE                File that changes bounds and switches rules off
+    --state FILE                File of earlier readings, to compare with; an empty name for none
+    --explain RULE              Tell what a rule means and what to do
+    --nagios                    One line with performance data for a checker, and its exit status
+    --interval SECONDS          Compare with a reading so many seconds before, and not with the kept ones
+  
+  Judges every adapter, port, link, transceiver, target, path and LUN by rules and shows what isn't well: the reason in words, the figures that led to it, and the rule. Counters are compared with those of the last run, transmit power with the highest of 32 days; both are kept in a file, /var/lib/orfc/health.json for root and orfc/health.json below $XDG_STATE_HOME or ~/.local/state for others.
+  
+  The options of every command: orfc --help
+  
+  Examples:
+    orfc health
+    orfc health host2 --far
+    orfc health --interval 10
+    orfc health --explain link-down
+    orfc health --nagios
   == names
   every name that an object goes by
   Usage: orfc names [OPTIONS]
