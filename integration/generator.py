@@ -168,10 +168,10 @@ def write_whole(path, text):
             file.flush()
             os.fchmod(file.fileno(), 0o644)
         os.replace(new, path)
-    except OSError as error:
+    except (OSError, UnicodeError) as error:
         if new is not None:
             os.unlink(new)
-        raise Problem(f'{path}: {error.strerror}') from error
+        raise Problem(f'{path}: {getattr(error, "strerror", error)}') from error
 
 
 def run(generate, **readers):
