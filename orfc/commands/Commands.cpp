@@ -191,7 +191,7 @@ const CommandRow COMMANDS[] = {
      .description = "Writes ports, counters, transceivers, targets, paths and what health finds in the text format of "
                     "Prometheus: to standard output, or to a file for the node exporter's textfile collector, which is "
                     "replaced as a whole. What is unknown has no sample. Counters are compared with those of the last "
-                    "run, as in health, in a file of their own, metrics.json, or metrics-PART.json.",
+                    "run, as in health; those are kept in metrics.json or metrics-PART.json.",
      .examples = METRICS_EXAMPLES,
      .wanted = HEALTH,
      .hasRules = true,

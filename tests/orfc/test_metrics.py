@@ -180,6 +180,16 @@ class Text(Case):
         self.assertEqual(set(self.pick(samples, "orfc_scrape_success").values()), {0})
 
 
+class Dashboard(Case):
+    def test_names_exist(self):
+        """Every name that the dashboard and the alerts ask for is one of the lab's."""
+        known = {key[0] for key in self.metrics()}
+        for file in (program.ROOT / "integration/prometheus/orfc-dashboard.json", program.BUILD / "integration/orfc.rules.yml"):
+            asked = set(re.findall(r"\borfc_\w+", file.read_text()))
+            self.assertGreater(len(asked), 2)
+            self.assertLessEqual(asked, known)
+
+
 class File(Case):
     def setUp(self):
         self.folder = program.path_of("collector")

@@ -241,7 +241,7 @@
     --part PART                 One part of it: counters or transceivers
     --output FILE               File to replace; its name ends in .prom
   
-  Writes ports, counters, transceivers, targets, paths and what health finds in the text format of Prometheus: to standard output, or to a file for the node exporter's textfile collector, which is replaced as a whole. What is unknown has no sample. Counters are compared with those of the last run, as in health, with a file of its own, metrics.json, or metrics-PART.json.
+  Writes ports, counters, transceivers, targets, paths and what health finds in the text format of Prometheus: to standard output, or to a file for the node exporter's textfile collector, which is replaced as a whole. What is unknown has no sample. Counters are compared with those of the last run, as in health; those are kept in metrics.json or metrics-PART.json.
   
   The options of every command: orfc --help
   
