@@ -110,6 +110,20 @@ void AddRules(CommandLine& line, CLI::App& command, const CommandRow& row, Optio
                                      "File of earlier readings, to compare with; an empty name for none"),
                   "FILE", Argument::FILE);
     if (row.isExposition) {
+        std::vector<std::string> parts;
+        for (const Part& part : row.parts) {
+            parts.emplace_back(part.name);
+        }
+        line.Describe(command.add_option("--part", health.part, "One part of it: counters or transceivers")
+                          ->check(CLI::IsMember(parts).description("")),
+                      "PART", Argument::WORD, parts);
+        line.Describe(command.add_option("--output", health.output, "File to replace; its name ends in .prom")
+                          ->check(CLI::Validator(
+                              [](const std::string& name) {
+                                  return name.ends_with(".prom") ? "" : name + " doesn't end in .prom";
+                              },
+                              "")),
+                      "FILE", Argument::FILE);
         return;
     }
     std::vector<std::string> names;
@@ -221,6 +235,10 @@ std::optional<Options> ParseOptions(int count, char* words[], int& status) {
         }
         if (options.command->isDetailed && options.format == Format::ESXCLI) {
             throw CLI::ValidationError("--output", "esxcli is for lists");
+        }
+        if (options.command->isExposition &&
+            (options.format != Format::TABLE || !options.columns.empty() || !options.sort.empty())) {
+            throw CLI::ValidationError(options.command->name, "has a format of its own");
         }
         if (options.health.isNagios && (options.format != Format::TABLE || !options.columns.empty())) {
             throw CLI::ValidationError("--nagios", "has a format of its own");

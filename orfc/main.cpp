@@ -163,6 +163,9 @@ Host ReadWithProgress(const Library& library, const Wanted& wanted, std::optiona
 /// before.
 Wanted WantedOf(const Options& options, const Library& library) {
     Wanted wanted = options.command->wanted;
+    for (const Part& part : options.command->parts) {
+        wanted = part.name == options.health.part ? part.wanted : wanted;
+    }
     wanted.farEnds = options.isFar;
     if (options.format != Format::TABLE || !options.columns.empty() || !options.sort.empty()) {
         wanted = wanted | options.command->wantedInFull;

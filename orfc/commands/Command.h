@@ -20,12 +20,14 @@ template <std::size_t Size> struct Literal {
     consteval Literal(const char (&literal)[Size]) { std::copy_n(literal, Size, text); } // NOLINT: a conversion
 };
 
+struct Judgement;
+
 /// What the commands on health are asked for.
 struct HealthOptions {
     std::string rules = {};                ///< file of rules; empty: those of the table
     std::optional<std::string> state = {}; ///< file of earlier readings, empty for none; the usual one if not given
     bool isNagios = false;
-    std::string part = {};   ///< of metrics
+    std::string part = {};   ///< of metrics; empty: all
     std::string output = {}; ///< file of metrics; empty: standard output
 };
 
@@ -98,6 +100,12 @@ enum class Repeats {
     FRAMES
 };
 
+/// What a command can be limited to.
+struct Part {
+    const char* name;
+    Wanted wanted;
+};
+
 struct CommandRow {
     const char* name; ///< empty: what the program shows without a command
     const char* summary;
@@ -112,6 +120,7 @@ struct CommandRow {
     bool hasFar = false;       ///< can ask the far ends of links
     bool hasRules = false;     ///< judges by rules
     bool isExposition = false; ///< prints a text for a collector instead of records
+    std::span<const Part> parts = {};
     Shown (*run)(const Request& request) = nullptr;
     /// What is printed beside the message on standard error where the command fails.
     std::optional<Shown::Text> (*fail)(const HealthOptions& options, const std::string& failure) = nullptr;
@@ -159,6 +168,18 @@ Shown ShowPaths(const Request& request);
 Shown ShowPing(const Request& request);
 Shown ShowHealth(const Request& request);
 
+Shown ShowMetrics(const Request& request);
+
+/// The parts of metrics: what moves, and what takes long to read and seldom changes.
+inline constexpr char COUNTERS_PART[] = "counters";
+inline constexpr char TRANSCEIVERS_PART[] = "transceivers";
+
+/// Judges the host of a request and keeps its readings for the next run, in a file that has this name unless the
+/// request has another. What can't be read or kept is told in the request's messages.
+Judgement JudgeAndRemember(const Request& request, const std::string& stateName);
+
+/// The samples that tell of a failure, in the file of metrics if there is one.
+std::optional<Shown::Text> FailMetrics(const HealthOptions& options, const std::string& failure);
 /// The line of a checker that has no verdict, if one is asked for.
 std::optional<Shown::Text> FailHealth(const HealthOptions& options, const std::string& failure);
 

@@ -69,12 +69,17 @@ constexpr const char* PING_EXAMPLES[] = {"orfc ping host2", "orfc ping host2 50:
                                          "orfc ping host2 --interval 0.1 -o json"};
 constexpr const char* HEALTH_EXAMPLES[] = {"orfc health", "orfc health host2 --far", "orfc health --interval 10",
                                            "orfc health --explain link-down", "orfc health --nagios"};
+constexpr const char* METRICS_EXAMPLES[] = {
+    "orfc metrics", "orfc metrics --part counters --output /var/lib/prometheus/node-exporter/orfc-counters.prom"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
 const Wanted TARGETS = {.targets = true, .luns = true};
 const Wanted PATHS = {.portDetails = true, .targets = true, .luns = true};
 const Wanted HEALTH = {
     .portDetails = true, .counters = true, .targets = true, .luns = true, .transceivers = true, .settings = true};
+const Part METRICS_PARTS[] = {
+    {COUNTERS_PART, {.portDetails = true, .counters = true, .targets = true, .luns = true, .modulesOfDownPorts = true}},
+    {TRANSCEIVERS_PART, {.portDetails = true, .transceivers = true, .settings = true}}};
 const Wanted EVERYTHING = {.portDetails = true,
                            .counters = true,
                            .targets = true,
@@ -181,6 +186,19 @@ const CommandRow COMMANDS[] = {
      .hasRules = true,
      .run = ShowHealth,
      .fail = FailHealth},
+    {.name = "metrics",
+     .summary = "metrics for a collector",
+     .description = "Writes ports, counters, transceivers, targets, paths and what health finds in the text format of "
+                    "Prometheus: to standard output, or to a file for the node exporter's textfile collector, which is "
+                    "replaced as a whole. What is unknown has no sample. Counters are compared with those of the last "
+                    "run, as in health; those are kept in metrics.json or metrics-PART.json.",
+     .examples = METRICS_EXAMPLES,
+     .wanted = HEALTH,
+     .hasRules = true,
+     .isExposition = true,
+     .parts = METRICS_PARTS,
+     .run = ShowMetrics,
+     .fail = FailMetrics},
     {.name = "names",
      .summary = "every name that an object goes by",
      .description = "Lists the names that commands take, and what goes by each.",

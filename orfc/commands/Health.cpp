@@ -165,9 +165,12 @@ bool IsMeant(const Object& object, const Selection& selection) {
 
 } // namespace
 
-Health JudgeAndRemember(const Request& request, const char* stateName) {
+Judgement JudgeAndRemember(const Request& request, const std::string& stateName) {
     const HealthOptions& options = *request.health;
-    const RuleBook rules = options.rules.empty() ? RuleBook() : RuleBook(options.rules);
+    RuleBook rules = options.rules.empty() ? RuleBook() : RuleBook(options.rules);
+    if (!options.part.empty()) {
+        rules.Limit(options.part == TRANSCEIVERS_PART);
+    }
     std::string file = request.before != nullptr ? std::string() : options.state.value_or(UsualStateFile(stateName));
     const Readings earlier = EarlierReadings(request, file);
     const Readings now = ReadingsOf(request.host, CurrentTime(), CurrentBoot());
@@ -182,11 +185,11 @@ Health JudgeAndRemember(const Request& request, const char* stateName) {
             request.messages->push_back(std::string("readings aren't kept: ") + failure.what());
         }
     }
-    return health;
+    return {std::move(rules), std::move(health)};
 }
 
 Shown ShowHealth(const Request& request) {
-    Health health = request.health != nullptr ? JudgeAndRemember(request, STATE_FILE) : Health();
+    Health health = request.health != nullptr ? JudgeAndRemember(request, STATE_FILE).health : Health();
     std::vector<Finding> bad;
     std::copy_if(health.findings.begin(), health.findings.end(), std::back_inserter(bad),
                  [](const Finding& finding) { return finding.severity != Severity::OK; });

@@ -559,6 +559,20 @@ nlohmann::json ParseRules(const std::string& file, const std::string& text) {
     }
 }
 
+void ChangeBounds(const nlohmann::json& changes, const std::string& place, RuleBook::Entry& entry) {
+    for (const auto& change : changes.items()) {
+        const std::span<const Bound> bounds = entry.rule->bounds;
+        const auto bound =
+            std::find_if(bounds.begin(), bounds.end(), [&](const Bound& it) { return it.name == change.key(); });
+        if (bound == bounds.end() || !change.value().is_number()) {
+            throw Failure(place + "/" + change.key() +
+                              (bound == bounds.end() ? ": the rule has no such bound" : ": is no number"),
+                          Failure::USAGE);
+        }
+        entry.bounds[static_cast<std::size_t>(bound - bounds.begin())] = change.value().get<double>();
+    }
+}
+
 } // namespace
 
 const char* SubjectText(Subject subject) {
@@ -600,35 +614,30 @@ RuleBook::RuleBook() {
 }
 
 RuleBook::RuleBook(const std::string& file) : RuleBook() {
-    const auto fail = [&file](const std::string& text) { throw Failure(file + ": " + text, Failure::USAGE); };
     const nlohmann::json changes = ParseRules(file, ReadText(file));
     if (!changes.is_object()) {
-        fail("is no object");
+        throw Failure(file + ": is no object", Failure::USAGE);
     }
-    for (const auto& [name, change] : changes.items()) {
-        const auto entry =
-            std::find_if(mEntries.begin(), mEntries.end(), [&](const Entry& it) { return it.rule->name == name; });
+    for (const auto& change : changes.items()) {
+        const std::string place = file + ": " + change.key();
+        const auto entry = std::find_if(mEntries.begin(), mEntries.end(),
+                                        [&](const Entry& it) { return it.rule->name == change.key(); });
         if (entry == mEntries.end()) {
-            fail(name + ": no rule has this name");
+            throw Failure(place + ": no rule has this name", Failure::USAGE);
         }
-        if (change.is_boolean()) {
-            entry->isOn = change.get<bool>();
-        } else if (!change.is_object()) {
-            fail(name + ": is neither true, false nor an object of bounds");
+        if (change.value().is_boolean()) {
+            entry->isOn = change.value().get<bool>();
+        } else if (change.value().is_object()) {
+            ChangeBounds(change.value(), place, *entry);
+        } else {
+            throw Failure(place + ": is neither true, false nor an object of bounds", Failure::USAGE);
         }
-        const nlohmann::json bounded = change.is_object() ? change : nlohmann::json::object();
-        for (const auto& [key, value] : bounded.items()) {
-            const std::span<const Bound> bounds = entry->rule->bounds;
-            const auto bound =
-                std::find_if(bounds.begin(), bounds.end(), [&](const Bound& it) { return it.name == key; });
-            if (bound == bounds.end()) {
-                fail(name + "/" + key + ": the rule has no such bound");
-            }
-            if (!value.is_number()) {
-                fail(name + "/" + key + ": is no number");
-            }
-            entry->bounds[static_cast<std::size_t>(bound - bounds.begin())] = value.get<double>();
-        }
+    }
+}
+
+void RuleBook::Limit(bool areSlow) {
+    for (Entry& entry : mEntries) {
+        entry.isOn = entry.isOn && entry.rule->Is(IS_SLOW) == areSlow;
     }
 }
 

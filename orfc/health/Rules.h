@@ -87,6 +87,9 @@ public:
     /// object of bounds. Throws a usage `Failure` with the place of the first mistake.
     explicit RuleBook(const std::string& file);
 
+    /// Switches off all rules but the slow ones, or all of these.
+    void Limit(bool areSlow);
+
     const std::vector<Entry>& Entries() const { return mEntries; }
     /// What a rule means, its bounds and what to do. Throws a usage `Failure` for an unknown name.
     std::string Explain(const std::string& name) const;

@@ -27,6 +27,12 @@ struct Health {
     Severity Worst() const;
 };
 
+/// A host's health, and the rules by which it was judged.
+struct Judgement {
+    RuleBook rules;
+    Health health;
+};
+
 /// Judges the host by the rules, now and against earlier readings.
 Health Judge(const Host& host, const RuleBook& rules, const Readings& now, const Readings& earlier);
 

@@ -27,6 +27,7 @@
     paths                       LUNs by worldwide id, with every path to each
     ping                        echo frames to remote ports
     health                      a verdict for every object, with its reason
+    metrics                     metrics for a collector
     names                       every name that an object goes by
     schema                      the JSON schema of all output
   
@@ -35,7 +36,7 @@
     orfc --library simulator
   $ orfc --version | sed 's/[0-9.]*$/N/'
   orfc N
-  $ for command in adapters ports targets luns show transceivers counters paths ping health names schema; do
+  $ for command in adapters ports targets luns show transceivers counters paths ping health metrics names schema; do
   >   echo "== $command"; orfc $command --help
   > done
   == adapters
@@ -229,6 +230,24 @@
     orfc health --interval 10
     orfc health --explain link-down
     orfc health --nagios
+  == metrics
+  metrics for a collector
+  Usage: orfc metrics [OPTIONS]
+  
+  Options:
+    -h,--help                   Show this help
+    --rules FILE                File that changes bounds and switches rules off
+    --state FILE                File of earlier readings, to compare with; an empty name for none
+    --part PART                 One part of it: counters or transceivers
+    --output FILE               File to replace; its name ends in .prom
+  
+  Writes ports, counters, transceivers, targets, paths and what health finds in the text format of Prometheus: to standard output, or to a file for the node exporter's textfile collector, which is replaced as a whole. What is unknown has no sample. Counters are compared with those of the last run, as in health; those are kept in metrics.json or metrics-PART.json.
+  
+  The options of every command: orfc --help
+  
+  Examples:
+    orfc metrics
+    orfc metrics --part counters --output /var/lib/prometheus/node-exporter/orfc-counters.prom
   == names
   every name that an object goes by
   Usage: orfc names [OPTIONS]
