@@ -38,7 +38,7 @@ class ModuleTest(unittest.TestCase):
 
     def start(self, module, host=None, check=False, **arguments):
         host = host or self.host
-        if module not in ('orfc_info', 'facts'):
+        if module not in ('orfc_info', 'health'):
             arguments.setdefault('port', host.port)
         arguments |= {'_ansible_check_mode': check, '_ansible_diff': True}
         process = subprocess.Popen([host.interpreter, COLLECTION / f'plugins/modules/{module}.py'], text=True,
@@ -324,6 +324,41 @@ class Info(ModuleTest):
                                 (self.host, {'PATH': f'{self.folder}/bin:/usr/bin'}), (self.host, {'PATH': '/usr/bin'})]:
             facts = self.facts(host, **variables)
             self.assertEqual((facts['ok'], len(facts['messages'])), (False, 1))
+
+
+class Health(ModuleTest):
+    def make_sick(self):
+        """The port's link is down."""
+        path = self.host.folder / 'host.json'
+        what = json.loads(path.read_text())
+        what['Adapters'][0]['PhyPorts'][0]['Protocols'][0]['PortState'] = 3
+        path.write_text(json.dumps(what))
+
+    def test_fails_by_verdict(self):
+        self.make_sick()
+        state = str(self.folder / 'health.json')
+        result = self.fail_with('critical: ', 'health', state=state)
+        self.assertEqual(result['verdict'], 'critical')
+        self.assertIn(self.host.port, [finding['port'] for finding in result['findings']])
+        result = self.succeed('health', fail_on=[], state=state)
+        self.assertEqual((result['changed'], result['verdict']), (False, 'critical'))
+        self.assertTrue(any(text.startswith('critical: ') for text in result['warnings']))
+
+    def test_check_mode_keeps_no_readings(self):
+        state = self.folder / 'health.json'
+        self.succeed('health', fail_on=[], state=str(state), check=True)
+        self.assertFalse(state.exists())
+        self.succeed('health', fail_on=[], state=str(state))
+        self.assertTrue(state.exists())
+
+    def test_unheard_of_verdict(self):
+        program = self.folder / 'program'
+        program.write_text('#!/bin/sh\necho \'{"json_format_version":[1,0],"ok":true,"messages":[],'
+                           '"records":[{"verdict":"fine"}]}\'\n')
+        program.chmod(0o755)
+        self.fail_with('verdicts: fine', 'health', executable=str(program))
+        program.write_text(program.read_text().replace('fine', 'ok'))
+        self.assertEqual(self.succeed('health', executable=str(program))['verdict'], 'ok')
 
 
 if __name__ == '__main__':

@@ -16,6 +16,13 @@ options:
     default: 60
 '''
 
+    LIBRARY = r'''
+options:
+  library:
+    description: The management library, C(linux), C(simulator) or the path of one, if it isn't the one of the host.
+    type: str
+'''
+
     PORT = r'''
 options:
   port:

@@ -128,6 +128,8 @@ class Tool:
     def __init__(self, module, name):
         self.path = module.params['executable'] or module.get_bin_path(name)
         self.timeout = module.params['timeout']
+        library = module.params.get('library')
+        self.library = ['--library', library] if library else []
         if not self.path:
             raise ToolFailure('%s is not installed' % name)
 
@@ -145,3 +147,4 @@ TOOL_ARGUMENTS = dict(
     executable=dict(type='path'),
     timeout=dict(type='int', default=60),
 )
+LIBRARY_ARGUMENT = dict(type='str')

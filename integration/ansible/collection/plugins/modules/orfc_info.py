@@ -11,6 +11,7 @@ description:
   - Also called C(orfc.fc.facts).
 extends_documentation_fragment:
   - orfc.fc.tool
+  - orfc.fc.tool.library
 options:
   gather:
     description: Which kinds of records.
@@ -18,9 +19,6 @@ options:
     elements: str
     choices: [adapters, ports, targets, luns, paths, transceivers, counters]
     default: [adapters, ports]
-  library:
-    description: The management library, C(linux), C(simulator) or the path of one, if it isn't the one of the host.
-    type: str
 author:
   - The orfc-esxcli maintainers (@orfc)
 '''
@@ -50,7 +48,8 @@ ports:
 '''
 
 from ansible.module_utils.basic import AnsibleModule
-from ansible_collections.orfc.fc.plugins.module_utils.tool import TOOL_ARGUMENTS, Tool, ToolFailure, read_json
+from ansible_collections.orfc.fc.plugins.module_utils.tool import (
+    LIBRARY_ARGUMENT, TOOL_ARGUMENTS, Tool, ToolFailure, read_json)
 
 
 def main():
@@ -58,12 +57,11 @@ def main():
         TOOL_ARGUMENTS,
         gather=dict(type='list', elements='str', default=['adapters', 'ports'],
                     choices=['adapters', 'ports', 'targets', 'luns', 'paths', 'transceivers', 'counters']),
-        library=dict(type='str'),
+        library=LIBRARY_ARGUMENT,
     ))
     try:
         tool = Tool(module, 'orfc')
-        library = ['--library', module.params['library']] if module.params['library'] else []
-        records = dict((kind, read_json(tool(library + ['-o', 'json', kind]))) for kind in module.params['gather'])
+        records = dict((kind, read_json(tool(tool.library + ['-o', 'json', kind]))) for kind in module.params['gather'])
     except ToolFailure as failure:
         module.fail_json(msg=str(failure))
     module.exit_json(changed=False, **records)
