@@ -156,7 +156,7 @@ class Page(PlaysTest):
         text = (SOURCES / 'docs/FLEET.md').read_text()
         blocks = re.findall(r'(?ms)^```(\w+) ?([\w.]*)\n(.*?)^```$|^    \$ ([^\n]*)\n((?:    [^$\n][^\n]*\n)*)', text)
         ran = 0
-        for kind, name, content, command, output in blocks:
+        for _, name, content, command, output in blocks:
             if name:
                 (self.folder / name).write_text(content)
                 continue
@@ -236,7 +236,6 @@ class Collection(PlaysTest):
 PRINT_ARGUMENTS = '''
 import json, runpy, sys
 import ansible.module_utils.basic as basic
-class Module(Exception): pass
 def take(self, argument_spec, **keywords):
     print(json.dumps(argument_spec))
     sys.exit()

@@ -204,8 +204,8 @@ class Refusals(ModuleTest):
         self.assertFalse(self.host.staged.exists())
 
     def wait_for_write(self, process):
-        """Until the module has staged its settings and the program waits for the state. The simulator writes its
-        journal at the end of a call, so the last call before the write tells of it."""
+        """Until the module has staged its settings and runs the program a third time, after `get` and `setFile`: the
+        write waits."""
         while not self.host.staged.exists() or self.host.calls().count('VEXAPI_Initialize') < 3:
             self.assertIsNone(process.poll())
             time.sleep(0.05)

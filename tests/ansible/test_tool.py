@@ -1,6 +1,5 @@
 #!/usr/bin/python3
 """Documents that the modules read, by themselves, and what is generated for them. Needs no Ansible."""
-import pathlib
 import subprocess
 import sys
 import unittest
