@@ -75,7 +75,7 @@ class Fleet(PlaysTest):
             more = {}
             if number == 1:
                 more = {'fleet_facts_folder': f'{cls.folder}/facts', 'fleet_systemd_folder': f'{cls.folder}/systemd',
-                        'fleet_timers': {'orfc-metrics.timer': '5min'}}
+                        'fleet_timers': {'orfc-exporter-counters.timer': '5min'}}
             cls.add_host(name, description(number, '9.08.02') if number == 7 else None, **more)
         cls.add_host('bad', environment={'VEXAPI_SIM_FAULTS': 'VEXAPI_Initialize=1'})
         cls.add_host('hanging', environment=hanging_library(cls.folder / 'library'), fleet_timeout=1)
@@ -124,7 +124,7 @@ class Fleet(PlaysTest):
                          {'h01': (0, 0), 'h02': (0, 0), 'h07': (0, 1)}, result.stdout)
 
     def require_local_files(self):
-        self.assertEqual((self.folder / 'systemd/orfc-metrics.timer.d/fleet.conf').read_text(),
+        self.assertEqual((self.folder / 'systemd/orfc-exporter-counters.timer.d/fleet.conf').read_text(),
                          '[Timer]\nOnUnitActiveSec=\nOnUnitActiveSec=5min\n')
         result = run('ansible', '-i', 'hosts.yml', 'h01', '-m', 'ansible.builtin.setup', '-a',
                      f'gather_subset=!all fact_path={self.folder}/facts', cwd=self.folder)
