@@ -125,7 +125,8 @@ class Fleet(PlaysTest):
 
     def require_local_files(self):
         self.assertEqual((self.folder / 'systemd/orfc-exporter-counters.timer.d/fleet.conf').read_text(),
-                         '[Timer]\nOnUnitActiveSec=\nOnUnitActiveSec=5min\n')
+                         '[Timer]\n' "# An empty value forgets all of the unit's own times.\n"
+                         'OnUnitActiveSec=\nOnBootSec=1min\nOnUnitActiveSec=5min\n')
         result = run('ansible', '-i', 'hosts.yml', 'h01', '-m', 'ansible.builtin.setup', '-a',
                      f'gather_subset=!all fact_path={self.folder}/facts', cwd=self.folder)
         self.assertRegex(result.stdout, r'"ansible_local": \{\s+"orfc": \{')
