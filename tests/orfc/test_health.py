@@ -179,7 +179,7 @@ class Readings(Case):
         for text in ("text", "{}", "[]", '{"format": "other", "version": 1}', '{"format": "orfc-readings"}',
                      '{"format": "orfc-readings", "version": 1, "ports": {"x": 5}}',
                      '{"format": "orfc-readings", "version": 1, "ports": {"x": {"time": "now"}}}', " " * 2000000,
-                     "[" * 900000):
+                     "[" * 100000):
             self.state.write_text(text)
             finished = self.health(status=3, host=host())
             self.assertRegex(finished.stderr, rf"\Aorfc: earlier readings: {re.escape(str(self.state))}: [^\n]+\n\Z")
@@ -266,6 +266,8 @@ class Readings(Case):
         self.assertEqual([process.wait(60) for process in runs], [0] * len(names))
         self.assertLessEqual(len(names), len(json.loads(self.state.read_text())["ports"]))
 
+
+class Kills(Case):
     def test_killed_at_every_call(self):
         """The file is the old one or the new one, and the next run goes on."""
         self.health(host=host())
