@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 #include <optional>
 
 using namespace host;
@@ -33,7 +34,6 @@ constexpr std::uint32_t FIRST_WELL_KNOWN = 0xFFFC00; ///< domain controllers, th
 
 constexpr char ONLINE[] = "Online"; ///< state of a port
 
-constexpr std::size_t ECHO_SIZE = 1024;        ///< in bytes; less if a frame takes less
 constexpr VX_UINT32 SMALLEST_FRAME_SIZE = 256; ///< that a port may have
 
 /// What is known of a remote port.
@@ -213,7 +213,7 @@ template <class Send> Outcome Try(const Port& port, const Destination& destinati
 
 Outcome Echo(const Port& port, const Destination& destination) {
     return Try(port, destination, [](const Peer& peer) {
-        const std::size_t size = std::min(ECHO_SIZE, Current().frameSize);
+        const std::size_t size = std::min(MAX_ECHO, Current().frameSize);
         return SendEcho(peer, size - size % 4);
     });
 }
@@ -338,13 +338,17 @@ VX_UINT32 Report(const Port& port, const Outcome& outcome, VX_UINT32 answered, V
 
 /// The name in "xx:xx:xx:xx:xx:xx:xx:xx"; 0 if it isn't one.
 std::uint64_t ParseName(const char* text) {
-    std::string digits;
+    char number[] = "0x0000000000000000";
+    char* digit = number + 2;
     for (const char* at = text; at != nullptr && *at != '\0'; ++at) {
         if (*at != ':') {
-            digits += *at;
+            if (digit == std::end(number) - 1) {
+                return 0;
+            }
+            *digit++ = *at;
         }
     }
-    return digits.size() == 16 ? NumberIn("0x" + digits).value_or(0) : 0;
+    return digit == std::end(number) - 1 ? NumberIn(number).value_or(0) : 0;
 }
 
 Port* PortOf(const VX_PORT_HANDLE* handle) {
@@ -399,7 +403,7 @@ VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name
         result->FrameReceived += frame.isAnswered ? 1 : 0;
         result->ResponseLength = frame.length;
         result->ResponseTime = Saturated((frame.nanoseconds + 500'000) / 1'000'000); // milliseconds
-        TakeText(frame.text, result->EchoStatus);
+        result->EchoStatus[frame.text.copy(result->EchoStatus, MAX_OUTCOME_TEXT)] = '\0';
         return frame;
     });
     result->EchoFailed = outcome.kind == Outcome::ACCEPTED ? 0 : 1;
