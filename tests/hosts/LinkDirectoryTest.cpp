@@ -61,6 +61,22 @@ TEST_F(LinuxLinkTest, TheTraceAsksForTheFabricPorts) {
     EXPECT_EQ(mKernel.requests[2].payload, Words({0x01000000, 0xFC020000, 0x011C0002, 0, 0x010500}));
 }
 
+/// Three requests of 30 seconds would take longer than anyone waits.
+TEST_F(LinuxLinkTest, ASlowDirectoryIsAskedNoFurther) {
+    for (const auto& [seconds, requests] : {std::pair{4, 3}, {6, 2}, {11, 1}}) {
+        mKernel.requests.clear();
+        mKernel.script.clear();
+        mKernel.step = static_cast<std::uint64_t>(seconds) * 1'000'000'000; // of each request
+        mKernel.Answer(Directory(0x8002, Word(0x010500)));
+        mKernel.Answer(Directory(0x8002, Words({0x20010000, 1})));
+        mKernel.Answer(Directory(0x8002, Words({0x20010000, 2})));
+        Transport(2);
+        EXPECT_EQ(mKernel.requests.size(), static_cast<std::size_t>(requests));
+        EXPECT_EQ(mStatus, requests == 3 ? 0 : NO_ANSWER);
+        EXPECT_EQ(Output().find("Not sent: the directory service takes too long") == std::string::npos, requests == 3);
+    }
+}
+
 TEST_F(LinuxLinkTest, WhatTheDirectoryRejects) {
     struct Row {
         Data answer;

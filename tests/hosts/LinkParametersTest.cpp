@@ -36,6 +36,20 @@ TEST_F(LinuxLinkTest, TheFabricPortIsAskedForItsParameters) {
     EXPECT_EQ(mKernel.requests.size(), 1u);
 }
 
+TEST_F(LinuxLinkTest, AfterASlowRejectionTheFabricControllerIsNotAsked) {
+    for (const auto& [seconds, requests] : {std::pair{9, 2}, {11, 1}}) {
+        mKernel.requests.clear();
+        mKernel.script.clear();
+        mKernel.step = static_cast<std::uint64_t>(seconds) * 1'000'000'000; // of each request
+        for (int answer = 0; answer < 2; ++answer) {
+            mKernel.Answer(Words({0x01000000, 0x000B0000})); // LS_RJT, command not supported
+        }
+        ReadParameters();
+        EXPECT_EQ(mKernel.requests.size(), static_cast<std::size_t>(requests));
+        EXPECT_EQ(mStatus, NO_ANSWER);
+    }
+}
+
 TEST_F(LinuxLinkTest, TheOnlyRemotePortOfALinkIsAskedForItsParameters) {
     Host("fabric_name", "0x0");
     const Data before = ReadParameters();
