@@ -187,7 +187,6 @@ TEST_F(PingTest, NamesThatAreNoTargets) {
     EXPECT_EQ(sent, Texts{"21:00:0a:0b:0c:0d:00:ff 2"});
 }
 
-/// As that of a LUN whose port has lost its remote ports since.
 TEST_F(PingTest, APortWithoutRemotePorts) {
     Tree().AddPort();
     EXPECT_THROW(Command({"FC_21:00:0a:0b:0c:0d:00:02"}, 1), Failure);
