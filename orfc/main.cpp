@@ -102,7 +102,7 @@ void Write(const Answer& answer, const Options& options, const Style& style, std
     Flush(out);
 }
 
-/// Tells on a terminal's standard error what is read when it takes long, and wipes that at its end. From a thread of
+/// Tells on a terminal's standard error what is done when it takes long, and wipes that at its end. From a thread of
 /// its own, since a single call of the library may be what takes long.
 class Progress {
 public:
@@ -122,9 +122,9 @@ public:
             mThread.join();
         }
     }
-    void operator()(const std::string& identifier) {
+    void operator()(std::string text) {
         const std::lock_guard lock(mMutex);
-        mText = "reading " + identifier;
+        mText = std::move(text);
     }
 
 private:
@@ -156,7 +156,8 @@ private:
 Host ReadWithProgress(const Library& library, const Wanted& wanted, std::optional<Session>& session) {
     Progress progress;
     session.emplace(library, ScopeOf(wanted));
-    return ReadHost(*session, wanted, [&progress](const std::string& identifier) { progress(identifier); });
+    return ReadHost(*session, wanted,
+                    [&progress](const std::string& identifier) { progress("reading " + identifier); });
 }
 
 /// What a command needs of the host, for the named objects only. Any object may have a name, so the names are read
@@ -297,9 +298,19 @@ private:
         return mOptions.library.empty() ? "linux" : mOptions.library;
     }
 
+    /// Only commands that send frames take long by themselves.
+    Shown RunWithProgress(Request request) {
+        std::optional<Progress> progress;
+        if (mOptions.command->repeats == Repeats::FRAMES) {
+            progress.emplace();
+            request.onProgress = [&progress](const std::string& text) { (*progress)(text); };
+        }
+        return mOptions.command->run(request);
+    }
+
     /// Returns the exit status if it isn't the usual one.
     std::optional<int> Show(const Request& request) {
-        Shown shown = mOptions.command->run(request);
+        Shown shown = RunWithProgress(request);
         if (!mOptions.sort.empty()) {
             shown.Sort(mOptions.sort);
         }

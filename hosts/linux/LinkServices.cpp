@@ -11,6 +11,7 @@ namespace host {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
+using Answer = std::span<const std::uint8_t>;
 
 /// Link services, in the first byte of a payload.
 enum LinkService : std::uint8_t { LS_RJT = 0x01, LS_ACC = 0x02, ECHO = 0x10, RDP = 0x18 };
@@ -220,7 +221,7 @@ void Append(Bytes& bytes, std::uint64_t number, std::size_t size) {
 }
 
 /// A rejection by the answer or, if a driver doesn't hand over that one's payload, by the kernel's account.
-std::string RejectionOf(Service service, const Delivery& delivery, const Bytes& answer) {
+std::string RejectionOf(Service service, const Delivery& delivery, Answer answer) {
     if (service == Service::LINK) {
         const bool isGiven = answer.size() >= LS_RJT_SIZE && answer[0] == LS_RJT;
         return Rejection(isGiven ? answer[5] : delivery.reason, isGiven ? answer[6] : delivery.explanation,
@@ -232,7 +233,7 @@ std::string RejectionOf(Service service, const Delivery& delivery, const Bytes& 
 }
 
 /// Judges a delivery. `answer` holds what arrived.
-Outcome Judge(Service service, const Delivery& delivery, const Bytes& answer) {
+Outcome Judge(Service service, const Delivery& delivery, Answer answer) {
     if (delivery.error != 0) {
         return OutcomeOf(SENDING, delivery.error, Outcome::FAILED);
     }
@@ -293,11 +294,11 @@ Outcome Judge(Service service, const Delivery& delivery, const Bytes& answer) {
 }
 
 /// Sends a request. `answer` is the buffer, and then what arrived in it.
-Outcome Ask(const Peer& peer, Service service, const Bytes& request, Bytes& answer) {
+Outcome Ask(const Peer& peer, Service service, std::span<const std::uint8_t> request, std::span<std::uint8_t>& answer) {
     const std::uint64_t start = peer.kernel->Now();
     const Delivery delivery = Deliver(peer, service, request, answer);
     const std::uint64_t end = peer.kernel->Now();
-    answer.resize(std::min<std::size_t>(answer.size(), delivery.isWhole ? delivery.length : 0));
+    answer = answer.first(std::min<std::size_t>(answer.size(), delivery.isWhole ? delivery.length : 0));
     Outcome outcome = Judge(service, delivery, answer);
     outcome.nanoseconds = end - start;
     return outcome;
@@ -321,7 +322,8 @@ Outcome Query(const Peer& directory, DirectoryCommand command, std::uint64_t key
     Append(request, size / WORD, 2); // the largest answer, in words
     Append(request, 0, 4);
     Append(request, key, keySize);
-    Bytes answer(CT_HEADER_SIZE + size);
+    Bytes buffer(CT_HEADER_SIZE + size);
+    std::span answer(buffer);
     Outcome outcome = Ask(directory, Service::COMMON_TRANSPORT, request, answer);
     if (outcome.kind == Outcome::ACCEPTED && answer.size() < CT_HEADER_SIZE + size) {
         Fail(outcome, Text("Answer too short: %zu bytes", answer.size()));
@@ -339,17 +341,19 @@ Outcome OutcomeOfOpening(int error) {
 }
 
 Outcome SendEcho(const Peer& peer, std::size_t size) {
-    static std::uint64_t random = peer.kernel->Now();
-    Bytes request(size);
-    request[0] = ECHO;
-    for (std::size_t at = WORD; at < size; at += WORD) {
-        // splitmix64
-        std::uint64_t number = random += 0x9E3779B97F4A7C15;
-        number = (number ^ number >> 30) * 0xBF58476D1CE4E5B9;
-        number = (number ^ number >> 27) * 0x94D049BB133111EB;
-        std::memcpy(&request[at], &number, WORD);
+    // Multiples of an odd number: none comes twice, and each differs from the next in many bits.
+    constexpr std::uint64_t STEP = 0x9E3779B97F4A7C15;
+    static std::uint64_t last = peer.kernel->Now();
+    std::uint64_t data[MAX_ECHO / sizeof last];
+    for (std::size_t at = 0; at < std::size(data); ++at) {
+        data[at] = last + (at + 1) * STEP;
     }
-    Bytes answer(size);
+    last = data[std::size(data) - 1];
+    const std::span request(reinterpret_cast<std::uint8_t*>(data), size);
+    std::fill_n(request.begin(), WORD, std::uint8_t{0});
+    request[0] = ECHO;
+    std::uint8_t buffer[MAX_ECHO] = {};
+    std::span answer(buffer, size);
     Outcome outcome = Ask(peer, Service::LINK, request, answer);
     if (outcome.kind != Outcome::ACCEPTED) {
         return outcome;
@@ -375,11 +379,13 @@ Outcome ReadDiagnosticParameters(const Peer& peer, std::uint32_t portId, Bytes& 
     Append(request, PORT_ID_TAG, 4);
     Append(request, WORD, 4);
     Append(request, portId, 4);
-    payload.assign(MAX_FRAME, 0);
-    Outcome outcome = Ask(peer, Service::LINK, request, payload);
-    payload.erase(payload.begin(), payload.begin() + static_cast<std::ptrdiff_t>(std::min(payload.size(), WORD)));
-    if (outcome.kind == Outcome::ACCEPTED && payload.size() < WORD) {
-        Fail(outcome, Text("Answer too short: %zu bytes", payload.size() + WORD));
+    std::uint8_t buffer[MAX_FRAME] = {};
+    std::span answer(buffer, MAX_FRAME);
+    Outcome outcome = Ask(peer, Service::LINK, request, answer);
+    const Answer list = answer.subspan(std::min(answer.size(), WORD));
+    payload.assign(list.begin(), list.end());
+    if (outcome.kind == Outcome::ACCEPTED && list.size() < WORD) {
+        Fail(outcome, Text("Answer too short: %zu bytes", answer.size()));
     }
     return outcome;
 }

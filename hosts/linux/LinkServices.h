@@ -29,7 +29,8 @@ inline constexpr std::size_t MAX_OUTCOME_TEXT = 71;
 /// What a node that can't be opened means, by the negative errno of `Kernel::Open`.
 Outcome OutcomeOfOpening(int error);
 
-/// Sends an ECHO of `size` bytes (at least 8, a multiple of 4), each with other data, and compares the answer.
+/// Sends an ECHO of `size` bytes (8 to `MAX_ECHO`, a multiple of 4), each with other data, and compares the answer.
+inline constexpr std::size_t MAX_ECHO = 1024;
 Outcome SendEcho(const Peer& peer, std::size_t size);
 
 /// Reads the diagnostic parameters (RDP) of the port with this id, which the peer is or stands for. `payload` begins

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <iterator>
 #include <optional>
 
 using namespace host;
@@ -31,9 +32,11 @@ constexpr std::uint32_t FABRIC_CONTROLLER = 0xFFFFFD;
 constexpr std::uint32_t FABRIC_PORT = 0xFFFFFE;
 constexpr std::uint32_t FIRST_WELL_KNOWN = 0xFFFC00; ///< domain controllers, then services
 
+/// A test of several requests sends none after this time, so that it ends well within a minute. In nanoseconds.
+constexpr std::uint64_t PATIENCE = 10'000'000'000;
+
 constexpr char ONLINE[] = "Online"; ///< state of a port
 
-constexpr std::size_t ECHO_SIZE = 1024;        ///< in bytes; less if a frame takes less
 constexpr VX_UINT32 SMALLEST_FRAME_SIZE = 256; ///< that a port may have
 
 /// What is known of a remote port.
@@ -213,7 +216,7 @@ template <class Send> Outcome Try(const Port& port, const Destination& destinati
 
 Outcome Echo(const Port& port, const Destination& destination) {
     return Try(port, destination, [](const Peer& peer) {
-        const std::size_t size = std::min(ECHO_SIZE, Current().frameSize);
+        const std::size_t size = std::min(MAX_ECHO, Current().frameSize);
         return SendEcho(peer, size - size % 4);
     });
 }
@@ -230,16 +233,18 @@ Outcome QueryDirectory(const Port& port, std::uint64_t portName, VX_UINT32 testT
             return outcome;
         }
         const std::uint32_t own = PortIdOf(Attribute(GetTree()->Hosts(), port.name, "port_id"));
-        std::uint64_t first = 0;
-        std::uint64_t last = 0;
-        outcome = QueryFabricPort(directory, own, first);
-        if (outcome.kind == Outcome::ACCEPTED) {
-            outcome = QueryFabricPort(directory, portId, last);
+        std::uint64_t fabricPorts[2] = {};
+        std::uint64_t spent = 0;
+        for (std::size_t end = 0; end < 2 && outcome.kind == Outcome::ACCEPTED; ++end) {
+            spent += outcome.nanoseconds;
+            outcome = spent > PATIENCE ? Refusal(Outcome::FAILED, "the directory service takes too long")
+                                       : QueryFabricPort(directory, end == 0 ? own : portId, fabricPorts[end]);
         }
         if (outcome.kind == Outcome::ACCEPTED) {
             char text[80];
             std::snprintf(text, sizeof text, "%06x, %016llx, %016llx, %06x", own,
-                          static_cast<unsigned long long>(first), static_cast<unsigned long long>(last), portId);
+                          static_cast<unsigned long long>(fabricPorts[0]),
+                          static_cast<unsigned long long>(fabricPorts[1]), portId);
             route = text;
         }
         return outcome;
@@ -338,13 +343,17 @@ VX_UINT32 Report(const Port& port, const Outcome& outcome, VX_UINT32 answered, V
 
 /// The name in "xx:xx:xx:xx:xx:xx:xx:xx"; 0 if it isn't one.
 std::uint64_t ParseName(const char* text) {
-    std::string digits;
+    char number[] = "0x0000000000000000";
+    char* digit = number + 2;
     for (const char* at = text; at != nullptr && *at != '\0'; ++at) {
         if (*at != ':') {
-            digits += *at;
+            if (digit == std::end(number) - 1) {
+                return 0;
+            }
+            *digit++ = *at;
         }
     }
-    return digits.size() == 16 ? NumberIn("0x" + digits).value_or(0) : 0;
+    return digit == std::end(number) - 1 ? NumberIn(number).value_or(0) : 0;
 }
 
 Port* PortOf(const VX_PORT_HANDLE* handle) {
@@ -399,7 +408,7 @@ VX_UINT32 VEXAPI_DiagnosticsEchoElsTest(VX_PORT_HANDLE* handle, const char* name
         result->FrameReceived += frame.isAnswered ? 1 : 0;
         result->ResponseLength = frame.length;
         result->ResponseTime = Saturated((frame.nanoseconds + 500'000) / 1'000'000); // milliseconds
-        TakeText(frame.text, result->EchoStatus);
+        result->EchoStatus[frame.text.copy(result->EchoStatus, MAX_OUTCOME_TEXT)] = '\0';
         return frame;
     });
     result->EchoFailed = outcome.kind == Outcome::ACCEPTED ? 0 : 1;
@@ -436,7 +445,7 @@ VX_UINT32 VEXAPI_DiagnosticsRDPTest(VX_PORT_HANDLE* handle, void* buffer, VX_UIN
         const std::uint32_t own = PortIdOf(Attribute(GetTree()->Hosts(), port->name, "port_id"));
         for (const std::uint32_t address : {FABRIC_PORT, FABRIC_CONTROLLER}) {
             outcome = ask({port->number, 0, address}, own);
-            if (outcome.kind == Outcome::ACCEPTED || !outcome.isAnswered) {
+            if (outcome.kind == Outcome::ACCEPTED || !outcome.isAnswered || outcome.nanoseconds > PATIENCE) {
                 break;
             }
         }

@@ -8,6 +8,7 @@
 #include "Writer.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -31,6 +32,8 @@ struct HealthOptions {
     std::string output = {}; ///< file of metrics; empty: standard output
 };
 
+using TellProgress = std::function<void(const std::string& text)>;
+
 /// What a command works with.
 struct Request {
     const Host& host;
@@ -42,6 +45,7 @@ struct Request {
     double interval = 0;                          ///< between frames, seconds
     unsigned long count = 0;                      ///< of frames; 0: the usual number
     const HealthOptions* health = nullptr;        ///< for commands on health
+    TellProgress onProgress = {};                 ///< called with what a command is about
 };
 
 /// The records that a command answers with. They refer to the host and to rows that they keep themselves.

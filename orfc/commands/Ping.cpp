@@ -104,7 +104,15 @@ Shown ShowPing(const Request& request) {
         once.sa_handler = [](int) { s_isInterrupted = 1; };
         once.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(SIGINT, &once, nullptr);
-        results = Ping(*request.session, plan, [] { return s_isInterrupted != 0; });
+        results = Ping(
+            *request.session, plan, [] { return s_isInterrupted != 0; },
+            [&](const PingResult& result) {
+                if (request.onProgress) {
+                    request.onProgress("pinging " + WwnText(result.remoteName) + ": " +
+                                       std::to_string(result.received) + " of " + std::to_string(result.sent) +
+                                       " answered");
+                }
+            });
         for (const PingResult& result : results) {
             if (result.received < result.sent) {
                 request.messages->push_back(result.port + ": " + WwnText(result.remoteName) + ": " +

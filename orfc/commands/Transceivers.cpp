@@ -152,6 +152,20 @@ std::string FamilyText(decoders::ModuleFamily family) {
     {{"receive_power_lane_" number "_milliwatts", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in mW"}, (PartValue<Near, OfLane<&Lane::receivePower, index>, VALUE, 4>)}, \
     {{"receive_power_lane_" number "_dbm", "", Type::DECIMAL, Place::DETAILED, "Lane " number, "Received power of lane " number " in dBm"}, (DbmValue<Near, OfLane<&Lane::receivePower, index>, VALUE>)}
 
+/// What either end's module measures, with its thresholds and verdicts.
+#define ORFC_MODULE(end, prefix, group, temperature, voltage, bias, transmit, receive) \
+    ORFC_READING(end, prefix "temperature", "celsius", group("Temperature"), temperature, Temperature, 1), \
+    ORFC_VERDICT(end, prefix "temperature", group("Temperature"), Temperature), \
+    ORFC_READING(end, prefix "voltage", "volts", group("Supply"), voltage, Voltage, 3), \
+    ORFC_VERDICT(end, prefix "voltage", group("Supply"), Voltage), \
+    ORFC_READING(end, prefix "bias", "milliamperes", group("Laser"), bias, BIAS, 3), \
+    ORFC_VERDICT(end, prefix "bias", group("Laser"), BIAS), \
+    ORFC_POWER(end, prefix "transmit_power", group("Transmitter"), transmit, TRANSMIT_POWER), \
+    ORFC_VERDICT(end, prefix "transmit_power", group("Transmitter"), TRANSMIT_POWER), \
+    ORFC_POWER(end, prefix "receive_power", group("Receiver"), receive, RECEIVE_POWER), \
+    ORFC_VERDICT(end, prefix "receive_power", group("Receiver"), RECEIVE_POWER)
+#define ORFC_OWN_GROUP(name) name
+#define ORFC_FAR_GROUP(name) "Far end"
 #define ORFC_FAR_COUNTER(name, what) \
     {{"far_" name, "", Type::INTEGER, Place::DETAILED, "Far end", what}, FarCounterValue<name>}
 
@@ -178,16 +192,7 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
     {{"base_checksum_valid", "CC_BASE", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the first fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.baseChecksum); }},
     {{"extended_checksum_valid", "CC_EXT", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the other fields is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.identity.extendedChecksum); }},
     {{"diagnostics_checksum_valid", "CC_DMI", Type::FLAG, Place::DETAILED, "Module", "Whether the checksum of the thresholds and calibration constants is right"}, [](const Port& p) { return ChecksumValue(p, p.transceiver.diagnosticsChecksum); }},
-    ORFC_READING(Near, "temperature", "celsius", "Temperature", "Temperature of the module", Temperature, 1),
-    ORFC_VERDICT(Near, "temperature", "Temperature", Temperature),
-    ORFC_READING(Near, "voltage", "volts", "Supply", "Supply voltage", Voltage, 3),
-    ORFC_VERDICT(Near, "voltage", "Supply", Voltage),
-    ORFC_READING(Near, "bias", "milliamperes", "Laser", "Laser bias current, of lane 1", BIAS, 3),
-    ORFC_VERDICT(Near, "bias", "Laser", BIAS),
-    ORFC_POWER(Near, "transmit_power", "Transmitter", "Transmitted power, of lane 1,", TRANSMIT_POWER),
-    ORFC_VERDICT(Near, "transmit_power", "Transmitter", TRANSMIT_POWER),
-    ORFC_POWER(Near, "receive_power", "Receiver", "Received power, of lane 1,", RECEIVE_POWER),
-    ORFC_VERDICT(Near, "receive_power", "Receiver", RECEIVE_POWER),
+    ORFC_MODULE(Near, "", ORFC_OWN_GROUP, "Temperature of the module", "Supply voltage", "Laser bias current, of lane 1", "Transmitted power, of lane 1,", "Received power, of lane 1,"),
     {{"receive_power_is_average", "", Type::FLAG, Place::DETAILED, "Receiver", "Whether the received power is the average; otherwise it is the optical modulation amplitude"}, [](const Port& p) { return p.transceiver.hasDiagnostics ? Value(p.transceiver.isAverageReceivePower) : Value(); }},
     ORFC_LANE("2", 1),
     ORFC_LANE("3", 2),
@@ -201,16 +206,7 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
     {{"far_speed_gbps", "FAR Gb/s", Type::INTEGER, Place::DETAILED, "Far end", "Speed of the link in Gb/s, as the far end has it"}, [](const Port& p) { return p.farEnd.speed ? Value(std::uint64_t{*p.farEnd.speed}) : Value(); }},
     {{"loss_to_far_db", "", Type::DECIMAL, Place::DETAILED, "Far end", "Loss over the fibre to the far end in dB"}, LossValue<Near, Far>},
     {{"loss_from_far_db", "", Type::DECIMAL, Place::DETAILED, "Far end", "Loss over the fibre from the far end in dB"}, LossValue<Far, Near>},
-    ORFC_READING(Far, "far_temperature", "celsius", "Far end", "Temperature of the far module", Temperature, 1),
-    ORFC_VERDICT(Far, "far_temperature", "Far end", Temperature),
-    ORFC_READING(Far, "far_voltage", "volts", "Far end", "Supply voltage of the far module", Voltage, 3),
-    ORFC_VERDICT(Far, "far_voltage", "Far end", Voltage),
-    ORFC_READING(Far, "far_bias", "milliamperes", "Far end", "Laser bias current of the far module", BIAS, 3),
-    ORFC_VERDICT(Far, "far_bias", "Far end", BIAS),
-    ORFC_POWER(Far, "far_transmit_power", "Far end", "Power that the far module transmits,", TRANSMIT_POWER),
-    ORFC_VERDICT(Far, "far_transmit_power", "Far end", TRANSMIT_POWER),
-    ORFC_POWER(Far, "far_receive_power", "Far end", "Power that the far module receives,", RECEIVE_POWER),
-    ORFC_VERDICT(Far, "far_receive_power", "Far end", RECEIVE_POWER),
+    ORFC_MODULE(Far, "far_", ORFC_FAR_GROUP, "Temperature of the far module", "Supply voltage of the far module", "Laser bias current of the far module", "Power that the far module transmits,", "Power that the far module receives,"),
     ORFC_FAR_COUNTER("link_failure_count", "Link failures that the far end counts"),
     ORFC_FAR_COUNTER("loss_of_sync_count", "Losses of synchronization that it counts"),
     ORFC_FAR_COUNTER("loss_of_signal_count", "Losses of signal that it counts"),
@@ -225,13 +221,20 @@ constexpr ColumnOf<Port> TRANSCEIVER[] = {
 
 /// A value of a module as people read it: one row with its thresholds.
 struct ReadingRow {
+    struct End {
+        Value value, dbm;
+        std::string verdict;
+    };
     const Port* port;
     std::string what;
-    Value value, lowAlarm, lowWarning, highWarning, highAlarm, dbm;
-    std::string verdict;
-    Value farValue, farDbm;
-    std::string farVerdict;
+    End near, far;
+    Value lowAlarm, lowWarning, highWarning, highAlarm; ///< of the near end
 };
+
+#define ORFC_READING_OF(end, prefix, head) \
+    {{prefix "value", head "VALUE", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.end.value; }}, \
+    {{prefix "dbm", head "dBm", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.end.dbm; }}, \
+    {{prefix "verdict", head "VERDICT", Type::VERDICT, Place::TABLE, "", ""}, [](const ReadingRow& r) { return TextValue(r.end.verdict); }}
 
 constexpr ColumnOf<ReadingRow> READING[] = {
     {{"port", "PORT", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return TextValue(r.port->identifier); }},
@@ -241,12 +244,8 @@ constexpr ColumnOf<ReadingRow> READING[] = {
     {{"serial_number", "SERIAL", Type::TEXT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return IdentityValue(*r.port, r.port->transceiver.identity.serialNumber); }},
     {{"health", "HEALTH", Type::VERDICT, Place::HEADING, "", ""}, [](const ReadingRow& r) { return TextValue(HealthOf(r.port->transceiver)); }},
     {{"reading", "READING", Type::TEXT, Place::ALWAYS, "", ""}, [](const ReadingRow& r) { return TextValue(r.what); }},
-    {{"value", "VALUE", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.value; }},
-    {{"dbm", "dBm", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.dbm; }},
-    {{"verdict", "VERDICT", Type::VERDICT, Place::TABLE, "", ""}, [](const ReadingRow& r) { return TextValue(r.verdict); }},
-    {{"far_value", "FAR VALUE", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.farValue; }},
-    {{"far_dbm", "FAR dBm", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.farDbm; }},
-    {{"far_verdict", "FAR VERDICT", Type::VERDICT, Place::TABLE, "", ""}, [](const ReadingRow& r) { return TextValue(r.farVerdict); }},
+    ORFC_READING_OF(near, "", ""),
+    ORFC_READING_OF(far, "far_", "FAR "),
     {{"low_alarm", "LOW ALARM", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.lowAlarm; }},
     {{"low_warning", "LOW WARNING", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.lowWarning; }},
     {{"high_warning", "HIGH WARNING", Type::DECIMAL, Place::TABLE, "", ""}, [](const ReadingRow& r) { return r.highWarning; }},
@@ -274,17 +273,19 @@ void AddReading(const Port& port, const std::string& what, const Monitored<Unit>
         const auto found = PartOf(value, which);
         return found ? Value(Decimal{found->value, digits}) : Value();
     };
+    const auto end = [&part](const Monitored<Unit>& value) {
+        return ReadingRow::End{part(value, VALUE), DbmOf(value), JudgedText(value)};
+    };
     if (near || far) {
-        rows.push_back({&port, what, part(near, VALUE), part(near, LOW_ALARM), part(near, LOW_WARNING),
-                        part(near, HIGH_WARNING), part(near, HIGH_ALARM), DbmOf(near), JudgedText(near),
-                        part(far, VALUE), DbmOf(far), JudgedText(far)});
+        rows.push_back({&port, what, end(near), end(far), part(near, LOW_ALARM), part(near, LOW_WARNING),
+                        part(near, HIGH_WARNING), part(near, HIGH_ALARM)});
     }
 }
 
 /// The loss over the fibre, a value without thresholds.
 void AddLoss(const Port& port, const char* what, std::optional<double> loss, std::vector<ReadingRow>& rows) {
     if (loss) {
-        rows.push_back({&port, what, Decimal{*loss, 2}, {}, {}, {}, {}, {}, {}, {}, {}, {}});
+        rows.push_back({&port, what, {Decimal{*loss, 2}, {}, {}}, {}, {}, {}, {}, {}});
     }
 }
 
@@ -308,7 +309,7 @@ std::vector<ReadingRow> ReadingsOf(const std::vector<const Port*>& ports) {
         AddLoss(*port, "loss to far end dB", LossOf(near, far), rows);
         AddLoss(*port, "loss from far end dB", LossOf(far, near), rows);
         if (rows.size() == before) {
-            rows.push_back({port, "none", {}, {}, {}, {}, {}, {}, {}, {}, {}, {}});
+            rows.push_back({port, "none", {}, {}, {}, {}, {}, {}});
         }
     }
     return rows;

@@ -17,6 +17,14 @@ using Clock = std::chrono::steady_clock;
 constexpr VX_UINT32 TO_REMOTE_PORT = 2;
 constexpr VX_UINT32 TO_FABRIC = 3;
 
+/// A signal doesn't end a sleep of the standard library.
+void SleepUntil(Clock::time_point time, const std::function<bool()>& isInterrupted) {
+    constexpr std::chrono::milliseconds PERIOD(50);
+    while (Clock::now() < time && !isInterrupted()) {
+        std::this_thread::sleep_until(std::min(time, Clock::now() + PERIOD));
+    }
+}
+
 void SendFrame(Session& session, VX_PORT_HANDLE* handle, const PingPlan::Remote& remote, PingResult& result) {
     _VEXAPI_ECHO_RESULTS echo{};
     const Clock::time_point begin = Clock::now();
@@ -41,7 +49,8 @@ void SendFrame(Session& session, VX_PORT_HANDLE* handle, const PingPlan::Remote&
 
 } // namespace
 
-std::vector<PingResult> Ping(Session& session, const PingPlan& plan, const std::function<bool()>& isInterrupted) {
+std::vector<PingResult> Ping(Session& session, const PingPlan& plan, const std::function<bool()>& isInterrupted,
+                             const std::function<void(const PingResult&)>& onFrame) {
     std::vector<PingResult> results;
     std::vector<VX_PORT_HANDLE*> handles;
     for (const PingPlan::Remote& remote : plan.remotes) {
@@ -55,10 +64,12 @@ std::vector<PingResult> Ping(Session& session, const PingPlan& plan, const std::
     for (unsigned long frame = 0; frame < plan.count && !isInterrupted(); ++frame) {
         if (frame != 0) {
             next += std::chrono::duration_cast<Clock::duration>(plan.interval);
-            std::this_thread::sleep_until(next);
+            SleepUntil(next, isInterrupted);
         }
         for (std::size_t at = 0; at < results.size() && !isInterrupted(); ++at) {
+            onFrame(results[at]);
             SendFrame(session, handles[at], plan.remotes[at], results[at]);
+            onFrame(results[at]);
         }
     }
     return results;

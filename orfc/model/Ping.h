@@ -41,7 +41,9 @@ struct PingPlan {
     std::chrono::duration<double> interval; ///< between two frames to the same
 };
 
-/// Sends a frame to each in turn until all have had their number or `isInterrupted()`.
-std::vector<PingResult> Ping(Session& session, const PingPlan& plan, const std::function<bool()>& isInterrupted);
+/// Sends a frame to each in turn until all have had their number or `isInterrupted()`. `onFrame` is called before and
+/// after each, with its remote port's result so far.
+std::vector<PingResult> Ping(Session& session, const PingPlan& plan, const std::function<bool()>& isInterrupted,
+                             const std::function<void(const PingResult&)>& onFrame);
 
 } // namespace orfc

@@ -121,6 +121,21 @@ class Progress(unittest.TestCase):
             child.close()
             self.assertEqual(child.exitstatus, 0)
 
+    PING = ["--library", "simulator", "ping", program.NAME, "--count", "2", "--interval", "1.5"]
+
+    def test_ping(self):
+        """It waits between two frames."""
+        child = spawn([program.PROGRAM, *self.PING], 80)
+        child.expect_exact("\rpinging 50:01:10:a0:00:8b:c4:11: 1 of 1 answered\x1b[K")
+        child.expect_exact("\r\x1b[K")
+        self.assertNotIn("pinging", child.read().decode())
+        child.close()
+        self.assertEqual(child.exitstatus, 0)
+
+    def test_ping_elsewhere(self):
+        run = program.run(*self.PING)
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+
     def test_nothing_of_it_elsewhere(self):
         process = subprocess.Popen([*self.words, "ports"], env=program.environment_of(more=self.environment), stdout=subprocess.PIPE,
                                    stderr=subprocess.PIPE)

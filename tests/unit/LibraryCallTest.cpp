@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -64,6 +68,62 @@ TEST_F(LibraryCallTest, OpensAgain) {
         std::printf("%d;", round);
     }
     EXPECT_EQ(capture.Stop(), "0;1;2;");
+}
+
+TEST_F(LibraryCallTest, WritesTheLogAtEachPause) {
+    const LibraryLog log;
+    Capture capture;
+    LibraryOutputRedirection redirection;
+    for (const char* topic : {"a pause", "another"}) {
+        ASSERT_TRUE(redirection.Open());
+        std::printf("%s", Chatter(topic).c_str());
+        redirection.Pause();
+        EXPECT_TRUE(log.Has(Chatter(topic)));
+        std::printf("between;");
+    }
+    redirection.Close();
+    redirection.Close(); // changes nothing
+    EXPECT_EQ(capture.Stop(), "between;between;");
+}
+
+TEST_F(LibraryCallTest, KeepsAPausedLogForAMoment) {
+    bool isKept = false;
+    for (int round = 0; round < 100 && !isKept; ++round) { // the moment may be over on a busy machine
+        LibraryOutputRedirection redirection;
+        ASSERT_TRUE(redirection.Open());
+        redirection.Pause();
+        const NoMoreFiles fault;
+        isKept = redirection.Open();
+        redirection.Close();
+    }
+    EXPECT_TRUE(isKept);
+}
+
+TEST_F(LibraryCallTest, OpensAPausedLogAgainAfterAMoment) {
+    constexpr std::chrono::milliseconds MOMENT(20);
+    const char* const path = "/var/tmp/vexapi-output.log";
+    const std::string moved = path + std::to_string(getpid());
+    LibraryOutputRedirection redirection;
+    ASSERT_TRUE(redirection.Open());
+    redirection.Pause();
+    std::filesystem::rename(path, moved);
+    std::this_thread::sleep_for(MOMENT);
+    ASSERT_TRUE(redirection.Open());
+    std::printf("%s", Chatter("a new log").c_str());
+    redirection.Pause();
+    std::ifstream created(path);
+    std::string line;
+    std::getline(created, line);
+    EXPECT_EQ(line + '\n', Chatter("a new log"));
+
+    // A link in its place isn't followed.
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink(moved, path);
+    std::this_thread::sleep_for(MOMENT);
+    EXPECT_FALSE(redirection.Open());
+    std::filesystem::rename(moved, path);
+    EXPECT_TRUE(redirection.Open());
+    redirection.Close();
 }
 
 TEST_F(LibraryCallTest, KeepsStandardOutputWhenTheLogCannotBeOpened) {

@@ -8,6 +8,9 @@ namespace {
 
 constexpr char LIBRARY_LOG[] = "/var/tmp/vexapi-output.log";
 
+/// Others may move the log, or put something in its place: it is opened anew after this time.
+constexpr std::chrono::milliseconds LOG_IS_KEPT(10);
+
 /// A failure is traced, but is not a failure of the command.
 constexpr LibraryCall REBOOT_QUESTION = {"VEXAPI_IsRebootRequired", "", "Is Reboot Required failed",
                                          RC_CFG_READ_FAILED};
@@ -15,18 +18,33 @@ constexpr LibraryCall REBOOT_QUESTION = {"VEXAPI_IsRebootRequired", "", "Is Rebo
 } // namespace
 
 bool LibraryOutputRedirection::Open() {
-    mSaved = stdout;
-    stdout = AppendToOwnFile(LIBRARY_LOG);
-    if (stdout == nullptr) {
-        stdout = mSaved;
+    const auto now = std::chrono::steady_clock::now();
+    if (mLog != nullptr && now - mOpened >= LOG_IS_KEPT) {
+        Close();
+    }
+    if (mLog == nullptr) {
+        mLog = AppendToOwnFile(LIBRARY_LOG);
+        mOpened = now;
+    }
+    if (mLog == nullptr) {
         return false;
     }
+    mSaved = stdout;
+    stdout = mLog;
     return true;
 }
 
-void LibraryOutputRedirection::Close() {
-    std::fclose(stdout);
+void LibraryOutputRedirection::Pause() {
+    fflush_unlocked(mLog);
     stdout = mSaved;
+}
+
+void LibraryOutputRedirection::Close() {
+    if (mLog != nullptr) {
+        stdout = mSaved;
+        std::fclose(mLog);
+        mLog = nullptr;
+    }
 }
 
 ResultCode RefuseLibraryCalls(const char* purpose) {

@@ -5,6 +5,7 @@
 #include "ResultCodes.h"
 #include "TracedFunction.h"
 
+#include <chrono>
 #include <cstdio>
 #include <span>
 
@@ -18,8 +19,14 @@ public:
     bool Open();
     void Close();
 
+    /// Restores standard output like `Close`, but keeps the log for an `Open` within a moment: for runs of many calls,
+    /// which `Close` ends.
+    void Pause();
+
 private:
     FILE* mSaved = nullptr;
+    FILE* mLog = nullptr;
+    std::chrono::steady_clock::time_point mOpened;
 };
 
 /// Traces that the redirection can't be opened, followed by `purpose`, and returns `RC_FILE_ERROR`.
@@ -38,14 +45,20 @@ ResultCode ResultOfStatus(std::span<const StatusResult> table, VX_UINT32 status,
 
 /// Makes library calls inside the redirection, without evaluating their results. Returns `RC_FILE_ERROR`, making no
 /// call, if the redirection can't be opened.
-template <typename Calls> ResultCode MakeLibraryCalls(Calls calls, const char* purpose = "") {
-    LibraryOutputRedirection redirection;
+template <typename Calls>
+ResultCode MakeLibraryCalls(LibraryOutputRedirection& redirection, Calls calls, const char* purpose) {
     if (!redirection.Open()) {
         return RefuseLibraryCalls(purpose);
     }
     calls();
-    redirection.Close();
+    redirection.Pause();
     return RC_SUCCESS;
+}
+template <typename Calls> ResultCode MakeLibraryCalls(Calls calls, const char* purpose = "") {
+    LibraryOutputRedirection redirection;
+    const ResultCode code = MakeLibraryCalls(redirection, calls, purpose);
+    redirection.Close();
+    return code;
 }
 
 /// A library call whose failure ends the command.
@@ -61,11 +74,20 @@ struct LibraryCall {
 ResultCode ResultOf(const LibraryCall& what, VX_UINT32 status);
 
 /// Makes one library call, or a small group of them, inside the redirection; `call()` returns a status. Returns the
-/// status's result code, or `RC_FILE_ERROR`, making no call, if the redirection can't be opened.
-template <typename Call> ResultCode CallLibrary(const LibraryCall& what, Call call) {
+/// status's result code, or `RC_FILE_ERROR`, making no call, if the redirection can't be opened. A run of many calls
+/// has a redirection of its own, and closes it.
+template <typename Call>
+ResultCode CallLibrary(LibraryOutputRedirection& redirection, const LibraryCall& what, Call call) {
     VX_UINT32 status = 0;
-    const ResultCode code = MakeLibraryCalls([&] { status = call(); }, what.purpose);
+    const ResultCode code = MakeLibraryCalls(
+        redirection, [&] { status = call(); }, what.purpose);
     return code == RC_SUCCESS ? ResultOf(what, status) : code;
+}
+template <typename Call> ResultCode CallLibrary(const LibraryCall& what, Call call) {
+    LibraryOutputRedirection redirection;
+    const ResultCode code = CallLibrary(redirection, what, call);
+    redirection.Close();
+    return code;
 }
 
 /// Whether the change just made needs a reboot; true if the library can't answer. The caller decides whether to

@@ -3,47 +3,48 @@
 #include "ResultCodes.h"
 #include "XmlText.h"
 
+#include <charconv>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
 constexpr char ASTERISKS[] = "****************************************************\n";
 
-/// A number in XML and in text, formatted by `Serializer::eIntType`.
-struct NumberTexts {
-    char xml[24];
-    char text[24];
-};
-
-NumberTexts FormatNumber(unsigned long long value, Serializer::eIntType type) {
-    NumberTexts number{};
-    const auto both = [&number](const char* format, auto typed) {
-        std::snprintf(number.xml, sizeof number.xml, format, typed);
-        std::memcpy(number.text, number.xml, sizeof number.text);
-    };
-    switch (type) {
-    case Serializer::INT_S32:
-        both("%d", static_cast<int>(value));
-        break;
-    case Serializer::INT_U32:
-        both("%u", static_cast<unsigned>(value));
-        break;
-    case Serializer::INT_S64:
-        both("%lld", static_cast<long long>(value));
-        break;
-    case Serializer::INT_U64:
-        both("%llu", value);
-        break;
-    case Serializer::INT_HEX: // hexadecimal in text only
-        std::snprintf(number.xml, sizeof number.xml, "%d", static_cast<int>(value));
-        std::snprintf(number.text, sizeof number.text, "%x", static_cast<unsigned>(value));
-        break;
+/// A number formatted by `Serializer::eIntType`.
+class NumberCharacters {
+public:
+    NumberCharacters(Serializer::eOutputFormat format, unsigned long long value, Serializer::eIntType type) {
+        switch (type) {
+        case Serializer::INT_S32:
+            Set(static_cast<int>(value));
+            break;
+        case Serializer::INT_U32:
+            Set(static_cast<unsigned>(value));
+            break;
+        case Serializer::INT_S64:
+            Set(static_cast<long long>(value));
+            break;
+        case Serializer::INT_U64:
+            Set(value);
+            break;
+        case Serializer::INT_HEX: // hexadecimal in text only
+            format == Serializer::FORMAT_XML ? Set(static_cast<int>(value)) : Set(static_cast<unsigned>(value), 16);
+            break;
+        }
     }
-    return number;
-}
+    const char* Get() const { return mCharacters; }
+
+private:
+    template <typename Number> void Set(Number value, int base = 10) {
+        std::to_chars(mCharacters, std::end(mCharacters), value, base);
+    }
+
+    char mCharacters[24] = {};
+};
 
 /// Whether documents must be XML whatever the texts are.
 bool IsXmlStrict() {
@@ -57,40 +58,75 @@ const char* Word(bool value) {
 
 } // namespace
 
-VX_UINT32 Serializer::Put(const char* xml, const char* text) const {
-    if (!IsFormat()) {
-        return RC_INVALID_FORMAT;
-    }
-    if (const char* output = mFormat == FORMAT_XML ? xml : text) {
-        std::fputs(output, stdout);
-    }
-    return RC_SUCCESS;
-}
+/// What one operation writes: its pieces reach standard output together, since a call for each would take longer than
+/// all else.
+class Serializer::Pieces {
+public:
+    explicit Pieces(const Serializer& out) : mFormat(out.mFormat), mIsStrict(out.mIsStrict) {}
+    Pieces(const Pieces&) = delete;
+    Pieces& operator=(const Pieces&) = delete;
+    ~Pieces() { Flush(); }
 
-VX_UINT32 Serializer::PutText(const char* text) const {
-    if (!mIsStrict || text == nullptr) {
-        return Put(text, text);
+    /// Writes `xml` or `text`, depending on the format; null writes nothing.
+    Pieces& Put(const char* xml, const char* text) {
+        if (const char* output = mFormat == FORMAT_XML ? xml : mFormat == FORMAT_TEXT ? text : nullptr) {
+            Write(output);
+        }
+        return *this;
     }
-    TavuString escaped;
-    AppendXmlText(escaped, text);
-    return Put(escaped.c_str(), nullptr);
-}
+    /// Writes a value or name, escaped if necessary; null writes nothing.
+    Pieces& PutText(const char* text) {
+        if (!mIsStrict || text == nullptr) {
+            return Put(text, text);
+        }
+        TavuString escaped;
+        AppendXmlText(escaped, text);
+        return Put(escaped.c_str(), nullptr);
+    }
+    /// Writes the opening, name and closing for the format.
+    Pieces& PutNamed(const char* xmlOpen, const char* xmlClose, const char* name, const char* textClose) {
+        return Put(xmlOpen, nullptr).PutText(name).Put(xmlClose, textClose);
+    }
+    Pieces& PutFieldName(const char* name) { return PutNamed("<field name=\"", "\">\n", name, ": "); }
 
-VX_UINT32 Serializer::PutNamed(const char* xmlOpen, const char* xmlClose, const char* name,
-                               const char* textClose) const {
-    Put(xmlOpen, nullptr);
-    PutText(name);
-    return Put(xmlClose, textClose);
-}
+    VX_UINT32 Result() const {
+        return mFormat == FORMAT_XML || mFormat == FORMAT_TEXT ? RC_SUCCESS : RC_INVALID_FORMAT;
+    }
+
+private:
+    void Write(const char* text) {
+        const std::size_t length = std::strlen(text);
+        if (length > sizeof mPending - mSize) {
+            Flush();
+        }
+        if (length > sizeof mPending) {
+            fwrite_unlocked(text, 1, length, stdout);
+            return;
+        }
+        std::memcpy(mPending + mSize, text, length);
+        mSize += length;
+    }
+    void Flush() {
+        if (mSize != 0) {
+            fwrite_unlocked(mPending, 1, mSize, stdout);
+        }
+        mSize = 0;
+    }
+
+    const eOutputFormat mFormat;
+    const bool mIsStrict;
+    std::size_t mSize = 0;
+    char mPending[512];
+};
 
 VX_UINT32 Serializer::begin_output(eOutputFormat format) {
     mFormat = format;
     mIsStrict = format == FORMAT_XML && IsXmlStrict();
-    return Put("<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n", ASTERISKS);
+    return Pieces(*this).Put("<?xml version=\"1.0\"?><output xmlns:esxcli=\"orfc\">\n", ASTERISKS).Result();
 }
 
 VX_UINT32 Serializer::end_output() {
-    const VX_UINT32 result = Put("</output>\n", ASTERISKS);
+    const VX_UINT32 result = Pieces(*this).Put("</output>\n", ASTERISKS).Result();
     mFormat = FORMAT_NONE;
     return result;
 }
@@ -98,102 +134,88 @@ VX_UINT32 Serializer::end_output() {
 VX_UINT32 Serializer::begin_list_output(eListType type) {
     switch (type) {
     case LIST_STRING:
-        return Put("<list type=\"string\">\n", nullptr);
+        return Pieces(*this).Put("<list type=\"string\">\n", nullptr).Result();
     case LIST_INT:
-        return Put("<list type=\"int\">\n", nullptr);
+        return Pieces(*this).Put("<list type=\"int\">\n", nullptr).Result();
     case LIST_BOOL:
-        return Put("<list type=\"bool\">\n", nullptr);
+        return Pieces(*this).Put("<list type=\"bool\">\n", nullptr).Result();
     case LIST_STRUCTURE:
-        return Put("<list type=\"structure\">\n", nullptr);
+        return Pieces(*this).Put("<list type=\"structure\">\n", nullptr).Result();
     }
     return RC_INVALID_FORMAT;
 }
 
 VX_UINT32 Serializer::end_list_output() {
-    return Put("</list>\n", nullptr);
+    return Pieces(*this).Put("</list>\n", nullptr).Result();
 }
 
 template <typename Values, typename TextOfValue>
-VX_UINT32 Serializer::PutList(const char* xmlType, const Values& values, TextOfValue textOfValue) const {
-    if (!IsFormat()) {
-        return RC_INVALID_FORMAT;
-    }
+VX_UINT32 Serializer::PutList(const char* xmlOpen, const char* xmlClose, const Values& values,
+                              TextOfValue textOfValue) const {
+    Pieces pieces(*this);
     for (const auto& value : values) {
-        const TavuString text = textOfValue(value);
-        if (mFormat == FORMAT_XML) {
-            std::printf("<%s>", xmlType);
-            PutText(text.c_str());
-            std::printf("</%s>", xmlType);
-        } else {
-            std::printf("%s,", text.c_str()); // the last value has a comma too
-        }
+        // In text, the last value has a comma too.
+        pieces.Put(xmlOpen, nullptr).PutText(TavuString(textOfValue(value)).c_str()).Put(xmlClose, ",");
     }
-    return Put(nullptr, "\n");
+    return pieces.Put(nullptr, "\n").Result();
 }
 
 VX_UINT32 Serializer::output_list(const std::vector<TavuString>& values) {
-    return PutList("string", values, [](const TavuString& value) { return value; });
+    return PutList("<string>", "</string>", values, [](const TavuString& value) { return value; });
 }
 
 VX_UINT32 Serializer::output_list(const std::vector<int>& values) {
-    return PutList("int", values, [](int value) {
-        return TavuString(FormatNumber(static_cast<unsigned long long>(value), INT_S32).text);
-    });
+    return PutList("<int>", "</int>", values,
+                   [this](int value) { return NumberText(mFormat, static_cast<unsigned long long>(value), INT_S32); });
 }
 
 VX_UINT32 Serializer::output_list(const std::vector<bool>& values) {
-    return PutList("bool", values, [](bool value) { return TavuString(Word(value)); });
+    return PutList("<bool>", "</bool>", values, Word);
 }
 
 VX_UINT32 Serializer::begin_struct_output(const char* name) {
-    return PutNamed("<structure typeName=\"", "\">\n", name, ":\n");
+    return Pieces(*this).PutNamed("<structure typeName=\"", "\">\n", name, ":\n").Result();
 }
 
 VX_UINT32 Serializer::end_struct_output() {
-    return Put("</structure>\n", nullptr);
+    return Pieces(*this).Put("</structure>\n", nullptr).Result();
 }
 
 VX_UINT32 Serializer::begin_field_output(const char* name) {
-    return PutNamed("<field name=\"", "\">\n", name, ": ");
+    return Pieces(*this).PutFieldName(name).Result();
 }
 
 VX_UINT32 Serializer::end_field_output() {
-    return Put("</field>\n", nullptr);
+    return Pieces(*this).Put("</field>\n", nullptr).Result();
+}
+
+VX_UINT32 Serializer::PutField(const char* name, const char* xmlOpen, const char* value, const char* xmlClose) const {
+    return Pieces(*this).PutFieldName(name).Put(xmlOpen, nullptr).PutText(value).Put(xmlClose, "\n").Result();
 }
 
 VX_UINT32 Serializer::output_field(const char* name, const char* value) {
-    begin_field_output(name);
-    Put("<string>", nullptr);
-    PutText(value);
-    return Put("</string></field>\n", "\n");
+    return PutField(name, "<string>", value, "</string></field>\n");
 }
 
 VX_UINT32 Serializer::output_field(const char* name, unsigned long long value, eIntType type) {
-    begin_field_output(name);
     if (type > INT_HEX) {
-        return end_field_output();
+        return Pieces(*this).PutFieldName(name).Put("</field>\n", nullptr).Result();
     }
-    const NumberTexts number = FormatNumber(value, type);
-    Put("<int>", nullptr);
-    Put(number.xml, number.text);
-    return Put("</int></field>\n", "\n");
+    return PutField(name, "<int>", NumberCharacters(mFormat, value, type).Get(), "</int></field>\n");
 }
 
 TavuString Serializer::NumberText(eOutputFormat format, unsigned long long value, eIntType type) {
-    const NumberTexts number = FormatNumber(value, type);
-    return format == FORMAT_XML ? number.xml : number.text;
+    return NumberCharacters(format, value, type).Get();
 }
 
 VX_UINT32 Serializer::output_field(const char* name, bool value) {
-    begin_field_output(name);
-    Put("<bool>", nullptr);
-    Put(Word(value), Word(value));
-    return Put("</bool></field>\n", "\n");
+    return PutField(name, "<bool>", Word(value), "</bool></field>\n");
 }
 
 VX_UINT32 Serializer::output_string(unsigned length, const char* format, ...) {
-    if (!IsFormat()) {
-        return RC_INVALID_FORMAT;
+    Pieces pieces(*this);
+    if (pieces.Result() != RC_SUCCESS) {
+        return pieces.Result();
     }
     const std::size_t size = std::size_t{length} + 1;
     auto* const text = static_cast<char*>(std::calloc(size, 1));
@@ -204,10 +226,9 @@ VX_UINT32 Serializer::output_string(unsigned length, const char* format, ...) {
     va_start(arguments, format);
     std::vsnprintf(text, size, format, arguments);
     va_end(arguments);
-    Put("<string>", nullptr);
-    PutText(text);
+    pieces.Put("<string>", nullptr).PutText(text).Put("</string>", nullptr);
     std::free(text);
-    return Put("</string>", nullptr);
+    return pieces.Result();
 }
 
 VX_UINT32 Serializer::output_text(const char* text) {

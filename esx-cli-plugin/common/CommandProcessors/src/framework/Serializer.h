@@ -51,15 +51,11 @@ public:
     VX_UINT32 output_text(const char* text);
 
 private:
-    bool IsFormat() const { return mFormat == FORMAT_XML || mFormat == FORMAT_TEXT; }
-    /// Writes `xml` or `text`, depending on the current format; null writes nothing.
-    VX_UINT32 Put(const char* xml, const char* text) const;
-    /// Writes a value or name, escaped if necessary; null writes nothing.
-    VX_UINT32 PutText(const char* text) const;
-    /// Writes the opening, name and closing for the current format.
-    VX_UINT32 PutNamed(const char* xmlOpen, const char* xmlClose, const char* name, const char* textClose) const;
+    class Pieces;
+
+    VX_UINT32 PutField(const char* name, const char* xmlOpen, const char* value, const char* xmlClose) const;
     template <typename Values, typename TextOfValue>
-    VX_UINT32 PutList(const char* xmlType, const Values& values, TextOfValue textOfValue) const;
+    VX_UINT32 PutList(const char* xmlOpen, const char* xmlClose, const Values& values, TextOfValue textOfValue) const;
 
     eOutputFormat mFormat = FORMAT_NONE;
     bool mIsStrict = false; ///< texts of the document are escaped

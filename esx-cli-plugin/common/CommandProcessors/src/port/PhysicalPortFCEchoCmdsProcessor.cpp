@@ -2,6 +2,7 @@
 
 #include "BoundedText.h"
 #include "HostTree.h"
+#include "InterruptHold.h"
 
 namespace {
 
@@ -27,6 +28,14 @@ VX_UINT32 DestinationType(const PingRequest& request) {
         return DESTINATION_FABRIC;
     }
     return IsPingTarget(request) ? DESTINATION_TARGET : DESTINATION_NONE;
+}
+
+/// "%6.2f (ms)" of whole milliseconds.
+TavuString TimeText(VX_UINT32 milliseconds) {
+    TavuString text = Serializer::NumberText(Serializer::FORMAT_TEXT, milliseconds, Serializer::INT_U32);
+    text.insert(0, text.size() < 3 ? 3 - text.size() : 0, ' ');
+    text += ".00 (ms)";
+    return text;
 }
 
 constexpr DocumentField FIELDS[] = {
@@ -57,16 +66,18 @@ constinit const FamilyDescription PhysicalPortFCEchoCmdsProcessor::FAMILY = {
     .resultTexts = PING_RESULT_TEXTS,
 };
 
-/// Rows are written on failure too.
+/// Rows are written on failure too, and when an interrupt ends the run.
 ResultCode PhysicalPortFCEchoCmdsProcessor::CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                          eOutputFormat format) {
+    const InterruptHold interrupt;
     Echo echo;
-    const ResultCode code = Run(args, echo);
+    const ResultCode code = Run(args, echo, interrupt);
     DisplayFCEchoResult(self, echo, code, format);
     return code;
 }
 
-ResultCode PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Echo& echo) {
+ResultCode PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Echo& echo,
+                                                const InterruptHold& interrupt) {
     ResultCode code = AdmitPingPort(args, echo.request);
     if (code == RC_SUCCESS) {
         code = ReadPingWords(args, 1, echo.request);
@@ -75,30 +86,34 @@ ResultCode PhysicalPortFCEchoCmdsProcessor::Run(const TavuStringArray& args, Ech
         return code;
     }
     const VX_UINT32 destinationType = DestinationType(echo.request);
-    return destinationType != DESTINATION_NONE ? SendFrames(echo, destinationType) : RC_TARGET_NOT_FOUND;
+    return destinationType != DESTINATION_NONE ? SendFrames(echo, destinationType, interrupt) : RC_TARGET_NOT_FOUND;
 }
 
-/// Returns the result of the last frame, not of the worst: a failure followed by a success is lost.
-ResultCode PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 destinationType) {
+/// Returns the result of the last frame, not of the worst: a failure followed by a success is lost. The
+/// frame that an interrupt arrives in is the last.
+ResultCode PhysicalPortFCEchoCmdsProcessor::SendFrames(Echo& echo, VX_UINT32 destinationType,
+                                                       const InterruptHold& interrupt) {
     constexpr VX_UINT32 ONE_FRAME = 1;
     const PingRequest& request = echo.request;
+    LibraryOutputRedirection redirection;
     ResultCode code = RC_SUCCESS;
     for (VX_UINT32 frame = 0; frame < request.count; ++frame) {
         _VEXAPI_ECHO_RESULTS result{};
-        code = CallLibrary(ECHO, [&] {
+        code = CallLibrary(redirection, ECHO, [&] {
             const VX_UINT32 status =
                 VEXAPI_DiagnosticsEchoElsTest(&request.entry.protocol->PortHandle, request.name, ONE_FRAME,
                                               request.stopOnError, destinationType, &result);
             return status != 0 ? status : result.EchoFailed;
         });
-        if (code == RC_FILE_ERROR) {
-            return code;
+        if (code != RC_FILE_ERROR) {
+            echo.frames.push_back(result);
         }
-        echo.frames.push_back(result);
-        if (code != RC_SUCCESS && request.stopOnError != 0) {
-            return code;
+        const bool isStopped = code != RC_SUCCESS && request.stopOnError != 0;
+        if (code == RC_FILE_ERROR || isStopped || interrupt.HasCome()) {
+            break;
         }
     }
+    redirection.Close();
     return code;
 }
 
@@ -110,14 +125,12 @@ void PhysicalPortFCEchoCmdsProcessor::DisplayFCEchoResult(MultipleCmdsProcessor*
         VX_UINT32 sequence = 0;
         for (const _VEXAPI_ECHO_RESULTS& frame : echo.frames) {
             document.Structure(OUT_NAMES.list, [&] {
-                TavuString time;
-                time.Format("%6.2f (ms)", static_cast<double>(frame.ResponseTime));
                 document.Field(OUT_DESTINATION_WWN, echo.request.name);
                 document.Field(OUT_PING_SEQUENCE_NUMBER, ++sequence, INT_U32);
                 document.Field(OUT_FRAME_SENT, frame.FrameSent, INT_U32);
                 document.Field(OUT_FRAME_RECEIVED, frame.FrameReceived, INT_U32);
                 document.Field(OUT_RESPONSE_LENGTH, frame.ResponseLength, INT_U32);
-                document.Field(OUT_RESPONSE_TIME, time);
+                document.Field(OUT_RESPONSE_TIME, TimeText(frame.ResponseTime));
                 document.Field(OUT_ECHO_STATUS, TavuString(BoundedText(frame.EchoStatus)));
             });
         }

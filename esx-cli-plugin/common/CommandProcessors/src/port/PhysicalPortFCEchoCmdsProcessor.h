@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Family.h"
+#include "InterruptHold.h"
 #include "PingDiagnostics.h"
 
 #include <vector>
@@ -18,8 +19,8 @@ private:
     };
 
     static ResultCode CmdRunCommon(MultipleCmdsProcessor* self, TavuStringArray& args, eOutputFormat format);
-    static ResultCode Run(const TavuStringArray& args, Echo& echo);
-    static ResultCode SendFrames(Echo& echo, VX_UINT32 destinationType);
+    static ResultCode Run(const TavuStringArray& args, Echo& echo, const InterruptHold& interrupt);
+    static ResultCode SendFrames(Echo& echo, VX_UINT32 destinationType, const InterruptHold& interrupt);
     static void DisplayFCEchoResult(MultipleCmdsProcessor* self, const Echo& echo, ResultCode code,
                                     eOutputFormat format);
 };
