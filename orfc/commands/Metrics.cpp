@@ -77,9 +77,8 @@ void AddPorts(const Host& host, Exposition& exposition) {
         exposition.Add("orfc_port_info", Type::GAUGE, "A port, by its labels.", info, 1);
         exposition.Add("orfc_port_up", Type::GAUGE, "Whether the link of the port is online.", labels,
                        port.state.empty() ? std::nullopt : Value(port.IsOnline()));
-        exposition.Add("orfc_port_speed_bytes_per_second", Type::GAUGE,
-                       "Nominal speed of the link, 2e9 for 16 Gb/s.", labels,
-                       port.speed ? Value(*port.speed * GIGABIT) : std::nullopt);
+        exposition.Add("orfc_port_speed_bytes_per_second", Type::GAUGE, "Nominal speed of the link, 2e9 for 16 Gb/s.",
+                       labels, port.speed ? Value(*port.speed * GIGABIT) : std::nullopt);
         for (const auto& [name, value] : port.counters) {
             AddCounter("orfc_port_", name, value, labels, exposition);
         }
