@@ -109,9 +109,7 @@ unsigned FileOps::UpdateKeyValueInFile(const TavuString& path, const TavuString&
     if (!CreateOwnFile(temporary.c_str(), WithSetting(content, key, setting))) {
         return Fail("temp file open failed");
     }
-    if (std::remove(path.c_str()) != 0) {
-        return Fail("remove file failed");
-    }
+    // One step: whenever it is interrupted, the settings have their name.
     if (std::rename(temporary.c_str(), path.c_str()) != 0) {
         return Fail("rename file failed");
     }
@@ -121,7 +119,11 @@ unsigned FileOps::UpdateKeyValueInFile(const TavuString& path, const TavuString&
 int FileOps::IsFilePresent(const TavuString& path) {
     TavuDebug::Print(TRACE_INFORMATION, "FileOps::IsFilePresent: Entered for file=%s", path.c_str());
     struct stat information {};
-    if (lstat(path.c_str(), &information) != 0 || !S_ISREG(information.st_mode)) {
+    if (lstat(path.c_str(), &information) != 0 && errno != ENOENT) {
+        TavuDebug::Print(TRACE_DEBUG, "FileOps::IsFilePresent: %s can't be examined", path.c_str());
+        return -1;
+    }
+    if (!S_ISREG(information.st_mode)) {
         TavuDebug::Print(TRACE_DEBUG, "FileOps::IsFilePresent: File not present");
         return 0;
     }

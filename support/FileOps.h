@@ -26,11 +26,12 @@ public:
                             char delimiter);
 
     /// Replaces every line that contains the key, or appends a line; creates a missing file. Lines of more than 511
-    /// bytes are processed in pieces. Returns 0 or `FILE_ERROR`. The new content is written to "PATH_tmp", and
-    /// replaces the old file only when complete.
+    /// bytes are processed in pieces. Returns 0 or `FILE_ERROR`. The new content is written to "PATH_tmp", which
+    /// is renamed to "PATH" when complete, and stays if that fails.
     static unsigned UpdateKeyValueInFile(const TavuString& path, const TavuString& key, const TavuString& value);
 
-    /// Returns 1 for a regular file of this name, else 0; symbolic links are not followed.
+    /// Returns 1 for a regular file of this name, else 0, or -1 if the name can't be examined; symbolic links are not
+    /// followed.
     static int IsFilePresent(const TavuString& path);
 
     /// Returns 0 or `FILE_ERROR`.

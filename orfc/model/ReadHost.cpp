@@ -1,5 +1,6 @@
 #include "ReadHost.h"
 
+#include "LinkedList.h"
 #include "ReadTransceiver.h"
 #include "VitalProductData.h"
 
@@ -85,42 +86,12 @@ std::optional<unsigned> KnownNumber(VX_UINT32 number) {
     return number != VEXAPI_EXT_UNKNOWN ? std::optional<unsigned>(number) : std::nullopt;
 }
 
-/// The number of entries of a list that runs in a ring, each counted once; none for a list that ends. Brent's
-/// algorithm.
-template <typename Entry> std::optional<std::size_t> RingSize(const Entry* head) {
-    const Entry* mark = head;
-    const Entry* entry = head != nullptr ? head->pNext : nullptr;
-    std::size_t length = 1; // from the mark to the entry
-    for (std::size_t limit = 1; entry != nullptr && entry != mark; entry = entry->pNext, ++length) {
-        if (length == limit) {
-            mark = entry;
-            limit *= 2;
-            length = 0;
-        }
-    }
-    if (entry == nullptr) {
-        return std::nullopt;
-    }
-    // Two pointers that are a ring's length apart meet where it begins.
-    const Entry* ahead = head;
-    for (std::size_t step = 0; step < length; ++step) {
-        ahead = ahead->pNext;
-    }
-    std::size_t before = 0;
-    for (entry = head; entry != ahead; entry = entry->pNext, ahead = ahead->pNext) {
-        ++before;
-    }
-    return before + length;
-}
-
 /// Visits each entry of a list once. Returns false for a list without an end.
 template <typename Entry, typename Visit> bool Walk(Entry* head, Visit visit) {
-    const std::optional<std::size_t> ring = RingSize(head);
-    std::size_t left = ring.value_or(0);
-    for (Entry* entry = head; entry != nullptr && (!ring || left-- != 0); entry = entry->pNext) {
-        visit(*entry);
-    }
-    return !ring;
+    return WalkList(head, [&](Entry& entry) {
+               visit(entry);
+               return true;
+           }) == WalkEnd::LIST;
 }
 
 /// The counters of a port's record, where the operating system's aren't to be had.

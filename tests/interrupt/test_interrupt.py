@@ -318,15 +318,14 @@ class Merge(Case):
 
         def check(line, how, shown):
             self.check_set_file(line, how, shown)
-            # If the old file is gone, the temporary one is complete.
-            survivor = self.file if self.file.exists() else self.temporary
-            self.assertIn(settings(survivor), steps)
+            self.assertIn(settings(self.file), steps)
             if shown.get("Message") == "Success":
                 self.assertEqual(settings(self.file), steps[-1])
                 self.assertFalse(self.temporary.exists())
-            if self.file.exists():
-                # The command can be repeated.
-                self.assertEqual(self.stage(after).decode(), text(steps[-1]))
+            if how == FAIL and line.startswith("rename"):
+                self.assertIn(settings(self.temporary), steps)
+            # The command can be repeated.
+            self.assertEqual(self.stage(after).decode(), text(steps[-1]))
 
         self.interrupt(self.original, staged, check, "setFile", *after.options)
 

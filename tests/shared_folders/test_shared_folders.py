@@ -531,8 +531,8 @@ class Traced(Case):
 
     OPENS = ("open", "openat", "openat2")
     READS = ("read", "readv", "pread64", "preadv")
-    OTHERS = ("stat", "lstat", "newfstatat", "fstatat64", "statx", "rename", "renameat", "renameat2", "unlink",
-              "unlinkat")
+    STATS = ("stat", "lstat", "newfstatat", "fstatat64", "statx")
+    OTHERS = (*STATS, "rename", "renameat", "renameat2", "unlink", "unlinkat")
 
     @staticmethod
     def tracer(path, names, log, *more):
@@ -564,7 +564,10 @@ class Traced(Case):
 
 
 class Unreadable(Traced):
-    """A cache file that exists but can't be opened or read completely."""
+    """A cache file that exists but can't be examined, opened or read completely."""
+
+    ERRORS = {**dict.fromkeys(Traced.OPENS, ("EACCES", "EMFILE")), **dict.fromkeys(Traced.READS, ("EIO",)),
+              **dict.fromkeys(Traced.STATS, ("EACCES", "EIO"))}
 
     def test_set_opens_it_once(self):
         for group in GROUPS:
@@ -573,11 +576,11 @@ class Unreadable(Traced):
                 self.assertEqual(len(self.calls_for(self.OPENS, group, "set")), 1)
 
     def fail_each(self, group, leaf, *options):
-        """Makes each open and each read of a run fail in turn."""
+        """Makes each examination, each open and each read of a run fail in turn."""
         self.forget()
         staged = self.stage(group)
-        for name, number, line in self.calls_for(self.OPENS + self.READS, group, leaf, *options):
-            for error in ("EACCES", "EMFILE") if name in self.OPENS else ("EIO",):
+        for name, number, line in self.calls_for(self.ERRORS, group, leaf, *options):
+            for error in self.ERRORS[name]:
                 with self.row(group=group.name, line=line, error=error):
                     group.file().write_bytes(staged)
                     before = self.scene()

@@ -1,9 +1,11 @@
 #include "HostTree.h"
 #include "FakeLibrary.h"
+#include "TraceLog.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <numeric>
 
 namespace {
 
@@ -185,6 +187,86 @@ TEST(ParsePortIdentifierTest, RefusesEveryOtherLength) {
     EXPECT_EQ(Parsed("FC_1:00:0a:bb:ff:11:22:33"), "");
     EXPECT_EQ(Parsed("FC_021:00:0a:bb:ff:11:22:33"), "");
     EXPECT_EQ(Parsed("21:00:0a:bb:ff:11:22:33"), "");
+}
+
+// ---- Lists of the library
+
+struct Numbered {
+    int number;
+    Numbered* pNext;
+};
+
+/// `count` numbered entries; the last one leads to the entry `next`, or nowhere if there is none.
+std::vector<Numbered> Chain(std::size_t count, std::size_t next) {
+    std::vector<Numbered> entries(count);
+    for (std::size_t at = 0; at < count; ++at) {
+        const std::size_t successor = at + 1 < count ? at + 1 : next;
+        entries[at] = {static_cast<int>(at), successor < count ? &entries[successor] : nullptr};
+    }
+    return entries;
+}
+
+/// Numbers from 0 on.
+Numbers FirstNumbers(std::size_t count) {
+    Numbers numbers(count);
+    std::iota(numbers.begin(), numbers.end(), 0);
+    return numbers;
+}
+
+TEST(ForEachEntryTest, VisitsEachEntryOnceAndTracesARing) {
+    const TraceLog log("4");
+    std::size_t rings = 0;
+    // Lists of these lengths without an end, and with the last entry leading to each of them.
+    for (const std::size_t count : {0, 1, 2, 3, 4, 7, 30}) {
+        for (std::size_t next = 0; next <= count; ++next) {
+            std::vector<Numbered> list = Chain(count, next);
+            Numbers visited;
+            EXPECT_TRUE(ForEachEntry(list.empty() ? nullptr : list.data(), [&](const Numbered& entry) {
+                visited.push_back(entry.number);
+                return visited.size() <= count;
+            }));
+            ASSERT_EQ(visited, FirstNumbers(count)) << count << " " << next;
+            rings += next < count ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(TraceLog::Lines(), std::vector<std::string>(rings, "DEBUG: ::: The library's list has no end"));
+}
+
+TEST(ForEachEntryTest, LongRings) {
+    for (const std::size_t count : {4095, 4096, 4097, 8193, 20000}) {
+        for (const std::size_t next : {std::size_t{0}, std::size_t{1}, count / 2, count - 2, count - 1, count}) {
+            std::vector<Numbered> list = Chain(count, next);
+            std::size_t visited = 0;
+            EXPECT_TRUE(ForEachEntry(list.data(), [&](const Numbered& entry) {
+                EXPECT_EQ(entry.number, static_cast<int>(visited));
+                return ++visited <= count;
+            }));
+            ASSERT_EQ(visited, count) << next;
+        }
+    }
+}
+
+TEST(ForEachEntryTest, EndsWithTheVisitor) {
+    const TraceLog log("4");
+    for (const std::size_t next : {0, 7, 10}) {
+        std::vector<Numbered> list = Chain(10, next);
+        for (int last = 0; last < 10; ++last) {
+            int visited = 0;
+            EXPECT_FALSE(ForEachEntry(list.data(), [&](const Numbered& entry) {
+                ++visited;
+                return entry.number != last;
+            }));
+            EXPECT_EQ(visited, last + 1);
+        }
+    }
+    EXPECT_EQ(TraceLog::Lines(), std::vector<std::string>{});
+}
+
+TEST_F(ForEachFcPortTest, RingsOfEveryKindEnd) {
+    adapters[1]->pNext = adapters[0];
+    ports[1]->pNext = ports[0];
+    second->pNext = second;
+    EXPECT_EQ(Visited(*host.List()), (Numbers{1, 2, 3, 4, 5}));
 }
 
 } // namespace

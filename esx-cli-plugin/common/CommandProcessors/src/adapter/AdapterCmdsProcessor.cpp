@@ -74,15 +74,15 @@ constinit const FamilyDescription AdapterCmdsProcessor::FAMILY = {
 ResultCode AdapterCmdsProcessor::CmdListCommon(MultipleCmdsProcessor* self, TavuStringArray& args,
                                                eOutputFormat format) {
     return ListHost(self, args, format, [](Document& document, const VX_ADAPTER_LIST& host) {
-        for (const _vexapi_adapter_t* adapter = BeginWalk("Adapter", &host); adapter != nullptr;
-             adapter = adapter->pNext) {
+        ForEachEntry(BeginWalk("Adapter", &host), [&](const _vexapi_adapter_t& adapter) {
             document.Structure(OUT_STRUCT_NAME, [&] {
                 TavuString identifier;
-                identifier.Format("Adapter_%.*s_%.*s", int{sizeof adapter->Model}, adapter->Model,
-                                  int{sizeof adapter->SerialNumber}, adapter->SerialNumber);
+                identifier.Format("Adapter_%.*s_%.*s", int{sizeof adapter.Model}, adapter.Model,
+                                  int{sizeof adapter.SerialNumber}, adapter.SerialNumber);
                 document.Field(OUT_ADAPTERS, identifier);
             });
-        }
+            return true;
+        });
     });
 }
 

@@ -9,16 +9,18 @@
 StagedFile::StagedFile(const StagedGroup& group, const char* identifier)
     : mGroup(group), mPath(TavuString("/tmp/") + group.name + "_" + identifier) {}
 
-bool StagedFile::IsPresent() const {
-    return FileOps::IsFilePresent(mPath) == 1;
+ResultCode StagedFile::Find(bool& isPresent) const {
+    const int present = FileOps::IsFilePresent(mPath);
+    isPresent = present == 1;
+    return present < 0 ? RC_FILE_ERROR : RC_SUCCESS;
 }
 
-bool StagedFile::IsPending() const {
-    const bool isPending = IsPresent();
-    if (!isPending) {
+ResultCode StagedFile::FindPending(bool& isPending) const {
+    const ResultCode code = Find(isPending);
+    if (code == RC_SUCCESS && !isPending) {
         TraceStep(TRACE_DEBUG, "%s file not present", mPath.c_str());
     }
-    return isPending;
+    return code;
 }
 
 bool StagedFile::Load() {

@@ -65,9 +65,10 @@ public:
     /// The file "/tmp/<group>_<identifier>", with the identifier as the user typed it.
     StagedFile(const StagedGroup& group, const char* identifier);
 
-    bool IsPresent() const;
+    /// Stores whether the file exists. Returns 0, or the result code if that can't be told.
+    ResultCode Find(bool& isPresent) const;
     /// Same for a `set`, which traces that nothing is pending.
-    bool IsPending() const;
+    ResultCode FindPending(bool& isPending) const;
 
     /// Reads the whole file for `Read`. If it can't be read completely, reads nothing, traces that and returns
     /// false.
@@ -166,7 +167,11 @@ void ReadStagedFile(const StagedFile& file, std::span<const StagedKey<Record>> k
 /// the file. A rejected update leaves the file as created here or by earlier commands.
 template <typename Collect, typename Update, typename Overlay>
 ResultCode StageSettings(StagedFile file, Collect collect, Update update, Overlay overlay) {
-    if (!file.IsPresent()) {
+    bool isPresent = false;
+    if (const ResultCode code = file.Find(isPresent); code != RC_SUCCESS) {
+        return code;
+    }
+    if (!isPresent) {
         StagedValues values;
         collect(values);
         if (const ResultCode code = file.Create(values); code != RC_SUCCESS) {
@@ -200,7 +205,11 @@ struct Commit {
 /// settings and return a result code. On failure the file is kept, so that the command can be repeated.
 template <typename Overlay, typename Write>
 ResultCode CommitSettings(StagedFile file, Commit& commit, Overlay overlay, Write write) {
-    commit.isNothingPending = !file.IsPending();
+    bool isPending = false;
+    if (const ResultCode code = file.FindPending(isPending); code != RC_SUCCESS) {
+        return code;
+    }
+    commit.isNothingPending = !isPending;
     if (commit.isNothingPending) {
         return RC_SUCCESS;
     }

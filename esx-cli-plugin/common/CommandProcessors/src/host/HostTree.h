@@ -4,6 +4,7 @@
 /// A list may be empty, have no head or not exist at all; all walks treat these alike.
 #pragma once
 
+#include "LinkedList.h"
 #include "TracedFunction.h"
 #include "vexapi.h"
 
@@ -42,30 +43,26 @@ template <typename List> auto BeginWalk(const char* what, const List* list) {
     return HeadOf(list);
 }
 
+/// Visits each entry of a list once, starting at `head`, until `visit(entry)` returns false. Returns false if it
+/// did, so that an outer walk can end too. A list that runs in a ring ends with a trace.
+template <typename Entry, typename Visit> bool ForEachEntry(Entry* head, Visit visit) {
+    const WalkEnd end = WalkList(head, visit);
+    if (end == WalkEnd::RING) {
+        TraceStep(TRACE_DEBUG, "The library's list has no end");
+    }
+    return end != WalkEnd::VISIT;
+}
+
 /// Visits every FC or FCoE protocol of the host in list order, until `visit(adapter, port, protocol)` returns
 /// false.
 template <typename Visit> void ForEachFcPort(const VX_ADAPTER_LIST& host, Visit visit) {
-    for (auto* adapter = BeginWalk("Adapter", &host); adapter != nullptr; adapter = adapter->pNext) {
-        for (auto* port = BeginWalk("Phy Port", adapter->pPhyPortList); port != nullptr; port = port->pNext) {
-            for (auto* protocol = BeginWalk("Protocol", port->pProtocolList); protocol != nullptr;
-                 protocol = protocol->pNext) {
-                if (IsFcProtocol(*protocol) && !visit(*adapter, *port, *protocol)) {
-                    return;
-                }
-            }
-        }
-    }
-}
-
-/// Visits a list of targets or LUNs, starting at `head`, until `visit(entry)` returns false. Returns false if it
-/// did, so that an outer walk can end too.
-template <typename Entry, typename Visit> bool ForEachEntry(Entry* head, Visit visit) {
-    for (Entry* entry = head; entry != nullptr; entry = entry->pNext) {
-        if (!visit(*entry)) {
-            return false;
-        }
-    }
-    return true;
+    ForEachEntry(BeginWalk("Adapter", &host), [&](_vexapi_adapter_t& adapter) {
+        return ForEachEntry(BeginWalk("Phy Port", adapter.pPhyPortList), [&](_vexapi_phy_port_t& port) {
+            return ForEachEntry(BeginWalk("Protocol", port.pProtocolList), [&](_vexapi_protocol_t& protocol) {
+                return !IsFcProtocol(protocol) || visit(adapter, port, protocol);
+            });
+        });
+    });
 }
 
 inline constexpr std::size_t WWN_LENGTH = 23; ///< characters of a World Wide Name's text

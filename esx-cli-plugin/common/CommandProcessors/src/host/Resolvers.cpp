@@ -89,36 +89,36 @@ ResultCode GetPhyPortFromAdapterString(const TavuStringArray& args, AdapterEntry
         return RC_HOST_NOT_FOUND;
     }
     // The walk continues after a match: a later record with the same model and serial number wins.
-    for (_vexapi_adapter_t* record = BeginWalk("Adapter", host); record != nullptr; record = record->pNext) {
-        if (!EqualsNoCase(record->Model, model) || !EqualsNoCase(record->SerialNumber, serialNumber) ||
-            record->pPhyPortList == nullptr) {
-            continue;
+    ForEachEntry(BeginWalk("Adapter", host), [&](_vexapi_adapter_t& record) {
+        if (!EqualsNoCase(record.Model, model) || !EqualsNoCase(record.SerialNumber, serialNumber) ||
+            record.pPhyPortList == nullptr) {
+            return true;
         }
-        entry.adapter = record;
-        entry.port = BeginWalk("Phy Port", record->pPhyPortList);
+        entry.adapter = &record;
+        entry.port = BeginWalk("Phy Port", record.pPhyPortList);
         const _vexapi_phy_port_t* lowest = entry.port;
-        for (auto* phyPort = entry.port; phyPort != nullptr; phyPort = phyPort->pNext) {
-            for (auto* protocol = BeginWalk("Protocol", phyPort->pProtocolList); protocol != nullptr;
-                 protocol = protocol->pNext) {
-                if (IsFcProtocol(*protocol)) {
+        return ForEachEntry(entry.port, [&](_vexapi_phy_port_t& phyPort) {
+            return ForEachEntry(BeginWalk("Protocol", phyPort.pProtocolList), [&](_vexapi_protocol_t& protocol) {
+                if (IsFcProtocol(protocol)) {
                     if (entry.fc == nullptr) {
-                        entry.fc = protocol;
+                        entry.fc = &protocol;
                     }
-                    if (phyPort->PortNumber < lowest->PortNumber) {
-                        entry.fc = protocol;
-                        entry.port = phyPort;
-                        lowest = phyPort;
+                    if (phyPort.PortNumber < lowest->PortNumber) {
+                        entry.fc = &protocol;
+                        entry.port = &phyPort;
+                        lowest = &phyPort;
                     }
-                } else if (protocol->ProtocolType == PROTOCOL_TYPE_NIC) {
-                    entry.nic = protocol;
-                    entry.port = phyPort;
-                } else if (protocol->ProtocolType == PROTOCOL_TYPE_ISCSI) {
-                    entry.iscsi = protocol;
-                    entry.port = phyPort;
+                } else if (protocol.ProtocolType == PROTOCOL_TYPE_NIC) {
+                    entry.nic = &protocol;
+                    entry.port = &phyPort;
+                } else if (protocol.ProtocolType == PROTOCOL_TYPE_ISCSI) {
+                    entry.iscsi = &protocol;
+                    entry.port = &phyPort;
                 }
-            }
-        }
-    }
+                return true;
+            });
+        });
+    });
     if (entry.adapter == nullptr || entry.port == nullptr ||
         (entry.nic == nullptr && entry.fc == nullptr && entry.iscsi == nullptr)) {
         return RC_INVALID_PARAMETER;
