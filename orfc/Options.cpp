@@ -57,8 +57,8 @@ CLI::Validator Between(double least, double most, const char* expected) {
 }
 
 /// What an option takes, for completion.
-enum class Argument { NONE, WORD, NUMBER, COLUMN, COLUMNS, LIBRARY, FOLDER, FILE };
-constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "column", "columns", "library", "folder", "file"};
+enum class Argument { NONE, WORD, NUMBER, COLUMN, COLUMNS, LIBRARY, ROOT, FILE };
+constexpr const char* ARGUMENT_NAMES[] = {"none", "word", "number", "column", "columns", "library", "root", "file"};
 
 /// The command line, and what each option takes beyond what its parser knows.
 struct CommandLine {
@@ -97,8 +97,9 @@ void AddCommonOptions(CommandLine& line, Options& options) {
     line.Describe(
         app.add_option("--library", options.library, "Management library: linux, simulator or the path of one"),
         "LIBRARY", Argument::LIBRARY, {"linux", "simulator"});
-    line.Describe(app.add_option("--root", options.root, "Folder with a captured sys/, instead of this machine's"),
-                  "FOLDER", Argument::FOLDER);
+    line.Describe(
+        app.add_option("--root", options.root, "Capture, or folder with a captured sys/, instead of this machine's"),
+        "FILE", Argument::ROOT);
 }
 
 /// The options of commands that judge.
@@ -147,6 +148,12 @@ void AddCommand(CommandLine& line, const CommandRow& row, Options& options) {
         command->add_option("NAME", options.names, "Names of objects, in any spelling")
             ->required(row.needsNames)
             ->option_text("");
+    }
+    if (row.isCapture) {
+        command->add_option("FILE", options.capture.file, "File to write; its name should end in .tar.xz")
+            ->option_text("");
+        line.Describe(command->add_flag("--force", options.capture.isForced, "Replace an existing file"), "",
+                      Argument::NONE);
     }
     if (row.hasFar) {
         line.Describe(
@@ -236,7 +243,7 @@ std::optional<Options> ParseOptions(int count, char* words[], int& status) {
         if (options.command->isDetailed && options.format == Format::ESXCLI) {
             throw CLI::ValidationError("--output", "esxcli is for lists");
         }
-        if (options.command->isExposition &&
+        if ((options.command->isExposition || options.command->isCapture) &&
             (options.format != Format::TABLE || !options.columns.empty() || !options.sort.empty())) {
             throw CLI::ValidationError(options.command->name, "has a format of its own");
         }
@@ -274,6 +281,7 @@ ordered_json DescribeCommandLine() {
              {"description", row.description},
              {"takes_names", row.takesNames},
              {"needs_names", row.needsNames},
+             {"takes_file", row.isCapture},
              {"options", hasName ? DescribeOptions(*line, *line->app.get_subcommand(row.name)) : ordered_json::array()},
              {"examples", std::vector<std::string>(row.examples.begin(), row.examples.end())}});
     }
@@ -283,6 +291,7 @@ ordered_json DescribeCommandLine() {
                         {"description", schema.get_footer()},
                         {"takes_names", false},
                         {"needs_names", false},
+                        {"takes_file", false},
                         {"options", ordered_json::array()},
                         {"examples", {"orfc schema"}}});
     ordered_json rules = ordered_json::array();

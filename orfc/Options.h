@@ -27,6 +27,7 @@ struct Options {
     double interval = 0;     ///< seconds; 0: once
     unsigned long count = 0; ///< of readings; 0: no end
     HealthOptions health;
+    CaptureOptions capture;
     std::string explained; ///< name of the rule to explain
 };
 

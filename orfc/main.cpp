@@ -4,6 +4,7 @@
 /// Exit status: 0 all is well, 1 the command failed, 2 usage, 3 something couldn't be read, which is told on standard
 /// error, and the rest is complete.
 #include "Options.h"
+#include "PrivateFolder.h"
 #include "Rules.h"
 #include "Utf8.h"
 
@@ -208,11 +209,46 @@ std::vector<std::string> Changes(const Host& before, const Host& now) {
     return changes;
 }
 
+/// The folder of a root, unpacked into `folder` if it is a capture.
+std::string OpenRoot(const std::string& root, const std::string& folder) {
+    if (!IsCapture(root)) {
+        return root;
+    }
+    Tell(OpenCapture(root, folder));
+    return folder;
+}
+
+/// Writes a capture and tells of it. Returns the exit status.
+int Capture(const Options& options, const std::string& folder) {
+    if (options.library == "simulator") {
+        throw Failure("capture: reads the kernel's files, not a library", Failure::USAGE);
+    }
+    CaptureOptions capture = options.capture;
+    if (options.root) {
+        capture.root = *options.root;
+    }
+    for (const CommandRow& command : Commands()) {
+        if (command.run != nullptr && !command.needsNames && !command.isExposition) {
+            capture.commands.emplace_back(command.name);
+        }
+    }
+    if (!options.library.empty()) {
+        capture.libraryWords = {"--library", options.library};
+    }
+    const CaptureReport report = CaptureHost(capture, folder);
+    std::printf("%s\n", report.summary.c_str());
+    Flush(stdout);
+    std::for_each(report.messages.begin(), report.messages.end(), Tell);
+    return report.messages.empty() ? 0 : INCOMPLETE;
+}
+
 /// Reads and shows the host, once or at every tick. Returns the exit status.
 class Run {
 public:
-    Run(const Options& options, std::vector<std::string> arguments)
-        : mOptions(options), mOut(TakeStandardOutput()), mStyle(StyleOf(options, fileno(mOut))) {
+    /// `folder` is one for a captured host.
+    Run(const Options& options, std::vector<std::string> arguments, std::string folder)
+        : mOptions(options), mFolder(std::move(folder)), mOut(TakeStandardOutput()),
+          mStyle(StyleOf(options, fileno(mOut))) {
         mAnswer.command = options.command->name;
         mAnswer.arguments = std::move(arguments);
     }
@@ -287,10 +323,11 @@ private:
         if (!mOptions.root) {
             return mOptions.library;
         }
-        const std::string& root = *mOptions.root;
-        if (root.empty() || mOptions.library == "simulator") {
-            throw Failure(root.empty() ? "--root names no folder" : "the simulator reads no --root", Failure::USAGE);
+        if (mOptions.root->empty() || mOptions.library == "simulator") {
+            throw Failure(mOptions.root->empty() ? "--root names nothing" : "the simulator reads no --root",
+                          Failure::USAGE);
         }
+        const std::string root = OpenRoot(*mOptions.root, mFolder);
         if (access((root + "/sys/class/.").c_str(), X_OK) != 0) {
             throw Failure(root + ": no sys/class in it: " + std::strerror(errno));
         }
@@ -343,6 +380,7 @@ private:
     }
 
     const Options& mOptions;
+    std::string mFolder;
     std::FILE* mOut;
     Style mStyle;
     Answer mAnswer;
@@ -355,6 +393,9 @@ void PrintSpecial(Special special) {
     Answer kinds;
     nlohmann::ordered_json commandKinds = nlohmann::ordered_json::object();
     for (const CommandRow& command : Commands()) {
+        if (command.run == nullptr) {
+            continue;
+        }
         Answer own;
         all.push_back(command.run(Request{nothing}));
         all.back().Fill(own);
@@ -389,7 +430,12 @@ int Main(int count, char* words[]) {
         PrintSpecial(options->special);
         return 0;
     }
-    return Run(*options, {words, words + count})();
+    const auto run = [&](const std::string& folder) {
+        return options->command->isCapture ? Capture(*options, folder)
+                                           : Run(*options, {words, words + count}, folder)();
+    };
+    const bool needsFolder = options->command->isCapture || (options->root && IsCapture(*options->root));
+    return needsFolder ? RunInPrivateFolder(run) : run({});
 }
 
 } // namespace

@@ -21,6 +21,7 @@ def commands(program):
         yield [command['name']], [
             'options+=(', *options(command['options']), ')',
             f'takes_names={"1" if command["takes_names"] else ""}',
+            f'takes_file={"1" if command["takes_file"] else ""}',
             f'columns=({array(columns)})']
 
 

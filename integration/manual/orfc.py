@@ -16,7 +16,8 @@ def commands(program):
     lines = []
     for command in program['commands']:
         if command['name']:
-            names = '*NAME*...' if command['needs_names'] else '[*NAME*...]' if command['takes_names'] else ''
+            names = ('*NAME*...' if command['needs_names'] else '[*NAME*...]' if command['takes_names'] else
+                     '[*FILE*]' if command['takes_file'] else '')
             lines += roff.tagged([f'`{command["name"]}` {names}'.strip()],
                                  roff.sentence(command['description'] or command['summary']))
             lines += roff.indented(options(command['options']))

@@ -2,6 +2,7 @@
 /// The commands: functions of a host, one row each.
 #pragma once
 
+#include "Capture.h"
 #include "Host.h"
 #include "Names.h"
 #include "ReadHost.h"
@@ -124,6 +125,7 @@ struct CommandRow {
     bool hasFar = false;       ///< can ask the far ends of links
     bool hasRules = false;     ///< judges by rules
     bool isExposition = false; ///< prints a text for a collector instead of records
+    bool isCapture = false;    ///< writes a capture instead of reading from a library: has no `run`
     std::span<const Part> parts = {};
     Shown (*run)(const Request& request) = nullptr;
     /// What is printed beside the message on standard error where the command fails.

@@ -71,6 +71,8 @@ constexpr const char* HEALTH_EXAMPLES[] = {"orfc health", "orfc health host2 --f
                                            "orfc health --explain link-down", "orfc health --nagios"};
 constexpr const char* METRICS_EXAMPLES[] = {
     "orfc metrics", "orfc metrics --part counters --output /var/lib/prometheus/node-exporter/orfc-counters.prom"};
+constexpr const char* CAPTURE_EXAMPLES[] = {"orfc capture", "orfc capture host.tar.xz",
+                                            "orfc --root host.tar.xz paths"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
 const Wanted TARGETS = {.targets = true, .luns = true};
@@ -205,6 +207,15 @@ const CommandRow COMMANDS[] = {
      .examples = NAME_EXAMPLES,
      .wanted = PATHS,
      .run = ShowNames},
+    {.name = "capture",
+     .summary = "the host in one file, to be shown elsewhere",
+     .description =
+         "Writes what the kernel tells of Fibre Channel ports, remote ports, LUNs and paths to a file, which "
+         "--root takes in place of a folder: every command then shows this host as it was. Counters are read "
+         "twice, a second apart. capture.json in it lists what couldn't be read, output/ has what the "
+         "commands print. Without a name the file is named after the host and the time.",
+     .examples = CAPTURE_EXAMPLES,
+     .isCapture = true},
 };
 
 } // namespace

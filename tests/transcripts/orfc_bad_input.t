@@ -69,7 +69,7 @@ A folder that is no captured tree.
   orfc: .: no sys/class in it: No such file or directory
   [1]
   $ orfc --root ''
-  orfc: --root names no folder
+  orfc: --root names nothing
   [2]
   $ orfc --root / --library simulator
   orfc: the simulator reads no --root

@@ -14,7 +14,7 @@
     --sort KEY                  Sort by a column: its key, after a - in descending order
     --color WHEN                Mark verdicts with colours: auto, always or never
     --library LIBRARY           Management library: linux, simulator or the path of one
-    --root FOLDER               Folder with a captured sys/, instead of this machine's
+    --root FILE                 Capture, or folder with a captured sys/, instead of this machine's
   
   Subcommands:
     adapters                    adapters, one line each
@@ -29,6 +29,7 @@
     health                      a verdict for every object, with its reason
     metrics                     metrics for a collector
     names                       every name that an object goes by
+    capture                     the host in one file, to be shown elsewhere
     schema                      the JSON schema of all output
   
   Examples:
@@ -36,7 +37,7 @@
     orfc --library simulator
   $ orfc --version | sed 's/[0-9.]*$/N/'
   orfc N
-  $ for command in adapters ports targets luns show transceivers counters paths ping health metrics names schema; do
+  $ for command in adapters ports targets luns show transceivers counters paths ping health metrics names capture schema; do
   >   echo "== $command"; orfc $command --help
   > done
   == adapters
@@ -262,6 +263,25 @@
   Examples:
     orfc names
     orfc names --columns name --no-headings
+  == capture
+  the host in one file, to be shown elsewhere
+  Usage: orfc capture [OPTIONS] [FILE]
+  
+  Positionals:
+    FILE TEXT                   File to write; its name should end in .tar.xz
+  
+  Options:
+    -h,--help                   Show this help
+    --force                     Replace an existing file
+  
+  Writes what the kernel tells of Fibre Channel ports, remote ports, LUNs and paths to a file, which --root takes in place of a folder: every command then shows this host as it was. Counters are read twice, a second apart. capture.json in it lists what couldn't be read, output/ has what the commands print. Without a name the file is named after the host and the time.
+  
+  The options of every command: orfc --help
+  
+  Examples:
+    orfc capture
+    orfc capture host.tar.xz
+    orfc --root host.tar.xz paths
   == schema
   the JSON schema of all output
   Usage: orfc schema [OPTIONS]
