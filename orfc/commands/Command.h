@@ -2,8 +2,8 @@
 /// The commands: functions of a host, one row each.
 #pragma once
 
-#include "Capture.h"
 #include "Host.h"
+#include "HostCapture.h"
 #include "Names.h"
 #include "ReadHost.h"
 #include "Writer.h"

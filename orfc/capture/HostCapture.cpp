@@ -1,4 +1,4 @@
-#include "Capture.h"
+#include "HostCapture.h"
 
 #include "Collect.h"
 #include "Failure.h"
