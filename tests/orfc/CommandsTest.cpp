@@ -99,6 +99,9 @@ std::map<std::string, std::vector<ColumnInfo>> Kinds() {
     std::map<std::string, std::vector<ColumnInfo>> kinds;
     const Host nothing;
     for (const CommandRow& command : Commands()) {
+        if (command.isCapture) {
+            continue; // writes a file
+        }
         Answer answer;
         const Shown shown = command.run({nothing, {}});
         shown.Fill(answer);
@@ -155,6 +158,9 @@ TEST(ColumnsTest, DecimalsHaveUnits) {
 TEST(ColumnsTest, ListsBeginWithNamesThatStay) {
     for (const CommandRow& command : Commands()) {
         const Host nothing;
+        if (command.isCapture) {
+            continue; // writes a file
+        }
         Answer answer;
         const Shown shown = command.run({nothing, {}});
         shown.Fill(answer);
