@@ -71,8 +71,7 @@ constexpr const char* HEALTH_EXAMPLES[] = {"orfc health", "orfc health host2 --f
                                            "orfc health --explain link-down", "orfc health --nagios"};
 constexpr const char* METRICS_EXAMPLES[] = {
     "orfc metrics", "orfc metrics --part counters --output /var/lib/prometheus/node-exporter/orfc-counters.prom"};
-constexpr const char* CAPTURE_EXAMPLES[] = {"orfc capture", "orfc capture host.tar.xz",
-                                            "orfc --root host.tar.xz paths"};
+constexpr const char* CAPTURE_EXAMPLES[] = {"orfc capture", "orfc capture host.tar.xz"};
 constexpr const char* PATH_EXAMPLES[] = {"orfc paths", "orfc paths mpatha", "orfc paths FC_21:00:00:24:ff:7e:2d:94"};
 
 const Wanted TARGETS = {.targets = true, .luns = true};

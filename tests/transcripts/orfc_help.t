@@ -281,7 +281,6 @@
   Examples:
     orfc capture
     orfc capture host.tar.xz
-    orfc --root host.tar.xz paths
   == schema
   the JSON schema of all output
   Usage: orfc schema [OPTIONS]
