@@ -47,6 +47,10 @@ constexpr const char* CONTROLLER_FILES[] = {"address", "cntlid", "cntrltype", "f
 constexpr char NEVER_READ[] = "reset_statistics";
 constexpr std::string_view MULTIPATH = "mpath-";
 
+std::string Inside(const std::string& folder, const std::string& name) {
+    return folder + '/' + name;
+}
+
 /// Files of a tree and the links on the way to them, which become the entries of a collection.
 class Tree {
 public:
@@ -130,7 +134,7 @@ std::optional<std::string> Tree::Resolve(std::string_view path) {
         if (name == "..") {
             real.resize(real.find('/') == std::string::npos ? 0 : real.rfind('/'));
         } else if (!name.empty() && name != ".") {
-            const std::string next = real.empty() ? name : real + '/' + name;
+            const std::string next = real.empty() ? name : Inside(real, name);
             const auto& target = LinkAt(next);
             if (!target) {
                 real = next;
@@ -195,7 +199,7 @@ void Tree::Files(const std::string& folder, std::span<const char* const> names) 
 
 void Tree::Statistics(const std::string& folder) {
     for (const std::string& name : Names(folder)) {
-        const std::string path = folder + '/' + name;
+        const std::string path = Inside(folder, name);
         const std::optional<std::string> real = name == NEVER_READ ? std::nullopt : Resolve(path);
         if (real && KindOf(*real) == S_IFDIR) {
             Statistics(*real);
@@ -264,9 +268,10 @@ private:
         const std::string folder = "sys/class/fc_remote_ports/" + name;
         mTree.Files(folder, REMOTE_PORT_FILES);
         mTree.Statistics(folder + "/statistics");
-        for (const std::string& target : mTree.Names(folder + "/device")) {
+        const std::string devices = folder + "/device";
+        for (const std::string& target : mTree.Names(devices)) {
             if (target.starts_with("target")) {
-                mTree.Names(folder + "/device/" + target);
+                mTree.Names(Inside(devices, target));
             }
         }
     }
@@ -280,8 +285,9 @@ private:
     void AddBlockDevice(const std::string& name) {
         const std::string folder = "sys/class/block/" + name;
         mTree.Files(folder, BLOCK_FILES);
-        for (const std::string& holder : mTree.Names(folder + "/holders")) {
-            mTree.Resolve(folder + "/holders/" + holder);
+        const std::string holders = folder + "/holders";
+        for (const std::string& holder : mTree.Names(holders)) {
+            mTree.Resolve(Inside(holders, holder));
         }
     }
     void AddController(const std::string& name) {
@@ -311,8 +317,9 @@ private:
         const std::string folder = "sys/class/block/" + name;
         if (name.starts_with("dm-") && mTree.File(folder + "/dm/uuid").starts_with(MULTIPATH)) {
             mTree.Files(folder, MAP_FILES);
-            for (const std::string& path : mTree.Names(folder + "/slaves")) {
-                mTree.Resolve(folder + "/slaves/" + path);
+            const std::string slaves = folder + "/slaves";
+            for (const std::string& path : mTree.Names(slaves)) {
+                mTree.Resolve(Inside(slaves, path));
             }
         }
     }

@@ -64,6 +64,7 @@ std::string OutputOf(std::vector<std::string> words, const std::string& folder, 
     }
     if (process == 0) {
         std::vector<char*> arguments;
+        arguments.reserve(words.size() + 1);
         for (std::string& word : words) {
             arguments.push_back(word.data());
         }

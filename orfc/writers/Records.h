@@ -17,7 +17,7 @@ struct Decimal {
     double value;
     int digits;
 
-    friend auto operator<=>(const Decimal&, const Decimal&) = default;
+    friend auto operator<=>(const Decimal&, const Decimal&) = default; // NOLINT(modernize-use-nullptr): it has a 0
 };
 
 /// Unknown, or one of the types.
